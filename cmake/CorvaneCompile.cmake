@@ -1,0 +1,29 @@
+# Compiler settings that every target of the project shares.
+
+option(CORVANE_SANITIZE "Build with the address and undefined behaviour sanitizers" OFF)
+
+add_library(corvane_compile INTERFACE)
+target_compile_features(corvane_compile INTERFACE cxx_std_20)
+# Contraction would fuse a multiplication and an addition into one rounding and change exact results.
+target_compile_options(corvane_compile INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -ffp-contract=off)
+if(CORVANE_SANITIZE)
+    target_compile_options(corvane_compile INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
+    target_link_options(corvane_compile INTERFACE -fsanitize=address,undefined)
+endif()
+
+find_program(CORVANE_CCACHE ccache)
+if(CORVANE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CORVANE_CCACHE})
+endif()
+
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+# The build tree has the shape of the installed tree: programs in bin/, libraries and modules in lib/.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)

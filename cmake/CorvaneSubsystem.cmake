@@ -1,0 +1,30 @@
+# corvane_add_subsystem(NAME SOURCES file... [LIBRARIES target...])
+#   One folder of src/ as an object library corvane_<NAME>, part of the core library.
+function(corvane_add_subsystem name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
+    add_library(corvane_${name} OBJECT ${arg_SOURCES})
+    target_link_libraries(corvane_${name} PUBLIC corvane_headers PRIVATE corvane_compile)
+    target_link_libraries(corvane_${name} PUBLIC ${arg_LIBRARIES})
+    target_compile_definitions(corvane_${name} PRIVATE corvane_EXPORTS)
+    target_include_directories(corvane_${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>)
+    set_property(GLOBAL APPEND PROPERTY CORVANE_SUBSYSTEMS corvane_${name})
+endfunction()
+
+# corvane_add_test(NAME SOURCES file... SUBSYSTEMS name... [LIBRARIES target...])
+#   A GoogleTest program test_<NAME> over the objects of the named subsystems, so that a test reaches what the
+#   shared library hides. A test of what is exported names no subsystem and links the library `corvane`.
+function(corvane_add_test name)
+    cmake_parse_arguments(arg "" "" "SOURCES;SUBSYSTEMS;LIBRARIES" ${ARGN})
+    add_executable(test_${name} ${arg_SOURCES})
+    list(TRANSFORM arg_SUBSYSTEMS PREPEND corvane_)
+    target_link_libraries(test_${name} PRIVATE
+        corvane_compile corvane_headers ${arg_SUBSYSTEMS} ${arg_LIBRARIES} GTest::gmock GTest::gtest_main)
+    target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_compile_definitions(test_${name} PRIVATE
+        CORVANE_BUILD_DIR="${PROJECT_BINARY_DIR}" CORVANE_TEST_DATA="${PROJECT_SOURCE_DIR}/tests")
+    if(arg_SUBSYSTEMS)
+        target_compile_definitions(test_${name} PRIVATE corvane_EXPORTS)
+    endif()
+    # One ctest entry a program: starting a process for each case costs more than the cases do.
+    add_test(NAME ${name} COMMAND test_${name})
+endfunction()

@@ -1,0 +1,148 @@
+#pragma once
+
+#include <compare>
+#include <concepts>
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+
+#include <corvane/base/Export.h>
+#include <corvane/text/Format.h>
+
+/// Text in 16-bit code units, counted, so that it may hold U+0000.
+///
+/// Positions and lengths are in code units, from 0. **Out of range:** a negative position or count
+/// counts as 0, one behind the end as the end; a search that starts behind the end finds nothing;
+/// reading a unit outside the text gives U+0000 and writing one does nothing. **Lone surrogates**
+/// are kept as they are in memory and become U+FFFD where text turns into UTF-8; bytes that are not
+/// UTF-8 become U+FFFD, one for each ill-formed sequence.
+///
+/// Comparison is by code unit, except in the operations that say "no case". Those, and the case
+/// operations, map each unit alone by the simple mappings of Unicode, in every process locale
+/// alike. White space is what Unicode calls so: blank, tab, line ends, U+00A0, U+3000 and the rest.
+class CORVANE_EXPORT CStringW {
+public:
+    CStringW() = default;
+    CStringW(const char16_t* text);  ///< A null pointer gives an empty text.
+    CStringW(const char16_t* text, int length);
+    explicit CStringW(char16_t unit, int repeat = 1);
+    CStringW(std::u16string text) : text_(std::move(text)) {}
+    CStringW(std::u16string_view text) : text_(text) {}
+    /// Widens 8-bit text through the process's code page. A null pointer gives an empty text.
+    explicit CStringW(const char* text);
+
+    static CStringW FromUtf8(std::string_view bytes);
+    std::string ToUtf8() const;
+
+    int GetLength() const { return static_cast<int>(text_.size()); }
+    bool IsEmpty() const { return text_.empty(); }
+    void Empty() { text_.clear(); }
+
+    char16_t GetAt(int position) const;
+    void SetAt(int position, char16_t unit);
+    char16_t operator[](int position) const { return GetAt(position); }
+
+    /// The zero-terminated text, valid until this object changes.
+    const char16_t* GetString() const { return text_.c_str(); }
+    operator const char16_t*() const { return text_.c_str(); }
+    operator std::u16string_view() const { return text_; }
+    std::u16string_view View() const { return text_; }
+    const std::u16string& Std() const { return text_; }
+
+    CStringW& operator=(const char16_t* text);
+    CStringW& operator+=(const CStringW& text);
+    CStringW& operator+=(std::u16string_view text);
+    CStringW& operator+=(const char16_t* text);
+    CStringW& operator+=(char16_t unit);
+    void Append(std::u16string_view text) { text_ += text; }
+    void AppendChar(char16_t unit) { text_ += unit; }
+    void Preallocate(int length);
+    void Truncate(int length);
+
+    int Compare(std::u16string_view other) const;        ///< Below 0, 0 or above 0.
+    int CompareNoCase(std::u16string_view other) const;  ///< The same, without regard to case.
+
+    int Find(std::u16string_view text, int start = 0) const;  ///< Position, or -1.
+    int Find(char16_t unit, int start = 0) const;
+    int ReverseFind(char16_t unit) const;
+    int FindOneOf(std::u16string_view units) const;
+
+    CStringW Left(int count) const;
+    CStringW Mid(int first) const;
+    CStringW Mid(int first, int count) const;
+    CStringW Right(int count) const;
+    CStringW SpanIncluding(std::u16string_view units) const;
+    CStringW SpanExcluding(std::u16string_view units) const;
+    /// The next run of units that are not in `separators`, from `position`, which moves behind it.
+    /// At the end the result is empty and `position` -1.
+    CStringW Tokenize(std::u16string_view separators, int& position) const;
+
+    int Replace(std::u16string_view from, std::u16string_view to);  ///< Number of replacements.
+    int Replace(char16_t from, char16_t to);
+    int Remove(char16_t unit);                           ///< Number of units removed.
+    int Insert(int position, std::u16string_view text);  ///< New length.
+    int Delete(int position, int count = 1);             ///< New length.
+
+    CStringW& MakeLower();
+    CStringW& MakeUpper();
+    CStringW& MakeReverse();
+    CStringW& Trim();
+    CStringW& Trim(std::u16string_view units);
+    CStringW& TrimLeft();
+    CStringW& TrimLeft(std::u16string_view units);
+    CStringW& TrimRight();
+    CStringW& TrimRight(std::u16string_view units);
+
+    /// Replaces the text by the formatted one; see corvane::formatText. The arguments may refer to
+    /// this object.
+    template <typename... Arguments>
+    void Format(std::u16string_view format, const Arguments&... arguments) {
+        CStringW result;
+        result.AppendFormat(format, arguments...);
+        text_.swap(result.text_);
+    }
+    /// Appends the formatted text. The arguments must not refer to this object.
+    template <typename... Arguments>
+    void AppendFormat(std::u16string_view format, const Arguments&... arguments) {
+        if constexpr (sizeof...(arguments) == 0) {
+            corvane::formatText(text_, format, {});
+        } else {
+            const corvane::FormatArgument list[] = {corvane::FormatArgument(arguments)...};
+            corvane::formatText(text_, format, list);
+        }
+    }
+
+    friend bool operator==(const CStringW& a, const CStringW& b) { return a.text_ == b.text_; }
+    template <typename Text>
+    requires std::convertible_to<const Text&, std::u16string_view> &&
+        (!std::derived_from<Text, CStringW>)friend bool
+        operator==(const CStringW& a, const Text& b) {
+        if constexpr (std::is_pointer_v<Text>) {
+            return a.text_ == (b ? b : u"");
+        } else {
+            return a.text_ == std::u16string_view(b);
+        }
+    }
+    friend std::strong_ordering operator<=>(const CStringW& a, const CStringW& b) {
+        return a.text_.compare(b.text_) <=> 0;
+    }
+    friend CStringW operator+(CStringW a, const CStringW& b) { return std::move(a += b); }
+    friend CStringW operator+(CStringW a, const char16_t* b) { return std::move(a += b); }
+    friend CStringW operator+(const char16_t* a, const CStringW& b) {
+        return std::move(CStringW(a) += b);
+    }
+    friend CStringW operator+(CStringW a, char16_t b) { return std::move(a += b); }
+
+private:
+    std::u16string text_;
+};
+
+template <>
+struct std::hash<CStringW> {
+    std::size_t operator()(const CStringW& text) const noexcept {
+        return std::hash<std::u16string_view>{}(text.View());
+    }
+};

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corvane::platform {
+
+/// True when the path names a file or a folder that can be seen.
+bool pathExists(std::u16string_view path);
+bool folderExists(std::u16string_view path);
+
+/// Makes a folder with its missing parents. True when it is there afterwards. A relative or empty
+/// path is refused.
+bool createFolders(std::u16string_view path);
+
+/// The machine's common folder for application data, without a closing separator: /var/lib on
+/// POSIX.
+std::u16string commonDataFolder();
+
+/// True when a file or folder in `folder` matches `pattern`, where "*" stands for any run of units
+/// and "?" for one; case is ignored.
+bool anyFileMatches(std::u16string_view folder, std::u16string_view pattern);
+
+/// What a file may hold at most before a read refuses it. Text files of this system are far
+/// smaller.
+inline constexpr std::size_t kLargestFile = std::size_t{1} << 31;
+
+/// The bytes of a regular file; nothing when it is missing, is no regular file, cannot be read or
+/// is larger than `limit`.
+std::optional<std::string> readFile(std::u16string_view path, std::size_t limit = kLargestFile);
+
+/// Replaces the content of a file, or makes it. Writes a temporary file in the same folder, flushes
+/// it to the disk and renames it over the old one, whose mode and (where permitted) ownership it
+/// takes; a symbolic link is followed first. Where the folder lets no file be made, the file is
+/// written in place. On failure the result is false, and the old file stands whole unless it had to
+/// be written in place.
+bool replaceFile(std::u16string_view path, std::string_view bytes);
+
+/// A file that is open for writing and readable by others meanwhile. Closes itself.
+class OutputFile {
+public:
+    enum class Mode { Replace, Append };
+
+    /// An empty pointer when the file cannot be opened.
+    static std::unique_ptr<OutputFile> open(std::u16string_view path, Mode mode);
+
+    virtual ~OutputFile() = default;
+    /// Hands the bytes to the system in one write. False when they did not all arrive.
+    virtual bool write(std::string_view bytes) = 0;
+    /// The size of the file now, in bytes.
+    virtual std::size_t size() const = 0;
+};
+
+}  // namespace corvane::platform

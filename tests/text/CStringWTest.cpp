@@ -1,0 +1,100 @@
+#include <gtest/gtest.h>
+
+#include <corvane/text/CStringList.h>
+#include <corvane/text/CStringW.h>
+
+#include "support/Text.h"
+
+namespace {
+
+TEST(CStringW, TakesPositionsAndCountsOutOfRangeQuietly) {
+    const CStringW text(u"hello");
+    EXPECT_EQ(text.Left(-3), u"");
+    EXPECT_EQ(text.Left(99), u"hello");
+    EXPECT_EQ(text.Right(2), u"lo");
+    EXPECT_EQ(text.Right(99), u"hello");
+    EXPECT_EQ(text.Mid(-1), u"hello");
+    EXPECT_EQ(text.Mid(9, 2), u"");
+    EXPECT_EQ(text.Mid(1, 3), u"ell");
+    EXPECT_EQ(text.GetAt(5), u'\0');
+    EXPECT_EQ(text.GetAt(-1), u'\0');
+    EXPECT_EQ(text.Find(u"l", 99), -1);
+    EXPECT_EQ(text.Find(u'l', -5), 2);
+
+    CStringW changed(text);
+    changed.SetAt(17, u'x');
+    changed.Truncate(70);
+    EXPECT_EQ(changed, text);
+    EXPECT_EQ(changed.Delete(3, 99), 3);
+    EXPECT_EQ(changed.Insert(99, u"p"), 4);
+    EXPECT_EQ(changed, u"help");
+}
+
+TEST(CStringW, SearchesFromBothEnds) {
+    const CStringW path(u"C:\\Rules\\wall.dll");
+    EXPECT_EQ(path.ReverseFind(u'\\'), 8);
+    EXPECT_EQ(path.Find(u"\\"), 2);
+    EXPECT_EQ(path.FindOneOf(u".\\"), 2);
+    EXPECT_EQ(path.Mid(path.ReverseFind(u'\\') + 1), u"wall.dll");
+    EXPECT_EQ(path.SpanExcluding(u":"), u"C");
+    EXPECT_EQ(path.SpanIncluding(u"C:"), u"C:");
+}
+
+TEST(CStringW, EditsInPlace) {
+    CStringW text(u"A / B (C)");
+    EXPECT_EQ(text.Remove(u' '), 4 - 1);
+    EXPECT_EQ(text, u"A/B(C)");
+    EXPECT_EQ(text.Replace(u"/", u"//"), 1);
+    EXPECT_EQ(text.Replace(u"", u"x"), 0);
+    EXPECT_EQ(text.Replace(u'(', u'['), 1);
+    EXPECT_EQ(text.MakeReverse(), u")C[B//A");
+    text = u" \t\u00A0x y\u3000\n";
+    EXPECT_EQ(text.Trim(), u"x y");
+    EXPECT_EQ(text.TrimRight(u"y "), u"x");
+    text = text.GetString();
+    EXPECT_EQ(text, u"x");
+}
+
+TEST(CStringW, FoldsCaseByUnicodeWhateverTheLocale) {
+    EXPECT_EQ(CStringW(u"\u00C4RGER \u0416").MakeLower(), u"\u00E4rger \u0436");
+    EXPECT_EQ(CStringW(u"stra\u00DFe").MakeUpper(), u"STRA\u00DFE");
+    EXPECT_EQ(CStringW(u"\u00C4").CompareNoCase(u"\u00E4"), 0);
+    EXPECT_LT(CStringW(u"a").CompareNoCase(u"B"), 0);
+    EXPECT_GT(CStringW(u"a").Compare(u"B"), 0);
+    EXPECT_LT(CStringW(u"ab").CompareNoCase(u"ABC"), 0);
+}
+
+TEST(CStringW, SplitsIntoTokens) {
+    const CStringW text(u",,a,bc,");
+    int position = 0;
+    EXPECT_EQ(text.Tokenize(u",", position), u"a");
+    EXPECT_EQ(text.Tokenize(u",", position), u"bc");
+    EXPECT_EQ(text.Tokenize(u",", position), u"");
+    EXPECT_EQ(position, -1);
+    EXPECT_EQ(text.Tokenize(u",", position), u"");
+}
+
+TEST(CStringW, IsEmptyForNullPointersAndKeepsNulUnits) {
+    EXPECT_TRUE(CStringW(static_cast<const char16_t*>(nullptr)).IsEmpty());
+    EXPECT_TRUE(CStringW(static_cast<const char*>(nullptr)).IsEmpty());
+    EXPECT_TRUE(CStringW(u"abc", -1).IsEmpty());
+    EXPECT_EQ(CStringW(std::u16string_view(u"a\0b", 3)).GetLength(), 3);
+    EXPECT_NE(CStringW(std::u16string_view(u"a\0b", 3)), u"a");
+    EXPECT_EQ(CStringW(u'x', 3), u"xxx");
+}
+
+TEST(CStringList, KeepsOrderAndSurvivesItsOwnAppend) {
+    CStringList list;
+    list.AddTail(u"b");
+    list.AddHead(u"a");
+    list.AddTail(list);
+    EXPECT_EQ(list.GetCount(), 4U);
+    EXPECT_EQ(list.RemoveTail(), u"b");
+    EXPECT_EQ(list.RemoveHead(), u"a");
+    EXPECT_EQ(*list.Find(u"a"), u"a");
+    list.RemoveAll();
+    EXPECT_EQ(list.RemoveHead(), u"");
+    EXPECT_EQ(list.RemoveTail(), u"");
+}
+
+}  // namespace
