@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+
+#include "Mesh.h"
+
+namespace meshengine {
+
+/// Extent along x, y and z. The mesh has triangles.
+Vector boundingSize(const Mesh& mesh);
+
+double surfaceArea(const Mesh& mesh);
+
+/// Enclosed volume; negative when the facets point inward. Only a closed mesh encloses one.
+std::optional<double> enclosedVolume(const Mesh& mesh);
+
+/// Edges that are not shared by exactly two triangles in opposite directions. A triangle with two
+/// equal corners has an edge that no neighbour can share.
+std::size_t openEdges(const Mesh& mesh);
+
+inline bool isClosed(const Mesh& mesh) {
+    return openEdges(mesh) == 0;
+}
+
+/// An estimate of the thinnest wall: the shortest way from the centre of a facet, straight inward,
+/// to the other side. Nothing when no way inward meets one.
+std::optional<double> minimumWall(const Mesh& mesh);
+
+}  // namespace meshengine

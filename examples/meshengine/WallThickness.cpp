@@ -1,0 +1,31 @@
+#include <cmath>
+#include <limits>
+
+#include "Bvh.h"
+#include "Measures.h"
+
+namespace meshengine {
+namespace {
+
+// Below this share of the part's size two facets touch, and no wall stands between them.
+constexpr double kTouching = 1e-9;
+
+}  // namespace
+
+std::optional<double> minimumWall(const Mesh& mesh) {
+    constexpr double none = std::numeric_limits<double>::infinity();
+    const Bvh tree(mesh);
+    const double touching = length(boundingSize(mesh)) * kTouching;
+    double thinnest = none;
+    for (std::size_t i = 0; i < mesh.triangles.size(); ++i) {
+        const Vector normal = mesh.normal(i);
+        const double size = length(normal);
+        if (!(size > 0.0)) continue;
+        const Ray inward{mesh.centre(i), normal * (-1.0 / size)};
+        // What is farther than the thinnest wall so far is of no interest.
+        thinnest = tree.exitDistance(inward, i, touching, thinnest);
+    }
+    return thinnest < none ? std::optional(thinnest) : std::nullopt;
+}
+
+}  // namespace meshengine
