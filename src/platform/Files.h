@@ -35,8 +35,8 @@ std::optional<std::string> readFile(std::u16string_view path, std::size_t limit 
 /// Replaces the content of a file, or makes it. Writes a temporary file in the same folder, flushes
 /// it to the disk and renames it over the old one, whose mode and (where permitted) ownership it
 /// takes; a symbolic link is followed first. Where the folder lets no file be made, the file is
-/// written in place. On failure the result is false, and the old file stands whole unless it had to
-/// be written in place.
+/// written in place. What is no regular file or may not be written is refused. On failure the
+/// result is false, and the old file stands whole unless it had to be written in place.
 bool replaceFile(std::u16string_view path, std::string_view bytes);
 
 /// A file that is open for writing and readable by others meanwhile. Closes itself.
@@ -44,7 +44,7 @@ class OutputFile {
 public:
     enum class Mode { Replace, Append };
 
-    /// An empty pointer when the file cannot be opened.
+    /// An empty pointer when the file cannot be opened or is a folder, a pipe or a socket.
     static std::unique_ptr<OutputFile> open(std::u16string_view path, Mode mode);
 
     virtual ~OutputFile() = default;

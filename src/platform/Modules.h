@@ -17,7 +17,8 @@ using ModuleHandle = void*;
 ModuleHandle loadModule(std::u16string_view path);
 void freeModule(ModuleHandle module);
 
-/// The path of the file that loadModule would load for this name, or nothing.
+/// The path of the file that loadModule would load for this name, or nothing. A bare name that is
+/// not in this library's folder is loaded for the moment, since only the loader knows its places.
 std::optional<std::u16string> findModuleFile(std::u16string_view path);
 
 /// An exported function or object of a module by its case-sensitive name, or null. A null module

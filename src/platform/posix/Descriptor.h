@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <sys/stat.h>
+
+namespace corvane::platform {
+
+/// Owns an open file descriptor; -1 for none.
+class Descriptor {
+public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor() { close(); }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    int get() const { return number_; }
+    bool isOpen() const { return number_ >= 0; }
+    /// False when closing reports that earlier writes got lost.
+    bool close();
+
+private:
+    int number_;
+};
+
+/// open(2) that is not disturbed by signals, never waits for the other end of a pipe and hands
+/// nothing on to child processes.
+int openFile(const char* path, int flags, mode_t mode = 0);
+
+/// Writes all bytes at the descriptor's position. A short write goes on with the rest.
+bool writeAll(int descriptor, std::string_view bytes);
+
+}  // namespace corvane::platform

@@ -1,0 +1,58 @@
+#include <dirent.h>
+#include <memory>
+#include <sys/stat.h>
+
+#include "platform/FilePattern.h"
+#include "platform/Files.h"
+#include "platform/Unicode.h"
+#include "platform/posix/NativePath.h"
+
+namespace corvane::platform {
+namespace {
+
+bool isFolder(const std::string& path) {
+    struct stat status;
+    return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+}  // namespace
+
+bool pathExists(std::u16string_view path) {
+    struct stat status;
+    return ::stat(nativePath(path).c_str(), &status) == 0;
+}
+
+bool folderExists(std::u16string_view path) {
+    return isFolder(nativePath(path));
+}
+
+bool createFolders(std::u16string_view path) {
+    const std::string native = nativePath(path);
+    if (native.empty() || native.front() != '/') return false;
+    std::size_t end = 0;
+    while (end != native.npos) {
+        end = native.find('/', end + 1);
+        const std::string prefix = native.substr(0, end);
+        // What failed may still be there: on a read-only file system mkdir says so before it looks.
+        if (::mkdir(prefix.c_str(), 0777) != 0 && !isFolder(prefix)) return false;
+    }
+    return true;
+}
+
+std::u16string commonDataFolder() {
+    return u"/var/lib";
+}
+
+bool anyFileMatches(std::u16string_view folder, std::u16string_view pattern) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> stream(::opendir(nativePath(folder).c_str()),
+                                                     ::closedir);
+    if (!stream) return false;
+    while (const dirent* entry = ::readdir(stream.get())) {
+        const std::string_view name = entry->d_name;
+        if (name == "." || name == "..") continue;
+        if (matchesPattern(fromUtf8(name), pattern)) return true;
+    }
+    return false;
+}
+
+}  // namespace corvane::platform

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string_view>
+
+namespace corvane::platform {
+
+/// Writes a text and a line end to standard error. Control characters other than tab and line end
+/// become U+FFFD: the text may come out of a foreign file and must not steer a terminal.
+void writeStandardError(std::u16string_view text);
+
+}  // namespace corvane::platform
