@@ -34,7 +34,13 @@ std::optional<std::string> followLinks(std::string path) {
         if (length < 0) return path;
         if (static_cast<std::size_t>(length) == buffer.size()) return std::nullopt;
         const std::string target(buffer.data(), static_cast<std::size_t>(length));
-        path = target.starts_with('/') ? target : folderOf(path) + '/' + target;
+        if (target.starts_with('/')) {
+            path = target;
+        } else {
+            path = folderOf(path);
+            path += '/';
+            path += target;
+        }
     }
     return std::nullopt;
 }
