@@ -1,0 +1,31 @@
+#include <utility>
+
+#include <corvane/platform/LoadedModule.h>
+
+#include "platform/Modules.h"
+
+namespace corvane {
+
+LoadedModule::LoadedModule(std::u16string_view path) : handle_(platform::loadModule(path)) {}
+
+LoadedModule::LoadedModule(LoadedModule&& other) noexcept
+    : handle_(std::exchange(other.handle_, nullptr)) {}
+
+LoadedModule& LoadedModule::operator=(LoadedModule&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    return *this;
+}
+
+LoadedModule::~LoadedModule() {
+    platform::freeModule(handle_);
+}
+
+std::u16string LoadedModule::file() const {
+    return platform::moduleFile(handle_);
+}
+
+void* LoadedModule::symbol(const char* name) const {
+    return platform::moduleSymbol(handle_, name);
+}
+
+}  // namespace corvane
