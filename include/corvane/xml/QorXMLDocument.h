@@ -1,0 +1,62 @@
+#pragma once
+
+#include <corvane/base/Export.h>
+#include <corvane/text/CStringW.h>
+#include <corvane/xml/QorXMLNode.h>
+
+namespace corvane::xml {
+class Document;
+struct Access;
+}  // namespace corvane::xml
+
+/// One parsed or newly built XML document.
+///
+/// A document whose parser cannot be made shows a message, stays alive *without parser* and raises
+/// kErrorPointer from the operations that need one, as a copy-constructed document does. A load
+/// reads no external entity and no network address, and refuses whatever is not well-formed.
+///
+/// Operations whose name ends in 1 take 8-bit text in the process's code page.
+class CORVANE_EXPORT QorXMLDocument {
+public:
+    QorXMLDocument();
+    /// Makes a document without parser; nothing is copied.
+    QorXMLDocument(QorXMLDocument& ignored);
+    /// Shares the source's parser, tree and root node from here on. What this document held before
+    /// goes, its root node included, unless another document shares it.
+    QorXMLDocument& operator=(QorXMLDocument& other);
+    ~QorXMLDocument();
+
+    /// Parses a file. Gives the root node, which stays the document's and lives until the last
+    /// document that shares it is gone, or null when the file is missing, unreadable or not
+    /// well-formed; see XMLFault.h for the reason. A failed load leaves the document's tree empty
+    /// and earlier root nodes valid.
+    QorXMLNode* LoadFromFile(CStringW path);
+    QorXMLNode* LoadFromFile1(const char* path);
+    /// The same for a text, whose declared encoding is ignored. A failed load gives the root node
+    /// of the last successful load, if there was one.
+    QorXMLNode* LoadFromXMLString(CStringW& text);
+
+    /// A new element, attached to nothing. The caller deletes the node object. A name that is no
+    /// XML name, or has a prefix other than "xml", raises kErrorFail.
+    QorXMLNode* CreateNode(CStringW name);
+    QorXMLNode* CreateNode1(const char* name);
+    void DeleteNode(QorXMLNode*& node);  ///< Deletes it and sets the pointer to null.
+    /// Makes the node's element the root of this document; null does nothing. A second root raises
+    /// kErrorFail, an empty node kErrorInvalidArgument. The node object stays the caller's.
+    void AppendNode(QorXMLNode* node);
+
+    /// Writes the document as UTF-8, replacing the file as a whole. True whatever happens; see
+    /// corvane::SaveXML for the truth.
+    bool Save(CStringW path);
+    bool Save1(const char* path);
+
+    /// The root element serialised, without prolog; "" when the document has none.
+    CStringW GetXML() const;
+
+private:
+    friend struct corvane::xml::Access;
+
+    corvane::xml::Document* m_pDocument = nullptr;
+    corvane::xml::Element* m_pRootElement = nullptr;
+    QorXMLNode* m_pRootNode = nullptr;
+};
