@@ -1,0 +1,77 @@
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <memory>
+
+#include <corvane/base/Export.h>
+#include <corvane/platform/OleDateTime.h>
+#include <corvane/rules/QORCustomRuleData.h>
+#include <corvane/text/CStringW.h>
+
+/// Turns values of the parameter kinds into the text that a rule file holds, and back. The text is
+/// the same in every process locale. Objects have no fields.
+///
+/// The whole-number operations are templates over every 32-bit integer type, because `int` and
+/// QorLong are one type on some platforms and two on others.
+class CORVANE_EXPORT CQorDataTypeConverter {
+public:
+    template <typename T>
+    static constexpr bool kWholeNumber = std::integral<T> && sizeof(T) == sizeof(std::int32_t);
+
+    /// Reads a value. White space in front and anything behind a number are ignored. The result
+    /// says whether there was a value; without one, `value` is untouched.
+    template <typename T>
+    requires(kWholeNumber<T>) bool TextToValue(CStringW text, T& value) const {
+        std::int32_t number = 0;
+        if (!scan(text, number)) return false;
+        value = static_cast<T>(number);
+        return true;
+    }
+    /// False for "0" and true for any other text.
+    bool TextToValue(CStringW text, bool& value) const;
+    bool TextToValue(CStringW text, double& value) const;
+    /// A new text, owned by the caller.
+    bool TextToValue(CStringW text, CStringW*& value) const;
+    /// Dates and records have no text: these do nothing.
+    bool TextToValue(CStringW, COleDateTime*&) const { return false; }
+    bool TextToValue(CStringW, QORCustomRuleData*&) const { return false; }
+
+    /// The text of a value: whole numbers in decimal, doubles with six places behind the point. A
+    /// null pointer and the kinds that have no text give an empty one.
+    template <typename T>
+    requires(kWholeNumber<T>) CStringW ValueToText(T value)
+    const {
+        if constexpr (std::is_signed_v<T>) {
+            return print(static_cast<std::int32_t>(value));
+        } else {
+            return print(static_cast<std::uint32_t>(value));
+        }
+    }
+    CStringW ValueToText(bool value) const;
+    CStringW ValueToText(double value) const;
+    CStringW ValueToText(const CStringW* value) const;
+    CStringW ValueToText(const COleDateTime*) const { return {}; }
+    CStringW ValueToText(const QORCustomRuleData*) const { return {}; }
+
+    /// Makes the record the value for the one kind that is a record; the caller then owns it. For
+    /// all other kinds the record is released and `value` untouched.
+    void AttributesToValue(std::unique_ptr<QORCustomRuleData> record,
+                           QORCustomRuleData*& value) const {
+        value = record.release();
+    }
+    template <typename T>
+    void AttributesToValue(std::unique_ptr<QORCustomRuleData>, T&) const {}
+
+    /// A copy of a record's texts; empty for a null record and for all other kinds.
+    QORCustomRuleData ValueToAttributes(const QORCustomRuleData* value) const;
+    template <typename T>
+    QORCustomRuleData ValueToAttributes(const T&) const {
+        return {};
+    }
+
+private:
+    static bool scan(const CStringW& text, std::int32_t& number);
+    static CStringW print(std::int32_t number);
+    static CStringW print(std::uint32_t number);
+};

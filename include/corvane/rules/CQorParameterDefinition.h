@@ -1,0 +1,117 @@
+#pragma once
+
+// The operations of CQorParameter; <corvane/rules/CQorParameter.h> includes this.
+
+template <typename T>
+CQorParameter<T>& CQorParameter<T>::operator=(const CQorParameter& source) {
+    if (this == &source) return *this;
+    m_csName = source.m_csName;
+    m_Operator = source.m_Operator;
+    m_ParamType = source.m_ParamType;
+    m_csRemarks = source.m_csRemarks;
+    m_bStatus = source.m_bStatus;
+    if constexpr (corvane::kClonedValue<T>) {
+        releaseValues();
+        for (int i = 0; i < source.m_Values.GetSize(); ++i)
+            m_Values.Add(corvane::cloneValue(source.m_Values.GetAt(i)));
+    } else {
+        m_Values = source.m_Values;
+    }
+    assignScalar(source);
+    return *this;
+}
+
+template <typename T>
+void CQorParameter<T>::releaseValues() {
+    while (m_Values.GetSize() > 0) {
+        const int last = m_Values.GetSize() - 1;
+        if constexpr (corvane::kClonedValue<T>) delete m_Values.GetAt(last);
+        m_Values.RemoveAt(last);
+    }
+}
+
+template <typename T>
+void CQorParameter<T>::assignScalar(const CQorParameter& source) {
+    if constexpr (corvane::kClonedValue<T>) {
+        auto& owned = scalarClone_.object;
+        if constexpr (std::is_same_v<T, COleDateTime*>) {
+            if (m_Scalar != owned.get()) delete m_Scalar;
+        }
+        owned.reset(corvane::cloneValue(source.m_Scalar));
+        m_Scalar = owned.get();
+    } else {
+        m_Scalar = source.m_Scalar;
+    }
+}
+
+template <typename T>
+bool CQorParameter<T>::differ(const T& a, const T& b) {
+    if constexpr (corvane::kClonedValue<T>) {
+        if (!a || !b) return a != b;
+        if constexpr (std::is_same_v<T, QORCustomRuleData*>) return a->GetSize() != b->GetSize();
+        return !(*a == *b);
+    } else {
+        return a != b;
+    }
+}
+
+template <typename T>
+bool CQorParameter<T>::UpdateTarget(CQorParameter& target) const {
+    if constexpr (std::is_same_v<T, bool> || std::is_same_v<T, COleDateTime*>) {
+        return false;
+    } else {
+        bool differs = m_Operator != target.m_Operator || m_bStatus != target.m_bStatus ||
+                       m_Values.GetSize() != target.m_Values.GetSize();
+        for (int i = 0; !differs && i < m_Values.GetSize(); ++i)
+            differs = differ(m_Values.GetAt(i), target.m_Values.GetAt(i));
+        target = *this;
+        return differs;
+    }
+}
+
+template <typename T>
+void CQorParameter<T>::dropBrokenGroup() {
+    const int count = m_Values.GetSize();
+    if (m_Operator != QorOperator_Grouped || count % 3 == 0 || count % 2 == 0) return;
+    releaseValues();
+    m_Values.Reset();
+}
+
+template <typename T>
+QorXMLNode* CQorParameter<T>::GetXMLNode() {
+    if (!corvane::ParameterWriter::canWrite()) return nullptr;
+    dropBrokenGroup();
+    corvane::ParameterWriter writer({m_csName, m_lType, m_bStatus, m_Operator, m_ParamType});
+    const CQorDataTypeConverter converter;
+    for (int i = 0; i < m_Values.GetSize(); ++i) {
+        if (m_ParamType == QorParamType_Attributes) {
+            writer.addRecord(converter.ValueToAttributes(m_Values.GetAt(i)));
+        } else {
+            writer.addText(converter.ValueToText(m_Values.GetAt(i)));
+        }
+    }
+    return writer.finish(m_csRemarks);
+}
+
+template <typename T>
+void CQorParameter<T>::PopulateFromXML(QorXMLNode* parent) {
+    corvane::ParameterReader reader(*parent, m_lType);
+    if (reader.found()) PopulateFromXML(reader);
+}
+
+template <typename T>
+void CQorParameter<T>::PopulateFromXML(corvane::ParameterReader& reader) {
+    m_Operator = reader.readOperator();
+    m_ParamType = reader.readParamType();
+    m_bStatus = reader.readStatus();
+    const CQorDataTypeConverter converter;
+    while (reader.nextValue()) {
+        T value{};
+        if (m_ParamType == QorParamType_Attributes) {
+            converter.AttributesToValue(reader.record(), value);
+        } else {
+            converter.TextToValue(reader.text(), value);
+        }
+        m_Values.Add(value);
+    }
+}

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <memory>
+
+#include <corvane/base/Export.h>
+#include <corvane/base/Types.h>
+#include <corvane/rules/ParameterKinds.h>
+#include <corvane/rules/QORCustomRuleData.h>
+#include <corvane/text/CStringW.h>
+
+class QorXMLNode;
+
+namespace corvane {
+
+namespace xml {
+class Element;
+}
+
+/// Builds one `Parameter` element on the current document. The part of CQorParameter that is the
+/// same for every kind.
+class CORVANE_EXPORT ParameterWriter {
+public:
+    /// What stands in front of the values. It refers to the name for the length of a call.
+    struct Head {
+        const CStringW& name;
+        QorLong number;
+        bool status;
+        QorOperator_e op;
+        QorParamType_e paramType;
+    };
+
+    /// False when there is no current document to make the element on.
+    static bool canWrite();
+
+    /// Needs a current document. Every operation raises _com_error for text that XML refuses.
+    explicit ParameterWriter(const Head& head);
+    ~ParameterWriter();
+
+    void addText(const CStringW& text);               ///< One `Value` element with that text.
+    void addRecord(const QORCustomRuleData& record);  ///< One with attributes; none when empty.
+    /// Closes the element and hands it out; the caller owns it.
+    QorXMLNode* finish(const CStringW& remarks);
+
+private:
+    std::unique_ptr<QorXMLNode> element_;
+};
+
+/// Reads one `Parameter` element. It must not outlive the tree, which must not change meanwhile.
+class CORVANE_EXPORT ParameterReader {
+public:
+    /// Finds the first `Parameter` child with that number. An empty parent raises _com_error.
+    ParameterReader(const QorXMLNode& parent, QorLong number);
+    /// For an element that is found already; null for none.
+    explicit ParameterReader(const xml::Element* parameter) : parameter_(parameter) {}
+
+    bool found() const { return parameter_ != nullptr; }
+
+    // What follows needs an element.
+
+    QorOperator_e readOperator() const;    ///< 0 when it is missing or no number.
+    QorParamType_e readParamType() const;  ///< 0 when it is missing or no number.
+    bool readStatus() const;               ///< False for "0" alone.
+
+    /// Goes to the first or the next `Value` element; false when there is none.
+    bool nextValue();
+    CStringW text() const;  ///< The text of the current `Value`.
+    /// A new record of the attributes of the current `Value`.
+    std::unique_ptr<QORCustomRuleData> record() const;
+
+private:
+    const xml::Element* parameter_;
+    const xml::Element* value_ = nullptr;
+};
+
+}  // namespace corvane

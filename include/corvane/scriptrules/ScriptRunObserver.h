@@ -1,0 +1,52 @@
+#pragma once
+
+#include <functional>
+
+#include <corvane/base/Export.h>
+#include <corvane/base/Types.h>
+#include <corvane/platform/Unknown.h>
+#include <corvane/text/CStringW.h>
+
+class CQorRule;
+
+namespace corvane {
+
+/// How a run of a script rule ended. Only Succeeded and NotConfigured give the result 0.
+enum class ScriptRunStatus {
+    Succeeded,
+    NotConfigured,    ///< No script folder is configured: the script did not run.
+    HostUnavailable,  ///< The script host can't be created; `code` says why.
+    EngineRefused,    ///< The host refused an engine; `engine` and `code` say which and why.
+    NoScriptName,     ///< The rule names no script file.
+    ScriptMissing,    ///< The script file is not there.
+    HostFailed,    ///< Another call to the host failed; `operation` and `code` say which and why.
+    ScriptFailed,  ///< The script does not compile or ended in an error; see the error fields.
+};
+
+/// One finished run of a script rule.
+struct ScriptRun {
+    const CQorRule* rule = nullptr;  ///< Valid for the length of the call.
+    ScriptRunStatus status = ScriptRunStatus::Succeeded;
+    CStringW scriptPath;  ///< Empty when the run ended before it was known.
+    CStringW engine;      ///< Path of the engine that was refused.
+    CStringW operation;   ///< Name of the host's operation that failed.
+    HResult code = kOk;   ///< Status of what failed.
+
+    // What the host says of the error; only with ScriptFailed.
+    QorLong line = -1;    ///< From 0; -1 when the host does not say.
+    QorLong column = -1;  ///< From 0; -1 when the host does not say.
+    CStringW errorType;
+    CStringW errorSource;
+    CStringW errorMessage;
+    QorLong errorNumber = -1;
+    QorLong errorCode = -1;
+};
+
+using ScriptRunObserver = std::function<void(const ScriptRun&)>;
+
+/// Replaces what is told of every finished run, in batch mode too, and hands out the former
+/// observer; an empty one stands for none. It runs on the thread of the run, after the host is
+/// released and before Execute returns. Set it before threads start.
+CORVANE_EXPORT ScriptRunObserver SetScriptRunObserver(ScriptRunObserver observer);
+
+}  // namespace corvane

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+
+#include <corvane/base/Export.h>
+#include <corvane/platform/Guid.h>
+#include <corvane/text/CStringW.h>
+
+/// What tells a type library: the two ways between its registration and its file. A record lives
+/// for one look-up.
+struct CORVANE_EXPORT TypeLibDetails {
+    explicit TypeLibDetails(CStringW file);
+
+    /// The file that is registered for a library, for 64-bit use. The texts go into the registry
+    /// path as they are. Of several registered versions the last in name order is taken, whatever
+    /// `major` and `minor` say. False when there is none; `path` is then untouched, or empty when
+    /// the registration holds no path of at most 259 code units.
+    bool FindTypeLibFile(CStringW& path, const CStringW& guid, const CStringW& major,
+                         const CStringW& minor, CStringW lcid);
+
+    /// Fills the other fields from the file `fileName`. False, with the fields unchanged, when it
+    /// is no type library.
+    bool ReadTypeLibAttributes();
+
+    Guid guid;
+    std::uint16_t majorVersion = 0;
+    std::uint16_t minorVersion = 0;
+    std::uint32_t lcid = 0;
+    CStringW fileName;
+};
