@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include <corvane/base/Export.h>
+
+namespace corvane {
+
+/// One text of a string table.
+struct StringTableEntry {
+    std::uint32_t number;
+    const char16_t* text;  ///< Zero-terminated, never null.
+};
+
+/// Texts by number, in ascending order of their numbers, each number once.
+struct StringTable {
+    const StringTableEntry* entries;
+    std::size_t count;
+
+    std::span<const StringTableEntry> all() const { return {entries, count}; }
+};
+
+/// The text of a number in a table; empty when the table has none, or is null. It lives as long as
+/// the table's module.
+CORVANE_EXPORT std::u16string_view FindText(const StringTable* table, std::uint32_t number);
+
+/// Makes a table the calling thread's current one and hands out the former one. Null stands for the
+/// table of the library's own resource module. CQorRule::CreateParamStorageObject takes the names
+/// of parameters from the current table, and from no other.
+CORVANE_EXPORT const StringTable* SetCurrentStringTable(const StringTable* table);
+
+/// Keeps a rule module's table current for a block, such as the body of InitializeParamStorage.
+class StringTableScope {
+public:
+    explicit StringTableScope(const StringTable& table) : former_(SetCurrentStringTable(&table)) {}
+    StringTableScope(const StringTableScope&) = delete;
+    StringTableScope& operator=(const StringTableScope&) = delete;
+    ~StringTableScope() { SetCurrentStringTable(former_); }
+
+private:
+    const StringTable* former_;
+};
+
+/// The signature of the export "QorStringTable" of a resource module.
+using StringTableFunction = const StringTable* (*)();
+inline constexpr const char* kStringTableName = "QorStringTable";
+
+}  // namespace corvane
