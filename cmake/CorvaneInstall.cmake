@@ -1,0 +1,20 @@
+# What an installed tree holds beside programs, modules and tables: the library, its headers and its CMake package.
+
+include(CMakePackageConfigHelpers)
+
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Corvane)
+install(TARGETS corvane corvane_headers EXPORT CorvaneTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/corvane ${PROJECT_BINARY_DIR}/include/corvane
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(EXPORT CorvaneTargets NAMESPACE Corvane:: DESTINATION ${package_folder})
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/CorvaneConfig.cmake.in
+    ${PROJECT_BINARY_DIR}/CorvaneConfig.cmake INSTALL_DESTINATION ${package_folder})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/CorvaneConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES
+    ${PROJECT_BINARY_DIR}/CorvaneConfig.cmake
+    ${PROJECT_BINARY_DIR}/CorvaneConfigVersion.cmake
+    ${PROJECT_SOURCE_DIR}/cmake/CorvaneRuleModule.cmake
+    DESTINATION ${package_folder})
