@@ -6,8 +6,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace corvane::platform {
+
+class RegistryNode;
 
 enum class RegistryRoot {
     ClassesRoot,  ///< The user's classes over the machine's.
@@ -23,11 +26,14 @@ enum class RegistryRoot {
 /// CORVANE_REGISTRY_DIR names a folder that holds "machine.reg" and "user.reg"; then no other file
 /// is read. Without it the machine's keys come from "registry/machine.reg" in the install folder,
 /// then "/etc/corvane/machine.reg" over it, and the user's from "corvane/user.reg" in
-/// $XDG_CONFIG_HOME or ~/.config. A damaged line is passed over; a missing file is empty. A file is
-/// read again when it has changed.
+/// $XDG_CONFIG_HOME or ~/.config. A machine's file fills HKEY_LOCAL_MACHINE and a user's
+/// HKEY_CURRENT_USER; HKEY_CLASSES_ROOT in either means "Software\Classes" there. A damaged line is
+/// passed over; a missing file, or one above 64 MiB, is empty. A file is read again when it has
+/// changed. Keys may be opened on any thread, and an open key stays as it was when it was opened.
 class RegistryKey {
 public:
-    /// Opens a key for reading; `path` is separated by "\". Nothing when it is not there.
+    /// Opens a key for reading; `path` is separated by "\", and empty for the root itself. Nothing
+    /// when it is not there or begins with a separator.
     static std::optional<RegistryKey> open(RegistryRoot root, std::u16string_view path);
 
     std::size_t subkeyCount() const;
@@ -41,9 +47,9 @@ public:
     std::optional<std::uint32_t> number(std::u16string_view valueName) const;
 
 private:
-    struct Node;
-    explicit RegistryKey(std::shared_ptr<const Node> node) : node_(std::move(node)) {}
-    std::shared_ptr<const Node> node_;
+    explicit RegistryKey(std::shared_ptr<const RegistryNode> node) : node_(std::move(node)) {}
+
+    std::shared_ptr<const RegistryNode> node_;
 };
 
 }  // namespace corvane::platform

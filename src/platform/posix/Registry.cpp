@@ -1,0 +1,58 @@
+#include "platform/Registry.h"
+
+#include "platform/posix/RegistryFiles.h"
+
+namespace corvane::platform {
+namespace {
+
+const RegistryNode& rootNode(const RegistryTrees& trees, RegistryRoot root) {
+    switch (root) {
+        case RegistryRoot::ClassesRoot:
+            return trees.classes;
+        case RegistryRoot::CurrentUser:
+            return trees.user;
+        case RegistryRoot::LocalMachine:
+            break;
+    }
+    return trees.machine;
+}
+
+template <typename Type>
+std::optional<Type> valueOf(const RegistryNode& node, std::u16string_view name) {
+    const RegistryValue* value = node.value(name);
+    const Type* wanted = value ? std::get_if<Type>(value) : nullptr;
+    return wanted ? std::optional<Type>(*wanted) : std::nullopt;
+}
+
+}  // namespace
+
+std::optional<RegistryKey> RegistryKey::open(RegistryRoot root, std::u16string_view path) {
+    if (path.starts_with(u'\\')) return std::nullopt;
+    const std::shared_ptr<const RegistryTrees> trees = registryTrees();
+    const RegistryNode* node = rootNode(*trees, root).find(path);
+    if (!node) return std::nullopt;
+    return RegistryKey(std::shared_ptr<const RegistryNode>(trees, node));
+}
+
+std::size_t RegistryKey::subkeyCount() const {
+    return node_->subkeyNames().size();
+}
+
+std::u16string RegistryKey::subkeyName(std::size_t index) const {
+    return std::u16string(node_->subkeyNames()[index]);
+}
+
+std::optional<std::u16string> RegistryKey::defaultText() const {
+    if (!node_->value({})) return std::u16string();
+    return text({});
+}
+
+std::optional<std::u16string> RegistryKey::text(std::u16string_view valueName) const {
+    return valueOf<std::u16string>(*node_, valueName);
+}
+
+std::optional<std::uint32_t> RegistryKey::number(std::u16string_view valueName) const {
+    return valueOf<std::uint32_t>(*node_, valueName);
+}
+
+}  // namespace corvane::platform
