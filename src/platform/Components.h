@@ -35,7 +35,8 @@ std::optional<Guid> classFromProgramId(std::u16string_view programId);
 /// once for the life of the process, asks its export DllGetClassObject for the class factory and
 /// that for the object. The caller owns one reference to `*object`; on failure it is null and the
 /// status negative: 0x80040154 for a class that is not registered, 0x8007007E for a module that
-/// won't load, else what module or factory answered.
+/// won't load, 0x800401F9 for one without that export, 0x8000FFFF for a success without an object,
+/// else what module or factory answered. Safe on any thread as far as the component is.
 HResult createInstance(const Guid& classId, const Guid& interfaceId, void** object);
 
 }  // namespace corvane::platform

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -32,11 +34,24 @@ inline constexpr std::size_t kLargestFile = std::size_t{1} << 31;
 /// is larger than `limit`.
 std::optional<std::string> readFile(std::u16string_view path, std::size_t limit = kLargestFile);
 
+/// A regular file that is open for reading in any place. Closes itself.
+class InputFile {
+public:
+    /// An empty pointer when it is missing, is no regular file or cannot be read.
+    static std::unique_ptr<InputFile> open(std::u16string_view path);
+
+    virtual ~InputFile() = default;
+    /// The size of the file when it was opened, in bytes.
+    virtual std::uint64_t size() const = 0;
+    /// Fills `bytes` from `offset` on. False when the file ends before, or cannot be read.
+    virtual bool read(std::uint64_t offset, std::span<char> bytes) const = 0;
+};
+
 /// Replaces the content of a file, or makes it. Writes a temporary file in the same folder, flushes
 /// it to the disk and renames it over the old one, whose mode and (where permitted) ownership it
-/// takes; a symbolic link is followed first. Where the folder lets no file be made, the file is
-/// written in place. What is no regular file or may not be written is refused. On failure the
-/// result is false, and the old file stands whole unless it had to be written in place.
+/// takes; a symbolic link is followed first. Where the folder lets no file be made or replaced, the
+/// file is written in place. What is no regular file or may not be written is refused. On failure
+/// the result is false, and the old file stands whole unless it had to be written in place.
 bool replaceFile(std::u16string_view path, std::string_view bytes);
 
 /// A file that is open for writing and readable by others meanwhile. Closes itself.

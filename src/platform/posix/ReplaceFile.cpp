@@ -57,11 +57,16 @@ public:
 
     bool isOpen() const { return file_.isOpen(); }
     int descriptor() const { return file_.get(); }
-    // The error of the attempt to make it.
+    // The error of the attempt to make it, or to move it.
     int error() const { return error_; }
 
     bool moveTo(const std::string& target) {
-        if (!file_.close() || ::rename(path_.c_str(), target.c_str()) != 0) return false;
+        error_ = 0;
+        if (!file_.close()) return false;
+        if (::rename(path_.c_str(), target.c_str()) != 0) {
+            error_ = errno;
+            return false;
+        }
         path_.clear();
         return true;
     }
@@ -112,8 +117,10 @@ void flushFolder(const std::string& folder) {
     if (descriptor.isOpen()) flush(descriptor.get());
 }
 
+// A folder that takes no new file, a sticky one that keeps other people's files where they are, or
+// a file that is a mount point.
 bool isDenied(int error) {
-    return error == EACCES || error == EPERM || error == EROFS;
+    return error == EACCES || error == EPERM || error == EROFS || error == EBUSY;
 }
 
 bool writeInPlace(const std::string& path, std::string_view bytes) {
@@ -143,12 +150,15 @@ bool replaceFile(std::u16string_view path, std::string_view bytes) {
 
     const std::string folder = folderOf(*target);
     TemporaryFile file(folder, exists ? S_IRUSR | S_IWUSR : mode_t{0666});
-    if (!file.isOpen()) return exists && isDenied(file.error()) && writeInPlace(*target, bytes);
-    if (exists && !takeOver(file.descriptor(), old)) return false;
-    if (!writeAll(file.descriptor(), bytes) || !flush(file.descriptor())) return false;
-    if (!file.moveTo(*target)) return false;
-    flushFolder(folder);
-    return true;
+    if (file.isOpen()) {
+        if (exists && !takeOver(file.descriptor(), old)) return false;
+        if (!writeAll(file.descriptor(), bytes) || !flush(file.descriptor())) return false;
+        if (file.moveTo(*target)) {
+            flushFolder(folder);
+            return true;
+        }
+    }
+    return exists && isDenied(file.error()) && writeInPlace(*target, bytes);
 }
 
 }  // namespace corvane::platform

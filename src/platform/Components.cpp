@@ -1,0 +1,99 @@
+#include "platform/Components.h"
+
+#include <map>
+#include <memory>
+#include <mutex>
+
+#include "platform/Modules.h"
+#include "platform/Registry.h"
+
+namespace corvane::platform {
+namespace {
+
+constexpr HResult kErrorInModule = static_cast<HResult>(0x800401F9);
+
+thread_local int openPairs = 0;
+
+// Component modules stay loaded until the process ends: an object may still run their code.
+class LoadedModules {
+public:
+    ModuleHandle get(const std::u16string& path) {
+        {
+            const std::lock_guard lock(mutex_);
+            const auto found = modules_.find(path);
+            if (found != modules_.end()) return found->second;
+        }
+        // Not under the lock: what a module does while it is loaded may need components itself.
+        const ModuleHandle module = loadModule(path);
+        if (!module) return nullptr;
+        const std::lock_guard lock(mutex_);
+        if (!modules_.emplace(path, module).second) freeModule(module);
+        return module;
+    }
+
+private:
+    std::mutex mutex_;
+    std::map<std::u16string, ModuleHandle> modules_;
+};
+
+LoadedModules& loadedModules() {
+    static LoadedModules& modules = *new LoadedModules;
+    return modules;
+}
+
+std::optional<std::u16string> classesText(std::u16string_view path) {
+    const std::optional<RegistryKey> key = RegistryKey::open(RegistryRoot::ClassesRoot, path);
+    return key ? key->defaultText() : std::nullopt;
+}
+
+struct ReleaseFactory {
+    void operator()(IClassFactory* factory) const { factory->Release(); }
+};
+
+HResult makeObject(const Guid& classId, const Guid& interfaceId, void** object) {
+    const std::optional<std::u16string> path =
+        classesText(u"CLSID\\" + guidText(classId) + u"\\InprocServer32");
+    if (!path || path->empty()) return kErrorClassNotRegistered;
+    const ModuleHandle module = loadedModules().get(*path);
+    if (!module) return kErrorModuleNotFound;
+    const auto getClassObject = moduleFunction<GetClassObjectFunction>(module, "DllGetClassObject");
+    if (!getClassObject) return kErrorInModule;
+    void* answer = nullptr;
+    const HResult status = getClassObject(classId, IClassFactory::kInterfaceId, &answer);
+    if (failed(status)) return status;
+    if (!answer) return kErrorUnexpected;
+    const std::unique_ptr<IClassFactory, ReleaseFactory> factory(
+        static_cast<IClassFactory*>(answer));
+    return factory->CreateInstance(nullptr, interfaceId, object);
+}
+
+}  // namespace
+
+ComponentRuntime::ComponentRuntime() {
+    ++openPairs;
+}
+
+ComponentRuntime::~ComponentRuntime() {
+    --openPairs;
+}
+
+int ComponentRuntime::depth() {
+    return openPairs;
+}
+
+std::optional<Guid> classFromProgramId(std::u16string_view programId) {
+    const std::optional<std::u16string> text =
+        classesText(std::u16string(programId).append(u"\\CLSID"));
+    return text ? guidFromText(*text) : std::nullopt;
+}
+
+HResult createInstance(const Guid& classId, const Guid& interfaceId, void** object) {
+    if (!object) return kErrorPointer;
+    *object = nullptr;
+    HResult status = makeObject(classId, interfaceId, object);
+    if (!failed(status) && !*object) status = kErrorUnexpected;
+    if (failed(status)) *object = nullptr;
+    return status;
+}
+
+}  // namespace corvane::platform

@@ -1,0 +1,88 @@
+// A component module whose classes fail each in a way of their own. The class is told by its first
+// number; the objects count themselves.
+
+#include <atomic>
+
+#include <corvane/platform/Unknown.h>
+
+#if defined(_WIN32)
+#define TEST_EXPORT __declspec(dllexport)
+#else
+#define TEST_EXPORT __attribute__((visibility("default")))
+#endif
+
+namespace {
+
+constexpr HResult kClassNotAvailable = static_cast<HResult>(0x80040111);
+
+enum Class : std::uint32_t {
+    Working = 1,
+    ModuleRefuses,
+    ModuleGivesNull,
+    FactoryRefuses,
+    FactoryGivesNull,
+};
+
+std::atomic<int> liveObjects = 0;
+
+template <typename Interface>
+class Counted : public Interface {
+public:
+    Counted() { ++liveObjects; }
+    Counted(const Counted&) = delete;
+    Counted& operator=(const Counted&) = delete;
+    virtual ~Counted() { --liveObjects; }
+
+    HResult QueryInterface(const Guid& id, void** object) override {
+        const bool known = id == IUnknown::kInterfaceId || id == Interface::kInterfaceId;
+        *object = known ? this : nullptr;
+        if (known) AddRef();
+        return known ? kOk : kErrorNoInterface;
+    }
+    std::uint32_t AddRef() override { return ++references_; }
+    std::uint32_t Release() override {
+        const std::uint32_t left = --references_;
+        if (left == 0) delete this;
+        return left;
+    }
+
+private:
+    std::atomic<std::uint32_t> references_ = 1;
+};
+
+class Factory : public Counted<IClassFactory> {
+public:
+    explicit Factory(std::uint32_t number) : number_(number) {}
+
+    HResult CreateInstance(IUnknown*, const Guid& id, void** object) override {
+        if (number_ == FactoryGivesNull) return kOk;
+        if (number_ == FactoryRefuses) {
+            *object = this;
+            return kErrorOutOfMemory;
+        }
+        auto* made = new Counted<IUnknown>;
+        const HResult status = made->QueryInterface(id, object);
+        made->Release();
+        return status;
+    }
+    HResult LockServer(std::int32_t) override { return kOk; }
+
+private:
+    std::uint32_t number_;
+};
+
+}  // namespace
+
+extern "C" TEST_EXPORT HResult DllGetClassObject(const Guid& classId, const Guid& interfaceId,
+                                                 void** object) {
+    if (classId.data1 == ModuleRefuses) return kClassNotAvailable;
+    if (classId.data1 == ModuleGivesNull) return kOk;
+    auto* factory = new Factory(classId.data1);
+    const HResult status = factory->QueryInterface(interfaceId, object);
+    factory->Release();
+    return status;
+}
+
+extern "C" TEST_EXPORT int LiveObjects() {
+    return liveObjects;
+}
