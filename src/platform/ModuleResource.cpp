@@ -46,9 +46,9 @@ public:
             return std::nullopt;
         const std::uint64_t optional = *header + kOptionalHeader;
         const auto magic = file_.number16(optional);
-        if (magic != kOptionalMagic32 && magic != kOptionalMagic64) return std::nullopt;
-        const std::uint64_t directories =
-            optional + (magic == kOptionalMagic64 ? kDirectories64 : kDirectories32);
+        const bool wide = magic == kOptionalMagic64;
+        if (!wide && magic != kOptionalMagic32) return std::nullopt;
+        const std::uint64_t directories = optional + (wide ? kDirectories64 : kDirectories32);
         const auto count = file_.number32(directories - sizeof(std::uint32_t));
         const auto sections = file_.number16(*header + kSectionCount);
         const auto optionalSize = file_.number16(*header + kOptionalSize);

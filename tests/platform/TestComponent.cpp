@@ -5,11 +5,7 @@
 
 #include <corvane/platform/Unknown.h>
 
-#if defined(_WIN32)
-#define TEST_EXPORT __declspec(dllexport)
-#else
 #define TEST_EXPORT __attribute__((visibility("default")))
-#endif
 
 namespace {
 
@@ -20,7 +16,7 @@ enum Class : std::uint32_t {
     ModuleRefuses,
     ModuleGivesNull,
     FactoryRefuses,
-    FactoryGivesNull,
+    FactoryGivesNull
 };
 
 std::atomic<int> liveObjects = 0;

@@ -4,7 +4,6 @@
 #include <iterator>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "platform/Components.h"
 #include "platform/FileWindow.h"
@@ -17,6 +16,7 @@
 namespace {
 
 using namespace corvane::platform;
+using namespace std::string_literals;
 
 std::string dataFile(const std::string& name) {
     return CORVANE_TEST_DATA "/platform/data/" + name;
@@ -41,56 +41,42 @@ constexpr const char* kFull = "{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9} 1.10 1036"
 constexpr const char* kLimits = "{FEDCBA98-7654-3210-0123-456789ABCDEF} 65535.65534 66567";
 constexpr const char* kPlain = "{00000001-0002-0003-0405-060708090A0B} 0.0 0";
 
-void put(std::string& bytes, std::size_t offset, std::uint32_t number, std::size_t size = 4) {
-    bytes.resize(std::max(bytes.size(), offset + size));
-    for (std::size_t i = 0; i < size; ++i)
-        bytes[offset + i] = static_cast<char>(number >> (8 * i));
+void put(std::string& bytes, std::size_t offset, std::uint32_t word) {
+    for (std::size_t i = 0; i < 4; ++i)
+        bytes[offset + i] = static_cast<char>(word >> (8 * i));
+}
+
+std::string words(std::initializer_list<std::uint32_t> numbers) {
+    std::string bytes(numbers.size() * 4, '\0');
+    std::size_t offset = 0;
+    for (const std::uint32_t number : numbers)
+        put(bytes, std::exchange(offset, offset + 4), number);
+    return bytes;
+}
+
+std::uint32_t size(const std::string& bytes) {
+    return static_cast<std::uint32_t>(bytes.size());
 }
 
 // A Windows module with one section, which holds resources 1 and 2 of type "TYPELIB".
 std::string moduleWith(const std::string& first, const std::string& second, bool wide) {
     constexpr std::uint32_t kSection = 0x200;
     constexpr std::uint32_t kAddress = 0x1000;
-    constexpr std::uint32_t kSubtree = 0x80000000;
-    const std::uint32_t optional = 0x40 + 24;
-    const std::uint32_t directories = optional + (wide ? 112 : 96);
-    const std::uint32_t sections = directories + 3 * 8;
-    std::string tree;
-    const auto level = [&tree](std::size_t at, std::size_t named, std::size_t numbered,
-                               std::vector<std::pair<std::uint32_t, std::uint32_t>> entries) {
-        put(tree, at + 12, static_cast<std::uint32_t>(named), 2);
-        put(tree, at + 14, static_cast<std::uint32_t>(numbered), 2);
-        for (const auto& [name, offset] : entries) {
-            put(tree, at + 16, name);
-            put(tree, at + 20, offset);
-            at += 8;
-        }
-    };
-    level(0, 1, 1, {{kSubtree | 0xC0, kSubtree | 0x20}, {10, kSubtree | 0x20}});
-    level(0x20, 0, 2, {{1, kSubtree | 0x40}, {2, kSubtree | 0x60}});
-    level(0x40, 0, 1, {{1033, 0x80}});
-    level(0x60, 0, 1, {{0, 0x90}});
-    put(tree, 0xC0, 7, 2);
-    for (const char letter : std::string_view("TYPELIB"))
-        tree.append({letter, '\0'});
-    std::uint32_t data = 0x80;
-    for (const std::string& library : {first, second}) {
-        put(tree, data, kAddress + static_cast<std::uint32_t>(tree.size()));
-        put(tree, data + 4, static_cast<std::uint32_t>(library.size()));
-        tree += library;
-        data += 0x10;
-    }
+    constexpr std::uint32_t kData = kAddress + 0xB0;
+    constexpr std::uint32_t kLevel = 0x80000000;
+    const std::string tree =
+        words({0, 0, 0, 0x10001, kLevel | 0xA0, kLevel | 0x20, 10, kLevel | 0x20}) +
+        words({0, 0, 0, 0x20000, 1, kLevel | 0x40, 2, kLevel | 0x60}) +
+        words({0, 0, 0, 0x10000, 1033, 0x80, 0, 0, 0, 0, 0, 0x10000, 0, 0x90, 0, 0}) +
+        words({kData, size(first), 0, 0, kData + size(first), size(second), 0, 0}) +
+        "\7\0T\0Y\0P\0E\0L\0I\0B\0"s + first + second;
+
+    const std::uint32_t optionalSize = (wide ? 112 : 96) + 3 * 8;
     std::string module = "MZ";
-    put(module, 0x3C, 0x40);
-    put(module, 0x40, 0x4550);
-    put(module, 0x46, 1, 2);
-    put(module, 0x54, sections - optional, 2);
-    put(module, optional, wide ? 0x20B : 0x10B, 2);
-    put(module, directories - 4, 3);
-    put(module, directories + 2 * 8, kAddress);
-    put(module, sections + 12, kAddress);
-    put(module, sections + 16, static_cast<std::uint32_t>(tree.size()));
-    put(module, sections + 20, kSection);
+    module.resize(0x3C);
+    module += words({0x40, 0x4550, 0x10000, 0, 0, 0, optionalSize, wide ? 0x20BU : 0x10BU});
+    module.resize(0x58 + optionalSize - 3 * 8 - 4);
+    module += words({3, 0, 0, 0, 0, kAddress, 0, 0, 0, 0, kAddress, size(tree), kSection});
     module.resize(kSection);
     return module + tree;
 }
@@ -160,8 +146,7 @@ TEST(TypeLibrary, StaysInsideADamagedFile) {
         {content("full.tlb"), kFull},
         {content("limits.tlb"), kLimits},
         {moduleWith(content("full.tlb"), content("plain.tlb"), true), kPlain},
-        {moduleWith("", content("limits.tlb"), false), kLimits},
-    };
+        {moduleWith("", content("limits.tlb"), false), kLimits}};
     for (const auto& [whole, attributes] : cases) {
         ASSERT_EQ(readBytes(whole), attributes);
         for (std::size_t length = 0; length < whole.size(); ++length) {
