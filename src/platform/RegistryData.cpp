@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 #include "platform/CodePage.h"
 #include "platform/Unicode.h"
@@ -77,9 +78,10 @@ std::optional<std::string> readBytes(std::u16string_view line, TextLines& lines)
     return bytes;
 }
 
-std::u16string upToZero(std::u16string text) {
+// Whoever reads it takes it up to the first zero.
+RegistryValue textValue(std::u16string text) {
     text.resize(std::min(text.find(u'\0'), text.size()));
-    return text;
+    return {std::move(text), std::nullopt};
 }
 
 std::optional<RegistryValue> readHex(std::u16string_view text, TextLines& lines, bool eightBit) {
@@ -95,12 +97,12 @@ std::optional<RegistryValue> readHex(std::u16string_view text, TextLines& lines,
     const std::optional<std::string> bytes = readBytes(text, lines);
     if (!valid || !bytes) return std::nullopt;
     if (type == Text || type == ExpandableText)
-        return upToZero(eightBit ? widen(*bytes) : fromUtf16Bytes(*bytes));
+        return textValue(eightBit ? widen(*bytes) : fromUtf16Bytes(*bytes));
     if (type != Number || bytes->size() != sizeof(std::uint32_t)) return RegistryValue();
     std::uint32_t number = 0;
     for (std::size_t i = bytes->size(); i-- > 0;)
         number = number << 8 | static_cast<std::uint8_t>((*bytes)[i]);
-    return number;
+    return RegistryValue{std::nullopt, number};
 }
 
 }  // namespace
@@ -134,11 +136,11 @@ std::optional<RegistryValue> readRegistryData(std::u16string_view text, TextLine
         text = trimmed(text);
         const std::optional<std::uint32_t> number = takeHex(text, kDigitsOfNumber);
         if (!number || !isLineEnd(text)) return std::nullopt;
-        return *number;
+        return RegistryValue{std::nullopt, *number};
     }
     std::optional<std::u16string> quoted = takeQuoted(text);
     if (!quoted || !isLineEnd(text)) return std::nullopt;
-    return upToZero(*std::move(quoted));
+    return textValue(*std::move(quoted));
 }
 
 }  // namespace corvane::platform

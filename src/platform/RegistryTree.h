@@ -4,16 +4,19 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <variant>
 #include <vector>
 
 namespace corvane::platform {
 
-/// Text, a 32-bit number, or a value of a type that nobody here reads.
-using RegistryValue = std::variant<std::monostate, std::u16string, std::uint32_t>;
+/// A text or a 32-bit number; neither for a value of a type that nobody here reads.
+struct RegistryValue {
+    std::optional<std::u16string> text;
+    std::optional<std::uint32_t> number;
+};
 
 /// The order of names in the registry: by code unit after folding to upper case.
 struct RegistryNameOrder {

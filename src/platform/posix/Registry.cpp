@@ -17,13 +17,6 @@ const RegistryNode& rootNode(const RegistryTrees& trees, RegistryRoot root) {
     return trees.machine;
 }
 
-template <typename Type>
-std::optional<Type> valueOf(const RegistryNode& node, std::u16string_view name) {
-    const RegistryValue* value = node.value(name);
-    const Type* wanted = value ? std::get_if<Type>(value) : nullptr;
-    return wanted ? std::optional<Type>(*wanted) : std::nullopt;
-}
-
 }  // namespace
 
 std::optional<RegistryKey> RegistryKey::open(RegistryRoot root, std::u16string_view path) {
@@ -48,11 +41,13 @@ std::optional<std::u16string> RegistryKey::defaultText() const {
 }
 
 std::optional<std::u16string> RegistryKey::text(std::u16string_view valueName) const {
-    return valueOf<std::u16string>(*node_, valueName);
+    const RegistryValue* value = node_->value(valueName);
+    return value ? value->text : std::nullopt;
 }
 
 std::optional<std::uint32_t> RegistryKey::number(std::u16string_view valueName) const {
-    return valueOf<std::uint32_t>(*node_, valueName);
+    const RegistryValue* value = node_->value(valueName);
+    return value ? value->number : std::nullopt;
 }
 
 }  // namespace corvane::platform
