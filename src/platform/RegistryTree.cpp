@@ -28,9 +28,14 @@ bool isAllowed(std::u16string_view path) {
 }  // namespace
 
 bool RegistryNameOrder::operator()(std::u16string_view a, std::u16string_view b) const {
-    return std::lexicographical_compare(
-        a.begin(), a.end(), b.begin(), b.end(),
-        [](char16_t x, char16_t y) { return x != y && toUpper(x) < toUpper(y); });
+    const std::size_t common = std::min(a.size(), b.size());
+    for (std::size_t i = 0; i < common; ++i) {
+        if (a[i] == b[i]) continue;
+        const char16_t x = toUpper(a[i]);
+        const char16_t y = toUpper(b[i]);
+        if (x != y) return x < y;
+    }
+    return a.size() < b.size();
 }
 
 const RegistryNode* RegistryNode::find(std::u16string_view path) const {
