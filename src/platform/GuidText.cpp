@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "platform/Components.h"
+#include "platform/HexDigit.h"
 
 namespace corvane::platform {
 namespace {
@@ -20,13 +21,6 @@ std::array<std::uint8_t, kBytes> bytesOf(const Guid& guid) {
         bytes[8 + i] = guid.data4[i];
     }
     return bytes;
-}
-
-int digitOf(char16_t unit) {
-    if (unit >= u'0' && unit <= u'9') return unit - u'0';
-    if (unit >= u'A' && unit <= u'F') return unit - u'A' + 10;
-    if (unit >= u'a' && unit <= u'f') return unit - u'a' + 10;
-    return -1;
 }
 
 }  // namespace
@@ -54,7 +48,7 @@ std::optional<Guid> guidFromText(std::u16string_view text) {
             if (text[i] != kForm[i]) return std::nullopt;
             continue;
         }
-        const int digit = digitOf(text[i]);
+        const int digit = hexDigit(text[i]);
         if (digit < 0) return std::nullopt;
         std::uint64_t& half = halves[digits++ / kBytes];
         half = half << 4 | static_cast<unsigned>(digit);

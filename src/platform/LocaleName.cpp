@@ -53,12 +53,6 @@ std::u16string mapped(std::u16string_view text, char16_t (*mapping)(char16_t)) {
     return result;
 }
 
-std::u16string_view unquoted(std::u16string_view text) {
-    const bool quoted = text.size() >= 2 && text.front() == text.back() &&
-                        (text.front() == u'"' || text.front() == u'\'');
-    return quoted ? text.substr(1, text.size() - 2) : text;
-}
-
 }  // namespace
 
 std::optional<LocaleNames> parseLocaleName(std::u16string_view name) {

@@ -18,12 +18,6 @@ std::optional<std::u16string_view> headingOf(std::u16string_view line) {
     return trimmed(line.substr(1, end - 1));
 }
 
-std::u16string_view unquoted(std::u16string_view value) {
-    const bool quoted = value.size() >= 2 && value.front() == value.back() &&
-                        (value.front() == u'"' || value.front() == u'\'');
-    return quoted ? value.substr(1, value.size() - 2) : value;
-}
-
 // The value of a key in the first section of the name. Keys before any heading belong to the
 // section without a name.
 std::u16string_view findValue(std::u16string_view text, std::u16string_view section,

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/CodePage.h"
+#include "platform/HexDigit.h"
 #include "platform/Unicode.h"
 
 namespace corvane::platform {
@@ -16,21 +17,14 @@ enum RegistryType : std::uint32_t { Text = 1, ExpandableText = 2, Binary = 3, Nu
 constexpr std::size_t kDigitsOfByte = 2;
 constexpr std::size_t kDigitsOfNumber = 8;
 
-std::optional<unsigned> hexDigit(char16_t unit) {
-    if (unit >= u'0' && unit <= u'9') return unit - u'0';
-    if (unit >= u'a' && unit <= u'f') return unit - u'a' + 10;
-    if (unit >= u'A' && unit <= u'F') return unit - u'A' + 10;
-    return std::nullopt;
-}
-
 std::optional<std::uint32_t> takeHex(std::u16string_view& rest, std::size_t mostDigits) {
     std::uint32_t number = 0;
     std::size_t digits = 0;
     while (digits < rest.size()) {
-        const std::optional<unsigned> digit = hexDigit(rest[digits]);
-        if (!digit) break;
+        const int digit = hexDigit(rest[digits]);
+        if (digit < 0) break;
         if (++digits > mostDigits) return std::nullopt;
-        number = number << 4 | *digit;
+        number = number << 4 | static_cast<std::uint32_t>(digit);
     }
     if (digits == 0) return std::nullopt;
     rest.remove_prefix(digits);
@@ -68,7 +62,7 @@ std::optional<std::string> readBytes(std::u16string_view line, TextLines& lines)
     bool valid = appendBytes(bytes, line, continued);
     while (continued) {
         const std::optional<std::u16string_view> next = lines.peek();
-        if (!next || (next->front() != u'\\' && !hexDigit(next->front()))) return std::nullopt;
+        if (!next || (next->front() != u'\\' && hexDigit(next->front()) < 0)) return std::nullopt;
         lines.next();
         std::string more;
         valid = appendBytes(more, *next, continued) && valid;

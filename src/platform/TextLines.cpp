@@ -50,6 +50,12 @@ std::u16string_view trimmed(std::u16string_view text) {
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
+std::u16string_view unquoted(std::u16string_view text) {
+    const bool quoted = text.size() >= 2 && text.front() == text.back() &&
+                        (text.front() == u'"' || text.front() == u'\'');
+    return quoted ? text.substr(1, text.size() - 2) : text;
+}
+
 std::optional<std::u16string_view> TextLines::next() {
     while (!rest_.empty()) {
         const std::size_t end = std::min(rest_.find_first_of(kLineEnds), rest_.size());

@@ -22,6 +22,9 @@ std::u16string fromUtf16Bytes(std::string_view bytes);
 /// The text without blanks, tabs, form feeds and vertical tabs at its ends.
 std::u16string_view trimmed(std::u16string_view text);
 
+/// The text without one pair of equal quotes, single or double, around it.
+std::u16string_view unquoted(std::u16string_view text);
+
 /// Walks over the lines of a text. Carriage returns and line feeds end a line in any mixture, and
 /// lines without content are left out.
 class TextLines {
