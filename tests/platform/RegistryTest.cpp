@@ -13,10 +13,7 @@
 
 namespace {
 
-using corvane::platform::fromUtf8;
-using corvane::platform::RegistryKey;
-using corvane::platform::RegistryRoot;
-using corvane::platform::toUtf8;
+using namespace corvane::platform;
 using namespace std::string_literals;
 
 class Registry : public testing::Test {
