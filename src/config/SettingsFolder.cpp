@@ -1,0 +1,37 @@
+#include "config/SettingsFolder.h"
+
+#include <algorithm>
+
+#include <corvane/config/DataFolders.h>
+
+#include "platform/Environment.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+
+namespace corvane::config {
+namespace {
+
+std::u16string dataRoot() {
+    std::u16string root =
+        platform::environmentVariable(u"CORVANE_DATA_DIR").value_or(std::u16string());
+    if (!root.empty()) return root;
+    return platform::join(platform::join(platform::commonDataFolder(), u"TessalyLtd"), u"Corvane");
+}
+
+}  // namespace
+
+std::u16string settingsFolder() {
+    std::u16string folder = platform::join(platform::join(dataRoot(), u"Settings"), {});
+    // The path is of use even where no folder can be made: reading finds nothing there.
+    if (!platform::pathExists(folder)) platform::createFolders(folder);
+    return folder;
+}
+
+}  // namespace corvane::config
+
+QorLong GetDataSettingsFolderPath(char16_t* buffer, const QorLong* size) {
+    const std::u16string folder = corvane::config::settingsFolder();
+    const auto length = static_cast<QorLong>(folder.size());
+    if (buffer && size && *size > length) std::copy_n(folder.c_str(), folder.size() + 1, buffer);
+    return length;
+}
