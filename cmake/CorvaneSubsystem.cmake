@@ -25,6 +25,8 @@ function(corvane_add_test name)
     if(arg_SUBSYSTEMS)
         target_compile_definitions(test_${name} PRIVATE corvane_EXPORTS)
     endif()
+    # The objects load them at the start, as the library does.
+    add_dependencies(test_${name} corvane_resources)
     # One ctest entry a program: starting a process for each case costs more than the cases do.
     add_test(NAME ${name} COMMAND test_${name})
 endfunction()

@@ -1,0 +1,80 @@
+#include "app/CCorvaneFrameworkApp.h"
+
+#include <string>
+#include <utility>
+
+#include "app/Language.h"
+#include "platform/Modules.h"
+#include "platform/Paths.h"
+
+using corvane::LoadedModule;
+using corvane::StringTable;
+using corvane::platform::join;
+
+namespace {
+
+constexpr std::u16string_view kResourceModule = u"CorvaneFrameworkResu.dll";
+
+CCorvaneFrameworkApp* currentApp = nullptr;
+
+std::u16string folderOfLanguage(std::u16string_view folderName) {
+    return join(join(corvane::platform::installFolder(), u"Lang"), folderName);
+}
+
+// Takes the module in a folder when it has texts; null leaves `module` empty.
+const StringTable* loadStrings(LoadedModule& module, std::u16string_view folder) {
+    LoadedModule loaded(join(folder, kResourceModule));
+    const auto table = loaded.function<corvane::StringTableFunction>(corvane::kStringTableName);
+    const StringTable* strings = table ? table() : nullptr;
+    module = strings ? std::move(loaded) : LoadedModule();
+    return strings;
+}
+
+}  // namespace
+
+CCorvaneFrameworkApp::~CCorvaneFrameworkApp() {
+    if (currentApp == this) currentApp = nullptr;
+}
+
+bool CCorvaneFrameworkApp::InitInstance() {
+    if (!CWinApp::InitInstance()) return false;
+    loadLanguageModule();
+    currentApp = this;
+    return true;
+}
+
+void CCorvaneFrameworkApp::loadLanguageModule() {
+    using namespace corvane::app;
+    if (m_strLanguage.IsEmpty()) m_strLanguage = languageName();
+    m_strLanguageFolder = folderOfLanguage(languageFolderName(m_strLanguage));
+    strings_ = loadStrings(m_hResModule, m_strLanguageFolder);
+    if (!strings_) {
+        m_strLanguageFolder = folderOfLanguage(kEnglish);
+        strings_ = loadStrings(m_hResModule, m_strLanguageFolder);
+    }
+    englishStrings_ = loadStrings(m_hEnglishResModule, folderOfLanguage(kEnglish));
+    m_strResModulePath = join(m_strLanguageFolder, kResourceModule);
+}
+
+int CCorvaneFrameworkApp::ExitInstance() {
+    strings_ = englishStrings_ = nullptr;
+    m_hResModule = LoadedModule();
+    m_hEnglishResModule = LoadedModule();
+    return CWinApp::ExitInstance();
+}
+
+CStringW CCorvaneFrameworkApp::GetFrameworkDllPath() const {
+    return corvane::platform::ownModuleFile();
+}
+
+CStringW CCorvaneFrameworkApp::GetEnglishString(unsigned int number) const {
+    return corvane::FindText(englishStrings_, number);
+}
+
+namespace corvane::app {
+
+CCorvaneFrameworkApp* frameworkApp() {
+    return currentApp;
+}
+
+}  // namespace corvane::app
