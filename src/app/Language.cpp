@@ -45,9 +45,6 @@ constexpr std::uint32_t kAlwaysEnglish = 0;
 constexpr std::uint32_t kFollowUser = 1;
 constexpr std::uint32_t kNoValue = 0xFFFFFFFF;
 
-// A longer code than this is none of the standards'.
-constexpr std::size_t kLongestLocaleCode = 8;
-
 std::uint32_t userNumber(std::u16string_view key, std::u16string_view value) {
     using platform::RegistryKey;
     const std::optional<RegistryKey> opened =
@@ -66,10 +63,6 @@ std::u16string_view nameOf(std::uint32_t identifier) {
     return found == std::end(kLanguages) ? kEnglish : found->name;
 }
 
-std::u16string localeCode(const std::u16string& code) {
-    return code.size() <= kLongestLocaleCode ? code : std::u16string();
-}
-
 }  // namespace
 
 std::u16string languageName() {
@@ -85,7 +78,7 @@ std::u16string languageFolderName(std::u16string_view languageName) {
     if (found == std::end(kLanguages)) return std::u16string(kEnglish);
     if (!found->folder.empty()) return std::u16string(found->folder);
     const platform::LocaleNames locale = platform::systemLocale();
-    return localeCode(locale.language) + u'_' + localeCode(locale.country);
+    return locale.language + u'_' + locale.country;
 }
 
 }  // namespace corvane::app

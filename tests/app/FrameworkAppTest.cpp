@@ -1,0 +1,135 @@
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <corvane/app/BatchMode.h>
+#include <corvane/app/StringResources.h>
+
+#include "app/CCorvaneFrameworkApp.h"
+#include "app/CurrentStringTable.h"
+#include "platform/Modules.h"
+#include "support/EnvironmentScope.h"
+#include "support/TemporaryFolder.h"
+#include "support/Text.h"
+
+namespace {
+
+using corvane::FindText;
+using corvane::ResourceText;
+using corvane::StringTableEntry;
+namespace resource = corvane::resource;
+
+// The application object of a library that was loaded for a user of that language.
+struct StartedApp : CCorvaneFrameworkApp {
+    explicit StartedApp(const char16_t* language) {
+        m_strLanguage = language;
+        EXPECT_TRUE(InitInstance());
+    }
+    ~StartedApp() override { EXPECT_EQ(StartedApp::ExitInstance(), 0); }
+};
+
+TEST(FrameworkApp, TakesAllTextsFromTheModuleOfTheLanguage) {
+    const StartedApp app(u"french");
+    EXPECT_EQ(CStringW(ResourceText(resource::kNewRuleName)), u"Nouvelle règle");
+    EXPECT_EQ(app.GetEnglishString(resource::kNewRuleName), u"New rule");
+    EXPECT_EQ(CStringW(ResourceText(0)), u"");
+    EXPECT_EQ(app.GetEnglishString(3007), u"");
+    EXPECT_EQ(app.m_strLanguageFolder, CStringW::FromUtf8(CORVANE_BUILD_DIR "/Lang/french"));
+    EXPECT_EQ(app.m_strResModulePath, app.m_strLanguageFolder + u"/CorvaneFrameworkResu.dll");
+    EXPECT_EQ(app.GetFrameworkDllPath(), CStringW::FromUtf8(CORVANE_BUILD_DIR "/bin/test_app"));
+}
+
+TEST(FrameworkApp, FallsBackToEnglishAndKeepsTheNameOfTheLanguage) {
+    for (const char16_t* language : {u"german", u"chinese", u"klingon"}) {
+        const StartedApp app(language);
+        EXPECT_EQ(app.m_strLanguage, language);
+        EXPECT_EQ(app.m_strLanguageFolder, CStringW::FromUtf8(CORVANE_BUILD_DIR "/Lang/english"));
+        EXPECT_EQ(CStringW(ResourceText(resource::kNewRuleName)), u"New rule");
+    }
+    EXPECT_EQ(CStringW(ResourceText(resource::kNewRuleName)), u"");
+}
+
+TEST(FrameworkApp, HasTheSameXmlNamesAndItsOwnMessagesInEveryLanguage) {
+    const StartedApp english(u"english");
+    const auto isXmlName = [](std::uint32_t number) {
+        return number >= resource::kRuleNameAttr && number <= resource::kCategoryNode &&
+               (number <= resource::kRuleFileAttr || number >= resource::kEnginesNode);
+    };
+    for (const char16_t* language : {u"french", u"japanese", u"korean"}) {
+        const StartedApp app(language);
+        ASSERT_EQ(app.strings()->count, english.strings()->count);
+        int equalNames = 0;
+        int equalTexts = 0;
+        for (const StringTableEntry& entry : english.strings()->all()) {
+            if (FindText(app.strings(), entry.number) == entry.text)
+                ++(isXmlName(entry.number) ? equalNames : equalTexts);
+        }
+        EXPECT_EQ(equalNames, 20);
+        EXPECT_LE(equalTexts, 2);  // "Source" and "Extrusion" are the same in French.
+    }
+}
+
+// What a copy of the library says, in an installed tree that has only some of the modules.
+std::string newRuleIn(const TemporaryFolder& tree, const std::vector<std::string>& languages) {
+    namespace fs = std::filesystem;
+    const fs::path build = CORVANE_BUILD_DIR;
+    fs::create_directories(tree.path("lib"));
+    fs::copy(fs::canonical(build / "lib/libCorvaneFrameworku.so"), tree.path("lib/Copy.so"));
+    for (const std::string& language : languages) {
+        fs::create_directories(tree.path("Lang"));
+        fs::copy(build / "Lang" / language, tree.path("Lang/" + language));
+    }
+    // Never freed: what the library keeps for the life of the process would count as leaked.
+    const corvane::platform::ModuleHandle library =
+        corvane::platform::loadModule(tree.wide("lib/Copy.so"));
+    const auto text = corvane::platform::moduleFunction<decltype(&ResourceText)>(
+        library, "_ZN7corvane12ResourceTextEj");
+    return text ? CStringW(text(resource::kNewRuleName)).ToUtf8() : "not loaded";
+}
+
+TEST(FrameworkApp, StartsWithTheLibraryWhateverModulesThereAre) {
+    const TemporaryFolder complete, without, damaged, empty;
+    const EnvironmentScope registry("CORVANE_REGISTRY_DIR", empty.path());
+    const EnvironmentScope locale("LC_ALL", "ko_KR.UTF-8");
+    EXPECT_EQ(newRuleIn(complete, {"english", "korean"}), "새 규칙");
+    EXPECT_EQ(newRuleIn(without, {"english", "french"}), "New rule");
+    damaged.write("Lang/korean/CorvaneFrameworkResu.so", "no module");
+    EXPECT_EQ(newRuleIn(damaged, {"english"}), "New rule");
+    EXPECT_EQ(newRuleIn(empty, {}), "");
+}
+
+TEST(StringTables, AnswerByNumberAndForOneThread) {
+    const StartedApp app(u"english");
+    const StringTableEntry entries[] = {{1, u"one"}, {7, u""}, {5012, u"wall"}, {0xFFFFFFFF, u"x"}};
+    const corvane::StringTable table{entries, std::size(entries)};
+    for (const StringTableEntry& entry : entries)
+        EXPECT_EQ(FindText(&table, entry.number), entry.text);
+    for (const std::uint32_t number : {0U, 2U, 5011U, 5013U})
+        EXPECT_TRUE(FindText(&table, number).empty());
+    EXPECT_TRUE(FindText(nullptr, 1).empty());
+    {
+        const corvane::StringTableScope outer(table);
+        const corvane::StringTableScope inner(*app.strings());
+        std::thread([&] { EXPECT_EQ(corvane::app::currentStringTable(), app.strings()); }).join();
+    }
+    EXPECT_EQ(corvane::SetCurrentStringTable(&table), nullptr);
+    EXPECT_EQ(corvane::app::currentStringTable(), &table);
+    EXPECT_EQ(corvane::SetCurrentStringTable(nullptr), &table);
+    EXPECT_EQ(corvane::app::currentStringTable(), app.strings());
+}
+
+TEST(BatchMode, IsOffUntilItIsSet) {
+    bool status = true;
+    GetBatchModeStatus(&status);
+    EXPECT_FALSE(status);
+    SetBatchModeStatus(true);
+    GetBatchModeStatus(&status);
+    EXPECT_TRUE(status);
+    SetBatchModeStatus(false);
+    GetBatchModeStatus(nullptr);
+}
+
+}  // namespace
