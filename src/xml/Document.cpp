@@ -1,0 +1,96 @@
+#include "xml/Document.h"
+
+#include <limits>
+#include <new>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "platform/Files.h"
+#include "xml/Access.h"
+#include "xml/DocumentNode.h"
+#include "xml/Encoding.h"
+#include "xml/Parser.h"
+#include "xml/Serializer.h"
+#include "xml/Tree.h"
+
+namespace corvane::xml {
+namespace {
+
+constexpr std::size_t kLargestDocument = std::numeric_limits<int>::max() - 1;
+
+HResult makeSharedDocument(Document*& made) {
+    made = new (std::nothrow) Document;
+    if (!made) return kErrorOutOfMemory;
+    made->share();
+    return kOk;
+}
+
+DocumentFactory documentFactory = makeSharedDocument;
+
+Element* emptyTree() {
+    auto* tree = makeNode<DocumentNode>(nullptr, Kind::Document);
+    hold(tree);
+    return tree;
+}
+
+}  // namespace
+
+DocumentFactory setDocumentFactory(DocumentFactory factory) {
+    return std::exchange(documentFactory, factory);
+}
+
+HResult makeDocument(Document*& made) {
+    return documentFactory(made);
+}
+
+Document::Document() : tree_(emptyTree()) {}
+
+Document::~Document() {
+    rootNodes_.clear();
+    release(tree_);
+}
+
+void Document::replaceTree(Element* tree) {
+    release(std::exchange(tree_, tree));
+}
+
+Element* Document::root() const {
+    return const_cast<Element*>(elementFrom(tree_->firstChild));
+}
+
+bool Document::load(Fault fault, std::string_view utf8) {
+    fault_ = std::move(fault);
+    replaceTree(emptyTree());
+    if (fault_) return false;
+    TreeBuilder builder;
+    fault_ = parse(utf8, builder);
+    if (fault_) return false;
+    Element* tree = builder.take();
+    hold(tree);
+    replaceTree(tree);
+    return true;
+}
+
+bool Document::loadFile(std::u16string_view path) {
+    const std::optional<std::string> bytes = platform::readFile(path, kLargestDocument);
+    if (!bytes) return load({0, 0, "The file cannot be read"}, {});
+    Decoded decoded = decodeFile(*bytes);
+    return load(std::move(decoded.fault), decoded.text());
+}
+
+bool Document::loadText(std::u16string_view text) {
+    Decoded decoded = decodeText(text);
+    return load(std::move(decoded.fault), decoded.text());
+}
+
+bool Document::save(std::u16string_view path) const {
+    return root() && platform::replaceFile(path, serializedFile(*tree_));
+}
+
+QorXMLNode* Document::addRootNode() {
+    rootNodes_.push_back(Access::node(root()));
+    return &rootNodes_.back();
+}
+
+}  // namespace corvane::xml

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <libxml/xmlstring.h>
+#include <string_view>
+#include <unordered_map>
+
+#include "xml/Pool.h"
+
+namespace corvane::xml {
+
+/// Keeps each name of a document once, in 16-bit units. The parser hands out equal names as equal
+/// pointers, so that a name is converted when it is first met and never looked at again.
+class NameTable {
+public:
+    explicit NameTable(Pool& pool) : pool_(pool) {}
+
+    /// The name as written; the prefix may be null.
+    std::u16string_view name(const xmlChar* prefix, const xmlChar* local);
+    /// The name of the attribute that declares a prefix, or the default namespace for null.
+    std::u16string_view declaration(const xmlChar* prefix);
+
+private:
+    struct Key {
+        const xmlChar* prefix;
+        const xmlChar* local;
+        friend bool operator==(const Key&, const Key&) = default;
+    };
+    struct Hash {
+        std::size_t operator()(const Key& key) const noexcept {
+            const auto prefix = reinterpret_cast<std::uintptr_t>(key.prefix);
+            return reinterpret_cast<std::uintptr_t>(key.local) ^ (prefix << 1);
+        }
+    };
+
+    Pool& pool_;
+    std::unordered_map<Key, std::u16string_view, Hash> names_;
+};
+
+}  // namespace corvane::xml

@@ -1,0 +1,205 @@
+#include "xml/Serializer.h"
+
+#include <string_view>
+#include <vector>
+
+#include "platform/Unicode.h"
+#include "xml/Names.h"
+#include "xml/Tree.h"
+
+namespace corvane::xml {
+namespace {
+
+struct Utf16Output {
+    std::u16string text;
+    void put(std::string_view ascii) { text.append(ascii.begin(), ascii.end()); }
+    void put(std::u16string_view units) { text += units; }
+};
+
+struct Utf8Output {
+    std::string text;
+    void put(std::string_view ascii) { text += ascii; }
+    void put(std::u16string_view units) { platform::appendUtf8(text, units); }
+};
+
+// What stands for a unit, or nothing when it stands for itself. White space that a load would
+// change is written as a reference: all but blanks in an attribute, a carriage return in a text.
+std::string_view escapeOf(char16_t unit, bool inAttribute) {
+    switch (unit) {
+        case u'&':
+            return "&amp;";
+        case u'<':
+            return "&lt;";
+        case u'>':
+            return "&gt;";
+        case u'\r':
+            return "&#13;";
+        case u'"':
+            return inAttribute ? "&quot;" : "";
+        case u'\n':
+            return inAttribute ? "&#10;" : "";
+        case u'\t':
+            return inAttribute ? "&#9;" : "";
+        default:
+            return "";
+    }
+}
+
+std::string_view referenceTo(char16_t white) {
+    switch (white) {
+        case u' ':
+            return "&#32;";
+        case u'\t':
+            return "&#9;";
+        case u'\n':
+            return "&#10;";
+        default:
+            return "&#13;";
+    }
+}
+
+template <typename Output>
+class Serializer {
+public:
+    Output& output() { return out_; }
+
+    void write(const Node& top) {
+        const Node* at = &top;
+        while (true) {
+            if (open(*at)) {
+                at = asElement(at)->firstChild;
+                continue;
+            }
+            while (at != &top && !at->next) {
+                at = at->parent;
+                close(*asElement(at));
+            }
+            if (at == &top) return;
+            at = at->next;
+        }
+    }
+
+private:
+    // True when the node has children, which come next.
+    bool open(const Node& node) {
+        if (node.blankBefore) lineBreak(node.previous, node);
+        switch (node.kind) {
+            case Kind::Element:
+                return openElement(*asElement(&node));
+            case Kind::Text:
+                writeText(*asData(&node));
+                break;
+            case Kind::CData:
+                enclose("<![CDATA[", node, "]]>");
+                break;
+            case Kind::Comment:
+                enclose("<!--", node, "-->");
+                break;
+            case Kind::Instruction:
+                enclose("<?", node, "?>");
+                break;
+            case Kind::DocType:
+                enclose("<!DOCTYPE ", node, ">");
+                break;
+            case Kind::Document:
+                break;
+        }
+        return false;
+    }
+
+    bool openElement(const Element& element) {
+        out_.put("<");
+        out_.put(element.name.view());
+        bool preserve = !preserve_.empty() && preserve_.back();
+        for (const Attribute* at = element.firstAttribute; at; at = at->next) {
+            out_.put(" ");
+            out_.put(at->name.view());
+            out_.put("=\"");
+            escape(at->value.view(), true);
+            out_.put("\"");
+            if (at->name.view() == u"xml:space") preserve = at->value.view() == u"preserve";
+        }
+        if (!element.firstChild) {
+            out_.put("/>");
+            return false;
+        }
+        out_.put(">");
+        preserve_.push_back(preserve);
+        return true;
+    }
+
+    void close(const Element& element) {
+        if (element.blankAtEnd) lineBreak(element.lastChild, element);
+        preserve_.pop_back();
+        out_.put("</");
+        out_.put(element.name.view());
+        out_.put(">");
+    }
+
+    // White space that a load takes for nothing: not beside a text, and not where all counts.
+    void lineBreak(const Node* before, const Node& behind) {
+        if (preserve_.empty() || preserve_.back()) return;
+        if ((before && before->kind == Kind::Text) || behind.kind == Kind::Text) return;
+        out_.put("\n");
+    }
+
+    void enclose(std::string_view start, const Node& node, std::string_view end) {
+        out_.put(start);
+        out_.put(asData(&node)->text.view());
+        out_.put(end);
+    }
+
+    void writeText(const CharacterData& data) {
+        std::u16string_view text = data.text.view();
+        const std::u16string_view trailing = text.substr(text.size() - data.rawTrailing);
+        text.remove_suffix(data.rawTrailing);
+        escape(text.substr(0, data.rawLeading), false);
+        text.remove_prefix(data.rawLeading);
+        // A reference at an end keeps a load from taking the white space there for nothing.
+        if (!text.empty() && isWhite(text.front())) {
+            out_.put(referenceTo(text.front()));
+            text.remove_prefix(1);
+        }
+        const bool keepEnd = !text.empty() && isWhite(text.back());
+        escape(text.substr(0, text.size() - (keepEnd ? 1 : 0)), false);
+        if (keepEnd) out_.put(referenceTo(text.back()));
+        escape(trailing, false);
+    }
+
+    void escape(std::u16string_view text, bool inAttribute) {
+        std::size_t start = 0;
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            if (text[i] > u'>') continue;
+            const std::string_view escaped = escapeOf(text[i], inAttribute);
+            if (escaped.empty()) continue;
+            out_.put(text.substr(start, i - start));
+            out_.put(escaped);
+            start = i + 1;
+        }
+        out_.put(text.substr(start));
+    }
+
+    Output out_;
+    // For each open element whether all white space in it counts.
+    std::vector<bool> preserve_;
+};
+
+}  // namespace
+
+std::u16string serialized(const Element& element) {
+    Serializer<Utf16Output> serializer;
+    serializer.write(element);
+    return std::move(serializer.output().text);
+}
+
+std::string serializedFile(const Element& document) {
+    Serializer<Utf8Output> serializer;
+    serializer.output().put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
+    for (const Node* at = document.firstChild; at; at = at->next) {
+        serializer.write(*at);
+        serializer.output().put("\n");
+    }
+    return std::move(serializer.output().text);
+}
+
+}  // namespace corvane::xml

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "xml/Node.h"
+
+namespace corvane::xml {
+
+/// How long elements live. An element is *held* by each handle on it and by each child that is held
+/// itself, so a held element holds all that stand above it. When the hold of a top element ends, it
+/// goes with all that is below it.
+void hold(Element* element) noexcept;
+void release(Element* element) noexcept;
+
+/// Drops what queries remember of the tree, before the content or an attribute of the element
+/// changes.
+void noteChange(Element& element) noexcept;
+
+/// Puts a node that has no parent behind the children of `parent`. `attach` does it for a tree that
+/// is being made, where nothing is held and white space is known.
+void attach(Element& parent, Node& node) noexcept;
+void link(Element& parent, Node& node) noexcept;
+/// Takes a node out of its parent. A node that is held lives on, and its former parent may go.
+void unlink(Node& node) noexcept;
+
+/// Drops all children; those that are held live on as tops of their own.
+void clearContent(Element& element);
+
+/// Frees a node without parent and all below it; none of them is held.
+void destroy(Node* top) noexcept;
+
+/// The node that stands behind `at` in document order below `top`, its children included; null at
+/// the end.
+inline const Node* following(const Node* at, const Node* top) {
+    if (at->kind <= Kind::Element && asElement(at)->firstChild) return asElement(at)->firstChild;
+    while (at != top && !at->next)
+        at = at->parent;
+    return at == top ? nullptr : at->next;
+}
+
+/// The first element at or behind `node` among its siblings.
+inline const Element* elementFrom(const Node* node) {
+    while (node && !node->isElement())
+        node = node->next;
+    return asElement(node);
+}
+/// The same for the elements of one name, prefix included.
+inline const Element* elementFrom(const Node* node, std::u16string_view name) {
+    while (node && !(node->isElement() && asElement(node)->name.view() == name))
+        node = node->next;
+    return asElement(node);
+}
+
+/// A deep copy of the element, without parent.
+Element* clone(const Element& source);
+
+}  // namespace corvane::xml

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "xml/Node.h"
+
+namespace corvane::xml {
+
+/// Makes the tree of a document from what a parser reports, and decides what becomes of white
+/// space: a text of nothing but unescaped white space is dropped and leaves a mark, and the other
+/// texts remember how much of it stands at their ends, except where "xml:space" preserves it.
+class TreeBuilder {
+public:
+    TreeBuilder();
+    ~TreeBuilder();
+    TreeBuilder(const TreeBuilder&) = delete;
+    TreeBuilder& operator=(const TreeBuilder&) = delete;
+
+    Pool& pool() { return *pool_.get(); }
+
+    /// The name lies in the pool.
+    void startElement(std::u16string_view name, std::uint32_t line);
+    /// Adds to the element that has just been started. The name lies in the pool; the value is
+    /// copied.
+    void attribute(std::u16string_view name, std::string_view utf8);
+    void endElement();
+    /// A piece of text. Escaped is what a reference stands for.
+    void characters(std::string_view utf8, bool escaped);
+    /// A section, comment, instruction or document type.
+    void data(Kind kind, std::string_view utf8);
+
+    /// The finished document, which the caller destroys.
+    Element* take();
+
+private:
+    void flushText();
+    void place(Node& node);
+    bool preserves() const { return preserve_.back(); }
+
+    PoolUse pool_;
+    Element* document_;
+    Element* current_;
+    std::vector<bool> preserve_{false};
+
+    std::u16string scratch_;
+    // Text that has been reported, but not yet been made a node, and the part of it from the first
+    // to the last escaped unit.
+    std::u16string pending_;
+    std::size_t escapedFrom_ = 0;
+    std::size_t escapedTo_ = 0;
+    bool blank_ = false;  // White space has been dropped before the next node.
+};
+
+}  // namespace corvane::xml

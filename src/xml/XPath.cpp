@@ -1,0 +1,102 @@
+#include "xml/XPath.h"
+
+#include <libxml/hash.h>
+#include <libxml/xpath.h>
+#include <libxml/xpathInternals.h>
+#include <memory>
+#include <new>
+#include <string>
+
+#include "platform/Unicode.h"
+#include "xml/DocumentNode.h"
+#include "xml/Names.h"
+#include "xml/Shadow.h"
+
+namespace corvane::xml {
+namespace {
+
+// Steps of the evaluator that a query may take: seconds, not minutes.
+constexpr unsigned long kMostSteps = 50'000'000;
+constexpr std::size_t kLongestQuery = 1 << 16;
+
+const xmlChar* chars(const std::string& text) {
+    return reinterpret_cast<const xmlChar*>(text.c_str());
+}
+
+struct ContextDeleter {
+    void operator()(xmlXPathContextPtr context) const { xmlXPathFreeContext(context); }
+};
+struct ResultDeleter {
+    void operator()(xmlXPathObjectPtr result) const { xmlXPathFreeObject(result); }
+};
+
+void ignoreError(void*, xmlErrorPtr) {}
+
+void refuse(xmlXPathParserContextPtr parser, int) {
+    xmlXPathErr(parser, XPATH_UNKNOWN_FUNC_ERROR);
+}
+
+// Answers for functions that do not exist, for which the evaluator prints a message otherwise.
+xmlXPathFunction findFunction(void* self, const xmlChar* name, const xmlChar* space) {
+    const auto* context = static_cast<xmlXPathContextPtr>(self);
+    return xmlHashLookup2(context->funcHash, name, space) ? nullptr : refuse;
+}
+
+// Makes each prefix that the query may use stand for itself. What only looks like a prefix, in a
+// literal or before an axis, does no harm.
+void registerPrefixes(xmlXPathContextPtr context, std::u16string_view query) {
+    for (std::size_t colon = query.find(u':'); colon != query.npos;
+         colon = query.find(u':', colon + 1)) {
+        std::size_t start = colon;
+        while (start > 0 && isQualifiedName(std::u16string(u"a").append(1, query[start - 1])))
+            --start;
+        while (start < colon && !isQualifiedName(query.substr(start, colon - start)))
+            ++start;
+        if (start == colon) continue;
+        const std::string prefix = platform::toUtf8(query.substr(start, colon - start));
+        if (prefix != "xml") xmlXPathRegisterNs(context, chars(prefix), chars(prefix));
+    }
+}
+
+const Element& topOf(const Element& element) {
+    const Element* top = &element;
+    while (top->parent)
+        top = top->parent;
+    return *top;
+}
+
+std::optional<Matches> evaluate(const Shadow& shadow, const Element& context,
+                                std::u16string_view query) {
+    const std::unique_ptr<xmlXPathContext, ContextDeleter> evaluator(
+        xmlXPathNewContext(shadow.document()));
+    if (!evaluator) throw std::bad_alloc();
+    evaluator->node = shadow.find(context);
+    evaluator->opLimit = kMostSteps;
+    evaluator->error = ignoreError;
+    xmlXPathRegisterFuncLookup(evaluator.get(), findFunction, evaluator.get());
+    registerPrefixes(evaluator.get(), query);
+
+    const std::unique_ptr<xmlXPathObject, ResultDeleter> result(
+        xmlXPathEval(chars(platform::toUtf8(query)), evaluator.get()));
+    if (!result || result->type != XPATH_NODESET) return std::nullopt;
+    Matches matches;
+    if (xmlNodeSetPtr set = result->nodesetval) {
+        xmlXPathNodeSetSort(set);
+        for (int i = 0; i < set->nodeNr; ++i)
+            matches.push_back(Shadow::original(set->nodeTab[i]));
+    }
+    return matches;
+}
+
+}  // namespace
+
+std::optional<Matches> evaluateXPath(const Element& context, std::u16string_view query) {
+    if (query.size() > kLongestQuery || !isCarriable(query)) return std::nullopt;
+    const Element& top = topOf(context);
+    if (top.kind != Kind::Document) return evaluate(Shadow(top), context, query);
+    const auto& document = static_cast<const DocumentNode&>(top);
+    if (!document.shadow) document.shadow = std::make_unique<Shadow>(document);
+    return evaluate(*document.shadow, context, query);
+}
+
+}  // namespace corvane::xml
