@@ -1,6 +1,8 @@
 #include "xml/Namespaces.h"
 
 #include <algorithm>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "xml/Attributes.h"
@@ -15,23 +17,13 @@ constexpr std::u16string_view kXmlns = u"xmlns";
 constexpr std::u16string_view kXmlUri = u"http://www.w3.org/XML/1998/namespace";
 constexpr std::u16string_view kXmlnsUri = u"http://www.w3.org/2000/xmlns/";
 
-bool declares(const Attribute& attribute, std::u16string_view prefix) {
-    const std::u16string_view name = attribute.name.view();
-    return prefixOf(name) == kXmlns && localNameOf(name) == prefix;
-}
-
-const Attribute* declarationAt(const Element& element, std::u16string_view prefix) {
-    for (const Attribute* at = element.firstAttribute; at; at = at->next) {
-        if (declares(*at, prefix)) return at;
-    }
-    return nullptr;
-}
-
-// The declaration in force for a prefix at `from` or above, below `end`.
-const Attribute* declarationOf(const Element* from, std::u16string_view prefix,
-                               const Element* end = nullptr) {
-    for (; from != end; from = from->parent) {
-        if (const Attribute* found = declarationAt(*from, prefix)) return found;
+// The declaration in force for a prefix at `from` or above.
+const Attribute* declarationOf(const Element* from, std::u16string_view prefix) {
+    for (; from; from = from->parent) {
+        for (const Attribute* at = from->firstAttribute; at; at = at->next) {
+            const std::u16string_view name = at->name.view();
+            if (prefixOf(name) == kXmlns && localNameOf(name) == prefix) return at;
+        }
     }
     return nullptr;
 }
@@ -41,8 +33,6 @@ bool isDeclarationAllowed(std::u16string_view prefix, std::u16string_view uri) {
     return prefix != kXmlns && !uri.empty() && uri != kXmlUri && uri != kXmlnsUri;
 }
 
-// The namespace that attributes with the prefix have at the element, if `changed` stood for
-// `uri` there.
 std::u16string_view namespaceOf(const Element& element, std::u16string_view prefix) {
     if (prefix == kXml) return kXmlUri;
     const Attribute* declaration = declarationOf(&element, prefix);
@@ -71,30 +61,47 @@ bool anyPrefixDeclared(const Element* from) {
     return false;
 }
 
-// Gathers the prefixes that names below `top` use and nothing there declares.
+// Gathers the prefixes that names at or below `top` use and nothing there declares, in one walk.
 class OpenPrefixes {
 public:
-    explicit OpenPrefixes(const Element& top) : top_(top) {
-        for (const Node* at = &top; at; at = following(at, &top)) {
-            if (!at->isElement()) continue;
-            const Element& element = *asElement(at);
-            use(element, element.name.view());
-            for (const Attribute* name = element.firstAttribute; name; name = name->next)
-                use(element, name->name.view());
+    std::vector<std::u16string_view> gather(const Element& top) {
+        const Node* at = &top;
+        while (true) {
+            if (at->isElement()) enter(*asElement(at));
+            const Node* next = following(at, &top);
+            if (!next) return std::move(open_);
+            if (next->parent != at) leave(at, next->parent);
+            at = next;
         }
     }
-    const std::vector<std::u16string_view>& all() const { return prefixes_; }
 
 private:
-    void use(const Element& element, std::u16string_view name) {
+    void enter(const Element& element) {
+        for (const Attribute* at = element.firstAttribute; at; at = at->next) {
+            if (prefixOf(at->name.view()) == kXmlns) ++declared_[localNameOf(at->name.view())];
+        }
+        use(element.name.view());
+        for (const Attribute* at = element.firstAttribute; at; at = at->next)
+            use(at->name.view());
+    }
+    void leave(const Node* from, const Node* to) {
+        for (; from != to; from = from->parent) {
+            if (!from->isElement()) continue;
+            for (const Attribute* at = asElement(from)->firstAttribute; at; at = at->next) {
+                if (prefixOf(at->name.view()) == kXmlns) --declared_[localNameOf(at->name.view())];
+            }
+        }
+    }
+    void use(std::u16string_view name) {
         const std::u16string_view prefix = prefixOf(name);
         if (prefix.empty() || prefix == kXml || prefix == kXmlns) return;
-        if (std::find(prefixes_.begin(), prefixes_.end(), prefix) != prefixes_.end()) return;
-        if (!declarationOf(&element, prefix, top_.parent)) prefixes_.push_back(prefix);
+        const auto declared = declared_.find(prefix);
+        if (declared != declared_.end() && declared->second > 0) return;
+        if (std::find(open_.begin(), open_.end(), prefix) == open_.end()) open_.push_back(prefix);
     }
 
-    const Element& top_;
-    std::vector<std::u16string_view> prefixes_;
+    std::unordered_map<std::u16string_view, int> declared_;
+    std::vector<std::u16string_view> open_;
 };
 
 }  // namespace
@@ -120,7 +127,7 @@ void keepNamespaces(Element& element) {
 
 void copyNamespaces(const Element& source, Element& copy) {
     if (!anyPrefixDeclared(source.parent)) return;
-    for (const std::u16string_view prefix : OpenPrefixes(source).all()) {
+    for (const std::u16string_view prefix : OpenPrefixes().gather(source)) {
         const Attribute* declaration = declarationOf(source.parent, prefix);
         if (declaration) setAttribute(copy, declaration->name.view(), declaration->value.view());
     }

@@ -31,7 +31,7 @@ std::optional<Matches> selectFirst(const Element& context, std::u16string_view q
     const std::u16string_view name = trimmed(query);
     if (!isQualifiedName(name)) {
         std::optional<Matches> matches = evaluateXPath(context, query);
-        if (matches && matches->size() > 1) matches->resize(1);
+        if (matches && matches->size() > 1) matches->erase(matches->begin() + 1, matches->end());
         return matches;
     }
     const Element* first = elementFrom(context.firstChild, name);
