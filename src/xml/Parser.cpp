@@ -19,6 +19,8 @@ constexpr std::size_t kLargestSource = std::numeric_limits<int>::max() - 1;
 // Entities may expand to this many times the source, and to a little more in a small one.
 constexpr std::size_t kExpansionFactor = 10;
 constexpr std::size_t kFreeExpansion = std::size_t{1} << 20;
+// Each default is compared with every other attribute of each element that takes it.
+constexpr int kMostDefaults = 1000;
 
 const char* chars(const xmlChar* text) {
     return reinterpret_cast<const char*>(text);
@@ -78,12 +80,15 @@ private:
                              const xmlChar* systemId);
     static void declareEntity(void* self, const xmlChar* name, int type, const xmlChar* publicId,
                               const xmlChar* systemId, xmlChar* content);
+    static void declareAttribute(void* self, const xmlChar*, const xmlChar*, int, int,
+                                 const xmlChar* value, xmlEnumerationPtr values);
     static xmlEntityPtr findEntity(void* self, const xmlChar* name);
     static xmlEntityPtr findParameterEntity(void* self, const xmlChar* name);
     static xmlParserInputPtr resolve(void*, const xmlChar*, const xmlChar*) { return nullptr; }
     static void error(void* self, xmlErrorPtr error);
 
     xmlSAXHandler makeHandler() const;
+    bool expand(std::size_t size);
     xmlEntityPtr admit(const xmlChar* name, xmlEntityPtr entity);
     std::uint32_t tagLine() const;
     bool isEscaped(const xmlChar* text) const;
@@ -96,6 +101,7 @@ private:
     xmlParserCtxtPtr context_ = nullptr;
     int line_ = 0;  // Where the last report ended.
     std::size_t expanded_ = 0;
+    int defaults_ = 0;
 };
 
 void Parse::stop(std::string message) {
@@ -138,8 +144,8 @@ void Parse::startDocument(void* self) {
 }
 
 void Parse::startElement(void* self, const xmlChar* local, const xmlChar* prefix, const xmlChar*,
-                         int namespaceCount, const xmlChar** namespaces, int attributeCount, int,
-                         const xmlChar** attributes) {
+                         int namespaceCount, const xmlChar** namespaces, int attributeCount,
+                         int defaultCount, const xmlChar** attributes) {
     report(self, [=](Parse& parse) {
         TreeBuilder& builder = parse.builder_;
         builder.startElement(parse.names_.name(prefix, local), parse.tagLine());
@@ -150,7 +156,10 @@ void Parse::startElement(void* self, const xmlChar* local, const xmlChar* prefix
         // Five pointers each: local name, prefix, namespace, begin and end of the value.
         for (int i = 0; i < attributeCount; ++i) {
             const xmlChar** at = attributes + 5 * i;
-            builder.attribute(parse.names_.name(at[1], at[0]), view(at[3], at[4]));
+            const std::string_view value = view(at[3], at[4]);
+            // The last ones are those that the source leaves out.
+            if (i >= attributeCount - defaultCount && !parse.expand(value.size())) return;
+            builder.attribute(parse.names_.name(at[1], at[0]), value);
         }
     });
 }
@@ -207,17 +216,31 @@ void Parse::declareEntity(void* self, const xmlChar* name, int type, const xmlCh
     });
 }
 
-// Refuses what is not declared or stands elsewhere, and counts what each use brings.
+void Parse::declareAttribute(void* self, const xmlChar*, const xmlChar*, int, int,
+                             const xmlChar* value, xmlEnumerationPtr values) {
+    xmlFreeEnumeration(values);
+    report(self, [=](Parse& parse) {
+        if (value && ++parse.defaults_ > kMostDefaults) parse.stop("Too many default attributes");
+    });
+}
+
+// Counts what comes out of declarations rather than the source itself.
+bool Parse::expand(std::size_t size) {
+    expanded_ += size + 1;
+    if (expanded_ > kExpansionFactor * source_.size() + kFreeExpansion)
+        stop("The declarations expand too far");
+    return !fault_;
+}
+
+// Refuses what is not declared or stands elsewhere.
 xmlEntityPtr Parse::admit(const xmlChar* name, xmlEntityPtr entity) {
     if (fault_) return nullptr;
     if (!entity) {
         stop("The entity " + std::string(view(name)) + " is not declared");
     } else if (!entity->content) {
         stop("The entity " + std::string(view(name)) + " is external");
-    } else {
-        expanded_ += static_cast<std::size_t>(entity->length) + 1;
-        if (expanded_ <= kExpansionFactor * source_.size() + kFreeExpansion) return entity;
-        stop("The entities expand too far");
+    } else if (expand(static_cast<std::size_t>(entity->length))) {
+        return entity;
     }
     return nullptr;
 }
@@ -254,6 +277,7 @@ xmlSAXHandler Parse::makeHandler() const {
     handler.processingInstruction = instruction;
     handler.internalSubset = documentType;
     handler.entityDecl = declareEntity;
+    handler.attributeDecl = declareAttribute;
     handler.getEntity = findEntity;
     handler.getParameterEntity = findParameterEntity;
     handler.resolveEntity = resolve;

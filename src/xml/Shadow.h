@@ -22,6 +22,7 @@ public:
     Shadow& operator=(const Shadow&) = delete;
 
     _xmlDoc* document() const { return document_; }
+    std::size_t size() const { return nodes_.size(); }  ///< Elements.
     _xmlNode* find(const Element& element) const { return nodes_.at(&element); }
     /// The element that a node of the copy stands for, or null.
     static const Element* original(const _xmlNode* node);
