@@ -1,0 +1,75 @@
+#include "XmlFixture.h"
+
+namespace {
+
+std::string bomb(int levels) {
+    std::string text = "<!DOCTYPE a [<!ENTITY l0 'lollollollol'>";
+    for (int i = 1; i < levels; ++i) {
+        const std::string below = "&l" + std::to_string(i - 1) + ";";
+        text += "<!ENTITY l" + std::to_string(i) + " '" + repeated(below, 10) + "'>";
+    }
+    return text + "]>";
+}
+
+std::string declaring(const std::string& entity) {
+    return "<!DOCTYPE a [<!ENTITY e '" + entity + "'>]>";
+}
+
+TEST(HostileXml, EndsEntityBombsEarly) {
+    const std::string large = declaring(repeated("x", 100'000));
+    std::string defaults = "<!DOCTYPE a [<!ATTLIST a";
+    for (int i = 0; i < 20'000; ++i)
+        defaults += " a" + std::to_string(i) + " CDATA ''";
+    const std::string sources[] = {
+        bomb(12) + "<a>&l11;</a>",
+        bomb(12) + "<a b='&l11;'/>",
+        large + "<a>" + repeated("&e;", 100'000) + "</a>",
+        large + "<a b='" + repeated("&e;", 100'000) + "'/>",
+        declaring(repeated("<b/>", 25'000)) + "<a>" + repeated("&e;", 100'000) + "</a>",
+        "<!DOCTYPE a [<!ENTITY b '&c;'><!ENTITY c '&b;'>]><a>&b;</a>",
+        "<!DOCTYPE a [<!ENTITY b '&c;'><!ENTITY c '&b;'>]><a b='&b;'/>",
+        defaults + ">]><a>" + repeated("<a/>", 2'000) + "</a>",
+    };
+    for (const std::string& source : sources) {
+        QorXMLDocument document;
+        EXPECT_EQ(load(document, CStringW::FromUtf8(source)), nullptr) << source.substr(0, 80);
+    }
+    QorXMLDocument document;
+    EXPECT_NE(load(document, CStringW::FromUtf8(bomb(4) + "<a b='&l3;'>&l3;</a>")), nullptr);
+}
+
+TEST(HostileXml, TakesDeepNestingWithoutRecursion) {
+    constexpr std::size_t kDepth = 100'000;
+    QorXMLDocument document;
+    const CStringW source =
+        CStringW::FromUtf8(repeated("<a>", kDepth) + "x" + repeated("</a>", kDepth));
+    const NodePtr root(new QorXMLNode(*load(document, source)));
+    EXPECT_EQ(root->GetNodeValue(), u"x");
+    EXPECT_EQ(document.GetXML(), source);
+    EXPECT_EQ(ListPtr(root->GetNodeList(u"descendant::*"))->GetSize(), QorLong{kDepth - 1});
+    const NodePtr copy(root->CloneNode());
+    EXPECT_EQ(copy->GetXML(), source);
+    root->SetNodeValue(u"");
+    EXPECT_EQ(document.GetXML(), u"<a/>");
+
+    NodePtr at(document.CreateNode(u"a"));
+    const QorXMLNode top(*at);
+    for (std::size_t i = 1; i < kDepth; ++i)
+        at.reset(at->AppendNode(u"a", &document));
+    at->SetNodeValue(u"x");
+    EXPECT_EQ(top.GetXML(), source);
+}
+
+TEST(HostileXml, TakesLargeTexts) {
+    const std::string large = repeated("abcdefghi&lt;", 1'050'000);
+    QorXMLDocument document;
+    const QorXMLNode* root =
+        load(document, CStringW::FromUtf8("<a b='" + large + "'>" + large + "</a>"));
+    ASSERT_NE(root, nullptr);
+    CStringW value;
+    EXPECT_TRUE(root->GetAttributeValue(u"b", value));
+    EXPECT_EQ(value.GetLength(), 10'500'000);
+    EXPECT_TRUE(value == root->GetNodeValue());
+}
+
+}  // namespace

@@ -1,0 +1,220 @@
+#include <functional>
+#include <limits>
+
+#include "XmlFixture.h"
+
+namespace {
+
+class NodeTest : public ::testing::Test {
+protected:
+    NodePtr make(const char16_t* name) { return NodePtr(document_.CreateNode(name)); }
+
+    QorXMLDocument document_;
+};
+
+TEST_F(NodeTest, OutlivesItsDocumentWithAllAboveIt) {
+    NodePtr inner;
+    {
+        QorXMLDocument document;
+        inner.reset(load(document, u"<a k='1'><b><c>x</c></b><d/></a>")->SelectSingleNode(u"b/c"));
+        load(document, u"<z/>");
+    }
+    const NodePtr b(inner->GetParentNode());
+    NodePtr a(b->GetParentNode());
+    EXPECT_EQ(a->GetXML(), u"<a k=\"1\"><b><c>x</c></b><d/></a>");
+    // Out of a tree that only this handle kept alive.
+    const NodePtr home = make(u"home");
+    a.reset();
+    home->AppendNode(inner.get());
+    EXPECT_EQ(home->GetXML(), u"<home><c>x</c></home>");
+    EXPECT_EQ(NodePtr(b->GetParentNode())->GetXML(), u"<a k=\"1\"><b/><d/></a>");
+}
+
+TEST_F(NodeTest, MovesBetweenPlacesAndDocuments) {
+    QorXMLDocument other;
+    QorXMLNode* root = load(document_, u"<r>\n<a/>\n<b/>\n</r>");
+    const NodePtr a(root->SelectSingleNode(u"a"));
+    root->AppendNode(a.get());
+    EXPECT_EQ(document_.GetXML(), u"<r>\n<b/>\n<a/></r>");
+    EXPECT_TRUE(root->RemoveChild(a.get()));
+    EXPECT_EQ(codeOf([&] { root->RemoveChild(a.get()); }), kErrorInvalidArgument);
+    other.AppendNode(a.get());
+    EXPECT_EQ(other.GetXML(), u"<a/>");
+    a->AppendNode(root);
+    EXPECT_EQ(other.GetXML(), u"<a><r>\n<b/></r></a>");
+    EXPECT_EQ(document_.GetXML(), u"");
+    document_.AppendNode(make(u"new").get());
+    EXPECT_EQ(document_.GetXML(), u"<new/>");
+}
+
+TEST_F(NodeTest, RefusesCyclesAndSecondRoots) {
+    QorXMLNode* root = load(document_, u"<r><a><b/></a></r>");
+    const NodePtr a(root->SelectSingleNode(u"a"));
+    const NodePtr b(root->SelectSingleNode(u"a/b"));
+    EXPECT_EQ(codeOf([&] { b->AppendNode(a.get()); }), kErrorFail);
+    EXPECT_EQ(codeOf([&] { a->AppendNode(a.get()); }), kErrorFail);
+    EXPECT_EQ(codeOf([&] { b->AppendNode(root); }), kErrorFail);
+    EXPECT_EQ(codeOf([&] { document_.AppendNode(b.get()); }), kErrorFail);
+    document_.AppendNode(root);
+    EXPECT_EQ(document_.GetXML(), u"<r><a><b/></a></r>");
+}
+
+TEST_F(NodeTest, KeepsChildrenThatAreHeldWhenTextReplacesThem) {
+    QorXMLNode* root = load(document_, u"<r><a>1</a> <b><c>2</c></b></r>");
+    const NodePtr c(root->SelectSingleNode(u"b/c"));
+    root->SetNodeValue(u"new");
+    EXPECT_EQ(document_.GetXML(), u"<r>new</r>");
+    EXPECT_EQ(NodePtr(c->GetParentNode())->GetXML(), u"<b><c>2</c></b>");
+    EXPECT_EQ(NodePtr(NodePtr(c->GetParentNode())->GetParentNode()), nullptr);
+}
+
+TEST_F(NodeTest, AllowsOnlyNamesAndTextThatCanBeReadBack) {
+    for (const char16_t* name :
+         {u"a", u"_a", u"\u00E4", u"\u4E2D", u"xml:a", u"a-1.b", u"\U00010000"})
+        EXPECT_EQ(codeOf([&] { make(name); }), 0) << CStringW(name).ToUtf8();
+    for (const char16_t* name :
+         {u"",   u" ",     u"a b",     u" a",      u"1a",      u"-a",        u".a",
+          u"a<", u"a&b",   u"a/",      u"a\u0001", u"\u00D7",  u"p:a",       u"a:",
+          u":a", u"a:b:c", u"a\xD800", u"\xDC00",  u"xmlns:a", u"\U000F0000"}) {
+        EXPECT_EQ(codeOf([&] { make(name); }), kErrorFail) << CStringW(name).ToUtf8();
+        EXPECT_EQ(codeOf([&] { make(u"a")->AddAttribute(name, u""); }), kErrorFail);
+    }
+    const NodePtr node = make(u"a");
+    node->AddAttribute(u"k", u"v");
+    node->SetNodeValue(u"t");
+    for (const char16_t* text :
+         {u"\u0001", u"a\u001F", u"\xD800", u"\xDC00x", u"\xD800x", u"\uFFFE", u"\uFFFF"}) {
+        EXPECT_EQ(codeOf([&] { node->SetNodeValue(text); }), kErrorFail);
+        EXPECT_EQ(codeOf([&] { node->AddAttribute(u"k", text); }), kErrorFail);
+        EXPECT_EQ(codeOf([&] { node->SetAttributeValue(u"k", text); }), kErrorFail);
+    }
+    EXPECT_EQ(node->GetXML(), u"<a k=\"v\">t</a>");
+}
+
+TEST_F(NodeTest, KeepsPrefixesDeclared) {
+    const NodePtr node = make(u"a");
+    EXPECT_EQ(codeOf([&] { node->AddAttribute(u"p:k", u"1"); }), kErrorFail);
+    node->AddAttribute(u"xmlns:p", u"urn:p");
+    node->AddAttribute(u"xmlns:q", u"urn:p");
+    node->AddAttribute(u"p:k", u"1");
+    EXPECT_EQ(codeOf([&] { node->AddAttribute(u"q:k", u"1"); }), kErrorFail);
+    EXPECT_EQ(codeOf([&] { node->AddAttribute(u"xmlns:z", u""); }), kErrorFail);
+    EXPECT_EQ(codeOf([&] { node->AddAttribute(u"xmlns:xml", u"urn:x"); }), kErrorFail);
+    const NodePtr child(node->AppendNode(u"p:b", &document_));
+    EXPECT_EQ(child->GetNodeName(), u"b");
+    EXPECT_EQ(NodePtr(child->CloneNode())->GetXML(), u"<p:b xmlns:p=\"urn:p\"/>");
+    node->RemoveChild(child.get());
+    EXPECT_EQ(child->GetXML(), u"<p:b xmlns:p=\"urn:p\"/>");
+}
+
+TEST_F(NodeTest, ReadsAndChangesAttributes) {
+    const NodePtr node = make(u"a");
+    CStringW value(u"old");
+    EXPECT_FALSE(node->SetAttributeValue(u"k", u"v"));
+    EXPECT_FALSE(node->GetAttributeValue(u"k", value));
+    EXPECT_EQ(value, u"old");
+    char* narrow = nullptr;
+    EXPECT_FALSE(node->GetAttributeValue1("k", narrow));
+    EXPECT_TRUE(node->AddAttribute(u"k", u"v"));
+    EXPECT_TRUE(node->AddAttribute1("K", "\xE2\x82\xAC"));
+    EXPECT_TRUE(node->AddAttribute(u"k", u"w"));
+    EXPECT_EQ(node->GetXML(), u"<a k=\"w\" K=\"\u20AC\"/>");
+    ASSERT_TRUE(node->GetAttributeValue1("K", narrow));
+    EXPECT_STREQ(narrow, "\xE2\x82\xAC");
+    delete[] narrow;
+}
+
+TEST_F(NodeTest, ReadsNumbers) {
+    const struct {
+        const char16_t* text;
+        bool found;
+        int whole;
+        double real;
+    } cases[] = {
+        {u"12abc", true, 12, 12},
+        {u" -7", true, -7, -7},
+        {u"abc", false, 99, 99},
+        {u"", true, 99, 99},
+        {u" \t", true, 99, 99},
+        {u"1.5", true, 1, 1.5},
+        {u"1,5", true, 1, 1},
+        {u"2147483648", true, std::numeric_limits<int>::min(), 2147483648.0},
+    };
+    for (const auto& [text, found, whole, real] : cases) {
+        const NodePtr node = make(u"a");
+        node->SetNodeValue(text);
+        int asInt = 99;
+        QorLong asLong = 99;
+        double asDouble = 99;
+        EXPECT_EQ(node->GetNodeValueInInt(asInt), found);
+        EXPECT_EQ(node->GetNodeValueInLong(asLong), found);
+        EXPECT_EQ(node->GetNodeValueInDouble(asDouble), found);
+        EXPECT_EQ(asInt, whole);
+        EXPECT_EQ(asLong, whole);
+        EXPECT_EQ(asDouble, real);
+        bool asBool = false;
+        EXPECT_TRUE(node->GetNodeValueInBool(asBool));
+        EXPECT_TRUE(asBool);
+    }
+    const NodePtr node = make(u"a");
+    node->SetNodeValue(u"0");
+    bool flag = true;
+    EXPECT_TRUE(node->GetNodeValueInBool(flag));
+    EXPECT_FALSE(flag);
+}
+
+TEST_F(NodeTest, RaisesOrStaysQuietWhenEmpty) {
+    QorXMLNode empty;
+    const NodePtr full = make(u"a");
+    CStringW text(u"x");
+    char* narrow = nullptr;
+    int number = 7;
+    bool flag = false;
+    const std::function<void()> operations[] = {
+        [&] { empty.GetNodeList(u"a"); },
+        [&] { empty.GetNodeList1("a"); },
+        [&] { empty.GetChildNodes(); },
+        [&] { empty.GetNodeFromXPath(u"a"); },
+        [&] { empty.SelectSingleNode(u"a"); },
+        [&] { empty.GetParentNode(); },
+        [&] { empty.CloneNode(); },
+        [&] { empty.GetAttributeValue(u"a", text); },
+        [&] { empty.GetAttributeValue1("a", narrow); },
+        [&] { empty.SetAttributeValue(u"a", u""); },
+        [&] { empty.AddAttribute(u"a", u""); },
+        [&] { empty.SetNodeValue(u""); },
+        [&] { empty.GetNodeValueInBool(flag); },
+        [&] { empty.AppendNode(u"a", &document_); },
+        [&] { empty.AppendNode(full.get()); },
+        [&] { empty.RemoveChild(full.get()); },
+    };
+    for (const auto& operation : operations)
+        EXPECT_EQ(codeOf(operation), kErrorPointer);
+    EXPECT_EQ(codeOf([&] { full->AppendNode(&empty); }), kErrorInvalidArgument);
+    EXPECT_EQ(codeOf([&] { document_.AppendNode(&empty); }), kErrorInvalidArgument);
+    empty.AppendNode(static_cast<QorXMLNode*>(nullptr));
+    EXPECT_FALSE(empty.RemoveChild(nullptr));
+    EXPECT_EQ(empty.GetNodeName() + empty.GetNodeValue() + empty.GetXML(), u"");
+    EXPECT_TRUE(empty.GetNodeValueInInt(number));
+    EXPECT_EQ(number, 7);
+    EXPECT_TRUE(empty.GetNodeValueInCString(text));
+    EXPECT_EQ(text, u"");
+}
+
+TEST_F(NodeTest, SharesTheNodesOfCopiedLists) {
+    const QorXMLNode* root =
+        load(document_, CStringW::FromUtf8("<r>" + repeated("<a/>", 60) + "</r>"));
+    ListPtr list(root->GetNodeList(u"a"));
+    QorXMLNodeList copy;
+    copy = *list;
+    QorXMLNodeList another(copy);
+    const QorXMLNode* node = (*list)[59];
+    list.reset();
+    copy = QorXMLNodeList();
+    ASSERT_EQ(another.GetSize(), 60);
+    EXPECT_EQ(another[59], node);
+    EXPECT_EQ(node->GetNodeName(), u"a");
+    EXPECT_EQ(copy.GetSize(), 0);
+}
+
+}  // namespace

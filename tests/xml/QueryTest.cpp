@@ -1,0 +1,131 @@
+#include "XmlFixture.h"
+
+namespace {
+
+class QueryTest : public ::testing::Test {
+protected:
+    QueryTest() {
+        root_ = load(document_,
+                     u"<r xmlns='urn:d'><a i='1'><b>1</b></a><a i='2'/>"
+                     u"<p:c xmlns:p='urn:p' p:k='v'><p:d/></p:c><!--k-->t</r>");
+    }
+
+    QorXMLDocument document_;
+    QorXMLNode* root_;
+};
+
+TEST_F(QueryTest, SelectsByNameAndByXPath) {
+    // The names of the matches in order; "-" stands for an empty node.
+    const struct {
+        const char16_t* query;
+        const char16_t* names;
+    } cases[] = {
+        {u"a", u"aa"},
+        {u" a ", u"aa"},
+        {u"./a", u"aa"},
+        {u"A", u""},
+        {u"b", u""},
+        {u"a/b", u"b"},
+        {u"//b", u"b"},
+        {u"/r/a", u"aa"},
+        {u".", u"r"},
+        {u"..", u"-"},
+        {u"/", u"-"},
+        {u"*", u"aac"},
+        {u"node()", u"aac--"},
+        {u"text()", u"-"},
+        {u"a/@i", u"--"},
+        {u"a[1]", u"a"},
+        {u"a[3]", u""},
+        {u"a[@i>1]", u"a"},
+        {u"a[b='1']", u"a"},
+        {u"b | a", u"aa"},
+        {u"p:c", u"c"},
+        {u"c", u""},
+        {u"q:a", u""},
+        {u"p:c/p:d", u"d"},
+        {u"p:c[@p:k='v']/*", u"d"},
+        {u"//a[2]/preceding-sibling::*", u"a"},
+        {u"id('x')", u""},
+    };
+    for (const auto& [query, names] : cases) {
+        const ListPtr list(root_->GetNodeList(query));
+        CStringW found;
+        for (QorLong i = 0; i < list->GetSize(); ++i) {
+            const CStringW name = (*list)[i]->GetNodeName();
+            found += name.IsEmpty() ? CStringW(u"-") : name;
+        }
+        EXPECT_EQ(found, names) << CStringW(query).ToUtf8();
+    }
+}
+
+TEST_F(QueryTest, RefusesWhatIsNoQueryForNodes) {
+    const char16_t* const queries[] = {
+        u"",          u" ",          u"a[",           u"a[]",     u"//",
+        u"a/",        u"@",          u"a]",           u"a b",     u"1a",
+        u"<a>",       u"::",         u"p:",           u":c",      u"count(a)",
+        u"string(a)", u"1",          u"'x'",          u"$x",      u"$p:x",
+        u"nosuch()",  u"p:nosuch()", u"a[nosuch(.)]", u"a\xD800", u"(a) | (b",
+    };
+    testing::internal::CaptureStderr();
+    for (const char16_t* query : queries) {
+        const std::string shown = CStringW(query).ToUtf8();
+        EXPECT_EQ(codeOf([&] { ListPtr(root_->GetNodeList(query)); }), kErrorFail) << shown;
+        EXPECT_EQ(codeOf([&] { NodePtr(root_->SelectSingleNode(query)); }), kErrorFail) << shown;
+        EXPECT_EQ(codeOf([&] { NodePtr(root_->GetNodeFromXPath(query)); }), kErrorFail) << shown;
+    }
+    for (const std::string& query :
+         {repeated("(", 60'000), repeated("a[", 30'000), repeated("not(", 15'000),
+          repeated("-", 60'000) + "1", repeated("//*", 20'000), std::string(70'000, 'a') + "/a"}) {
+        const CStringW wide = CStringW::FromUtf8(query);
+        EXPECT_EQ(codeOf([&] { ListPtr(root_->GetNodeList(wide)); }), kErrorFail);
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST_F(QueryTest, EndsQueriesThatTakeTooManySteps) {
+    QorXMLDocument document;
+    const QorXMLNode* root =
+        load(document, CStringW::FromUtf8("<r>" + repeated("<a><b/></a>", 5'000) + "</r>"));
+    EXPECT_EQ(codeOf([&] { ListPtr(root->GetNodeList(u"//*[count(//*) = count(//b)]")); }),
+              kErrorFail);
+    EXPECT_EQ(ListPtr(root->GetNodeList(u"//a/b"))->GetSize(), 5'000);
+}
+
+TEST_F(QueryTest, GivesOneNodeInThreeWays) {
+    EXPECT_EQ(NodePtr(root_->GetNodeFromXPath(u"nosuch")), nullptr);
+    EXPECT_EQ(NodePtr(root_->SelectSingleNode(u"nosuch")), nullptr);
+    EXPECT_EQ(NodePtr(root_->GetNodeFromXPath(u"a/@i"))->GetNodeName(), u"");
+    EXPECT_EQ(NodePtr(root_->SelectSingleNode(u"a/@i")), nullptr);
+    EXPECT_EQ(NodePtr(root_->SelectSingleNode(u"a/b"))->GetNodeValue(), u"1");
+    EXPECT_EQ(NodePtr(root_->GetParentNode()), nullptr);
+    const NodePtr b(root_->GetNodeFromXPath(u"//b"));
+    EXPECT_EQ(NodePtr(b->GetParentNode())->GetNodeName(), u"a");
+    const ListPtr children(root_->GetChildNodes());
+    ASSERT_EQ(children->GetSize(), 5);
+    EXPECT_EQ((*children)[3]->GetNodeName(), u"");
+}
+
+// What a query remembers of the tree must not outlive a change of any kind.
+TEST_F(QueryTest, SeesEveryChange) {
+    const auto count = [this](const char16_t* query) {
+        return ListPtr(root_->GetNodeList(query))->GetSize();
+    };
+    const NodePtr a(root_->SelectSingleNode(u"a"));
+    EXPECT_EQ(count(u"//b"), 1);
+    const NodePtr b(a->AppendNode(u"b", &document_));
+    EXPECT_EQ(count(u"//b"), 2);
+    b->SetNodeValue(u"5");
+    EXPECT_EQ(count(u"//b[.=5]"), 1);
+    b->AddAttribute(u"n", u"1");
+    EXPECT_EQ(count(u"//b[@n]"), 1);
+    b->SetAttributeValue(u"n", u"2");
+    EXPECT_EQ(count(u"//b[@n=2]"), 1);
+    a->RemoveChild(b.get());
+    EXPECT_EQ(count(u"//b[@n]"), 0);
+    EXPECT_EQ(ListPtr(b->GetNodeList(u"//@n"))->GetSize(), 1);
+    root_->AppendNode(b.get());
+    EXPECT_EQ(count(u"/r/b[@n]"), 1);
+}
+
+}  // namespace

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+
+#include <corvane/platform/ComError.h>
+#include <corvane/xml/QorXMLDocument.h>
+#include <corvane/xml/XMLFault.h>
+
+#include "support/Text.h"
+
+using NodePtr = std::unique_ptr<QorXMLNode>;
+using ListPtr = std::unique_ptr<QorXMLNodeList>;
+
+inline QorXMLNode* load(QorXMLDocument& document, CStringW text) {
+    return document.LoadFromXMLString(text);
+}
+
+/// The failure code that an operation raises; 0 when it raises none.
+template <typename Operation>
+HResult codeOf(Operation operation) {
+    try {
+        operation();
+    } catch (const _com_error& error) {
+        return error.Error();
+    }
+    return 0;
+}
+
+inline std::string repeated(const std::string& piece, std::size_t count) {
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i)
+        text += piece;
+    return text;
+}
