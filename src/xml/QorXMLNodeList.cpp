@@ -57,7 +57,7 @@ QorXMLNodeList::~QorXMLNodeList() = default;
 
 void QorXMLNodeList::append(const QorXMLNode& node) {
     if (m_nSize >= m_nCapacity) grow();
-    m_pItems[m_nSize] = m_pNodes->add(node);
+    m_pItems[static_cast<std::size_t>(m_nSize)] = m_pNodes->add(node);
     ++m_nSize;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 
 #include <corvane/base/Export.h>
@@ -25,7 +26,9 @@ public:
 
     QorLong GetSize() const { return m_nSize; }
     /// The entry at `index`, which is 0 to GetSize() minus 1: there is no guard. Stays the list's.
-    QorXMLNode* operator[](QorLong index) const { return m_pItems[index]; }
+    QorXMLNode* operator[](QorLong index) const {
+        return m_pItems[static_cast<std::size_t>(index)];
+    }
 
 private:
     friend struct corvane::xml::Access;
