@@ -17,13 +17,19 @@ constexpr std::u16string_view kXmlns = u"xmlns";
 constexpr std::u16string_view kXmlUri = u"http://www.w3.org/XML/1998/namespace";
 constexpr std::u16string_view kXmlnsUri = u"http://www.w3.org/2000/xmlns/";
 
-// The declaration in force for a prefix at `from` or above.
-const Attribute* declarationOf(const Element* from, std::u16string_view prefix) {
-    for (; from; from = from->parent) {
-        for (const Attribute* at = from->firstAttribute; at; at = at->next) {
-            const std::u16string_view name = at->name.view();
-            if (prefixOf(name) == kXmlns && localNameOf(name) == prefix) return at;
-        }
+const Attribute* declarationAt(const Element& element, std::u16string_view prefix) {
+    for (const Attribute* at = element.firstAttribute; at; at = at->next) {
+        if (prefixOf(at->name.view()) == kXmlns && localNameOf(at->name.view()) == prefix)
+            return at;
+    }
+    return nullptr;
+}
+
+// The declaration in force for a prefix at `from` or above, below `end`.
+const Attribute* declarationOf(const Element* from, std::u16string_view prefix,
+                               const Element* end = nullptr) {
+    for (; from != end; from = from->parent) {
+        if (const Attribute* found = declarationAt(*from, prefix)) return found;
     }
     return nullptr;
 }
@@ -48,6 +54,30 @@ bool isAmbiguous(const Element& element, std::u16string_view name) {
         if (localNameOf(at->name.view()) == local &&
             namespaceOf(element, other) == namespaceOf(element, prefix))
             return true;
+    }
+    return false;
+}
+
+// True when two attributes of one element would come to have the same name and namespace if `top`
+// declared the prefix so.
+bool wouldMakeAmbiguous(const Element& top, std::u16string_view prefix, std::u16string_view uri) {
+    const auto clashes = [&](const Element& element, std::u16string_view local) {
+        for (const Attribute* at = element.firstAttribute; at; at = at->next) {
+            const std::u16string_view other = prefixOf(at->name.view());
+            if (other.empty() || other == prefix || localNameOf(at->name.view()) != local) continue;
+            if (other != kXmlns && namespaceOf(element, other) == uri) return true;
+        }
+        return false;
+    };
+    for (const Node* node = &top; node; node = following(node, &top)) {
+        if (!node->isElement()) continue;
+        const Element& element = *asElement(node);
+        for (const Attribute* at = element.firstAttribute; at; at = at->next) {
+            if (prefixOf(at->name.view()) == prefix &&
+                clashes(element, localNameOf(at->name.view())) &&
+                !declarationOf(&element, prefix, &top))
+                return true;
+        }
     }
     return false;
 }
@@ -115,7 +145,10 @@ bool isAttributeAllowed(const Element& element, std::u16string_view name,
                         std::u16string_view value) {
     if (name == kXmlns) return value != kXmlUri && value != kXmlnsUri;
     const std::u16string_view prefix = prefixOf(name);
-    if (prefix == kXmlns) return isDeclarationAllowed(localNameOf(name), value);
+    if (prefix == kXmlns) {
+        return isDeclarationAllowed(localNameOf(name), value) &&
+               !wouldMakeAmbiguous(element, localNameOf(name), value);
+    }
     if (prefix.empty()) return true;
     return isPrefixInScope(&element, prefix) && !isAmbiguous(element, name);
 }

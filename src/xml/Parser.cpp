@@ -1,6 +1,6 @@
 #include "xml/Parser.h"
 
-#include <cstdlib>
+#include <cstddef>
 #include <cstring>
 #include <libxml/SAX2.h>
 #include <libxml/parser.h>
@@ -149,12 +149,12 @@ void Parse::startElement(void* self, const xmlChar* local, const xmlChar* prefix
     report(self, [=](Parse& parse) {
         TreeBuilder& builder = parse.builder_;
         builder.startElement(parse.names_.name(prefix, local), parse.tagLine());
-        for (int i = 0; i < namespaceCount; ++i) {
+        for (std::ptrdiff_t i = 0; i < namespaceCount; ++i) {
             const xmlChar** at = namespaces + 2 * i;
             builder.attribute(parse.names_.declaration(at[0]), view(at[1]));
         }
         // Five pointers each: local name, prefix, namespace, begin and end of the value.
-        for (int i = 0; i < attributeCount; ++i) {
+        for (std::ptrdiff_t i = 0; i < attributeCount; ++i) {
             const xmlChar** at = attributes + 5 * i;
             const std::string_view value = view(at[3], at[4]);
             // The last ones are those that the source leaves out.

@@ -15,7 +15,7 @@
 using corvane::xml::Access;
 using corvane::xml::Document;
 using corvane::xml::Element;
-using corvane::xml::raise;
+using corvane::xml::raiseError;
 using corvane::xml::required;
 
 QorXMLDocument::QorXMLDocument() {
@@ -81,7 +81,7 @@ void QorXMLDocument::AppendNode(QorXMLNode* node) {
     if (!node) return;
     Document& document = required(m_pDocument);
     Element* element = Access::element(*node);
-    if (!element) raise(kErrorInvalidArgument);
+    if (!element) raiseError(kErrorInvalidArgument);
     corvane::xml::appendElement(document.tree(), *element);
 }
 

@@ -14,13 +14,13 @@ using corvane::xml::Access;
 using corvane::xml::Element;
 using corvane::xml::Matches;
 using corvane::xml::Node;
-using corvane::xml::raise;
+using corvane::xml::raiseError;
 using corvane::xml::required;
 
 namespace {
 
 Matches accepted(std::optional<Matches> matches) {
-    if (!matches) raise(kErrorFail);
+    if (!matches) raiseError(kErrorFail);
     return *std::move(matches);
 }
 
@@ -31,8 +31,8 @@ QorXMLNode::QorXMLNode(const QorXMLNode& other) noexcept : m_pElement(other.m_pE
 }
 
 QorXMLNode& QorXMLNode::operator=(const QorXMLNode& other) noexcept {
-    corvane::xml::hold(other.m_pElement);
-    corvane::xml::release(std::exchange(m_pElement, other.m_pElement));
+    QorXMLNode copy(other);
+    std::swap(m_pElement, copy.m_pElement);
     return *this;
 }
 

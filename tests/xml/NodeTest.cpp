@@ -101,6 +101,12 @@ TEST_F(NodeTest, KeepsPrefixesDeclared) {
     EXPECT_EQ(codeOf([&] { node->AddAttribute(u"xmlns:z", u""); }), kErrorFail);
     EXPECT_EQ(codeOf([&] { node->AddAttribute(u"xmlns:xml", u"urn:x"); }), kErrorFail);
     const NodePtr child(node->AppendNode(u"p:b", &document_));
+    const NodePtr clash(node->AppendNode(u"c", &document_));
+    clash->AddAttribute(u"p:k", u"");
+    node->AddAttribute(u"xmlns:r", u"urn:r");
+    clash->AddAttribute(u"r:k", u"");
+    EXPECT_EQ(codeOf([&] { node->SetAttributeValue(u"xmlns:r", u"urn:p"); }), kErrorFail);
+    EXPECT_NE(load(document_, node->GetXML()), nullptr);
     EXPECT_EQ(child->GetNodeName(), u"b");
     EXPECT_EQ(NodePtr(child->CloneNode())->GetXML(), u"<p:b xmlns:p=\"urn:p\"/>");
     node->RemoveChild(child.get());

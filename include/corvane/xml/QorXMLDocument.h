@@ -11,9 +11,14 @@ struct Access;
 
 /// One parsed or newly built XML document.
 ///
+/// A load takes XML 1.0 with namespaces and refuses whatever is not well-formed. It reads no
+/// external entity and no network address; a reference to an external or undeclared entity fails
+/// the load. Entities and default attributes of an internal subset take effect, as long as they do
+/// not make the document many times as large, and a document type is kept without its internal
+/// subset. There is no limit on depth, and none on size but memory and 2 GB.
+///
 /// A document whose parser cannot be made shows a message, stays alive *without parser* and raises
-/// kErrorPointer from the operations that need one, as a copy-constructed document does. A load
-/// reads no external entity and no network address, and refuses whatever is not well-formed.
+/// kErrorPointer from the operations that need one, as a copy-constructed document does.
 ///
 /// Operations whose name ends in 1 take 8-bit text in the process's code page.
 class CORVANE_EXPORT QorXMLDocument {
@@ -26,10 +31,11 @@ public:
     QorXMLDocument& operator=(QorXMLDocument& other);
     ~QorXMLDocument();
 
-    /// Parses a file. Gives the root node, which stays the document's and lives until the last
-    /// document that shares it is gone, or null when the file is missing, unreadable or not
-    /// well-formed; see XMLFault.h for the reason. A failed load leaves the document's tree empty
-    /// and earlier root nodes valid.
+    /// Parses a file: UTF-8 with or without byte order mark, UTF-16 with one, or where it is
+    /// declared US-ASCII, ISO-8859-1 or windows-1252. Gives the root node, which stays the
+    /// document's and lives until the last document that shares it is gone, or null when the file
+    /// is missing, unreadable or not well-formed; see XMLFault.h for the reason. A failed load
+    /// leaves the document's tree empty and earlier root nodes valid.
     QorXMLNode* LoadFromFile(CStringW path);
     QorXMLNode* LoadFromFile1(const char* path);
     /// The same for a text, whose declared encoding is ignored. A failed load gives the root node

@@ -29,11 +29,13 @@ struct Access;
 /// that would make a cycle or a second root. A refused operation changes nothing.
 ///
 /// **Names.** A name is compared as it is written, prefix included. A prefix other than "xml" has
-/// to be declared in scope by an "xmlns:" attribute before a name may use it.
+/// to be declared in scope by an "xmlns:" attribute before a name may use it. An element that
+/// leaves its parent takes the declarations along that it needs.
 ///
 /// **White space.** A load drops text of nothing but blanks, tabs and line ends; the text of an
 /// element leaves out such characters at its two ends if they stood there unescaped in the source.
-/// Text that an operation sets is kept to the last character, through saving and loading too.
+/// White space written as a reference, in a CDATA section or under xml:space="preserve" is kept,
+/// and so is text that an operation sets, to the last character, through saving and loading too.
 ///
 /// Operations whose name ends in 1 take 8-bit text in the process's code page; a null pointer
 /// counts as the empty text.
@@ -45,8 +47,10 @@ public:
     ~QorXMLNode();
 
     /// One entry for each match of an XPath 1.0 query relative to this element; a match that is no
-    /// element is an empty node. Never null. A plain element name is answered by a walk over the
-    /// children. Unprefixed names match whatever default namespace is in force.
+    /// element is an empty node. Never null. Unprefixed names match whatever default namespace is
+    /// in force, prefixes match as they are written. A plain element name is answered by a walk
+    /// over the children; any other query works on a copy of the whole tree, which costs about a
+    /// load and stays until the tree changes. A query that takes too many steps raises kErrorFail.
     QorXMLNodeList* GetNodeList(CStringW query) const;
     QorXMLNodeList* GetNodeList1(const char* query) const;
     /// One entry for each child of any kind; a child that is no element is an empty node.
