@@ -52,13 +52,18 @@ std::string evaluable(std::u16string_view query) {
     return text;
 }
 
+bool continuesName(char16_t unit) {
+    const char16_t name[] = {u'a', unit};
+    return unit != u':' && isQualifiedName({name, 2});
+}
+
 // Makes each prefix that the query may use stand for itself. What only looks like a prefix, in a
 // literal or before an axis, does no harm.
 void registerPrefixes(xmlXPathContextPtr context, std::u16string_view query) {
     for (std::size_t colon = query.find(u':'); colon != query.npos;
          colon = query.find(u':', colon + 1)) {
         std::size_t start = colon;
-        while (start > 0 && isQualifiedName(std::u16string(u"a").append(1, query[start - 1])))
+        while (start > 0 && continuesName(query[start - 1]))
             --start;
         while (start < colon && !isQualifiedName(query.substr(start, colon - start)))
             ++start;
@@ -81,7 +86,7 @@ std::optional<Matches> evaluate(const Shadow& shadow, const Element& context,
         xmlXPathNewContext(shadow.document()));
     if (!evaluator) throw std::bad_alloc();
     evaluator->node = shadow.find(context);
-    evaluator->opLimit = kFreeSteps + kStepsOfElement * shadow.size();
+    evaluator->opLimit = kFreeSteps + kStepsOfElement * static_cast<unsigned long>(shadow.size());
     evaluator->error = ignoreError;
     xmlXPathRegisterFuncLookup(evaluator.get(), findFunction, evaluator.get());
     registerPrefixes(evaluator.get(), query);

@@ -47,6 +47,15 @@ TEST_F(NodeTest, MovesBetweenPlacesAndDocuments) {
     EXPECT_EQ(document_.GetXML(), u"<new/>");
 }
 
+// A line break beside a text would become part of it when it is read back.
+TEST_F(NodeTest, WritesNoLineBreakWhereARemovalJoinsText) {
+    QorXMLNode* root = load(document_, u"<r>x<a/> <b>y</b> <c/> </r>");
+    root->RemoveChild(NodePtr(root->SelectSingleNode(u"a")).get());
+    EXPECT_EQ(document_.GetXML(), u"<r>x<b>y</b>\n<c/>\n</r>");
+    root->AddAttribute(u"xml:space", u"preserve");
+    EXPECT_EQ(document_.GetXML(), u"<r xml:space=\"preserve\">x<b>y</b><c/></r>");
+}
+
 TEST_F(NodeTest, RefusesCyclesAndSecondRoots) {
     QorXMLNode* root = load(document_, u"<r><a><b/></a></r>");
     const NodePtr a(root->SelectSingleNode(u"a"));
