@@ -45,6 +45,8 @@ public:
 
     /// A counted node for the element.
     QorXMLNode node() const;
+    /// For interfaces that know the element by its name alone.
+    const Element* element() const { return element_; }
 
 private:
     const Element* element_ = nullptr;

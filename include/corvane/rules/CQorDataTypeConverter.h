@@ -3,6 +3,7 @@
 #include <concepts>
 #include <cstdint>
 #include <memory>
+#include <string_view>
 
 #include <corvane/base/Export.h>
 #include <corvane/platform/OleDateTime.h>
@@ -22,20 +23,20 @@ public:
     /// Reads a value. White space in front and anything behind a number are ignored. The result
     /// says whether there was a value; without one, `value` is untouched.
     template <typename T>
-    requires(kWholeNumber<T>) bool TextToValue(CStringW text, T& value) const {
+    requires(kWholeNumber<T>) bool TextToValue(std::u16string_view text, T& value) const {
         std::int32_t number = 0;
         if (!scan(text, number)) return false;
         value = static_cast<T>(number);
         return true;
     }
     /// False for "0" and true for any other text.
-    bool TextToValue(CStringW text, bool& value) const;
-    bool TextToValue(CStringW text, double& value) const;
+    bool TextToValue(std::u16string_view text, bool& value) const;
+    bool TextToValue(std::u16string_view text, double& value) const;
     /// A new text, owned by the caller.
-    bool TextToValue(CStringW text, CStringW*& value) const;
+    bool TextToValue(std::u16string_view text, CStringW*& value) const;
     /// Dates and records have no text: these do nothing.
-    bool TextToValue(CStringW, COleDateTime*&) const { return false; }
-    bool TextToValue(CStringW, QORCustomRuleData*&) const { return false; }
+    bool TextToValue(std::u16string_view, COleDateTime*&) const { return false; }
+    bool TextToValue(std::u16string_view, QORCustomRuleData*&) const { return false; }
 
     /// The text of a value: whole numbers in decimal, doubles with six places behind the point. A
     /// null pointer and the kinds that have no text give an empty one.
@@ -64,14 +65,16 @@ public:
     void AttributesToValue(std::unique_ptr<QORCustomRuleData>, T&) const {}
 
     /// A copy of a record's texts; empty for a null record and for all other kinds.
-    QORCustomRuleData ValueToAttributes(const QORCustomRuleData* value) const;
     template <typename T>
-    QORCustomRuleData ValueToAttributes(const T&) const {
+    QORCustomRuleData ValueToAttributes(const T& value) const {
+        if constexpr (std::convertible_to<T, const QORCustomRuleData*>) {
+            if (value) return *value;
+        }
         return {};
     }
 
 private:
-    static bool scan(const CStringW& text, std::int32_t& number);
+    static bool scan(std::u16string_view text, std::int32_t& number);
     static CStringW print(std::int32_t number);
     static CStringW print(std::uint32_t number);
 };

@@ -75,10 +75,10 @@ public:
     /// carry raises _com_error.
     QorXMLNode* GetXMLNode();
 
-    /// Reads the first `Parameter` child of `parent`, not null, that has this parameter's number;
-    /// without one nothing changes. Operator, parameter type and status are replaced, values are
-    /// added behind those that are there. Name and remarks are never read. `parent` stays the
-    /// caller's.
+    /// Reads the first `Parameter` child of `parent` that has this parameter's number; without one,
+    /// and with null, nothing changes. An empty node raises _com_error. Operator, parameter type
+    /// and status are replaced, values are added behind those that are there. Name and remarks are
+    /// never read. `parent` stays the caller's.
     void PopulateFromXML(QorXMLNode* parent);
     /// The same from an element that is found already.
     void PopulateFromXML(corvane::ParameterReader& reader);

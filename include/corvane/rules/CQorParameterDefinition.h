@@ -95,6 +95,7 @@ QorXMLNode* CQorParameter<T>::GetXMLNode() {
 
 template <typename T>
 void CQorParameter<T>::PopulateFromXML(QorXMLNode* parent) {
+    if (!parent) return;
     corvane::ParameterReader reader(*parent, m_lType);
     if (reader.found()) PopulateFromXML(reader);
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include <corvane/base/Export.h>
 #include <corvane/base/Types.h>
@@ -34,14 +36,18 @@ public:
 
     /// Needs a current document. Every operation raises _com_error for text that XML refuses.
     explicit ParameterWriter(const Head& head);
+    ParameterWriter(const ParameterWriter&) = delete;
+    ParameterWriter& operator=(const ParameterWriter&) = delete;
     ~ParameterWriter();
 
-    void addText(const CStringW& text);               ///< One `Value` element with that text.
+    void addText(CStringW text);                      ///< One `Value` element with that text.
     void addRecord(const QORCustomRuleData& record);  ///< One with attributes; none when empty.
     /// Closes the element and hands it out; the caller owns it.
     QorXMLNode* finish(const CStringW& remarks);
 
 private:
+    void appendChild(std::u16string_view name, CStringW text);
+
     std::unique_ptr<QorXMLNode> element_;
 };
 
@@ -63,13 +69,15 @@ public:
 
     /// Goes to the first or the next `Value` element; false when there is none.
     bool nextValue();
-    CStringW text() const;  ///< The text of the current `Value`.
+    /// The text of the current `Value`, until the next call.
+    std::u16string_view text();
     /// A new record of the attributes of the current `Value`.
     std::unique_ptr<QORCustomRuleData> record() const;
 
 private:
     const xml::Element* parameter_;
     const xml::Element* value_ = nullptr;
+    std::u16string buffer_;
 };
 
 }  // namespace corvane

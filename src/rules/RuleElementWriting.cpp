@@ -1,0 +1,52 @@
+#include <corvane/app/StringResources.h>
+#include <corvane/rules/CQorRule.h>
+#include <corvane/xml/CurrentDocument.h>
+#include <corvane/xml/QorXMLDocument.h>
+#include <corvane/xml/QorXMLNode.h>
+
+#include "platform/Paths.h"
+#include "rules/ParameterVisit.h"
+#include "rules/RuleElement.h"
+
+namespace corvane::rules {
+namespace {
+
+bool isWritten(QorOperator_e op) {
+    return op != QorOperator_NotSaved && op != QorOperator_Hidden;
+}
+
+}  // namespace
+
+std::unique_ptr<QorXMLNode> makeRuleElement(const CQorRule& rule, std::uint32_t categoryResource) {
+    std::unique_ptr<QorXMLNode> element(g_pXMLDoc->CreateNode(ResourceText(resource::kRuleNode)));
+    const auto add = [&element](std::uint32_t resource, CStringW text) {
+        element->AddAttribute(ResourceText(resource), std::move(text));
+    };
+    const CQorDataTypeConverter converter;
+    add(resource::kRuleNameAttr, rule.m_csRuleName);
+    add(resource::kRuleStatusAttr, converter.ValueToText(rule.m_lRuleStatus));
+    add(resource::kRuleLifeStatusAttr, converter.ValueToText(rule.m_lRuleLifeStatus));
+    add(resource::kRuleDescriptionAttr, rule.m_csRuleDescription);
+    add(resource::kRuleSourceAttr, rule.m_csRuleSource);
+    add(resource::kRuleModuleAttr, rule.m_csRuleModuleName);
+    add(resource::kRuleFileAttr, platform::fileName(rule.m_csRuleFileName));
+    add(resource::kRuleSeverityAttr, converter.ValueToText(rule.m_lRuleSeverity));
+    add(categoryResource, rule.m_csRuleCategory);
+    return element;
+}
+
+void writeParameters(QorXMLNode& parent, const CQorArray<CQorParamStorage*>& parameters,
+                     Type_e lastKind, void (*illegal)()) {
+    for (int i = 0; i < parameters.GetSize(); ++i) {
+        const CQorParamStorage* const storage = parameters.GetAt(i);
+        bool legal = visitParameter(storage, [&](auto& parameter) {
+            if (!isWritten(parameter.m_Operator)) return;
+            if (storage->m_Type > lastKind) return illegal();
+            const std::unique_ptr<QorXMLNode> element(parameter.GetXMLNode());
+            parent.AppendNode(element.get());
+        });
+        if (!legal) illegal();
+    }
+}
+
+}  // namespace corvane::rules
