@@ -1,0 +1,181 @@
+#include <gtest/gtest.h>
+#include <limits>
+
+#include <corvane/app/StringTable.h>
+
+#include "AnyRule.h"
+#include "support/MessageRecorder.h"
+#include "support/Text.h"
+
+namespace {
+
+QORCustomRuleData* newRecord(const char16_t* first, const char16_t* second) {
+    auto record = std::make_unique<QORCustomRuleData>();
+    record->Add(first);
+    if (second) record->Add(second);
+    return record.release();
+}
+
+TEST(RuleArray, GrowsInItsStepsAndStartsAnewAfterReset) {
+    CQorArray<int> array;
+    std::vector<int> capacities{array.m_nCapacity};
+    for (int i = 0; i < 90; ++i) {
+        array.Add(i);
+        if (array.m_nCapacity != capacities.back()) capacities.push_back(array.m_nCapacity);
+    }
+    EXPECT_EQ(capacities, (std::vector{10, 11, 15, 22, 32, 44, 58, 74, 93}));
+    EXPECT_FALSE(array.RemoveAt(90));
+    EXPECT_TRUE(array.RemoveAt(0));
+    const CQorArray<int> copy(array = *&array);
+    array.Reset();
+    EXPECT_EQ((std::vector{copy.GetAt(88), copy.GetSize(), copy.m_nCapacity, copy.m_nGrowBy}),
+              (std::vector{89, 89, 93, 22}));
+    EXPECT_EQ((std::vector{array.GetAt(9), array.GetSize(), array.m_nCapacity, array.m_nGrowBy}),
+              (std::vector{0, 0, 10, 1}));
+}
+
+TEST(RuleParameter, IsFoundByNumberAndNamedByTheTableOfTheRuleModule) {
+    const corvane::StringTableEntry entries[] = {{5, u"Minimum wall"}, {3000, u"Own"}};
+    const corvane::StringTableScope scope({entries, 2});
+    AnyRule rule;
+    rule.m_Parameters.Add(nullptr);
+    const auto& first = rule.add<int>(Type_Int, 5);
+    EXPECT_EQ(rule.add<double>(Type_Double, 3000).m_csName, u"Own");
+    EXPECT_EQ(rule.add<double>(Type_Double, 5).m_csName, u"Minimum wall");
+    EXPECT_EQ(rule.add<QorULong>(Type_ColorRef, -7).m_csName, u"");
+    EXPECT_EQ(rule.GetIntItem(5), &first);
+    EXPECT_EQ(rule.GetDoubleItem(5), nullptr);
+    EXPECT_EQ(rule.GetLongItem(5), nullptr);
+    EXPECT_EQ(rule.FindParameterInArray(6), nullptr);
+}
+
+TEST(RuleParameter, OfIllegalKindIsAMessageAndAStorageWithoutParameter) {
+    const MessageRecorder messages;
+    for (const int kind : {0, 9, -1}) {
+        const std::unique_ptr<CQorParamStorage> storage(AnyRule().CreateParamStorageObject(
+            Type_e(kind), 5, QorOperator_Grouped, QorParamType_Plain, false, true));
+        EXPECT_TRUE(storage->m_bOption && !storage->m_bStatus && !storage->m_pParameter);
+        EXPECT_EQ(storage->m_Type, 0);
+        EXPECT_EQ(storage->m_lId, 5);
+    }
+    EXPECT_EQ(messages.shown.size(), 3U);
+}
+
+// Twice, and with nulls and scalars, so that what is shared or lost shows under the sanitizer.
+TEST(RuleParameter, AssignmentClonesWhatPointersPointTo) {
+    AnyRule source;
+    AnyRule target;
+    auto& texts = source.add<CStringW*>(Type_CStringPtr, 1, {new CStringW(u"Steel"), nullptr});
+    auto& textCopy = target.add(Type_CStringPtr, 2, {new CStringW(u"old")});
+    source.add<COleDateTime*>(Type_COleDateTimePtr, 3, {new COleDateTime(2.5), nullptr});
+    auto& dateCopy = target.add<COleDateTime*>(Type_COleDateTimePtr, 3);
+    source.add(Type_CustomRuleData, 4, {newRecord(u"a", u"b")});
+    const auto& recordCopy = target.add<QORCustomRuleData*>(Type_CustomRuleData, 4);
+    CStringW scalar(u"scalar");
+    texts.m_Scalar = &scalar;
+    dateCopy.m_Scalar = new COleDateTime(1.0);
+    for (int round = 0; round < 2; ++round)
+        target = &source;
+    *texts.m_Values.GetAt(0) = scalar = u"changed";
+    EXPECT_EQ(*textCopy.m_Values.GetAt(0) + *textCopy.m_Scalar, u"Steelscalar");
+    EXPECT_EQ(textCopy.m_Values.GetAt(1), nullptr);
+    EXPECT_EQ(textCopy.m_lType, 2);
+    EXPECT_EQ(*dateCopy.m_Values.GetAt(0), COleDateTime(2.5));
+    EXPECT_EQ(dateCopy.m_Scalar, nullptr);
+    EXPECT_EQ(recordCopy.m_Values.GetAt(0)->GetAt(1), u"b");
+}
+
+// Says whether the update of a parameter from another tells a difference; it copies in any case.
+template <typename T>
+bool updateTells(Type_e type, std::initializer_list<T> own, std::initializer_list<T> other,
+                 int otherOp = 2) {
+    AnyRule source;
+    AnyRule target;
+    source.add<T>(type, 1, own).m_csRemarks = u"moved";
+    const auto& updated = target.add<T>(type, 1, other, otherOp);
+    const bool differs = source.UpdateRule(&target);
+    EXPECT_EQ(updated.m_csRemarks == u"moved", type != Type_Bool && type != Type_COleDateTimePtr);
+    return differs;
+}
+
+TEST(RuleParameter, UpdateTellsWhetherTheTargetDiffered) {
+    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+    const auto text = [](const char16_t* content) { return new CStringW(content); };
+    EXPECT_FALSE(updateTells(Type_Int, {1, 2}, {1, 2}));
+    EXPECT_TRUE(updateTells(Type_Int, {1, 2}, {1, 3}));
+    EXPECT_TRUE(updateTells(Type_Int, {1}, {1}, QorOperator_Grouped));
+    EXPECT_TRUE(updateTells<QorLong>(Type_Long, {1}, {}));
+    EXPECT_TRUE(updateTells(Type_Double, {kNaN}, {kNaN}));
+    EXPECT_FALSE(updateTells(Type_CStringPtr, {text(u"a")}, {text(u"a")}));
+    EXPECT_TRUE(updateTells(Type_CStringPtr, {text(u"a")}, {text(u"A")}));
+    EXPECT_TRUE(updateTells<CStringW*>(Type_CStringPtr, {nullptr}, {text(u"")}));
+    EXPECT_FALSE(updateTells<CStringW*>(Type_CStringPtr, {nullptr}, {nullptr}));
+    EXPECT_FALSE(updateTells(Type_CustomRuleData, {newRecord(u"a", u"b")}, {newRecord(u"", u"")}));
+    EXPECT_TRUE(updateTells(Type_CustomRuleData, {newRecord(u"a", u"b")}, {newRecord(u"a", {})}));
+    EXPECT_FALSE(updateTells(Type_Bool, {true}, {false}));
+    EXPECT_FALSE(updateTells<COleDateTime*>(Type_COleDateTimePtr, {nullptr}, {}));
+}
+
+TEST(Rule, AssignmentAndUpdatePassOverWhatHasNoCounterpart) {
+    AnyRule source;
+    AnyRule target;
+    source.add(Type_Int, 1, {1});
+    source.m_Parameters.Add(nullptr);
+    const auto& other = target.add(Type_Double, 1, {4.0});
+    target.m_Parameters.Add(nullptr);
+    target.add(Type_Int, 3, {5});
+    const MessageRecorder messages;
+    target = &source;
+    target = static_cast<CQorRule*>(nullptr);
+    source.m_csRuleName = u"Renamed";
+    EXPECT_FALSE(source.UpdateRule(&target) || source.UpdateRule(nullptr));
+    EXPECT_EQ(target.m_csRuleName, u"Renamed");
+    EXPECT_EQ(valuesOf(other), std::vector{4.0});
+    EXPECT_EQ(messages.shown.size(), 2U);
+}
+
+TEST(Rule, PostPopulateMakesNamesServeBothForms) {
+    AnyRule rule;
+    rule.m_csRuleSource = u"PROEwall";
+    rule.m_csRuleFileName = u"HoleProeRules.DLL";
+    rule.PostPopulate();
+    EXPECT_EQ(rule.m_csRuleSource + rule.m_csRuleFileName, u"wallholerules.dll");
+}
+
+TEST(RuleCategory, ReadsBackByItsText) {
+    AnyRule rule;
+    for (int number = -1; number <= 21; ++number) {
+        rule.SetRuleCategory(QORRuleCategory_e(number));
+        const bool hasText = number >= 0 && number <= 20 && number != 11 && number != 14;
+        EXPECT_EQ(rule.m_csRuleCategory.IsEmpty(), !hasText) << number;
+        EXPECT_EQ(rule.GetRuleCategoryEnum(), !hasText                      ? -1
+                                              : number == 7 || number == 13 ? 6
+                                                                            : number);
+    }
+    rule.m_csRuleCategory = u"Own";
+    EXPECT_EQ(rule.GetRuleCategoryEnum(), 6);
+}
+
+TEST(Constraint, CopiesOwnClonesOfTheirParameters) {
+    AnyRule rule;
+    rule.m_Constraints.Add(rule.CreateConstraintObject(QORConstraint_Material, u"Steel", true));
+    CQORConstraint& source = *rule.m_Constraints.GetAt(0);
+    for (QorLong id = 1; id <= 11; ++id)
+        rule.add(Type_CStringPtr, id, {new CStringW(u"v")}, 2, 0, &source.m_Parameters);
+    source.m_Parameters.Add(nullptr);
+    CQORConstraint copy(source);
+    CQORConstraint assigned(QORConstraintType_e(0), u"", false);
+    rule.add<int>(Type_Int, 1, {}, 2, 0, &assigned.m_Parameters);
+    assigned = source;
+    rule.ClearConstraints();
+    for (CQORConstraint* const constraint : {&copy, &assigned}) {
+        EXPECT_EQ(constraint->m_csValue, u"Steel");
+        EXPECT_EQ(constraint->m_Parameters.m_nCapacity, 15);
+        const void* const last = constraint->FindParameterInArray(11)->m_pParameter;
+        const auto& parameter = *static_cast<const CQorParameter<CStringW*>*>(last);
+        EXPECT_EQ(*parameter.m_Values.GetAt(0), u"v");
+        EXPECT_EQ(parameter.m_lType, 11);
+    }
+}
+
+}  // namespace
