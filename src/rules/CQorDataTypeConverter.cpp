@@ -1,6 +1,7 @@
 #include <corvane/rules/CQorDataTypeConverter.h>
 
 #include "rules/ParameterNames.h"
+#include "text/Print.h"
 #include "text/Scan.h"
 
 using corvane::text::ScanResult;
@@ -11,15 +12,11 @@ bool CQorDataTypeConverter::scan(std::u16string_view text, std::int32_t& number)
 }
 
 CStringW CQorDataTypeConverter::print(std::int32_t number) {
-    CStringW text;
-    text.Format(u"%d", number);
-    return text;
+    return corvane::text::printInt32(number);
 }
 
 CStringW CQorDataTypeConverter::print(std::uint32_t number) {
-    CStringW text;
-    text.Format(u"%u", number);
-    return text;
+    return corvane::text::printUInt32(number);
 }
 
 bool CQorDataTypeConverter::TextToValue(std::u16string_view text, bool& value) const {
@@ -41,9 +38,7 @@ CStringW CQorDataTypeConverter::ValueToText(bool value) const {
 }
 
 CStringW CQorDataTypeConverter::ValueToText(double value) const {
-    CStringW text;
-    text.Format(u"%f", value);
-    return text;
+    return corvane::text::printDouble(value);
 }
 
 CStringW CQorDataTypeConverter::ValueToText(const CStringW* value) const {

@@ -1,29 +1,22 @@
-#include <utility>
-
 #include <corvane/rules/ParameterXML.h>
 #include <corvane/xml/CurrentDocument.h>
-#include <corvane/xml/QorXMLDocument.h>
 #include <corvane/xml/QorXMLNode.h>
 
 #include "rules/ParameterIndex.h"
 #include "rules/ParameterNames.h"
 #include "rules/RequiredElement.h"
+#include "text/Print.h"
 #include "text/Scan.h"
+#include "xml/ElementWriter.h"
 
 namespace corvane {
 namespace {
 
 namespace name = rules::name;
 
-CStringW decimal(std::int32_t number) {
-    CStringW text;
-    text.Format(u"%d", number);
-    return text;
-}
-
-CStringW attributeName(int number) {
-    CStringW text(name::kAttribute);
-    text += decimal(number);
+std::u16string attributeName(int number) {
+    std::u16string text(name::kAttribute);
+    text += text::printInt32(number);
     return text;
 }
 
@@ -43,35 +36,31 @@ bool ParameterWriter::canWrite() {
 }
 
 ParameterWriter::ParameterWriter(const Head& head)
-    : element_(g_pXMLDoc->CreateNode(name::kParameter)) {
-    element_->AddAttribute(name::kName, head.name);
-    element_->AddAttribute(name::kNumber, decimal(head.number));
-    element_->AddAttribute(name::kStatus, head.status ? name::kTrue : name::kFalse);
-    appendChild(name::kOperator, decimal(head.op));
-    appendChild(name::kParameterType, decimal(head.paramType));
+    : element_(xml::ElementWriter::make(*g_pXMLDoc, name::kParameter)) {
+    xml::ElementWriter parameter(*element_);
+    parameter.attribute(name::kName, head.name);
+    parameter.attribute(name::kNumber, text::printInt32(head.number));
+    parameter.attribute(name::kStatus, head.status ? name::kTrue : name::kFalse);
+    parameter.child(name::kOperator).text(text::printInt32(head.op));
+    parameter.child(name::kParameterType).text(text::printInt32(head.paramType));
 }
 
 ParameterWriter::~ParameterWriter() = default;
 
-void ParameterWriter::appendChild(std::u16string_view childName, CStringW text) {
-    const std::unique_ptr<QorXMLNode> child(element_->AppendNode(CStringW(childName)));
-    child->SetNodeValue(std::move(text));
-}
-
-void ParameterWriter::addText(CStringW text) {
-    appendChild(name::kValue, std::move(text));
+void ParameterWriter::addText(std::u16string_view text) {
+    xml::ElementWriter(*element_).child(name::kValue).text(text);
 }
 
 void ParameterWriter::addRecord(const QORCustomRuleData& record) {
     if (record.GetSize() == 0) return;
-    const std::unique_ptr<QorXMLNode> value(element_->AppendNode(CStringW(name::kValue)));
+    xml::ElementWriter value = xml::ElementWriter(*element_).child(name::kValue);
     int number = 0;
     for (const CStringW& text : record)
-        value->AddAttribute(attributeName(++number), text);
+        value.attribute(attributeName(++number), text);
 }
 
 QorXMLNode* ParameterWriter::finish(const CStringW& remarks) {
-    appendChild(name::kRemarks, remarks);
+    xml::ElementWriter(*element_).child(name::kRemarks).text(remarks);
     return element_.release();
 }
 
@@ -102,10 +91,10 @@ std::u16string_view ParameterReader::text() {
 }
 
 std::unique_ptr<QORCustomRuleData> ParameterReader::record() const {
-    static const CStringW names[name::kAttributesRead] = {attributeName(1), attributeName(2),
-                                                          attributeName(3), attributeName(4)};
+    static const std::u16string names[name::kAttributesRead] = {attributeName(1), attributeName(2),
+                                                                attributeName(3), attributeName(4)};
     auto record = std::make_unique<QORCustomRuleData>();
-    for (const CStringW& attribute : names) {
+    for (const std::u16string& attribute : names) {
         if (const auto text = xml::ElementView(value_).attribute(attribute)) record->Add(*text);
     }
     return record;

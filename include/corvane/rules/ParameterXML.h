@@ -40,14 +40,12 @@ public:
     ParameterWriter& operator=(const ParameterWriter&) = delete;
     ~ParameterWriter();
 
-    void addText(CStringW text);                      ///< One `Value` element with that text.
+    void addText(std::u16string_view text);           ///< One `Value` element with that text.
     void addRecord(const QORCustomRuleData& record);  ///< One with attributes; none when empty.
     /// Closes the element and hands it out; the caller owns it.
     QorXMLNode* finish(const CStringW& remarks);
 
 private:
-    void appendChild(std::u16string_view name, CStringW text);
-
     std::unique_ptr<QorXMLNode> element_;
 };
 
