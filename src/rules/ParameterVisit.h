@@ -17,11 +17,11 @@ bool visitKind(Type_e kind, Use use) {
         case Type_Int:
             use(std::type_identity<int>());
             return true;
-        case Type_Long:
-            use(std::type_identity<QorLong>());
-            return true;
         case Type_Bool:
             use(std::type_identity<bool>());
+            return true;
+        case Type_Long:
+            use(std::type_identity<QorLong>());
             return true;
         case Type_Double:
             use(std::type_identity<double>());

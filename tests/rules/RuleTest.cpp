@@ -35,7 +35,8 @@ TEST(RuleArray, GrowsInItsStepsAndStartsAnewAfterReset) {
 
 TEST(RuleParameter, IsFoundByNumberAndNamedByTheTableOfTheRuleModule) {
     const corvane::StringTableEntry entries[] = {{5, u"Minimum wall"}, {3000, u"Own"}};
-    const corvane::StringTableScope scope({entries, 2});
+    const corvane::StringTable table{entries, 2};
+    const corvane::StringTableScope scope(table);
     AnyRule rule;
     rule.m_Parameters.Add(nullptr);
     const auto& first = rule.add<int>(Type_Int, 5);

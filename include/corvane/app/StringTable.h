@@ -36,6 +36,7 @@ CORVANE_EXPORT const StringTable* SetCurrentStringTable(const StringTable* table
 class StringTableScope {
 public:
     explicit StringTableScope(const StringTable& table) : former_(SetCurrentStringTable(&table)) {}
+    explicit StringTableScope(StringTable&& table) = delete;  // It would not live long enough.
     StringTableScope(const StringTableScope&) = delete;
     StringTableScope& operator=(const StringTableScope&) = delete;
     ~StringTableScope() { SetCurrentStringTable(former_); }
