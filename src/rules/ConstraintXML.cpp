@@ -2,13 +2,13 @@
 
 #include <corvane/rules/CQORConstraint.h>
 #include <corvane/xml/CurrentDocument.h>
-#include <corvane/xml/QorXMLDocument.h>
 #include <corvane/xml/QorXMLNode.h>
 
 #include "rules/IllegalParameter.h"
 #include "rules/ParameterNames.h"
 #include "rules/RequiredElement.h"
 #include "rules/RuleElement.h"
+#include "xml/ElementWriter.h"
 
 namespace rules = corvane::rules;
 
@@ -55,10 +55,11 @@ void CQORConstraint::PopulateParameters(QorXMLNode*& node) {
 
 QorXMLNode* CQORConstraint::GetXMLNode() {
     if (!g_pXMLDoc) return nullptr;
-    std::unique_ptr<QorXMLNode> element(g_pXMLDoc->CreateNode(kConstraint));
-    element->AddAttribute(kType, m_Type == QORConstraint_Material ? kMaterial : u"");
-    element->AddAttribute(kValue, m_csValue);
-    element->AddAttribute(kStatus, m_bStatus ? rules::name::kTrue : rules::name::kFalse);
+    auto element = corvane::xml::ElementWriter::make(*g_pXMLDoc, kConstraint);
+    corvane::xml::ElementWriter constraint(*element);
+    constraint.attribute(kType, m_Type == QORConstraint_Material ? kMaterial : u"");
+    constraint.attribute(kValue, m_csValue);
+    constraint.attribute(kStatus, m_bStatus ? rules::name::kTrue : rules::name::kFalse);
     rules::writeParameters(*element, m_Parameters, Type_CustomRuleData,
                            rules::reportIllegalParameter);
     return element.release();

@@ -35,9 +35,17 @@ bool ParameterWriter::canWrite() {
     return g_pXMLDoc != nullptr;
 }
 
-ParameterWriter::ParameterWriter(const Head& head)
-    : element_(xml::ElementWriter::make(*g_pXMLDoc, name::kParameter)) {
-    xml::ElementWriter parameter(*element_);
+ParameterWriter::ParameterWriter()
+    : free_(xml::ElementWriter::make(*g_pXMLDoc, name::kParameter)),
+      element_(xml::ElementWriter(*free_).element()) {}
+
+ParameterWriter::ParameterWriter(const QorXMLNode& parent)
+    : element_(xml::ElementWriter(parent).child(name::kParameter).element()) {}
+
+ParameterWriter::~ParameterWriter() = default;
+
+void ParameterWriter::addHead(const Head& head) {
+    xml::ElementWriter parameter(element_);
     parameter.attribute(name::kName, head.name);
     parameter.attribute(name::kNumber, text::printInt32(head.number));
     parameter.attribute(name::kStatus, head.status ? name::kTrue : name::kFalse);
@@ -45,23 +53,24 @@ ParameterWriter::ParameterWriter(const Head& head)
     parameter.child(name::kParameterType).text(text::printInt32(head.paramType));
 }
 
-ParameterWriter::~ParameterWriter() = default;
-
 void ParameterWriter::addText(std::u16string_view text) {
-    xml::ElementWriter(*element_).child(name::kValue).text(text);
+    xml::ElementWriter(element_).child(name::kValue).text(text);
 }
 
 void ParameterWriter::addRecord(const QORCustomRuleData& record) {
     if (record.GetSize() == 0) return;
-    xml::ElementWriter value = xml::ElementWriter(*element_).child(name::kValue);
+    xml::ElementWriter value = xml::ElementWriter(element_).child(name::kValue);
     int number = 0;
     for (const CStringW& text : record)
         value.attribute(attributeName(++number), text);
 }
 
-QorXMLNode* ParameterWriter::finish(const CStringW& remarks) {
-    xml::ElementWriter(*element_).child(name::kRemarks).text(remarks);
-    return element_.release();
+void ParameterWriter::addRemarks(const CStringW& remarks) {
+    xml::ElementWriter(element_).child(name::kRemarks).text(remarks);
+}
+
+QorXMLNode* ParameterWriter::release() {
+    return free_.release();
 }
 
 ParameterReader::ParameterReader(const QorXMLNode& parent, QorLong number)

@@ -35,16 +35,16 @@ void readRuleTexts(xml::ElementView element, CQorRule& rule);
 bool readParameters(xml::ElementView parent, const CQorArray<CQorParamStorage*>& parameters,
                     Type_e lastKind);
 
-// Writing. All of it needs a current document and raises _com_error for text that XML refuses.
+// Writing. Text that XML refuses raises _com_error.
 
 /// A rule element with its nine attributes, the category under the number that is given. It is
-/// attached to nothing.
+/// attached to nothing. Needs a current document.
 std::unique_ptr<QorXMLNode> makeRuleElement(const CQorRule& rule, std::uint32_t categoryResource);
 
 /// Appends a `Parameter` element for each parameter whose operator is neither
 /// QorOperator_NotSaved nor QorOperator_Hidden. Calls `illegal` in place of a storage of illegal
 /// kind or of a kind above `lastKind`.
-void writeParameters(QorXMLNode& parent, const CQorArray<CQorParamStorage*>& parameters,
+void writeParameters(const QorXMLNode& parent, const CQorArray<CQorParamStorage*>& parameters,
                      Type_e lastKind, void (*illegal)());
 
 }  // namespace corvane::rules

@@ -1,12 +1,12 @@
 #include <corvane/app/StringResources.h>
 #include <corvane/rules/CQorRule.h>
 #include <corvane/xml/CurrentDocument.h>
-#include <corvane/xml/QorXMLDocument.h>
 #include <corvane/xml/QorXMLNode.h>
 
 #include "platform/Paths.h"
 #include "rules/ParameterVisit.h"
 #include "rules/RuleElement.h"
+#include "xml/ElementWriter.h"
 
 namespace corvane::rules {
 namespace {
@@ -18,7 +18,7 @@ bool isWritten(QorOperator_e op) {
 }  // namespace
 
 std::unique_ptr<QorXMLNode> makeRuleElement(const CQorRule& rule, std::uint32_t categoryResource) {
-    std::unique_ptr<QorXMLNode> element(g_pXMLDoc->CreateNode(ResourceText(resource::kRuleNode)));
+    auto element = xml::ElementWriter::make(*g_pXMLDoc, ResourceText(resource::kRuleNode));
     const auto add = [&element](std::uint32_t resource, CStringW text) {
         element->AddAttribute(ResourceText(resource), std::move(text));
     };
@@ -35,15 +35,14 @@ std::unique_ptr<QorXMLNode> makeRuleElement(const CQorRule& rule, std::uint32_t 
     return element;
 }
 
-void writeParameters(QorXMLNode& parent, const CQorArray<CQorParamStorage*>& parameters,
+void writeParameters(const QorXMLNode& parent, const CQorArray<CQorParamStorage*>& parameters,
                      Type_e lastKind, void (*illegal)()) {
     for (int i = 0; i < parameters.GetSize(); ++i) {
         const CQorParamStorage* const storage = parameters.GetAt(i);
-        bool legal = visitParameter(storage, [&](auto& parameter) {
+        const bool legal = visitParameter(storage, [&](auto& parameter) {
             if (!isWritten(parameter.m_Operator)) return;
             if (storage->m_Type > lastKind) return illegal();
-            const std::unique_ptr<QorXMLNode> element(parameter.GetXMLNode());
-            parent.AppendNode(element.get());
+            parameter.AppendXMLNode(parent);
         });
         if (!legal) illegal();
     }

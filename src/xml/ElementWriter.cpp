@@ -13,6 +13,7 @@ namespace corvane::xml {
 std::unique_ptr<QorXMLNode> ElementWriter::make(const QorXMLDocument& document,
                                                 std::u16string_view name) {
     if (!Access::document(document)) raiseError(kErrorPointer);
+    require(isQualifiedName(name) && name.find(u':') == name.npos);
     const PoolUse pool;
     auto* element = makeNode<Element>(pool.get(), Kind::Element);
     element->name = makeText(pool.get(), name);
@@ -23,12 +24,13 @@ ElementWriter::ElementWriter(const QorXMLNode& node) : element_(*Access::element
 
 void ElementWriter::attribute(std::u16string_view name, std::u16string_view value) {
     require(isCarriable(value));
+    noteChange(element_);
     appendAttribute(element_, makeText(element_.pool, name), makeText(element_.pool, value));
 }
 
 ElementWriter ElementWriter::child(std::u16string_view name) {
     auto* made = makeNode<Element>(element_.pool, Kind::Element);
-    attach(element_, *made);
+    link(element_, *made);
     made->name = makeText(element_.pool, name);
     return ElementWriter(*made);
 }
@@ -37,7 +39,7 @@ void ElementWriter::text(std::u16string_view text) {
     require(isCarriable(text));
     if (text.empty()) return;
     auto* made = makeNode<CharacterData>(element_.pool, Kind::Text);
-    attach(element_, *made);
+    link(element_, *made);
     made->text = makeText(element_.pool, text);
 }
 

@@ -9,18 +9,21 @@ namespace corvane::xml {
 
 class Element;
 
-/// Builds an element as the library's own writers do: in memory of its own, without a node object
-/// for each child. Names are the caller's literals and known to be XML names without a prefix; text
-/// that XML cannot carry raises kErrorFail.
+/// Builds an element as the library's own writers do: without a node object for each child, and in
+/// one piece of memory where `make` begins it. Names of attributes and children are the caller's
+/// literals, known to be XML names without prefix. Text that XML cannot carry raises kErrorFail.
 class ElementWriter {
 public:
     /// A new element for a document, attached to nothing. Raises kErrorPointer for a document
-    /// without parser.
+    /// without parser, and kErrorFail for a name that is no XML name or has a prefix.
     static std::unique_ptr<QorXMLNode> make(const QorXMLDocument& document,
                                             std::u16string_view name);
 
-    /// For a node that `make` gave, to which nothing but this class has added.
+    /// For a node that is not empty.
     explicit ElementWriter(const QorXMLNode& node);
+    explicit ElementWriter(Element& element) : element_(element) {}
+
+    Element& element() const { return element_; }
 
     /// Appends an attribute that is not there yet.
     void attribute(std::u16string_view name, std::u16string_view value);
@@ -30,8 +33,6 @@ public:
     void text(std::u16string_view text);
 
 private:
-    explicit ElementWriter(Element& element) : element_(element) {}
-
     Element& element_;
 };
 

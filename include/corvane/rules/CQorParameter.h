@@ -74,6 +74,8 @@ public:
     /// nor of 2 first loses its values, here and in the element. A value that the element cannot
     /// carry raises _com_error.
     QorXMLNode* GetXMLNode();
+    /// The same as the last child of `parent`, which is not empty.
+    void AppendXMLNode(const QorXMLNode& parent);
 
     /// Reads the first `Parameter` child of `parent` that has this parameter's number; without one,
     /// and with null, nothing changes. An empty node raises _com_error. Operator, parameter type
@@ -98,6 +100,7 @@ private:
     void assignScalar(const CQorParameter& source);
     static bool differ(const T& a, const T& b);
     void dropBrokenGroup();
+    void writeTo(corvane::ParameterWriter& writer);
 
     [[no_unique_address]] corvane::ScalarClone<T> scalarClone_;
 };

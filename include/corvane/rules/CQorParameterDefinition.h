@@ -78,10 +78,9 @@ void CQorParameter<T>::dropBrokenGroup() {
 }
 
 template <typename T>
-QorXMLNode* CQorParameter<T>::GetXMLNode() {
-    if (!corvane::ParameterWriter::canWrite()) return nullptr;
+void CQorParameter<T>::writeTo(corvane::ParameterWriter& writer) {
     dropBrokenGroup();
-    corvane::ParameterWriter writer({m_csName, m_lType, m_bStatus, m_Operator, m_ParamType});
+    writer.addHead({m_csName, m_lType, m_bStatus, m_Operator, m_ParamType});
     const CQorDataTypeConverter converter;
     for (int i = 0; i < m_Values.GetSize(); ++i) {
         if (m_ParamType == QorParamType_Attributes) {
@@ -90,7 +89,21 @@ QorXMLNode* CQorParameter<T>::GetXMLNode() {
             writer.addText(converter.ValueToText(m_Values.GetAt(i)));
         }
     }
-    return writer.finish(m_csRemarks);
+    writer.addRemarks(m_csRemarks);
+}
+
+template <typename T>
+QorXMLNode* CQorParameter<T>::GetXMLNode() {
+    if (!corvane::ParameterWriter::canWrite()) return nullptr;
+    corvane::ParameterWriter writer;
+    writeTo(writer);
+    return writer.release();
+}
+
+template <typename T>
+void CQorParameter<T>::AppendXMLNode(const QorXMLNode& parent) {
+    corvane::ParameterWriter writer(parent);
+    writeTo(writer);
 }
 
 template <typename T>

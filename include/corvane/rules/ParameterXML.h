@@ -18,8 +18,8 @@ namespace xml {
 class Element;
 }
 
-/// Builds one `Parameter` element on the current document. The part of CQorParameter that is the
-/// same for every kind.
+/// Builds one `Parameter` element: the part of CQorParameter that is the same for every kind. What
+/// is written comes in the order of the operations here. Text that XML refuses raises _com_error.
 class CORVANE_EXPORT ParameterWriter {
 public:
     /// What stands in front of the values. It refers to the name for the length of a call.
@@ -31,22 +31,28 @@ public:
         QorParamType_e paramType;
     };
 
-    /// False when there is no current document to make the element on.
+    /// False when there is no current document to make a free element on.
     static bool canWrite();
 
-    /// Needs a current document. Every operation raises _com_error for text that XML refuses.
-    explicit ParameterWriter(const Head& head);
+    /// Makes a free element; needs a current document.
+    ParameterWriter();
+    /// Appends the element to a node that is not empty.
+    explicit ParameterWriter(const QorXMLNode& parent);
     ParameterWriter(const ParameterWriter&) = delete;
     ParameterWriter& operator=(const ParameterWriter&) = delete;
     ~ParameterWriter();
 
+    void addHead(const Head& head);
     void addText(std::u16string_view text);           ///< One `Value` element with that text.
     void addRecord(const QORCustomRuleData& record);  ///< One with attributes; none when empty.
-    /// Closes the element and hands it out; the caller owns it.
-    QorXMLNode* finish(const CStringW& remarks);
+    void addRemarks(const CStringW& remarks);
+
+    /// Hands out the free element; the caller owns it.
+    QorXMLNode* release();
 
 private:
-    std::unique_ptr<QorXMLNode> element_;
+    std::unique_ptr<QorXMLNode> free_;
+    xml::Element& element_;
 };
 
 /// Reads one `Parameter` element. It must not outlive the tree, which must not change meanwhile.
