@@ -14,10 +14,12 @@ std::unique_ptr<QorXMLNode> ElementWriter::make(const QorXMLDocument& document,
                                                 std::u16string_view name) {
     if (!Access::document(document)) raiseError(kErrorPointer);
     require(isQualifiedName(name) && name.find(u':') == name.npos);
+    auto node = std::make_unique<QorXMLNode>();
     const PoolUse pool;
     auto* element = makeNode<Element>(pool.get(), Kind::Element);
+    *node = Access::node(element);  // From here on nothing that fails leaves the element behind.
     element->name = makeText(pool.get(), name);
-    return Access::newNode(element);
+    return node;
 }
 
 ElementWriter::ElementWriter(const QorXMLNode& node) : element_(*Access::element(node)) {}
