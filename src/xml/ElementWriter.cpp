@@ -22,7 +22,7 @@ std::unique_ptr<QorXMLNode> ElementWriter::make(const QorXMLDocument& document,
     return node;
 }
 
-ElementWriter::ElementWriter(const QorXMLNode& node) : element_(*Access::element(node)) {}
+ElementWriter::ElementWriter(const QorXMLNode& node) : element_(required(Access::element(node))) {}
 
 void ElementWriter::attribute(std::u16string_view name, std::u16string_view value) {
     require(isCarriable(value));

@@ -19,7 +19,7 @@ public:
     static std::unique_ptr<QorXMLNode> make(const QorXMLDocument& document,
                                             std::u16string_view name);
 
-    /// For a node that is not empty.
+    /// An empty node raises kErrorPointer.
     explicit ElementWriter(const QorXMLNode& node);
     explicit ElementWriter(Element& element) : element_(element) {}
 

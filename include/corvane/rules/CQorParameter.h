@@ -74,7 +74,8 @@ public:
     /// nor of 2 first loses its values, here and in the element. A value that the element cannot
     /// carry raises _com_error.
     QorXMLNode* GetXMLNode();
-    /// The same as the last child of `parent`, which is not empty.
+    /// The same as the last child of `parent`; an empty node raises _com_error. When a value is
+    /// refused, what was written before it stays there.
     void AppendXMLNode(const QorXMLNode& parent);
 
     /// Reads the first `Parameter` child of `parent` that has this parameter's number; without one,

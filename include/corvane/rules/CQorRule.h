@@ -53,10 +53,11 @@ public:
     virtual QorLong Execute(QORICadSys* cadSystem, const CQorData*& data,
                             QORResultSet*& results) const = 0;
     /// Has a body that derived rules may call. It reads the rule's element, which stays the
-    /// caller's; null does nothing: texts where their attribute is present; the severity, -1
+    /// caller's: texts where their attribute is present; the severity, -1
     /// without a number; the category, empty without an attribute; then every parameter in
     /// `m_Parameters`. Status and life status are not read. At an illegal kind reading ends after
-    /// the message; otherwise `m_bPopulated` becomes true. An empty node raises _com_error.
+    /// the message; otherwise `m_bPopulated` becomes true. Null does nothing, an empty node raises
+    /// _com_error.
     virtual void PopulateParametersFromXML(QorXMLNode* node) = 0;
     /// Has a body that derived rules may call. It makes the rule's element on the current document;
     /// the caller owns it. Null when no document is set. Parameters of operator 0 and 12 and
@@ -67,19 +68,19 @@ public:
     virtual void UpdateRule(const RuleUnitSystemStructure* first,
                             const RuleUnitSystemStructure* second) = 0;
     /// Has a body that derived rules may call. It pushes name, texts, severity and parameter values
-    /// into `target`, a rule of the same class (null gets false), and says whether a parameter
+    /// into `target`, a rule of the same class, and says whether a parameter
     /// differed; bool and date parameters are not moved. A parameter that `target` lacks, or has in
-    /// another kind, is passed over.
+    /// another kind, is passed over. Null does nothing and gives false.
     virtual bool UpdateRule(CQorRule* target) = 0;
     virtual void EditRule() = 0;
     virtual QorLong Import(QorXMLDocument* document, QorXMLNode* node, const CQorData*& data,
                            QORICadSys* cadSystem, QORResultSet*& results) const;  ///< -7.
     /// Deletes the storages in `m_Parameters`. Constraints stay: see ClearConstraints.
     virtual ~CQorRule();
-    /// Takes over the definition of `source`, a rule of the same class; null does nothing: texts,
+    /// Takes over the definition of `source`, a rule of the same class: texts,
     /// severity, life status, kind, tag, the three lists, and the parameters, whose values are
     /// cloned. Status, constraints and the fields for derived rules stay. A parameter that `source`
-    /// lacks, or has in another kind, is passed over.
+    /// lacks, or has in another kind, is passed over. Null does nothing.
     virtual CQorRule& operator=(CQorRule* source);
     /// The first storage with that number, which stays the rule's, or null.
     virtual CQorParamStorage* FindParameterInArray(QorLong id);

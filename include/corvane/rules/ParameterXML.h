@@ -36,7 +36,7 @@ public:
 
     /// Makes a free element; needs a current document.
     ParameterWriter();
-    /// Appends the element to a node that is not empty.
+    /// Appends the element to a node; an empty one raises _com_error.
     explicit ParameterWriter(const QorXMLNode& parent);
     ParameterWriter(const ParameterWriter&) = delete;
     ParameterWriter& operator=(const ParameterWriter&) = delete;
