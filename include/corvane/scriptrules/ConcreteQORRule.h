@@ -28,12 +28,15 @@ public:
     QorLong Execute(QORICadSys* cadSystem, const CQorData*& data,
                     QORResultSet*& results) const override;
     /// Reads the larger form of a rule element: like CQorRule, and status and life status (-1
-    /// without a number), categories, engines and the module file. An engine becomes the path that
-    /// the registry has for it, and is dropped when it has none. Null does nothing. Reading ends,
-    /// without a message, at a storage of another kind than 1 to 7.
+    /// without a number), categories, engines and the module file. Categories and engines are added
+    /// to those that the rule has; comments and text among them are passed over. An engine becomes
+    /// the path that the registry has for it, and is dropped when it has none; what its element
+    /// leaves out is as the engine before it says. Null does nothing. Reading ends, without a
+    /// message, at a storage of another kind than 1 to 7.
     void PopulateParametersFromXML(QorXMLNode* node) override;
     /// Writes the larger form: like CQorRule, with categories and engines. An engine whose file is
-    /// no type library becomes an element without attributes.
+    /// no type library becomes an element without attributes. A storage of another kind than 1 to 7
+    /// is left out, with a message.
     QorXMLNode* GetXML() override;
     void RunRule() override;
     void UpdateRule(const RuleUnitSystemStructure* first,
@@ -50,8 +53,9 @@ private:
     QorLong ExecuteScriptRule() const;
     /// Shows a script's failure, and sets both numbers to -1.
     void CheckForScriptError(QorLong& lineNumber, QorLong& charNumber, CStringW& message) const;
-    /// Appends the text of a script file; see ScriptText.h. Nothing when it cannot be read.
-    void ReadFromFile(CStringW path, CStringW& text) const;
+    /// Appends the text of a script file; see ScriptText.h. False, and nothing, when it cannot be
+    /// read.
+    bool ReadFromFile(CStringW path, CStringW& text) const;
     /// Rules of that technology are not run by the library: 0.
     QorLong ExecuteVSTARule(const CQorData*& data, QORResultSet*& results) const;
 };

@@ -28,9 +28,11 @@ struct ScriptRun {
     const CQorRule* rule = nullptr;  ///< Valid for the length of the call.
     ScriptRunStatus status = ScriptRunStatus::Succeeded;
     CStringW scriptPath;  ///< Empty when the run ended before it was known.
-    CStringW engine;      ///< Path of the engine that was refused.
-    CStringW operation;   ///< Name of the host's operation that failed.
-    HResult code = kOk;   ///< Status of what failed.
+    /// The script file is there but could not be read, so the host ran an empty script.
+    bool scriptUnreadable = false;
+    CStringW engine;     ///< Path of the engine that was refused.
+    CStringW operation;  ///< Name of the host's operation that failed.
+    HResult code = kOk;  ///< Status of what failed.
 
     // What the host says of the error; only with ScriptFailed.
     QorLong line = -1;    ///< From 0; -1 when the host does not say.

@@ -1,0 +1,106 @@
+#include <optional>
+#include <utility>
+
+#include <corvane/app/BatchMode.h>
+#include <corvane/app/StringResources.h>
+#include <corvane/scriptrules/ConcreteQORRule.h>
+
+#include "config/ScriptFolder.h"
+#include "platform/Components.h"
+#include "platform/Files.h"
+#include "platform/MessageBox.h"
+#include "platform/Paths.h"
+#include "scriptrules/ScriptRunNotice.h"
+#include "scriptrules/ScriptSession.h"
+#include "scriptrules/ScriptText.h"
+
+using corvane::ResourceText;
+using corvane::ScriptRun;
+using corvane::ScriptRunStatus;
+namespace platform = corvane::platform;
+namespace resource = corvane::resource;
+
+namespace {
+
+constexpr QorLong kPassed = 0;
+constexpr QorLong kScriptRuleFailed = -6;
+
+void showError(const CStringW& text) {
+    platform::messageBox(text, ResourceText(resource::kScriptCaption),
+                         platform::kMessageIconError | platform::kMessageTaskModal);
+}
+
+// Notes the path of the rule's script in the run; when there is no script to run, why.
+bool findScript(ScriptRun& run) {
+    const CStringW& file = run.rule->m_csRuleFileName;
+    const std::optional<CStringW> folder = corvane::config::scriptFolder();
+    if (!folder) {
+        run.status = ScriptRunStatus::NotConfigured;
+        return false;
+    }
+    if (file.IsEmpty()) {
+        run.status = ScriptRunStatus::NoScriptName;
+        return false;
+    }
+    run.scriptPath = platform::join(*folder, file);
+    if (platform::pathExists(run.scriptPath)) return true;
+    run.status = ScriptRunStatus::ScriptMissing;
+    CStringW message;
+    message.Format(ResourceText(resource::kScriptMissing), run.rule->m_csRuleName,
+                   run.rule->m_csRuleName);
+    showError(message);
+    return false;
+}
+
+}  // namespace
+
+QorLong ConcreteQORRule::Execute(QORICadSys* /*cadSystem*/, const CQorData*& /*data*/,
+                                 QORResultSet*& /*results*/) const {
+    return ExecuteScriptRule();
+}
+
+QorLong ConcreteQORRule::ExecuteScriptRule() const {
+    ScriptRun run;
+    run.rule = this;
+    {
+        const platform::ComponentRuntime runtime;
+        corvane::scriptrules::ScriptSession session(run);
+        if (session.createHost() && session.addEngines(m_lstEngines) && findScript(run)) {
+            CStringW script;
+            run.scriptUnreadable = !ReadFromFile(run.scriptPath, script);
+            if (!session.runScript(script) && run.status == ScriptRunStatus::ScriptFailed) {
+                QorLong line = run.line;
+                QorLong column = run.column;
+                CStringW report = session.report();
+                CheckForScriptError(line, column, report);
+            }
+        }
+    }
+    corvane::scriptrules::notice(run);
+    const bool passed =
+        run.status == ScriptRunStatus::Succeeded || run.status == ScriptRunStatus::NotConfigured;
+    return passed ? kPassed : kScriptRuleFailed;
+}
+
+void ConcreteQORRule::CheckForScriptError(QorLong& lineNumber, QorLong& charNumber,
+                                          CStringW& message) const {
+    lineNumber = -1;
+    charNumber = -1;
+    CStringW text;
+    text.Format(ResourceText(resource::kScriptFailed), m_csRuleName);
+    text += u"\n" + message;
+    bool batch = false;
+    GetBatchModeStatus(&batch);
+    if (!batch) showError(text);
+}
+
+bool ConcreteQORRule::ReadFromFile(CStringW path, CStringW& text) const {
+    const std::optional<CStringW> script = corvane::scriptrules::readScript(path);
+    if (script) text += *script;
+    return script.has_value();
+}
+
+QorLong ConcreteQORRule::ExecuteVSTARule(const CQorData*& /*data*/,
+                                         QORResultSet*& /*results*/) const {
+    return kPassed;
+}

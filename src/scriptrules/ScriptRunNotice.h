@@ -1,0 +1,10 @@
+#pragma once
+
+#include <corvane/scriptrules/ScriptRunObserver.h>
+
+namespace corvane::scriptrules {
+
+/// Tells the observer, if there is one, of a finished run.
+void notice(const ScriptRun& run);
+
+}  // namespace corvane::scriptrules

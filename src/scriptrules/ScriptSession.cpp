@@ -1,0 +1,111 @@
+#include "scriptrules/ScriptSession.h"
+
+#include <corvane/app/StringResources.h>
+
+#include "platform/Components.h"
+
+namespace corvane::scriptrules {
+namespace {
+
+constexpr HResult kErrorNoSuchProgramId = static_cast<HResult>(0x800401F3);
+constexpr std::int16_t kSuccess = 1;
+
+// Text that the host allocates and the library frees.
+class HostText {
+public:
+    HostText() = default;
+    HostText(const HostText&) = delete;
+    HostText& operator=(const HostText&) = delete;
+    ~HostText() { SysFreeString(text_); }
+
+    BSTR* receive() { return &text_; }
+    const char16_t* get() const { return text_; }
+
+private:
+    BSTR text_ = nullptr;
+};
+
+// Lines count from 0 at the host and from 1 for the user. Whatever a host stores, the sum is
+// defined.
+std::int32_t shownLine(std::int32_t line) {
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(line) + 1U);
+}
+
+}  // namespace
+
+HResult ScriptSession::findHost() {
+    const auto classId = platform::classFromProgramId(IScriptProcessor::kProgramId);
+    if (!classId) return kErrorNoSuchProgramId;
+    void* object = nullptr;
+    HResult status = platform::createInstance(*classId, IUnknown::kInterfaceId, &object);
+    if (failed(status)) return status;
+    const std::unique_ptr<IUnknown, ReleaseReference> component(static_cast<IUnknown*>(object));
+    void* processor = nullptr;
+    status = component->QueryInterface(IScriptProcessor::kInterfaceId, &processor);
+    if (failed(status)) return status;
+    host_.reset(static_cast<IScriptProcessor*>(processor));
+    return host_ ? kOk : kErrorNoInterface;
+}
+
+bool ScriptSession::createHost() {
+    const HResult status = findHost();
+    if (!failed(status)) return true;
+    run_.status = ScriptRunStatus::HostUnavailable;
+    run_.code = status;
+    return false;
+}
+
+bool ScriptSession::refused(HResult status, const char16_t* operation) {
+    if (!failed(status)) return false;
+    run_.status = ScriptRunStatus::HostFailed;
+    run_.operation = operation;
+    run_.code = status;
+    return true;
+}
+
+bool ScriptSession::addEngines(const CStringList& engines) {
+    for (const CStringW& engine : engines) {
+        if (!refused(host_->AddEngineFile(engine), u"AddEngineFile")) continue;
+        run_.status = ScriptRunStatus::EngineRefused;
+        run_.engine = engine;
+        return false;
+    }
+    return true;
+}
+
+bool ScriptSession::runScript(const CStringW& script) {
+    std::int16_t success = 0;
+    if (refused(host_->SetScriptText(script), u"SetScriptText")) return false;
+    if (refused(host_->PrepareScript(&success), u"PrepareScript")) return false;
+    if (success == kSuccess && refused(host_->RunScript(&success), u"RunScript")) return false;
+    if (success == kSuccess) return !refused(host_->EndScript(), u"EndScript");
+    fetchError();
+    return false;
+}
+
+void ScriptSession::fetchError() {
+    std::int32_t line = -1;
+    std::int32_t column = -1;
+    std::int32_t number = -1;
+    std::int32_t code = -1;
+    HostText message;
+    HostText type;
+    HostText source;
+    // A host that cannot say what failed leaves the values as they are, and they are shown.
+    host_->GetScriptError(&line, &column, message.receive(), type.receive(), source.receive(),
+                          &number, &code);
+    report_.Format(
+        u"%s\n%s: %s\n%s:%d %s:%d %s:%x", type.get(), ResourceText(resource::kErrorSource),
+        source.get(), ResourceText(resource::kErrorLine), shownLine(line),
+        ResourceText(resource::kErrorNumber), number, ResourceText(resource::kErrorCode), code);
+    run_.status = ScriptRunStatus::ScriptFailed;
+    run_.line = line;
+    run_.column = column;
+    run_.errorType = type.get();
+    run_.errorSource = source.get();
+    run_.errorMessage = message.get();
+    run_.errorNumber = number;
+    run_.errorCode = code;
+}
+
+}  // namespace corvane::scriptrules

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include <corvane/scriptrules/IScriptProcessor.h>
+#include <corvane/scriptrules/ScriptRunObserver.h>
+#include <corvane/text/CStringList.h>
+#include <corvane/text/CStringW.h>
+
+namespace corvane::scriptrules {
+
+struct ReleaseReference {
+    void operator()(IUnknown* object) const { object->Release(); }
+    void operator()(IScriptProcessor* object) const { object->Release(); }
+};
+
+/// The script host for the length of one run, which stands inside a ComponentRuntime. Each step
+/// gives false when the run ends with it, and notes in the run how.
+class ScriptSession {
+public:
+    explicit ScriptSession(ScriptRun& run) : run_(run) {}
+
+    bool createHost();
+    /// Hands over the engines up to the first that the host refuses.
+    bool addEngines(const CStringList& engines);
+    /// Hands the script over, prepares it and runs it to its end.
+    bool runScript(const CStringW& script);
+
+    /// What the user is told of a script that failed, below a line that names the rule.
+    const CStringW& report() const { return report_; }
+
+private:
+    HResult findHost();
+    bool refused(HResult status, const char16_t* operation);
+    void fetchError();
+
+    ScriptRun& run_;
+    std::unique_ptr<IScriptProcessor, ReleaseReference> host_;
+    CStringW report_;
+};
+
+}  // namespace corvane::scriptrules
