@@ -1,0 +1,87 @@
+#include "TestHost.h"
+
+#define EXPORTED extern "C" __attribute__((visibility("default")))
+
+EXPORTED TestHost testHost;
+TestHost testHost;
+
+namespace {
+
+bool fails(std::u16string_view call) {
+    return testHost.fault == call;
+}
+
+HResult answer(const char16_t* call) {
+    testHost.calls.emplace_back(call);
+    return fails(call) ? kErrorFail : kOk;
+}
+
+class Processor final : public IScriptProcessor {
+public:
+    HResult QueryInterface(const Guid& id, void** object) override {
+        const bool known = id == IScriptProcessor::kInterfaceId && !fails(u"QueryInterface");
+        *object = known && !fails(u"null interface") ? this : nullptr;
+        if (*object) AddRef();
+        return known ? kOk : kErrorNoInterface;
+    }
+    std::uint32_t AddRef() override { return static_cast<std::uint32_t>(++testHost.references); }
+    std::uint32_t Release() override { return static_cast<std::uint32_t>(--testHost.references); }
+    HResult GetTypeInfoCount(std::uint32_t*) override { return kErrorFail; }
+    HResult GetTypeInfo(std::uint32_t, std::uint32_t, void**) override { return kErrorFail; }
+    HResult GetIDsOfNames(const Guid&, char16_t**, std::uint32_t, std::uint32_t,
+                          std::int32_t*) override {
+        return kErrorFail;
+    }
+    HResult Invoke(std::int32_t, const Guid&, std::uint32_t, std::uint16_t, void*, void*, void*,
+                   std::uint32_t*) override {
+        return kErrorFail;
+    }
+
+    HResult RunScript(std::int16_t* success) override {
+        *success = testHost.ran;
+        return answer(u"RunScript");
+    }
+    HResult EndScript() override { return answer(u"EndScript"); }
+    HResult SetScriptText(const char16_t* text) override {
+        testHost.script = text;
+        return answer(u"SetScriptText");
+    }
+    HResult AddEngineFile(const char16_t* path) override { return answer(path); }
+    HResult PrepareScript(std::int16_t* success) override {
+        *success = testHost.prepared;
+        return answer(u"PrepareScript");
+    }
+    HResult GetScriptError(std::int32_t* line, std::int32_t*, BSTR* message, BSTR* type,
+                           BSTR* source, std::int32_t* number, std::int32_t* code) override {
+        if (failed(answer(u"GetScriptError"))) return kErrorFail;
+        *line = testHost.line;
+        *message = SysAllocString(u"too short");
+        *type = SysAllocString(testHost.errorType);
+        *source = SysAllocString(u"check");
+        *number = 17;
+        *code = kErrorFail;
+        return kOk;
+    }
+};
+
+class Factory final : public IClassFactory {
+public:
+    HResult QueryInterface(const Guid&, void**) override { return kErrorNoInterface; }
+    std::uint32_t AddRef() override { return 1; }
+    std::uint32_t Release() override { return 1; }
+    HResult CreateInstance(IUnknown*, const Guid&, void** object) override {
+        static Processor processor;
+        *object = fails(u"CreateInstance") || fails(u"null object") ? nullptr : &processor;
+        if (*object) processor.AddRef();
+        return fails(u"CreateInstance") ? kErrorFail : kOk;
+    }
+    HResult LockServer(std::int32_t) override { return kOk; }
+};
+
+}  // namespace
+
+EXPORTED HResult DllGetClassObject(const Guid&, const Guid&, void** object) {
+    static Factory factory;
+    *object = &factory;
+    return kOk;
+}
