@@ -29,16 +29,29 @@ std::string numberBytes(std::u16string_view text) {
     return bytes;
 }
 
+// The value of an exponent's digits, cut where it outweighs a text of any length.
+std::int64_t exponentOf(std::string_view digits) {
+    const bool negative = digits.starts_with('-');
+    if (negative || digits.starts_with('+')) digits.remove_prefix(1);
+    constexpr std::int64_t kMost = 1'000'000'000'000'000;
+    std::int64_t exponent = 0;
+    for (const char digit : digits)
+        exponent = std::min(exponent * 10 + (digit - '0'), kMost);
+    return negative ? -exponent : exponent;
+}
+
 // from_chars leaves the value alone when it is out of range, and does not tell too large from too
-// small.
+// small: the power of ten of the first digit that counts does.
 double outOfRange(std::string_view number) {
     const bool negative = number.front() == '-';
-    const std::size_t exponent = number.find_first_of("eE");
-    const std::string_view digits = number.substr(0, exponent);
-    const bool large = exponent == std::string_view::npos
-                           ? digits.find_first_of("123456789") < digits.find('.')
-                           : exponent + 1 < number.size() && number[exponent + 1] != '-';
-    const double magnitude = large ? std::numeric_limits<double>::infinity() : 0.0;
+    if (negative) number.remove_prefix(1);
+    const std::size_t mantissa = std::min(number.find_first_of("eE"), number.size());
+    const std::int64_t exponent = exponentOf(number.substr(std::min(mantissa + 1, number.size())));
+    number = number.substr(0, mantissa);
+    const auto point = static_cast<std::int64_t>(std::min(number.find('.'), mantissa));
+    const auto first = static_cast<std::int64_t>(number.find_first_of("123456789"));
+    const double magnitude =
+        point - first + exponent > 0 ? std::numeric_limits<double>::infinity() : 0.0;
     return negative ? -magnitude : magnitude;
 }
 

@@ -121,13 +121,19 @@ TEST(Scan, ReadsFloatingPointWithAPointInEveryLocale) {
         EXPECT_EQ(corvane::text::scanDouble(c.text, value), c.result) << CStringW(c.text).ToUtf8();
         EXPECT_EQ(value, c.value) << CStringW(c.text).ToUtf8();
     }
-    const std::u16string huge = u"1" + std::u16string(400, u'0');
-    const std::u16string tiny = u"-0." + std::u16string(400, u'0') + u"1";
-    double value = 0;
-    EXPECT_EQ(corvane::text::scanDouble(huge, value), ScanResult::Matched);
-    EXPECT_EQ(value, INFINITY);
-    EXPECT_EQ(corvane::text::scanDouble(tiny, value), ScanResult::Matched);
-    EXPECT_EQ(value, 0.0);
+    const std::u16string zeros(400, u'0');
+    const std::pair<std::u16string, double> outOfRange[] = {
+        {u"1" + zeros, INFINITY},
+        {u"1" + zeros + u"e-5", INFINITY},
+        {u"-0." + zeros + u"1", -0.0},
+        {u"-0." + zeros + u"1e+5", -0.0},
+        {u"1e" + std::u16string(30, u'9'), INFINITY},
+    };
+    for (const auto& [text, expected] : outOfRange) {
+        double value = 77;
+        EXPECT_EQ(corvane::text::scanDouble(text, value), ScanResult::Matched);
+        EXPECT_EQ(value, expected) << CStringW(text).ToUtf8();
+    }
     std::setlocale(LC_ALL, "C");
 }
 
