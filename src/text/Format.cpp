@@ -256,7 +256,7 @@ void formatText(std::u16string& out, std::u16string_view format,
         const Conversion conversion = parseConversion(format, at, arguments);
         if (conversion.letter == u'%') {
             out += u'%';
-        } else if (!isOneOf(conversion.letter, u"diuxXocCsSfFeEgGp") || conversion.letter == 0) {
+        } else if (!isOneOf(conversion.letter, u"diuxXocCsSfFeEgGp")) {
             out += format.substr(percent, at - percent);
         } else if (const auto* value = arguments.next()) {
             appendArgument(out, conversion, *value);

@@ -66,6 +66,10 @@ private:
 /// more. %s and %S take 16-bit and 8-bit text alike (8-bit text is UTF-8). A conversion without an
 /// argument, or with one of another kind, prints nothing; an unknown conversion is printed as it
 /// stands. Width and precision are cut at 4096, so that a hostile format cannot exhaust memory.
+///
+/// Where run times differ: all digits of a large number are exact, a value in the middle between
+/// two results goes to the even one, exponents have two digits or more, and what is not finite
+/// prints as "inf" or "nan", which scanning reads back.
 CORVANE_EXPORT void formatText(std::u16string& out, std::u16string_view format,
                                std::span<const FormatArgument> arguments);
 
