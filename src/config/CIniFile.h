@@ -10,7 +10,7 @@
 namespace corvane::config {
 
 /// Settings are far smaller; the bound keeps a file put in their place from filling the memory.
-inline constexpr std::size_t kLargestIniFile = std::size_t{64} << 20;
+inline constexpr std::size_t kLargestIniFile = std::size_t{4} << 20;
 
 }  // namespace corvane::config
 
