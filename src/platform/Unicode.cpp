@@ -86,9 +86,7 @@ void appendUtf8(std::string& out, std::u16string_view text) {
         if (unit < 0x80) {
             out += static_cast<char>(unit);
         } else if (isHighSurrogate(unit) && i + 1 < text.size() && isLowSurrogate(text[i + 1])) {
-            const char32_t high = unit;
-            const char32_t low = text[++i];
-            appendCodePoint(out, 0x10000 + ((high & 0x3FF) << 10) + (low & 0x3FF));
+            appendCodePoint(out, codePoint(unit, text[++i]));
         } else {
             const bool lone = isHighSurrogate(unit) || isLowSurrogate(unit);
             appendCodePoint(out, lone ? kReplacement : char32_t{unit});

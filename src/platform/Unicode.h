@@ -24,6 +24,11 @@ constexpr bool isLowSurrogate(char16_t unit) {
     return (unit & 0xFC00) == 0xDC00;
 }
 
+/// The code point of a surrogate pair.
+constexpr char32_t codePoint(char16_t high, char16_t low) {
+    return 0x10000 + ((char32_t{high} & 0x3FF) << 10) + (low & 0x3FF);
+}
+
 /// The simple case mapping of one unit, in every process locale alike. Surrogates map to
 /// themselves.
 char16_t toLower(char16_t unit);

@@ -3,6 +3,7 @@
 #include <corvane/text/CStringW.h>
 
 #include "platform/CodePage.h"
+#include "platform/Collation.h"
 #include "platform/Unicode.h"
 #include "text/Scan.h"
 
@@ -54,6 +55,10 @@ std::string CStringW::ToUtf8() const {
     return corvane::platform::toUtf8(text_);
 }
 
+std::string CStringW::ToNarrow() const {
+    return corvane::platform::narrow(text_);
+}
+
 char16_t CStringW::GetAt(int at) const {
     return at >= 0 && at < GetLength() ? text_[static_cast<std::size_t>(at)] : u'\0';
 }
@@ -95,12 +100,30 @@ void CStringW::Truncate(int length) {
     text_.resize(clamp(length, text_.size()));
 }
 
+char16_t* CStringW::GetBuffer(int length) {
+    text_.resize(std::max(text_.size(), clamp(length, kNone)));
+    return text_.data();
+}
+
+void CStringW::ReleaseBuffer(int length) {
+    text_.resize(length < 0 ? std::min(text_.find(u'\0'), text_.size())
+                            : clamp(length, text_.size()));
+}
+
 int CStringW::Compare(std::u16string_view other) const {
     return text_.compare(other);
 }
 
 int CStringW::CompareNoCase(std::u16string_view other) const {
     return corvane::platform::compareNoCase(text_, other);
+}
+
+int CStringW::Collate(std::u16string_view other) const {
+    return corvane::platform::collate(text_, other);
+}
+
+int CStringW::CollateNoCase(std::u16string_view other) const {
+    return CStringW(*this).MakeLower().Collate(CStringW(other).MakeLower());
 }
 
 int CStringW::Find(std::u16string_view text, int start) const {

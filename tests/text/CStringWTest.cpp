@@ -64,6 +64,43 @@ TEST(CStringW, FoldsCaseByUnicodeWhateverTheLocale) {
     EXPECT_LT(CStringW(u"ab").CompareNoCase(u"ABC"), 0);
 }
 
+TEST(CStringW, ComparesWithWhateverHoldsText) {
+    const CStringW b(u"b");
+    const std::u16string_view view = u"b";
+    const char16_t* null = nullptr;
+    EXPECT_TRUE(b < u"c" && u"a" < b && b <= view && view >= b && b == std::u16string(view));
+    EXPECT_TRUE(b > null && b != nullptr && CStringW() == nullptr && CStringW() == null);
+}
+
+TEST(CStringW, CollatesWithEveryUnitCounted) {
+    const CStringW text(u"wall");
+    EXPECT_EQ(text.Collate(u"wall"), 0);
+    EXPECT_LT(text.Collate(u"walls"), 0);
+    EXPECT_EQ(text.CollateNoCase(u"WALL"), 0);
+    EXPECT_GT(text.CollateNoCase(u"WAL"), 0);
+    // The system's own comparison ends at a zero.
+    EXPECT_LT(text.Collate({u"wall\0", 5}), 0);
+}
+
+TEST(CStringW, TakesUnitsAndForeignWriting) {
+    CStringW text;
+    text = u'b';
+    text += std::u16string(u"c");
+    EXPECT_EQ(text.Insert(0, u'a'), 3);
+    EXPECT_EQ(u'.' + text + u'.', u".abc.");
+    EXPECT_EQ((u'.' + text).Trim(u'.'), u"abc");
+    char16_t* buffer = text.GetBuffer(10);
+    buffer[3] = u'd';
+    text.ReleaseBuffer();
+    EXPECT_EQ(text, u"abcd");
+    text.GetBuffer()[0] = u'x';
+    text.ReleaseBuffer(2);
+    EXPECT_EQ(text, u"xb");
+    text = {};
+    EXPECT_TRUE(text.IsEmpty());
+    EXPECT_EQ(CStringW(u"\u00E4\xD800").ToNarrow(), "\xC3\xA4\xEF\xBF\xBD");
+}
+
 TEST(CStringW, SplitsIntoTokens) {
     const CStringW text(u",,a,bc,");
     int position = 0;

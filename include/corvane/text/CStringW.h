@@ -6,11 +6,19 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 
 #include <corvane/base/Export.h>
 #include <corvane/text/Format.h>
+
+namespace corvane {
+
+/// What a CStringW is compared with as it stands: a pointer, where null counts as empty, or a view.
+template <typename Text>
+concept ComparableText =
+    std::convertible_to<const Text&, std::u16string_view> && !std::derived_from<Text, CStringW>;
+
+}  // namespace corvane
 
 /// Text in 16-bit code units, counted, so that it may hold U+0000.
 ///
@@ -20,9 +28,10 @@
 /// are kept as they are in memory and become U+FFFD where text turns into UTF-8; bytes that are not
 /// UTF-8 become U+FFFD, one for each ill-formed sequence.
 ///
-/// Comparison is by code unit, except in the operations that say "no case". Those, and the case
-/// operations, map each unit alone by the simple mappings of Unicode, in every process locale
-/// alike. White space is what Unicode calls so: blank, tab, line ends, U+00A0, U+3000 and the rest.
+/// Comparison is by code unit, except in the operations that collate or say "no case". The latter,
+/// and the case operations, map each unit alone by the simple mappings of Unicode, in every process
+/// locale alike. White space is what Unicode calls so: blank, tab, line ends, U+00A0, U+3000 and
+/// the rest.
 class CORVANE_EXPORT CStringW {
 public:
     CStringW() = default;
@@ -36,6 +45,8 @@ public:
 
     static CStringW FromUtf8(std::string_view bytes);
     std::string ToUtf8() const;
+    /// 8-bit text in the process's code page; what it lacks becomes a replacement character.
+    std::string ToNarrow() const;
 
     int GetLength() const { return static_cast<int>(text_.size()); }
     bool IsEmpty() const { return text_.empty(); }
@@ -53,17 +64,33 @@ public:
     const std::u16string& Std() const { return text_; }
 
     CStringW& operator=(const char16_t* text);
+    // A template, so that neither 0 nor {} is taken for a unit.
+    template <std::same_as<char16_t> Unit>
+    CStringW& operator=(Unit unit) {
+        text_.assign(1, unit);
+        return *this;
+    }
     CStringW& operator+=(const CStringW& text);
     CStringW& operator+=(std::u16string_view text);
+    CStringW& operator+=(const std::u16string& text) { return *this += std::u16string_view(text); }
     CStringW& operator+=(const char16_t* text);
     CStringW& operator+=(char16_t unit);
     void Append(std::u16string_view text) { text_ += text; }
     void AppendChar(char16_t unit) { text_ += unit; }
     void Preallocate(int length);
     void Truncate(int length);
+    /// Room for `length` units, or for the text when that is longer, behind which a zero stands.
+    /// The units may be written until ReleaseBuffer settles the length: `length`, or without one
+    /// the units before the first zero.
+    char16_t* GetBuffer(int length = 0);
+    void ReleaseBuffer(int length = -1);
 
     int Compare(std::u16string_view other) const;        ///< Below 0, 0 or above 0.
     int CompareNoCase(std::u16string_view other) const;  ///< The same, without regard to case.
+    /// The same in the order of the user's language, for lists that a person reads. Texts that this
+    /// order holds equal are ordered by code unit. Never for what is stored: users differ.
+    int Collate(std::u16string_view other) const;
+    int CollateNoCase(std::u16string_view other) const;
 
     int Find(std::u16string_view text, int start = 0) const;  ///< Position, or -1.
     int Find(char16_t unit, int start = 0) const;
@@ -84,17 +111,21 @@ public:
     int Replace(char16_t from, char16_t to);
     int Remove(char16_t unit);                           ///< Number of units removed.
     int Insert(int position, std::u16string_view text);  ///< New length.
-    int Delete(int position, int count = 1);             ///< New length.
+    int Insert(int position, char16_t unit) { return Insert(position, {&unit, 1}); }
+    int Delete(int position, int count = 1);  ///< New length.
 
     CStringW& MakeLower();
     CStringW& MakeUpper();
     CStringW& MakeReverse();
     CStringW& Trim();
     CStringW& Trim(std::u16string_view units);
+    CStringW& Trim(char16_t unit) { return Trim({&unit, 1}); }
     CStringW& TrimLeft();
     CStringW& TrimLeft(std::u16string_view units);
+    CStringW& TrimLeft(char16_t unit) { return TrimLeft({&unit, 1}); }
     CStringW& TrimRight();
     CStringW& TrimRight(std::u16string_view units);
+    CStringW& TrimRight(char16_t unit) { return TrimRight({&unit, 1}); }
 
     /// Replaces the text by the formatted one; see corvane::formatText. The arguments may refer to
     /// this object.
@@ -116,18 +147,15 @@ public:
     }
 
     friend bool operator==(const CStringW& a, const CStringW& b) { return a.text_ == b.text_; }
-    template <typename Text>
-    requires std::convertible_to<const Text&, std::u16string_view> &&
-        (!std::derived_from<Text, CStringW>)friend bool
-        operator==(const CStringW& a, const Text& b) {
-        if constexpr (std::is_pointer_v<Text>) {
-            return a.text_ == (b ? b : u"");
-        } else {
-            return a.text_ == std::u16string_view(b);
-        }
+    friend bool operator==(const CStringW& a, const corvane::ComparableText auto& b) {
+        return a.text_ == viewOf(b);
     }
     friend std::strong_ordering operator<=>(const CStringW& a, const CStringW& b) {
         return a.text_.compare(b.text_) <=> 0;
+    }
+    friend std::strong_ordering operator<=>(const CStringW& a,
+                                            const corvane::ComparableText auto& b) {
+        return a.text_.compare(viewOf(b)) <=> 0;
     }
     friend CStringW operator+(CStringW a, const CStringW& b) { return std::move(a += b); }
     friend CStringW operator+(CStringW a, const char16_t* b) { return std::move(a += b); }
@@ -135,8 +163,19 @@ public:
         return std::move(CStringW(a) += b);
     }
     friend CStringW operator+(CStringW a, char16_t b) { return std::move(a += b); }
+    friend CStringW operator+(char16_t a, const CStringW& b) { return std::move(CStringW(a) += b); }
 
 private:
+    template <typename Text>
+    static std::u16string_view viewOf(const Text& text) {
+        if constexpr (std::convertible_to<const Text&, const char16_t*>) {
+            const char16_t* pointer = text;
+            return pointer ? pointer : u"";
+        } else {
+            return text;
+        }
+    }
+
     std::u16string text_;
 };
 
