@@ -1,0 +1,18 @@
+#pragma once
+
+#include <lua.hpp>
+
+namespace scripthost {
+
+/// Fills the globals of a fresh state with what scripts and Lua engines may call. A Lua function:
+/// it may raise.
+int openLibraries(lua_State* lua);
+
+// The own functions of each library, which take the place of Lua's.
+extern const luaL_Reg kBaseFunctions[];
+extern const luaL_Reg kCoroutineFunctions[];
+extern const luaL_Reg kPatternFunctions[];
+extern const luaL_Reg kStringFunctions[];
+extern const luaL_Reg kTableFunctions[];
+
+}  // namespace scripthost

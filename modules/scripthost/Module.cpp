@@ -1,0 +1,62 @@
+// What the component look-up asks of this module: the class factory of the script host.
+
+#include <new>
+
+#include "ScriptProcessor.h"
+
+#ifdef _WIN32
+#define SCRIPTHOST_EXPORT __declspec(dllexport)
+#else
+#define SCRIPTHOST_EXPORT __attribute__((visibility("default")))
+#endif
+
+namespace {
+
+/// {5B0E6A0D-93C4-4F1B-8F57-2E4C1D7A96B3}; machine.reg names it too.
+constexpr Guid kClassId{
+    0x5B0E6A0D, 0x93C4, 0x4F1B, {0x8F, 0x57, 0x2E, 0x4C, 0x1D, 0x7A, 0x96, 0xB3}};
+constexpr HResult kErrorNoAggregation = static_cast<HResult>(0x80040110);
+constexpr HResult kErrorClassNotAvailable = static_cast<HResult>(0x80040111);
+
+/// One for the life of the module, so its references are not counted.
+class Factory final : public IClassFactory {
+public:
+    HResult QueryInterface(const Guid& interfaceId, void** object) override {
+        if (!object) return kErrorPointer;
+        *object = nullptr;
+        if (interfaceId != IUnknown::kInterfaceId && interfaceId != IClassFactory::kInterfaceId)
+            return kErrorNoInterface;
+        *object = static_cast<IClassFactory*>(this);
+        return kOk;
+    }
+    std::uint32_t AddRef() override { return 2; }
+    std::uint32_t Release() override { return 1; }
+
+    HResult CreateInstance(IUnknown* outer, const Guid& interfaceId, void** object) override {
+        if (!object) return kErrorPointer;
+        *object = nullptr;
+        if (outer) return kErrorNoAggregation;
+        try {
+            scripthost::ScriptProcessor* processor = scripthost::ScriptProcessor::create();
+            if (!processor) return kErrorOutOfMemory;
+            const HResult status = processor->QueryInterface(interfaceId, object);
+            processor->Release();
+            return status;
+        } catch (const std::bad_alloc&) {
+            return kErrorOutOfMemory;
+        }
+    }
+    HResult LockServer(std::int32_t) override { return kOk; }
+};
+
+Factory factory;
+
+}  // namespace
+
+extern "C" SCRIPTHOST_EXPORT HResult DllGetClassObject(const Guid& classId, const Guid& interfaceId,
+                                                       void** object) {
+    if (!object) return kErrorPointer;
+    *object = nullptr;
+    if (classId != kClassId) return kErrorClassNotAvailable;
+    return factory.QueryInterface(interfaceId, object);
+}

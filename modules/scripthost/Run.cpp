@@ -1,0 +1,83 @@
+#include "Run.h"
+
+#include <cstdlib>
+#include <cstring>
+
+namespace scripthost {
+namespace {
+
+/// Instructions between two looks at the limits. Few, because one instruction can be slow: it may
+/// compare or look through megabytes.
+constexpr int kPeriod = 100;
+constexpr std::uint64_t kBytesInAStep = 32;
+
+/// Address of the error value of a limit; it takes no memory to raise.
+char limitTag;
+
+void noteReturn(lua_State* lua, lua_Debug* record) {
+    lua_Debug caller;
+    if (lua_getstack(lua, 1, &caller)) return;
+    lua_getinfo(lua, "Sl", record);
+    runOf(lua).returnLine =
+        std::strcmp(record->source, kScriptChunk) == 0 ? record->currentline : 0;
+}
+
+void hook(lua_State* lua, lua_Debug* record) {
+    if (record->event == LUA_HOOKRET) {
+        noteReturn(lua, record);
+    } else {
+        spend(lua, kPeriod);
+    }
+}
+
+void setHook(lua_State* lua, int period) {
+    lua_sethook(lua, hook, LUA_MASKCOUNT | LUA_MASKRET, period);
+}
+
+}  // namespace
+
+Run& runOf(lua_State* lua) {
+    return **static_cast<Run**>(lua_getextraspace(lua));
+}
+
+void setRun(lua_State* lua, Run& run) {
+    *static_cast<Run**>(lua_getextraspace(lua)) = &run;
+}
+
+void watch(lua_State* lua) {
+    setHook(lua, kPeriod);
+}
+
+int scriptLine(lua_State* lua) noexcept {
+    lua_Debug record;
+    for (int level = 0; lua_getstack(lua, level, &record); ++level) {
+        lua_getinfo(lua, "Sl", &record);
+        if (std::strcmp(record.source, kScriptChunk) == 0 && record.currentline > 0)
+            return record.currentline;
+    }
+    return 0;
+}
+
+void raiseLimit(lua_State* lua) {
+    // A handler or a closing variable that runs while the error goes up fails at once.
+    setHook(lua, 1);
+    lua_pushlightuserdata(lua, &limitTag);
+    lua_error(lua);
+    std::abort();
+}
+
+void stopIfOver(lua_State* lua, int status) {
+    Limits& limits = runOf(lua).limits;
+    if (status == LUA_ERRMEM) limits.reach(Limit::Memory);
+    if (limits.reached() != Limit::None) raiseLimit(lua);
+}
+
+void spend(lua_State* lua, std::uint64_t steps) {
+    if (!runOf(lua).limits.spend(steps)) raiseLimit(lua);
+}
+
+void spendBytes(lua_State* lua, std::uint64_t bytes) {
+    spend(lua, 1 + bytes / kBytesInAStep);
+}
+
+}  // namespace scripthost

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <lua.hpp>
+
+#include "Limits.h"
+
+// What the functions that scripts call know of the run that they belong to.
+//
+// Lua reports an error by jumping over the frames between: nothing with a destructor lives in a
+// frame of this module that Lua calls, and no exception leaves one.
+
+namespace scripthost {
+
+/// The name under which the script's text is compiled and reported.
+inline constexpr const char* kScriptName = "script";
+inline constexpr const char* kScriptChunk = "=script";
+
+struct Run {
+    explicit Run(const Budget& budget) : limits(budget) {}
+
+    Limits limits;
+    int returnLine = 0;       ///< Line in the script of the last return to the host, or 0.
+    int faultLine = 0;        ///< Line in the script that an error came through, or 0.
+    std::size_t printed = 0;  ///< Bytes of print so far.
+    int closing = 0;          ///< Depth of coroutines that close one another.
+};
+
+/// The run that a state or any of its coroutines belongs to.
+Run& runOf(lua_State* lua);
+void setRun(lua_State* lua, Run& run);
+
+/// Counts the instructions of a state, and of the coroutines that it makes from now on.
+void watch(lua_State* lua);
+
+/// The line of the innermost running function of the script, from 1; 0 when there is none.
+int scriptLine(lua_State* lua) noexcept;
+
+/// Raises the error that no script can catch.
+[[noreturn]] void raiseLimit(lua_State* lua);
+
+/// Raises it when a limit has been reached. `status` is that of a protected call just made: an
+/// exhausted memory must not be caught either.
+void stopIfOver(lua_State* lua, int status = LUA_OK);
+
+/// Takes steps of work that Lua does not count itself, before it is done.
+void spend(lua_State* lua, std::uint64_t steps);
+/// The same for a look through so many bytes.
+void spendBytes(lua_State* lua, std::uint64_t bytes);
+/// What it costs to compile so many bytes.
+constexpr std::uint64_t stepsToCompile(std::uint64_t bytes) {
+    return 1 + bytes * 8;
+}
+
+}  // namespace scripthost

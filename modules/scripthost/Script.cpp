@@ -1,0 +1,201 @@
+#include "Script.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "Libraries.h"
+#include "ScriptLocale.h"
+
+namespace scripthost {
+
+using corvane::LoadedModule;
+
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kNotMet = "the rule is not met";
+
+/// The time in which a state works: its clock runs and its thread has the plain locale.
+class Session {
+public:
+    Session(Run& run, lua_State* lua) : run_(run) {
+        run_.limits.running = lua;
+        run_.limits.startClock();
+    }
+    ~Session() { run_.limits.stopClock(); }
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+private:
+    Run& run_;
+    ScriptLocale locale_;
+};
+
+/// Drops the mark and what a shell reads of the first line; lines keep their numbers.
+std::string_view sourceIn(std::string_view text) {
+    if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+    if (text.starts_with('#')) text.remove_prefix(std::min(text.find('\n'), text.size()));
+    return text;
+}
+
+/// What openEngine needs and tells. It stands outside the protected call.
+struct EngineCall {
+    const char* name;
+    const char* chunk;
+    lua_CFunction entry;  ///< Null for an engine in Lua.
+    std::string_view source;
+    bool nameTaken = false;
+};
+
+int openEngine(lua_State* lua) {
+    auto& call = *static_cast<EngineCall*>(lua_touserdata(lua, 1));
+    call.nameTaken = lua_getglobal(lua, call.name) != LUA_TNIL;
+    if (call.nameTaken) return 0;
+    if (call.entry) {
+        lua_pushcfunction(lua, call.entry);
+    } else {
+        spend(lua, stepsToCompile(call.source.size()));
+        if (luaL_loadbufferx(lua, call.source.data(), call.source.size(), call.chunk, "t") !=
+            LUA_OK)
+            return lua_error(lua);
+    }
+    lua_pushstring(lua, call.name);
+    lua_call(lua, 1, 1);
+    if (!lua_istable(lua, -1)) return luaL_error(lua, "the engine gives no table");
+    lua_setglobal(lua, call.name);
+    return 0;
+}
+
+/// Message handler of the run: the stack is still there.
+int noteLine(lua_State* lua) {
+    runOf(lua).faultLine = scriptLine(lua);
+    return 1;
+}
+
+/// The text of any error value. Runs protected, since a value can bring its own conversion.
+int describeValue(lua_State* lua) {
+    if (lua_istable(lua, 1) && luaL_getmetafield(lua, 1, "__tostring") == LUA_TNIL) {
+        lua_pushliteral(lua, "message");
+        lua_rawget(lua, 1);
+        if (lua_type(lua, -1) != LUA_TSTRING) lua_pushliteral(lua, "an error object without text");
+        return 1;
+    }
+    luaL_tolstring(lua, 1, nullptr);
+    return 1;
+}
+
+}  // namespace
+
+std::unique_ptr<Script> Script::create() {
+    std::unique_ptr<Script> script(new Script(Budget::fromEnvironment()));
+    lua_State* lua = lua_newstate(Limits::allocate, &script->run_.limits);
+    if (!lua) return nullptr;
+    script->state_.reset(lua);
+    setRun(lua, script->run_);
+    lua_pushcfunction(lua, openLibraries);
+    if (lua_pcall(lua, 0, 0, 0) != LUA_OK) return nullptr;
+    watch(lua);
+    return script;
+}
+
+void Script::fail(ScriptFault fault) {
+    const Limits& limits = run_.limits;
+    fault_ = limits.reached() == Limit::None ? std::move(fault) : limitFault(limits);
+    placeCharacter(*fault_, text_);
+}
+
+std::string Script::describe(int index) {
+    lua_State* lua = state_.get();
+    lua_pushvalue(lua, index);
+    lua_pushcfunction(lua, describeValue);
+    lua_insert(lua, -2);
+    const bool known = lua_pcall(lua, 1, 1, 0) == LUA_OK && lua_type(lua, -1) == LUA_TSTRING;
+    std::string text = "an error object that fails to describe itself";
+    if (known) text.assign(lua_tostring(lua, -1), lua_rawlen(lua, -1));
+    lua_pop(lua, 1);
+    return text;
+}
+
+HResult Script::addEngine(std::u16string_view libraryPath) {
+    const std::optional<Engine> engine = Engine::fromLibrary(libraryPath);
+    if (!engine) return kEngineNameBad;
+    if (std::find(engines_.begin(), engines_.end(), *engine) != engines_.end()) return kEngineKnown;
+    const Session session(run_, state_.get());
+    modules_.reserve(modules_.size() + 1);
+    LoadedModule module;
+    const HResult status = install(*engine, module);
+    if (module) modules_.push_back(std::move(module));
+    if (status == kOk) engines_.push_back(*engine);
+    return status;
+}
+
+/// An implementation in Lua goes before a shared module, because it has fewer rights.
+HResult Script::install(const Engine& engine, LoadedModule& module) {
+    std::string chunk = engine.name + ".lua";
+    std::optional<std::string> source;
+    EngineCall call{engine.name.c_str(), nullptr, nullptr, {}};
+    if (const std::u16string file = engine.file(u".lua"); isFile(file)) {
+        source = readFile(file, run_.limits.budget().megabytes << 20);
+        if (!source) return kEngineBroken;
+        call.source = sourceIn(*source);
+    } else {
+        module = LoadedModule(engine.file(u".dll"));
+        if (!module) return isFile(engine.file(u".so")) ? kEngineBroken : kEngineMissing;
+        call.entry = module.function<lua_CFunction>(("luaopen_" + engine.name).c_str());
+        if (!call.entry) return kEngineWithoutEntry;
+        chunk = engine.name;
+    }
+    const std::string chunkName = "=" + chunk;
+    call.chunk = chunkName.c_str();
+    lua_State* lua = state_.get();
+    lua_pushcfunction(lua, openEngine);
+    lua_pushlightuserdata(lua, &call);
+    const int status = lua_pcall(lua, 1, 0, 0);
+    if (status == LUA_OK) return call.nameTaken ? kEngineNameTaken : kOk;
+    if (status == LUA_ERRMEM) run_.limits.reach(Limit::Memory);
+    fail(faultFromMessage(FaultKind::Engine, chunk, 0, describe(-1)));
+    lua_settop(lua, 0);
+    return kEngineFailed;
+}
+
+bool Script::compile(std::string text) {
+    const Session session(run_, state_.get());
+    text_ = std::move(text);
+    text_.erase(text_.find_last_not_of(" \n") + 1);
+    lua_State* lua = state_.get();
+    const std::string_view source = sourceIn(text_);
+    run_.limits.spend(stepsToCompile(source.size()));
+    lua_pushcfunction(lua, noteLine);
+    const int status = luaL_loadbufferx(lua, source.data(), source.size(), kScriptChunk, "t");
+    if (status == LUA_OK && run_.limits.reached() == Limit::None) return true;
+    if (status == LUA_ERRMEM) run_.limits.reach(Limit::Memory);
+    fail(faultFromMessage(FaultKind::Syntax, kScriptName, 0, describe(-1)));
+    return false;
+}
+
+bool Script::run() {
+    const Session session(run_, state_.get());
+    lua_State* lua = state_.get();
+    const int status = lua_pcall(lua, 0, LUA_MULTRET, 1);
+    if (status == LUA_ERRMEM) run_.limits.reach(Limit::Memory);
+    if (status == LUA_OK) return judge();
+    const int line = run_.faultLine;
+    fail(faultFromMessage(FaultKind::RunTime, kScriptName, line, describe(-1)));
+    return false;
+}
+
+/// A script says that its rule is not met by false, or by nil and a reason.
+bool Script::judge() {
+    lua_State* lua = state_.get();
+    constexpr int first = 2;
+    const bool hasReason = !lua_isnoneornil(lua, first + 1);
+    const bool isFalse = lua_isboolean(lua, first) && !lua_toboolean(lua, first);
+    if (!isFalse && !(lua_isnil(lua, first) && hasReason)) return true;
+    const int line = run_.returnLine;
+    lua_settop(lua, first + 1);
+    fail(faultFromMessage(FaultKind::NotMet, kScriptName, line,
+                          hasReason ? describe(first + 1) : std::string(kNotMet)));
+    return false;
+}
+
+}  // namespace scripthost

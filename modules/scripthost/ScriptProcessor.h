@@ -1,0 +1,52 @@
+#pragma once
+
+#include <atomic>
+#include <memory>
+
+#include <corvane/scriptrules/IScriptProcessor.h>
+
+#include "Script.h"
+
+namespace scripthost {
+
+/// The script host: the calls of one run, each in its turn.
+class ScriptProcessor final : public IScriptProcessor {
+public:
+    /// One reference for the caller, or null when memory is short. May throw std::bad_alloc.
+    static ScriptProcessor* create();
+
+    HResult QueryInterface(const Guid& interfaceId, void** object) override;
+    std::uint32_t AddRef() override;
+    std::uint32_t Release() override;
+
+    HResult GetTypeInfoCount(std::uint32_t* count) override;
+    HResult GetTypeInfo(std::uint32_t index, std::uint32_t locale, void** typeInfo) override;
+    HResult GetIDsOfNames(const Guid& reserved, char16_t** names, std::uint32_t count,
+                          std::uint32_t locale, std::int32_t* ids) override;
+    HResult Invoke(std::int32_t id, const Guid& reserved, std::uint32_t locale, std::uint16_t flags,
+                   void* parameters, void* result, void* exception,
+                   std::uint32_t* argumentError) override;
+
+    HResult RunScript(std::int16_t* success) override;
+    HResult EndScript() override;
+    HResult SetScriptText(const char16_t* text) override;
+    HResult AddEngineFile(const char16_t* path) override;
+    HResult PrepareScript(std::int16_t* success) override;
+    HResult GetScriptError(std::int32_t* lineNumber, std::int32_t* charNumber, BSTR* message,
+                           BSTR* type, BSTR* source, std::int32_t* errorNumber,
+                           std::int32_t* errorCode) override;
+
+private:
+    enum class Step { Collecting, HasText, Prepared, Succeeded, Failed, Ended };
+
+    ScriptProcessor() = default;
+    ~ScriptProcessor() = default;
+    HResult finish(bool done, Step next, std::int16_t* success);
+
+    std::atomic<std::uint32_t> references_{1};
+    Step step_ = Step::Collecting;
+    std::unique_ptr<Script> script_;
+    std::string text_;
+};
+
+}  // namespace scripthost

@@ -1,0 +1,193 @@
+#include <climits>
+
+#include "Libraries.h"
+#include "Run.h"
+
+// Lua's functions of these names loop over any length that a table claims to have, without
+// counting. These count each element.
+
+namespace scripthost {
+namespace {
+
+/// A table, or a value that behaves like one in the named ways.
+void checkTable(lua_State* lua, int index, std::initializer_list<const char*> ways) {
+    if (lua_istable(lua, index)) return;
+    for (const char* way : ways) {
+        if (luaL_getmetafield(lua, index, way) == LUA_TNIL) luaL_checktype(lua, index, LUA_TTABLE);
+        lua_pop(lua, 1);
+    }
+}
+
+lua_Integer lengthToChange(lua_State* lua) {
+    checkTable(lua, 1, {"__index", "__newindex", "__len"});
+    return luaL_len(lua, 1);
+}
+
+void copyElement(lua_State* lua, lua_Integer from, int target, lua_Integer to) {
+    spend(lua, 1);
+    lua_geti(lua, 1, from);
+    lua_seti(lua, target, to);
+}
+
+int insert(lua_State* lua) {
+    const auto end = static_cast<lua_Integer>(static_cast<lua_Unsigned>(lengthToChange(lua)) + 1);
+    lua_Integer position = end;
+    const int arguments = lua_gettop(lua);
+    if (arguments == 3) {
+        position = luaL_checkinteger(lua, 2);
+        luaL_argcheck(lua,
+                      static_cast<lua_Unsigned>(position) - 1U < static_cast<lua_Unsigned>(end), 2,
+                      "position out of bounds");
+        for (lua_Integer i = end; i > position; --i)
+            copyElement(lua, i - 1, 1, i);
+    } else if (arguments != 2) {
+        return luaL_error(lua, "wrong number of arguments to 'insert'");
+    }
+    lua_seti(lua, 1, position);
+    return 0;
+}
+
+int remove(lua_State* lua) {
+    const lua_Integer size = lengthToChange(lua);
+    lua_Integer position = luaL_optinteger(lua, 2, size);
+    if (position != size) {
+        luaL_argcheck(lua,
+                      static_cast<lua_Unsigned>(position) - 1U <= static_cast<lua_Unsigned>(size),
+                      2, "position out of bounds");
+    }
+    lua_geti(lua, 1, position);
+    for (; position < size; ++position)
+        copyElement(lua, position + 1, 1, position);
+    lua_pushnil(lua);
+    lua_seti(lua, 1, position);
+    return 1;
+}
+
+int move(lua_State* lua) {
+    const lua_Integer first = luaL_checkinteger(lua, 2);
+    const lua_Integer last = luaL_checkinteger(lua, 3);
+    const lua_Integer to = luaL_checkinteger(lua, 4);
+    const int target = lua_isnoneornil(lua, 5) ? 1 : 5;
+    checkTable(lua, 1, {"__index"});
+    checkTable(lua, target, {"__newindex"});
+    if (last >= first) {
+        luaL_argcheck(lua, first > 0 || last < LUA_MAXINTEGER + first, 3,
+                      "too many elements to move");
+        const lua_Integer count = last - first + 1;
+        luaL_argcheck(lua, to <= LUA_MAXINTEGER - count + 1, 4, "destination wrap around");
+        const bool apart =
+            to > last || to <= first || (target != 1 && !lua_compare(lua, 1, target, LUA_OPEQ));
+        for (lua_Integer i = 0; i < count; ++i) {
+            const lua_Integer offset = apart ? i : count - 1 - i;
+            copyElement(lua, first + offset, target, to + offset);
+        }
+    }
+    lua_pushvalue(lua, target);
+    return 1;
+}
+
+void addElement(lua_State* lua, luaL_Buffer* text, lua_Integer index) {
+    spend(lua, 1);
+    lua_geti(lua, 1, index);
+    if (!lua_isstring(lua, -1)) {
+        luaL_error(lua, "invalid value (at index %I) in table for 'concat'",
+                   static_cast<LUAI_UACINT>(index));
+    }
+    luaL_addvalue(text);
+}
+
+int concat(lua_State* lua) {
+    checkTable(lua, 1, {"__index", "__len"});
+    const lua_Integer length = luaL_len(lua, 1);
+    std::size_t size = 0;
+    const char* separator = luaL_optlstring(lua, 2, "", &size);
+    lua_Integer index = luaL_optinteger(lua, 3, 1);
+    const lua_Integer last = luaL_optinteger(lua, 4, length);
+    luaL_Buffer text;
+    luaL_buffinit(lua, &text);
+    for (; index < last; ++index) {
+        addElement(lua, &text, index);
+        luaL_addlstring(&text, separator, size);
+    }
+    if (index == last) addElement(lua, &text, index);
+    luaL_pushresult(&text);
+    return 1;
+}
+
+int unpack(lua_State* lua) {
+    lua_Integer index = luaL_optinteger(lua, 2, 1);
+    const lua_Integer last = lua_isnoneornil(lua, 3) ? luaL_len(lua, 1) : luaL_checkinteger(lua, 3);
+    if (index > last) return 0;
+    const lua_Unsigned steps = static_cast<lua_Unsigned>(last) - static_cast<lua_Unsigned>(index);
+    if (steps >= INT_MAX || !lua_checkstack(lua, static_cast<int>(steps) + 1))
+        return luaL_error(lua, "too many results to unpack");
+    spend(lua, steps);
+    for (; index < last; ++index)
+        lua_geti(lua, 1, index);
+    lua_geti(lua, 1, last);
+    return static_cast<int>(steps) + 1;
+}
+
+bool isLess(lua_State* lua, int a, int b) {
+    if (lua_isnil(lua, 2)) {
+        const bool texts = lua_type(lua, a) == LUA_TSTRING && lua_type(lua, b) == LUA_TSTRING;
+        spendBytes(lua, texts ? lua_rawlen(lua, a) : 0);
+        return lua_compare(lua, a, b, LUA_OPLT) != 0;
+    }
+    spend(lua, 1);
+    lua_pushvalue(lua, 2);
+    lua_pushvalue(lua, a - 1);
+    lua_pushvalue(lua, b - 2);
+    lua_call(lua, 2, 1);
+    const bool less = lua_toboolean(lua, -1) != 0;
+    lua_pop(lua, 1);
+    return less;
+}
+
+/// Takes the topmost value into the heap in elements 1 to `count`, at `hole` or below.
+void siftDown(lua_State* lua, lua_Integer hole, lua_Integer count) {
+    for (lua_Integer child = 2 * hole; child <= count; child = 2 * hole) {
+        lua_geti(lua, 1, child);
+        if (child < count) {
+            lua_geti(lua, 1, child + 1);
+            const bool right = isLess(lua, -2, -1);
+            if (right) ++child;
+            lua_remove(lua, right ? -2 : -1);
+        }
+        if (!isLess(lua, -2, -1)) {
+            lua_pop(lua, 1);
+            break;
+        }
+        lua_seti(lua, 1, hole);
+        hole = child;
+    }
+    lua_seti(lua, 1, hole);
+}
+
+/// A heap sort: its time is bounded whatever the comparison function says.
+int sort(lua_State* lua) {
+    const lua_Integer length = lengthToChange(lua);
+    luaL_argcheck(lua, length < INT_MAX, 1, "array too big");
+    if (!lua_isnoneornil(lua, 2)) luaL_checktype(lua, 2, LUA_TFUNCTION);
+    lua_settop(lua, 2);
+    luaL_checkstack(lua, 8, nullptr);
+    for (lua_Integer i = length / 2; i >= 1; --i) {
+        lua_geti(lua, 1, i);
+        siftDown(lua, i, length);
+    }
+    for (lua_Integer last = length; last > 1; --last) {
+        lua_geti(lua, 1, last);
+        lua_geti(lua, 1, 1);
+        lua_seti(lua, 1, last);
+        siftDown(lua, 1, last - 1);
+    }
+    return 0;
+}
+
+}  // namespace
+
+const luaL_Reg kTableFunctions[] = {{"concat", concat}, {"insert", insert}, {"move", move},
+                                    {"remove", remove}, {"sort", sort},     {"unpack", unpack},
+                                    {nullptr, nullptr}};
+
+}  // namespace scripthost

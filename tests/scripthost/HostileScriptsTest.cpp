@@ -1,0 +1,173 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "scripthost/HostRun.h"
+#include "support/EnvironmentScope.h"
+
+namespace {
+
+constexpr int kInstructions = 4;
+constexpr int kTime = 5;
+constexpr int kMemory = 6;
+constexpr int kAnyLimit = 0;
+constexpr int kRunTime = 2;
+constexpr int kSyntax = 1;
+
+const struct {
+    const char* name;
+    const char* script;
+    int number;
+} kHostile[] = {
+    {"loop", "while true do end", kInstructions},
+    {"caught limit", "while true do pcall(function() while true do end end) end", kInstructions},
+    {"limit caught by hand", "repeat until not pcall(function() while true do end end) return true",
+     kInstructions},
+    {"handler that loops",
+     "local function f() while true do end end while true do xpcall(f, f) end", kInstructions},
+    {"closing variable that loops",
+     "local f = function() while true do end end "
+     "local m = {__close = f} "
+     "pcall(function() local a <close> = setmetatable({}, m) f() end) f()",
+     kInstructions},
+    {"closing variables of a deep recursion",
+     "local m = {__close = function() for i = 1, 1e9 do end end} "
+     "local function f() local a <close> = setmetatable({}, m) return (f()) end pcall(f) f()",
+     kAnyLimit},
+    {"coroutine that loops",
+     "while true do coroutine.resume(coroutine.create(function() while true do end end)) end",
+     kInstructions},
+    {"wrapped coroutine that loops",
+     "while true do pcall(coroutine.wrap(function() while true do end end)) end", kInstructions},
+    {"coroutines made for ever", "while true do coroutine.wrap(function() end)() end",
+     kInstructions},
+    {"yielding over a caught limit",
+     "local co = coroutine.wrap(function() while true do pcall(function() coroutine.yield() "
+     "while true do end end) end end) co() co() co()",
+     kInstructions},
+    {"coroutine closed while it loops",
+     "local co = coroutine.create(function() local a <close> = setmetatable({}, {__close = "
+     "function() while true do end end}) coroutine.yield() end) coroutine.resume(co) "
+     "while true do coroutine.close(co) end",
+     kInstructions},
+    {"coroutines that close one another",
+     "local all = {} for i = 1, 20000 do local co = coroutine.create(function() "
+     "local a <close> = setmetatable({}, {__close = function() "
+     "if all[i - 1] then coroutine.close(all[i - 1]) end end}) coroutine.yield() end) "
+     "coroutine.resume(co) all[i] = co end local ok, why = coroutine.close(all[#all]) error(why)",
+     kRunTime},
+    {"coroutines that resume one another", "local function f() return coroutine.wrap(f)() end f()",
+     kRunTime},
+    {"finalizer", "setmetatable({}, {__gc = function() while true do end end})", kRunTime},
+    {"weak keys", "setmetatable({}, {__mode = 'k'})", kRunTime},
+    {"match that tries all ways", "(('a'):rep(30)):find(('a*'):rep(30) .. 'b')", kInstructions},
+    {"gsub that tries all ways", "(('a'):rep(30)):gsub(('a-'):rep(30) .. 'b', '')", kInstructions},
+    {"gmatch that tries all ways",
+     "for _ in (('a'):rep(30)):gmatch(('a?a*'):rep(20) .. 'b') do end", kInstructions},
+    {"balance over a long text", "local s = ('('):rep(2^20) for _ in s:gmatch('%b()') do end",
+     kInstructions},
+    {"long set", "local s = ('a'):rep(1e6) s:find('[' .. ('b'):rep(1e6) .. ']')", kInstructions},
+    {"plain find that nearly matches everywhere",
+     "local s = ('a'):rep(2^22) s:find(('a'):rep(2^21) .. 'b', 1, true)", kInstructions},
+    {"captured text compared everywhere",
+     "local s = ('a'):rep(2^20) s:find('^(a*)b-%1%1%1c') s:find('(.-)%1%1%1c')", kInstructions},
+    {"empty text repeated", "(''):rep(math.maxinteger)", -1},
+    {"long text repeated", "('x'):rep(1e15)", kAnyLimit},
+    {"format of one long text many times",
+     "local t, s = {}, ('x'):rep(2^23) for i = 1, 1e5 do t[i] = s end "
+     "string.format(('%.0s'):rep(1e5), table.unpack(t))",
+     kInstructions},
+    {"padding", "string.pack('!1c1000000000', '')", kMemory},
+    {"pattern in an endless replacement", "local s = 'x' while true do s = s:gsub('.', '%0%0') end",
+     kAnyLimit},
+    {"concat of a huge range",
+     "table.concat(setmetatable({}, {__index = table.concat}), '', 1, 1 << 60)", kInstructions},
+    {"insert into a false length",
+     "table.insert(setmetatable({}, {__len = function() return 1 << 60 end}), 1, 1)",
+     kInstructions},
+    {"remove from a false length",
+     "table.remove(setmetatable({}, {__len = function() return 1 << 60 end}), 1)", kInstructions},
+    {"move of a huge range", "table.move({}, 1, math.maxinteger - 1, 2)", kInstructions},
+    {"sort of a false length",
+     "table.sort(setmetatable({}, {__len = function() return 1 << 30 end}), rawequal)",
+     kInstructions},
+    {"unpack of a huge range", "table.unpack({}, 1, 1e8)", kRunTime},
+    {"sort of long equal texts",
+     "local t, s = {}, ('x'):rep(2^23) for i = 1, 1e5 do t[i] = s end table.sort(t)",
+     kInstructions},
+    {"sort that contradicts itself",
+     "local t = {} for i = 1, 100 do t[i] = i end "
+     "while true do table.sort(t, function() return true end) end",
+     kInstructions},
+    {"memory", "local t = {} while true do t = {t, {}, {}} end", kMemory},
+    {"memory of a text", "local s = 'x' while true do s = s .. s end", kMemory},
+    {"memory, caught",
+     "local t = {} while true do pcall(function() while true do t[#t + 1] = ('x'):rep(1e5) .. #t "
+     "end end) end",
+     kMemory},
+    {"memory in a coroutine",
+     "local t = {} while true do coroutine.resume(coroutine.create(function() "
+     "while true do t[#t + 1] = ('x'):rep(1e5) .. #t end end)) end",
+     kMemory},
+    {"recursion", "local function f() return 1 + f() end f()", kRunTime},
+    {"recursion, caught", "local function f() pcall(f) return f() end f()", kAnyLimit},
+    {"recursion of callbacks", "local function f(s) return (s:gsub('.', f)) end f('x')", kRunTime},
+    {"recursion of comparisons", "local function f() table.sort({1, 2, 3}, f) return true end f()",
+     kRunTime},
+    {"recursion of metamethods",
+     "local m = {} m.__index = function(t, k) return t[k .. 'x'] end "
+     "return setmetatable({}, m).x",
+     kRunTime},
+    {"conversion that calls itself", "error(setmetatable({}, {__tostring = tostring}))", kRunTime},
+    {"error that describes itself for ever",
+     "error(setmetatable({}, {__tostring = function() while true do end end}))", kInstructions},
+    {"reason that describes itself for ever",
+     "return false, setmetatable({}, {__tostring = function() while true do end end})",
+     kInstructions},
+    {"error without a description", "error(setmetatable({}, {__tostring = error}))", kRunTime},
+    {"deep source", "load(('('):rep(1e5))() ", kRunTime},
+    {"endless source", "load(math.random)", kAnyLimit},
+    {"endless source of a function", "load(function() return 'x = 1 ' end)", kAnyLimit},
+    {"labels",
+     "local t = {} for i = 1, 8000 do t[i] = 'goto a' .. i .. ' ::a' .. i .. '::' end "
+     "while true do load(table.concat(t, ' ')) end",
+     kAnyLimit},
+    {"binary chunk", "assert(load('\\27Lua'))()", kRunTime},
+    {"functions of the system",
+     "assert(not (io or os or require or package or debug or dofile or "
+     "loadfile or collectgarbage or string.dump)) nothing()",
+     kRunTime},
+    {"string metatable",
+     "getmetatable('').__index = function() while true do end end "
+     "local x = (''):x()",
+     kInstructions},
+};
+
+TEST(HostileScripts, EachEndsWithAReportWithinTheLimits) {
+    const EnvironmentScope instructions("CORVANE_SCRIPT_MAX_INSTRUCTIONS", "5000000");
+    const EnvironmentScope memory("CORVANE_SCRIPT_MAX_MEMORY_MB", "96");
+    for (const auto& [name, script, number] : kHostile) {
+        SCOPED_TRACE(name);
+        const Outcome outcome = runScript(std::string(script));
+        EXPECT_EQ(outcome.status, kOk);
+        if (number == -1) {
+            EXPECT_TRUE(outcome.success);
+            continue;
+        }
+        EXPECT_FALSE(outcome.success);
+        if (number == kAnyLimit) {
+            EXPECT_GE(outcome.number, kInstructions);
+        } else {
+            EXPECT_EQ(outcome.number, number) << outcome.message;
+        }
+    }
+}
+
+TEST(HostileScripts, ASlowOneEndsByTheClock) {
+    const EnvironmentScope seconds("CORVANE_SCRIPT_MAX_SECONDS", "1");
+    const Outcome outcome =
+        runScript(std::string("local s = ('x'):rep(2^24)\nwhile true do\nlocal _ = s < s end"));
+    EXPECT_EQ(outcome.number, kTime) << outcome.message;
+    EXPECT_EQ(outcome.line, 2);
+}
+
+}  // namespace
