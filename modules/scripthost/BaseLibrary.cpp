@@ -1,6 +1,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "Collector.h"
 #include "Libraries.h"
 #include "Run.h"
 
@@ -49,27 +50,23 @@ int protectedCallWithHandler(lua_State* lua) {
     return finishProtected(lua, status, 2);
 }
 
-void refuseField(lua_State* lua, const char* field, const char* part, const char* reason) {
-    lua_pushstring(lua, field);
-    const int type = lua_rawget(lua, 2);
-    const char* text = type == LUA_TSTRING ? lua_tostring(lua, -1) : "";
-    if (type != LUA_TNIL && (!part || std::strstr(text, part))) luaL_error(lua, "%s", reason);
-    lua_pop(lua, 1);
-}
-
-/// A finalizer runs while no instructions are counted, and the collector can take the square of
-/// its time over weak keys; so a script has neither.
+/// A finalizer runs while no instructions are counted, so a script has none.
 int setMetatable(lua_State* lua) {
     const int type = lua_type(lua, 2);
     luaL_checktype(lua, 1, LUA_TTABLE);
     luaL_argexpected(lua, type == LUA_TNIL || type == LUA_TTABLE, 2, "nil or table");
     if (luaL_getmetafield(lua, 1, "__metatable") != LUA_TNIL)
         return luaL_error(lua, "cannot change a protected metatable");
-    if (type == LUA_TTABLE) {
-        refuseField(lua, "__gc", nullptr, "scripts have no finalizers ('__gc')");
-        refuseField(lua, "__mode", "k", "scripts have no tables with weak keys ('__mode')");
-    }
     lua_settop(lua, 2);
+    if (type == LUA_TTABLE) {
+        lua_pushliteral(lua, "__gc");
+        if (lua_rawget(lua, 2) != LUA_TNIL)
+            return luaL_error(lua, "scripts have no finalizers ('__gc')");
+        if (hasWeakKeys(lua, 2))
+            return luaL_error(lua, "scripts have no tables with weak keys ('__mode')");
+        noteMetatable(lua, 2);
+        lua_settop(lua, 2);
+    }
     lua_setmetatable(lua, 1);
     return 1;
 }

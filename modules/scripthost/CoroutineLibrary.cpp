@@ -13,7 +13,7 @@ constexpr int kDeepestClosing = 50;
 
 lua_State* coroutineAt(lua_State* lua, int index) {
     lua_State* coroutine = lua_tothread(lua, index);
-    luaL_argexpected(lua, coroutine != nullptr, index, "coroutine");
+    luaL_argexpected(lua, coroutine != nullptr, index, "thread");
     return coroutine;
 }
 
@@ -77,15 +77,16 @@ bool closeVariables(lua_State* lua, lua_State* coroutine) {
     return status == LUA_OK;
 }
 
-bool isActive(lua_State* lua, lua_State* coroutine) {
-    if (coroutine == lua) return true;
+void refuseActive(lua_State* lua, lua_State* coroutine) {
+    if (coroutine == lua) luaL_error(lua, "cannot close a running coroutine");
     lua_Debug record;
-    return lua_status(coroutine) == LUA_OK && lua_getstack(coroutine, 0, &record);
+    if (lua_status(coroutine) == LUA_OK && lua_getstack(coroutine, 0, &record))
+        luaL_error(lua, "cannot close a normal coroutine");
 }
 
 int close(lua_State* lua) {
     lua_State* coroutine = coroutineAt(lua, 1);
-    if (isActive(lua, coroutine)) return luaL_error(lua, "cannot close an active coroutine");
+    refuseActive(lua, coroutine);
     const bool clean = closeVariables(lua, coroutine);
     lua_pushboolean(lua, clean);
     if (clean) return 1;

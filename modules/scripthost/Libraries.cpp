@@ -85,6 +85,11 @@ void open(lua_State* lua, const Library& library) {
     keepOnly(lua, library);
     for (const luaL_Reg* functions : library.own)
         luaL_setfuncs(lua, functions, 0);
+    // Where Lua looks for the names of functions that it has errors to report of.
+    luaL_getsubtable(lua, LUA_REGISTRYINDEX, LUA_LOADED_TABLE);
+    lua_pushvalue(lua, -2);
+    lua_setfield(lua, -2, library.name);
+    lua_pop(lua, 1);
     lua_setglobal(lua, library.name);
 }
 

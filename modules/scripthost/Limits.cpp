@@ -6,6 +6,7 @@
 
 #include <corvane/platform/Environment.h>
 
+#include "Collector.h"
 #include "Run.h"
 
 namespace scripthost {
@@ -116,7 +117,10 @@ void* Limits::allocate(void* self, void* block, std::size_t oldSize, std::size_t
         limits.memory_ -= size;
         return nullptr;
     }
-    if (newSize > size && !limits.mayGrow(newSize - size)) return nullptr;
+    if (newSize > size && !limits.mayGrow(newSize - size)) {
+        dropWeakKeys(limits.guard);  // a collection follows
+        return nullptr;
+    }
     void* result = std::realloc(block, newSize);
     if (!result) return newSize <= size ? block : nullptr;
     limits.memory_ += newSize - size;

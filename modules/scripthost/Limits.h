@@ -33,6 +33,9 @@ public:
 
     /// The state whose stack is the running one, so that a fault found outside it has a place.
     lua_State* running = nullptr;
+    lua_State* guard = nullptr;   ///< See Collector.h.
+    std::uint64_t collectAt = 0;  ///< Memory in use that starts the next collection.
+    std::uint64_t memory() const { return memory_; }
     /// The script's line when the limit was reached, from 1; 0 when it is not known.
     int line() const { return line_; }
 

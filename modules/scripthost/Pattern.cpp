@@ -51,6 +51,9 @@ bool isInClass(int unit, int name) {
         case 'x':
             result = std::isxdigit(unit);
             break;
+        case 'z':
+            result = unit == 0 ? 1 : 0;
+            break;
         default:
             return name == unit;
     }

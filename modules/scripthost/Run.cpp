@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "Collector.h"
+
 namespace scripthost {
 namespace {
 
@@ -27,6 +29,7 @@ void hook(lua_State* lua, lua_Debug* record) {
         noteReturn(lua, record);
     } else {
         spend(lua, kPeriod);
+        collectWhenDue(lua);
     }
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "Collector.h"
 #include "Libraries.h"
 #include "ScriptLocale.h"
 
@@ -93,6 +94,8 @@ std::unique_ptr<Script> Script::create() {
     script->state_.reset(lua);
     setRun(lua, script->run_);
     lua_pushcfunction(lua, openLibraries);
+    if (lua_pcall(lua, 0, 0, 0) != LUA_OK) return nullptr;
+    lua_pushcfunction(lua, takeCollector);
     if (lua_pcall(lua, 0, 0, 0) != LUA_OK) return nullptr;
     watch(lua);
     return script;

@@ -90,8 +90,8 @@ void addElement(lua_State* lua, luaL_Buffer* text, lua_Integer index) {
     spend(lua, 1);
     lua_geti(lua, 1, index);
     if (!lua_isstring(lua, -1)) {
-        luaL_error(lua, "invalid value (at index %I) in table for 'concat'",
-                   static_cast<LUAI_UACINT>(index));
+        luaL_error(lua, "invalid value (%s) at index %I in table for 'concat'",
+                   luaL_typename(lua, -1), static_cast<LUAI_UACINT>(index));
     }
     luaL_addvalue(text);
 }
