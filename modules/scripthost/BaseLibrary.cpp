@@ -131,12 +131,17 @@ int load(lua_State* lua) {
     return 1;
 }
 
+/// Control characters, also those of two bytes, could drive a terminal.
+bool isControl(const char* text, std::size_t at) {
+    const auto unit = static_cast<unsigned char>(text[at]);
+    if (unit < 0x20) return unit != '\t' && unit != '\n';
+    const bool second = at > 0 && static_cast<unsigned char>(text[at - 1]) == 0xC2;
+    return unit == 0x7F || (second && unit >= 0x80 && unit < 0xA0);
+}
+
 void addPrintable(luaL_Buffer* line, const char* text, std::size_t size) {
-    for (std::size_t i = 0; i < size; ++i) {
-        const auto unit = static_cast<unsigned char>(text[i]);
-        const bool control = (unit < 0x20 && unit != '\t' && unit != '\n') || unit == 0x7F;
-        luaL_addchar(line, control ? '?' : text[i]);
-    }
+    for (std::size_t i = 0; i < size; ++i)
+        luaL_addchar(line, isControl(text, i) ? '?' : text[i]);
 }
 
 /// To standard error, because standard output is the host's, and without control characters.

@@ -14,7 +14,8 @@ constexpr int kMetatables = 1;
 constexpr int kFieldName = 2;
 constexpr const char* kField = "__mode";
 
-constexpr std::uint64_t kLeastToCollect = 1024 * 1024;
+/// Small, because an engine's objects can hold far more than Lua sees.
+constexpr std::uint64_t kLeastToCollect = 128 * 1024;
 
 char guardKey;
 

@@ -117,12 +117,13 @@ void* Limits::allocate(void* self, void* block, std::size_t oldSize, std::size_t
         limits.memory_ -= size;
         return nullptr;
     }
-    if (newSize > size && !limits.mayGrow(newSize - size)) {
+    const bool allowed = newSize <= size || limits.mayGrow(newSize - size);
+    void* result = allowed ? std::realloc(block, newSize) : nullptr;
+    if (!result) {
+        if (newSize <= size) return block;
         dropWeakKeys(limits.guard);  // a collection follows
         return nullptr;
     }
-    void* result = std::realloc(block, newSize);
-    if (!result) return newSize <= size ? block : nullptr;
     limits.memory_ += newSize - size;
     return result;
 }

@@ -9,6 +9,9 @@
 namespace scripthost {
 namespace {
 
+/// To get or to set an element can call a function, which is not counted when it is Lua's own.
+constexpr std::uint64_t kStepsForElement = 5;
+
 /// A table, or a value that behaves like one in the named ways.
 void checkTable(lua_State* lua, int index, std::initializer_list<const char*> ways) {
     if (lua_istable(lua, index)) return;
@@ -24,7 +27,7 @@ lua_Integer lengthToChange(lua_State* lua) {
 }
 
 void copyElement(lua_State* lua, lua_Integer from, int target, lua_Integer to) {
-    spend(lua, 1);
+    spend(lua, kStepsForElement);
     lua_geti(lua, 1, from);
     lua_seti(lua, target, to);
 }
@@ -87,7 +90,7 @@ int move(lua_State* lua) {
 }
 
 void addElement(lua_State* lua, luaL_Buffer* text, lua_Integer index) {
-    spend(lua, 1);
+    spend(lua, kStepsForElement);
     lua_geti(lua, 1, index);
     if (!lua_isstring(lua, -1)) {
         luaL_error(lua, "invalid value (%s) at index %I in table for 'concat'",
@@ -121,7 +124,7 @@ int unpack(lua_State* lua) {
     const lua_Unsigned steps = static_cast<lua_Unsigned>(last) - static_cast<lua_Unsigned>(index);
     if (steps >= INT_MAX || !lua_checkstack(lua, static_cast<int>(steps) + 1))
         return luaL_error(lua, "too many results to unpack");
-    spend(lua, steps);
+    spend(lua, steps * kStepsForElement);
     for (; index < last; ++index)
         lua_geti(lua, 1, index);
     lua_geti(lua, 1, last);
@@ -134,7 +137,7 @@ bool isLess(lua_State* lua, int a, int b) {
         spendBytes(lua, texts ? lua_rawlen(lua, a) : 0);
         return lua_compare(lua, a, b, LUA_OPLT) != 0;
     }
-    spend(lua, 1);
+    spend(lua, kStepsForElement);
     lua_pushvalue(lua, 2);
     lua_pushvalue(lua, a - 1);
     lua_pushvalue(lua, b - 2);

@@ -50,7 +50,7 @@ const struct {
      "while true do coroutine.close(co) end",
      kInstructions},
     {"coroutines that close one another",
-     "local all = {} for i = 1, 20000 do local co = coroutine.create(function() "
+     "local all = {} for i = 1, 10000 do local co = coroutine.create(function() "
      "local a <close> = setmetatable({}, {__close = function() "
      "if all[i - 1] then coroutine.close(all[i - 1]) end end}) coroutine.yield() end) "
      "coroutine.resume(co) all[i] = co end local ok, why = coroutine.close(all[#all]) error(why)",
@@ -108,7 +108,7 @@ const struct {
      "local t = {} while true do coroutine.resume(coroutine.create(function() "
      "while true do t[#t + 1] = ('x'):rep(1e5) .. #t end end)) end",
      kMemory},
-    {"recursion", "local function f() return 1 + f() end f()", kRunTime},
+    {"recursion", "local function f() return 1 + f() end f()", kAnyLimit},
     {"recursion, caught", "local function f() pcall(f) return f() end f()", kAnyLimit},
     {"recursion of callbacks", "local function f(s) return (s:gsub('.', f)) end f('x')", kRunTime},
     {"recursion of comparisons", "local function f() table.sort({1, 2, 3}, f) return true end f()",
@@ -144,7 +144,7 @@ const struct {
 
 TEST(HostileScripts, EachEndsWithAReportWithinTheLimits) {
     const EnvironmentScope instructions("CORVANE_SCRIPT_MAX_INSTRUCTIONS", "5000000");
-    const EnvironmentScope memory("CORVANE_SCRIPT_MAX_MEMORY_MB", "96");
+    const EnvironmentScope memory("CORVANE_SCRIPT_MAX_MEMORY_MB", "32");
     for (const auto& [name, script, number] : kHostile) {
         SCOPED_TRACE(name);
         const Outcome outcome = runScript(std::string(script));

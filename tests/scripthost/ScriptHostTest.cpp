@@ -77,6 +77,16 @@ TEST(ScriptHost, EachFailureIsReportedWithItsKindAndPlace) {
     }
 }
 
+TEST(ScriptHost, TablesCanHaveWeakValuesButNeverWeakKeys) {
+    const Outcome outcome = runScript(std::string(R"(
+        local late, keys, values = {}, {}, setmetatable({}, {__mode = 'v'})
+        setmetatable(keys, late)
+        keys[{}], values[1], late.__mode = 1, {}, 'k'
+        for i = 1, 1e5 do local _ = {} end
+        return false, tostring(next(keys) ~= nil) .. ' ' .. #values)"));
+    EXPECT_EQ(outcome.message, "true 0");
+}
+
 TEST(ScriptHost, CallsOutOfTurnAreRefusedAndHarmNothing) {
     const Host host = makeHost();
     std::int16_t success = 1;
