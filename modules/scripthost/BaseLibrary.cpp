@@ -9,7 +9,7 @@ namespace scripthost {
 namespace {
 
 /// Bytes of print that one run may put out.
-constexpr std::size_t kMostPrinted = 64 * 1024;
+constexpr std::size_t kMostPrinted = 65'536;
 
 int finishProtected(lua_State* lua, int status, lua_KContext before) {
     stopIfOver(lua, status);

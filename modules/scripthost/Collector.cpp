@@ -15,7 +15,7 @@ constexpr int kFieldName = 2;
 constexpr const char* kField = "__mode";
 
 /// Small, because an engine's objects can hold far more than Lua sees.
-constexpr std::uint64_t kLeastToCollect = 128 * 1024;
+constexpr std::uint64_t kLeastToCollect = 131'072;
 
 char guardKey;
 

@@ -14,11 +14,11 @@ namespace {
 
 constexpr std::uint64_t kStepsBetweenLooks = 100;
 /// Allocations between two looks at the clock, in bytes; small ones count as more than they are.
-constexpr std::uint64_t kBytesBetweenLooks = 256 * 1024;
+constexpr std::uint64_t kBytesBetweenLooks = 262'144;
 constexpr std::uint64_t kCostOfAllocation = 256;
 /// What unwinding may still use when the limit is reached. Without it each step of it would cost a
 /// full collection.
-constexpr std::uint64_t kReserve = 1024 * 1024;
+constexpr std::uint64_t kReserve = 1'048'576;
 /// Lua asks twice, once before and once after a collection, before it gives up.
 constexpr int kRefusalsForAnError = 2;
 
@@ -119,8 +119,8 @@ void* Limits::allocate(void* self, void* block, std::size_t oldSize, std::size_t
     }
     const bool allowed = newSize <= size || limits.mayGrow(newSize - size);
     void* result = allowed ? std::realloc(block, newSize) : nullptr;
+    if (!result && newSize <= size) result = block;
     if (!result) {
-        if (newSize <= size) return block;
         dropWeakKeys(limits.guard);  // a collection follows
         return nullptr;
     }

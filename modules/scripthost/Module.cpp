@@ -21,6 +21,8 @@ constexpr HResult kErrorClassNotAvailable = static_cast<HResult>(0x80040111);
 /// One for the life of the module, so its references are not counted.
 class Factory final : public IClassFactory {
 public:
+    virtual ~Factory() = default;  // behind the slots of the interface
+
     HResult QueryInterface(const Guid& interfaceId, void** object) override {
         if (!object) return kErrorPointer;
         *object = nullptr;

@@ -36,11 +36,13 @@ public:
                            BSTR* type, BSTR* source, std::int32_t* errorNumber,
                            std::int32_t* errorCode) override;
 
+protected:
+    ~ScriptProcessor() = default;
+
 private:
     enum class Step { Collecting, HasText, Prepared, Succeeded, Failed, Ended };
 
     ScriptProcessor() = default;
-    ~ScriptProcessor() = default;
     HResult finish(bool done, Step next, std::int16_t* success);
 
     std::atomic<std::uint32_t> references_{1};

@@ -11,7 +11,6 @@ constexpr int kTime = 5;
 constexpr int kMemory = 6;
 constexpr int kAnyLimit = 0;
 constexpr int kRunTime = 2;
-constexpr int kSyntax = 1;
 
 const struct {
     const char* name;
