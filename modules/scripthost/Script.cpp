@@ -102,9 +102,13 @@ std::unique_ptr<Script> Script::create() {
 }
 
 void Script::fail(ScriptFault fault) {
-    const Limits& limits = run_.limits;
-    fault_ = limits.reached() == Limit::None ? std::move(fault) : limitFault(limits);
-    placeCharacter(*fault_, text_);
+    if (run_.limits.reached() != Limit::None) {
+        const std::string source = std::move(fault.source);
+        fault = limitFault(run_.limits);
+        fault.source = source;
+    }
+    if (fault.source == kScriptName) placeCharacter(fault, text_);
+    fault_ = std::move(fault);
 }
 
 std::string Script::describe(int index) {
@@ -143,7 +147,8 @@ HResult Script::install(const Engine& engine, LoadedModule& module) {
         call.source = sourceIn(*source);
     } else {
         module = LoadedModule(engine.file(u".dll"));
-        if (!module) return isFile(engine.file(u".so")) ? kEngineBroken : kEngineMissing;
+        const bool there = isFile(engine.file(u".so")) || isFile(engine.file(u".dll"));
+        if (!module) return there ? kEngineBroken : kEngineMissing;
         call.entry = module.function<lua_CFunction>(("luaopen_" + engine.name).c_str());
         if (!call.entry) return kEngineWithoutEntry;
         chunk = engine.name;

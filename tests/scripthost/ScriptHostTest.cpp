@@ -224,6 +224,8 @@ TEST_F(ScriptEngines, ThoseThatCannotBeUsedAreRefusedWithTheirReason) {
     const Outcome outcome = askError(*host);
     EXPECT_EQ(outcome.type + "/" + outcome.source + "/" + outcome.message,
               "Engine error/raising.lua/no licence");
+    EXPECT_EQ(outcome.line, 0);
+    EXPECT_EQ(outcome.character, -1);
 }
 
 TEST_F(ScriptEngines, SharedModulesOutliveTheirObjectsAndTheirErrorsAreTheScripts) {
