@@ -1,0 +1,80 @@
+#include "Console.h"
+
+#include <iostream>
+#include <utility>
+
+#include <corvane/platform/Environment.h>
+
+#include "Terminal.h"
+#include "Text.h"
+
+namespace {
+
+constexpr std::size_t kProgressColumns = 76;
+
+const char* escapeOf(Tone tone) {
+    switch (tone) {
+        case Tone::Heading:
+            return "\x1b[1m";
+        case Tone::Good:
+            return "\x1b[32m";
+        case Tone::Bad:
+            return "\x1b[31m";
+        case Tone::Doubtful:
+            return "\x1b[33m";
+        case Tone::Plain:
+            break;
+    }
+    return "";
+}
+
+}  // namespace
+
+Console::Console(bool quiet)
+    : colour_(corvane::GetEnvironmentText(u"NO_COLOR").empty() && outputIsTerminal()),
+      watched_(!quiet && errorIsTerminal()) {}
+
+void Console::write(std::u16string_view text, Tone tone) {
+    clearProgress();
+    const bool coloured = colour_ && tone != Tone::Plain;
+    if (coloured) std::cout << escapeOf(tone);
+    std::cout << harmless(text).ToUtf8();
+    if (coloured) std::cout << "\x1b[0m";
+}
+
+void Console::endLine() {
+    std::cout << '\n';
+}
+
+void Console::report(std::u16string_view message) {
+    clearProgress();
+    std::cout.flush();  // on a terminal the two streams keep their order
+    std::cerr << harmless(message).ToUtf8() << '\n';
+}
+
+void Console::progress(std::u16string_view text) {
+    if (!watched_) return;
+    std::cerr << "\r\x1b[K" << fitted(harmless(text), kProgressColumns).ToUtf8() << std::flush;
+    progressShown_ = true;
+}
+
+void Console::clearProgress() {
+    if (!progressShown_) return;
+    std::cerr << "\r\x1b[K" << std::flush;
+    progressShown_ = false;
+}
+
+bool Console::finish() {
+    clearProgress();
+    return static_cast<bool>(std::cout.flush());
+}
+
+MessageScope::MessageScope(Console& console, CStringW place)
+    : former_(corvane::SetMessageSink(
+          [&console, place = std::move(place)](const corvane::Message& message) {
+              console.report(place + u": " + CStringW(message.text));
+          })) {}
+
+MessageScope::~MessageScope() {
+    corvane::SetMessageSink(std::move(former_));
+}

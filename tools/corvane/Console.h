@@ -1,0 +1,54 @@
+#pragma once
+
+#include <string_view>
+
+#include <corvane/platform/MessageBox.h>
+#include <corvane/text/CStringW.h>
+
+enum class Tone { Plain, Heading, Good, Bad, Doubtful };
+
+/// Where results, messages and progress go. Results are standard output; the rest is standard
+/// error, so that what is piped stays clean. Texts are made harmless here, once for all.
+class Console {
+public:
+    /// `quiet` leaves out the progress line.
+    explicit Console(bool quiet);
+    Console(const Console&) = delete;
+    Console& operator=(const Console&) = delete;
+    ~Console() { clearProgress(); }
+
+    /// Part of a line of results, and its end.
+    void write(std::u16string_view text, Tone tone = Tone::Plain);
+    void endLine();
+    void writeLine(std::u16string_view text, Tone tone = Tone::Plain) {
+        write(text, tone);
+        endLine();
+    }
+
+    /// A line on standard error.
+    void report(std::u16string_view message);
+
+    /// Shows what goes on, over what it showed before; nothing unless a person is watching.
+    void progress(std::u16string_view text);
+    void clearProgress();
+
+    /// Writes out what is buffered. False when results got lost, as on a full disk.
+    bool finish();
+
+private:
+    bool colour_;
+    bool watched_;
+    bool progressShown_ = false;
+};
+
+/// Reports what would be a message box, for a block, with the place that it is about.
+class MessageScope {
+public:
+    MessageScope(Console& console, CStringW place);
+    MessageScope(const MessageScope&) = delete;
+    MessageScope& operator=(const MessageScope&) = delete;
+    ~MessageScope();
+
+private:
+    corvane::MessageSink former_;
+};

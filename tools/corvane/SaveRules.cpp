@@ -1,0 +1,63 @@
+#include <exception>
+#include <memory>
+
+#include <corvane/platform/ComError.h>
+#include <corvane/xml/CurrentDocument.h>
+#include <corvane/xml/XMLFault.h>
+
+#include "Commands.h"
+#include "LoadedRule.h"
+#include "Text.h"
+
+namespace {
+
+/// Makes a document the current one, on which rules write themselves, for a block.
+class CurrentDocumentScope {
+public:
+    explicit CurrentDocumentScope(QorXMLDocument& document) { SetXMLDoc(&document); }
+    CurrentDocumentScope(const CurrentDocumentScope&) = delete;
+    CurrentDocumentScope& operator=(const CurrentDocumentScope&) = delete;
+    ~CurrentDocumentScope() { SetXMLDoc(nullptr); }
+};
+
+/// The rule's new element, or null with one more problem.
+std::unique_ptr<QorXMLNode> writtenForm(LoadedRule& loaded) {
+    try {
+        return std::unique_ptr<QorXMLNode>(loaded.rule->GetXML());
+    } catch (const _com_error& error) {
+        loaded.problems.push_back(u"writing the rule failed: " + statusText(error.Error()));
+    } catch (const std::exception& error) {
+        loaded.problems.push_back(u"writing the rule failed: " + CStringW(error.what()));
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+int saveRules(const Options& options, Console& console) {
+    const std::unique_ptr<RuleFile> file = RuleFile::load(options.ruleFiles.front(), console);
+    if (!file) return kUnusable;
+
+    RuleModules modules(options.moduleFolders);
+    QorXMLDocument document;
+    const CurrentDocumentScope scope(document);
+    const std::unique_ptr<QorXMLNode> root(document.CreateNode(file->rootName()));
+    document.AppendNode(root.get());
+    bool whole = true;
+    for (QorLong i = 0; i < file->size(); ++i) {
+        const MessageScope messages(console, file->place(i));
+        LoadedRule loaded = loadRule(file->element(i), modules);
+        std::unique_ptr<QorXMLNode> element = writtenForm(loaded);
+        // A rule that cannot be made is not lost: its element goes over as it stands.
+        if (!element) element.reset(file->element(i).CloneNode());
+        root->AppendNode(element.get());
+        whole = whole && loaded.problems.empty();
+        for (const CStringW& problem : loaded.problems)
+            console.report(file->place(i) + u": " + problem);
+    }
+    if (!corvane::SaveXML(document, options.output)) {
+        console.report(options.output + u": cannot be written");
+        return kUnusable;
+    }
+    return whole ? kAllPassed : kRuleFailed;
+}

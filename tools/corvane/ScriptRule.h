@@ -1,0 +1,22 @@
+#pragma once
+
+#include <vector>
+
+#include <corvane/scriptrules/ConcreteQORRule.h>
+
+/// A user-defined rule that remembers what its definition asked for in vain.
+class ScriptRule : public ConcreteQORRule {
+public:
+    using ConcreteQORRule::operator=;
+
+    void PopulateParametersFromXML(QorXMLNode* node) override;
+
+    /// False as long as no element was read, as without a script folder.
+    bool hasDefinition() const { return hasDefinition_; }
+    /// The engines that reading dropped because they are not registered, in a user's words.
+    const std::vector<CStringW>& missingEngines() const { return missingEngines_; }
+
+private:
+    bool hasDefinition_ = false;
+    std::vector<CStringW> missingEngines_;
+};

@@ -1,0 +1,128 @@
+#include <memory>
+
+#include <corvane/rules/CQORConstraint.h>
+
+#include "Commands.h"
+#include "LoadedRule.h"
+#include "ParameterText.h"
+#include "Text.h"
+
+namespace {
+
+const char16_t* originText(RuleOrigin origin) {
+    switch (origin) {
+        case RuleOrigin::Module:
+            return u"rule module";
+        case RuleOrigin::Index:
+            return u"index of user-defined rules";
+        case RuleOrigin::RuleFile:
+            return u"rule file";
+        case RuleOrigin::Nowhere:
+            break;
+    }
+    return u"none: the rule cannot be made";
+}
+
+/// Prints one rule as lines of a label and a text.
+class RuleSheet {
+public:
+    RuleSheet(const LoadedRule& loaded, Console& console)
+        : loaded_(loaded), rule_(*loaded.rule), console_(console) {}
+
+    void print() const {
+        printHeading();
+        printTexts();
+        for (const CStringW& category : rule_.m_lstCategories)
+            line(u"also in", category);
+        for (const CStringW& engine : rule_.m_lstEngines)
+            line(u"engine", shownPath(engine));
+        for (const CStringW& problem : loaded_.problems)
+            line(u"problem", problem, Tone::Bad);
+        printParameters(rule_.m_Parameters, u"");
+        printConstraints();
+        console_.endLine();
+    }
+
+private:
+    static constexpr int kLabelColumns = 14;
+
+    void line(std::u16string_view label, const CStringW& text, Tone tone = Tone::Plain) const {
+        if (text.IsEmpty()) return;
+        const int gap = kLabelColumns - static_cast<int>(displayWidth(label));
+        console_.write(u"  ");
+        console_.write(label);
+        console_.write(CStringW(u' ', gap));
+        console_.writeLine(text, tone);
+    }
+
+    void printHeading() const {
+        console_.write(rule_.m_csRuleName, Tone::Heading);
+        CStringW place;
+        if (loaded_.line > 0) place.Format(u"  (line %d)", loaded_.line);
+        console_.writeLine(place);
+    }
+
+    void printTexts() const {
+        line(u"definition", originText(loaded_.origin));
+        line(u"category", rule_.m_csRuleCategory);
+        CStringW numbers;
+        numbers.Format(u"%d, status %d, life status %d", rule_.m_lRuleSeverity, rule_.m_lRuleStatus,
+                       rule_.m_lRuleLifeStatus);
+        line(u"severity", numbers);
+        line(u"description", rule_.m_csRuleDescription);
+        line(u"source", rule_.m_csRuleSource);
+        line(u"module", rule_.m_csRuleModuleName);
+        line(loaded_.isScript() ? u"script" : u"file", rule_.m_csRuleFileName);
+        line(u"module file", rule_.m_csModuleFileName);
+    }
+
+    void printParameters(const CQorArray<CQorParamStorage*>& storages,
+                         const CStringW& indent) const {
+        for (int i = 0; i < storages.GetSize(); ++i) {
+            if (const CQorParamStorage* storage = storages.GetAt(i))
+                printParameter(*storage, indent);
+        }
+    }
+
+    void printParameter(const CQorParamStorage& storage, const CStringW& indent) const {
+        const ParameterText parameter = describe(storage);
+        CStringW text = indent;
+        text.AppendFormat(u"%d %s (%s%s)", storage.m_lId, parameter.name, parameter.kind,
+                          parameter.on ? u"" : u", off");
+        for (std::size_t i = 0; i < parameter.values.size(); ++i)
+            text += (i == 0 ? CStringW(u" = ") : CStringW(u", ")) + parameter.values[i];
+        line(u"parameter", text);
+    }
+
+    void printConstraints() const {
+        for (int i = 0; i < rule_.m_Constraints.GetSize(); ++i) {
+            const CQORConstraint* constraint = rule_.m_Constraints.GetAt(i);
+            if (!constraint) continue;
+            CStringW text = constraint->m_Type == QORConstraint_Material ? u"material " : u"";
+            text += constraint->m_csValue;
+            if (!constraint->m_bStatus) text += u" (off)";
+            line(u"constraint", text);
+            printParameters(constraint->m_Parameters, u"  ");
+        }
+    }
+
+    const LoadedRule& loaded_;
+    const CQorRule& rule_;
+    Console& console_;
+};
+
+}  // namespace
+
+int showRules(const Options& options, Console& console) {
+    const std::unique_ptr<RuleFile> file = RuleFile::load(options.ruleFiles.front(), console);
+    if (!file) return kUnusable;
+    RuleModules modules(options.moduleFolders);
+    bool whole = true;
+    for (QorLong i = 0; i < file->size(); ++i) {
+        const MessageScope scope(console, file->place(i));
+        const LoadedRule loaded = loadRule(file->element(i), modules);
+        RuleSheet(loaded, console).print();
+        whole = whole && loaded.problems.empty();
+    }
+    return whole ? kAllPassed : kRuleFailed;
+}

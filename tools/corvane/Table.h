@@ -1,0 +1,31 @@
+#pragma once
+
+#include <vector>
+
+#include <corvane/text/CStringW.h>
+
+#include "Console.h"
+
+/// Rows of texts in columns as wide as their widest text. The last column is as wide as it likes
+/// and may hold several lines.
+class Table {
+public:
+    struct Row {
+        std::vector<CStringW> cells;  ///< All columns but the last.
+        std::vector<CStringW> lines;  ///< The last column.
+        Tone tone = Tone::Plain;      ///< Of the last cell.
+    };
+
+    explicit Table(std::vector<CStringW> headings);
+
+    void add(Row row);
+    void print(Console& console) const;
+
+private:
+    void printLine(Console& console, const std::vector<CStringW>& cells, const CStringW& last,
+                   Tone all, Tone lastCell) const;
+
+    std::vector<CStringW> headings_;
+    std::vector<std::size_t> widths_;
+    std::vector<Row> rows_;
+};
