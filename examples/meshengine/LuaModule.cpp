@@ -1,4 +1,5 @@
-// The engine as scripts see it: the table `mesh` with part() and open(path).
+// The engine as scripts see it: the table `mesh` with part(), the part of the run. There is no way
+// to open another file: scripts are not trusted, and may not find out what the machine holds.
 //
 // Lua reports an error by jumping over the frames between: no object with a destructor lives in a
 // frame that raises, and no exception leaves a frame that Lua calls. So all work is done in
@@ -6,7 +7,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <exception>
 #include <lua.hpp>
 #include <memory>
@@ -63,26 +63,15 @@ bool load(const char* path, Mesh*& mesh, Failure& failure) noexcept {
     });
 }
 
-int open(lua_State* lua, const char* path) {
+int openPart(lua_State* lua) {
+    const char* path = std::getenv(kPartVariable);
+    if (!path || !*path) return luaL_error(lua, "this run has no part");
     auto** slot = static_cast<Mesh**>(lua_newuserdatauv(lua, sizeof(Mesh*), 0));
     *slot = nullptr;
     luaL_setmetatable(lua, kPartType);
     Failure failure;
     if (!load(path, *slot, failure)) return luaL_error(lua, "%s", failure.text);
     return 1;
-}
-
-int openPath(lua_State* lua) {
-    std::size_t length = 0;
-    const char* path = luaL_checklstring(lua, 1, &length);
-    luaL_argcheck(lua, std::strlen(path) == length, 1, "path with a zero inside");
-    return open(lua, path);
-}
-
-int openPart(lua_State* lua) {
-    const char* path = std::getenv(kPartVariable);
-    if (!path || !*path) return luaL_error(lua, "this run has no part");
-    return open(lua, path);
 }
 
 /// The part that a method was called on.
@@ -156,7 +145,7 @@ constexpr luaL_Reg kMethods[] = {
     {"size", size},     {"volume", volume},        {"area", area},    {"triangles", triangles},
     {"closed", closed}, {"min_wall", minimumWall}, {nullptr, nullptr}};
 
-constexpr luaL_Reg kFunctions[] = {{"part", openPart}, {"open", openPath}, {nullptr, nullptr}};
+constexpr luaL_Reg kFunctions[] = {{"part", openPart}, {nullptr, nullptr}};
 
 }  // namespace
 

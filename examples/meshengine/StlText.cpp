@@ -61,17 +61,21 @@ public:
     }
 
 private:
+    static std::string quoted(std::string_view word) {
+        return std::string(1, '"').append(word).append(1, '"');
+    }
+
     bool fail(std::string_view expected) {
-        error_ = "line " + std::to_string(words_.line()) + ": expected " + std::string(expected);
-        error_ += word_.empty() ? ", found the end of the file"
-                                : ", found \"" + std::string(word_.substr(0, 40)) + "\"";
+        error_ = "line " + std::to_string(words_.line()) + ": expected ";
+        error_.append(expected).append(", found ");
+        error_ += word_.empty() ? "the end of the file" : quoted(word_.substr(0, 40));
         return false;
     }
 
     bool expect(std::initializer_list<std::string_view> keywords) {
         for (const std::string_view keyword : keywords) {
             word_ = words_.next();
-            if (!sameWord(word_, keyword)) return fail("\"" + std::string(keyword) + "\"");
+            if (!sameWord(word_, keyword)) return fail(quoted(keyword));
         }
         return true;
     }

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "Measures.h"
-#include "MeshReader.h"
+#include "meshengine/Measures.h"
+#include "meshengine/MeshReader.h"
 
 namespace {
 
