@@ -39,8 +39,9 @@ public:
         std::ofstream(path_ / name, std::ios::binary)
             .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     }
-    std::string read(std::string_view name) const {
-        std::ifstream file(path_ / name, std::ios::binary);
+    std::string read(std::string_view name) const { return readFile(path_ / name); }
+    static std::string readFile(const std::filesystem::path& path) {
+        std::ifstream file(path, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
     }
     bool exists(std::string_view name) const { return std::filesystem::exists(path_ / name); }

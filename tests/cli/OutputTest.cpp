@@ -1,0 +1,112 @@
+#include <cstdlib>
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include "CommandLine.h"
+
+namespace {
+
+using testing::AllOf;
+using testing::ContainsRegex;
+using testing::HasSubstr;
+using testing::Not;
+
+TEST(Output, ATextFromAFileCannotSteerTheTerminal) {
+    const CommandLine corvane;
+    corvane.folder.write("scripts/a.lua", "error('\\27[2J\\8\\u{9b}x\\u{202e}\\tb')");
+    corvane.folder.write("rules.xml",
+                         ruleFile(scriptRule("a&#x9b;b&#x202e;&#10;c", "a.lua", kMeshEngine)));
+    for (const char* command : {"run", "show"}) {
+        const ProcessResult result = corvane(command, {"@rules.xml"});
+        for (const char* harmful : {"\x1b", "\b", "\u009b", "\u202e"})
+            EXPECT_THAT(result.out, Not(HasSubstr(harmful)));
+        EXPECT_THAT(result.out, HasSubstr("a\\u009bb\\u202e c"));
+    }
+    EXPECT_THAT(corvane("run", {"@rules.xml"}).out,
+                HasSubstr("\\u001b[2J\\u0008\\u009bx\\u202e b"));
+}
+
+TEST(Output, ColumnsLineUpBehindWideAndLongTexts) {
+    const CommandLine corvane;
+    const std::string lengthy(60, 'n');
+    corvane.folder.write("rules.xml", ruleFile(scriptRule("\u58c1\u306e\u539a\u3055", "") +
+                                               scriptRule("\u0439e\u0301\U0001F600", "") +
+                                               scriptRule("a", "") + scriptRule(lengthy, "")));
+    const std::string out = corvane("run", {"@rules.xml"}).out;
+    const std::string rest = "General   2         failed  the rule names no script file\n";
+    for (const std::string& line :
+         {"\u58c1\u306e\u539a\u3055" + std::string(34, ' ') + rest,
+          "\u0439e\u0301\U0001F600" + std::string(38, ' ') + rest,
+          "a" + std::string(41, ' ') + rest, lengthy.substr(0, 39) + "\u2026  " + rest})
+        EXPECT_THAT(out, HasSubstr("\n" + line));
+}
+
+/// What the program writes to a terminal.
+std::string shownOnTerminal(const CommandLine& corvane, std::vector<std::string> arguments) {
+    const int screen = posix_openpt(O_RDWR | O_NOCTTY);
+    grantpt(screen);
+    unlockpt(screen);
+    const std::string name = ptsname(screen);
+    const int keepOpen = open(name.c_str(), O_RDWR | O_NOCTTY);
+    corvane("run", std::move(arguments), name);
+    char buffer[4096];
+    const ssize_t size = read(screen, buffer, sizeof buffer);
+    close(keepOpen);
+    close(screen);
+    return {buffer, static_cast<std::size_t>(size > 0 ? size : 0)};
+}
+
+TEST(Output, ColourAndProgressAppearOnATerminalAlone) {
+    const CommandLine corvane;
+    corvane.folder.write("rules.xml", ruleFile(scriptRule("r", "")));
+    const std::string red = "\x1b[31mfailed\x1b[0m";
+    const std::string step = "1 of 1";
+    const ProcessResult piped = corvane("run", {"@rules.xml"});
+    EXPECT_THAT(piped.out + piped.err, AllOf(Not(HasSubstr("\x1b")), Not(HasSubstr(step))));
+    EXPECT_THAT(shownOnTerminal(corvane, {"@rules.xml"}), AllOf(HasSubstr(red), HasSubstr(step)));
+    EXPECT_THAT(shownOnTerminal(corvane, {"@rules.xml", "--batch"}),
+                AllOf(HasSubstr(red), Not(HasSubstr(step))));
+    const EnvironmentScope plain("NO_COLOR", "1");
+    EXPECT_THAT(shownOnTerminal(corvane, {"@rules.xml"}), Not(HasSubstr("\x1b[31m")));
+}
+
+TEST(Output, ResultsThatCannotBeWrittenGiveStatusTwo) {
+    const CommandLine corvane;
+    corvane.folder.write("scripts/a.lua", "return true");
+    corvane.folder.write("rules.xml", ruleFile(scriptRule("r", "a.lua")));
+    EXPECT_EQ(corvane("run", {"@rules.xml"}).status, 0);
+    EXPECT_EQ(corvane("run", {"@rules.xml"}, "/dev/full").status, 2);
+}
+
+TEST(Save, WrittenRulesGiveTheSameResultsAndAreTheSameWhenWrittenAgain) {
+    const CommandLine corvane;
+    const std::string examples = CORVANE_TEST_DATA "/../examples/";
+    const EnvironmentScope data("CORVANE_DATA_DIR", CORVANE_BUILD_DIR "/examples/data");
+    const EnvironmentScope part("CORVANE_PART", CommandLine::part("bracket"));
+    for (const char* name : {"compiled", "scripts"}) {
+        const std::string source = examples + "rules/" + name + ".xml";
+        EXPECT_EQ(corvane("save", {source, "@first.xml"}).status, 0);
+        EXPECT_EQ(corvane("save", {"@first.xml", "@second.xml"}).status, 0);
+        EXPECT_EQ(corvane.folder.read("first.xml"), corvane.folder.read("second.xml"));
+        const ProcessResult before = corvane("run", {source});
+        EXPECT_EQ(before.status, 1);
+        EXPECT_EQ(corvane("run", {"@first.xml"}).out, before.out);
+    }
+}
+
+TEST(Save, NothingIsLostSilently) {
+    const CommandLine corvane;
+    const std::string kept = moduleRule("Gone", parameter(1, "<Value>x</Value>"), "none.dll");
+    corvane.folder.write("rules.xml", ruleFile(scriptRule("r", "a.lua", kMeshEngine) + kept));
+    corvane.folder.write("registry/user.reg", "");
+    const ProcessResult result = corvane("save", {"@rules.xml", "@out.xml"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, AllOf(ContainsRegex("rules.xml:2: the engine .* is not registered"),
+                                  ContainsRegex("rules.xml:2: the rule module \"none.dll\"")));
+    EXPECT_THAT(corvane.folder.read("out.xml"),
+                AllOf(HasSubstr("<RuleFile>"), HasSubstr("Name=\"Gone\""),
+                      HasSubstr("<Value>x</Value>"), HasSubstr("File=\"a.lua\"")));
+}
+
+}  // namespace

@@ -1,0 +1,119 @@
+#include <gmock/gmock.h>
+
+#include "CommandLine.h"
+
+namespace {
+
+using testing::AllOf;
+using testing::ContainsRegex;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+TEST(ScriptRules, EachOutcomeIsToldInWordsThatSayWhatToMend) {
+    const CommandLine corvane;
+    const struct {
+        const char* script;
+        std::string rule;
+        int status;
+        const char* told;
+    } cases[] = {
+        {"return true", scriptRule("r", "a.lua"), 0, "r +General +2 +passed\n"},
+        {"", scriptRule("r", "a.lua"), 0, "passed\n"},
+        {"\n\nerror('too thin')", scriptRule("r", "a.lua"), 1, "failed +a.lua:3:1: too thin\n"},
+        {"return false, 'too big'", scriptRule("r", "a.lua"), 1, "failed +a.lua.*: too big\n"},
+        {"x = = 1", scriptRule("r", "a.lua"), 1, "failed +a.lua:1:.*near '='"},
+        {"\nlocal t = nil\nt.x = 1", scriptRule("r", "a.lua"), 1, "a.lua:3:.*nil value"},
+        {"error('a\\nb')", scriptRule("r", "a.lua"), 1, "a.lua:1:1: a\n +b\n"},
+        {"return true", scriptRule("r", ""), 1, "failed +the rule names no script file\n"},
+        {"return true", scriptRule("r", "b.lua"), 1, "there is no script .*/scripts/b.lua\n"},
+        {"mesh.part()", scriptRule("r", "a.lua"), 1, "a.lua:1:.*mesh"},
+        {"mesh.part()", scriptRule("r", "a.lua", kMeshEngine), 1,
+         "a.lua:1:1: this run has no part"},
+    };
+    for (const auto& [script, rule, status, told] : cases) {
+        SCOPED_TRACE(told);
+        corvane.folder.write("scripts/a.lua", script);
+        corvane.folder.write("rules.xml", ruleFile(rule));
+        const ProcessResult result = corvane("run", {"@rules.xml"});
+        EXPECT_EQ(result.status, status);
+        EXPECT_THAT(result.out, ContainsRegex(told));
+        EXPECT_THAT(result.err, IsEmpty()) << "the table says it all";
+        EXPECT_EQ(corvane("run", {"@rules.xml", "--batch"}).out, result.out);
+    }
+}
+
+TEST(ScriptRules, WhatIsNotRegisteredOrConfiguredIsNamed) {
+    const CommandLine corvane;
+    corvane.folder.write("scripts/a.lua", "return true");
+    corvane.folder.write("rules.xml", ruleFile(scriptRule("r", "a.lua", kMeshEngine)));
+    const std::string host = CommandLine::exampleRegistry("machine.reg");
+    const std::string engine = CommandLine::exampleRegistry("user.reg");
+    const auto changed = [](std::string text, std::string_view from, std::string_view to) {
+        return text.replace(text.find(from), from.size(), to);
+    };
+    const struct {
+        std::string host;
+        std::string engine;
+        int status;
+        const char* told;
+    } cases[] = {
+        {"", engine, 1, "failed .*QorScriptHost.ScriptProcessor is not registered"},
+        {changed(host, "QorScriptHost.dll", "None.dll"), engine, 1,
+         "failed .*its module cannot be loaded"},
+        {host, changed(engine, "mesh.tlb", "none.tlb"), 1,
+         "failed .*refused the engine .*none.tlb"},
+        {host, "", 0, "passed +the engine \"mesh.tlb\" .C48CD337.* is not registered"},
+    };
+    for (const auto& [machine, user, status, told] : cases) {
+        SCOPED_TRACE(told);
+        corvane.folder.write("registry/machine.reg", machine);
+        corvane.folder.write("registry/user.reg", user);
+        const ProcessResult result = corvane("run", {"@rules.xml"});
+        EXPECT_EQ(result.status, status);
+        EXPECT_THAT(result.out, ContainsRegex(told));
+    }
+
+    corvane.folder.write("registry/user.reg", engine);
+    corvane.folder.write("data/Settings/ConfigModule.ini", "[RULE_SCRIPT_LOCATION]\n");
+    const ProcessResult result = corvane("run", {"@rules.xml"});
+    EXPECT_EQ(result.status, 1) << "a rule that was not run has not passed";
+    EXPECT_THAT(result.out, AllOf(ContainsRegex("r +General +2 +not run +no script folder: "),
+                                  HasSubstr(corvane.folder.path("data/Settings/ConfigModule.ini")),
+                                  HasSubstr("1 rule: 0 passed, 1 not run")));
+}
+
+TEST(ScriptRules, TheOptionsForFoldersWinOverTheEnvironment) {
+    const CommandLine corvane;
+    corvane.folder.write("rules.xml", ruleFile(scriptRule("r", "a.lua", kMeshEngine)));
+    corvane.folder.write("scripts/a.lua", "return mesh.part():size() == 40");
+    const EnvironmentScope data("CORVANE_DATA_DIR", corvane.folder.path("other"));
+    const EnvironmentScope registry("CORVANE_REGISTRY_DIR", corvane.folder.path("other"));
+    const EnvironmentScope part("CORVANE_PART", CommandLine::part("bracket"));
+    EXPECT_EQ(corvane("run", {"@rules.xml"}).status, 1);
+    const std::vector<std::string> folders{"@rules.xml", "--data", "@data", "--registry",
+                                           "@registry"};
+    EXPECT_EQ(corvane("run", folders).status, 0);
+    std::vector<std::string> other = folders;
+    other.insert(other.end(), {"--part", CommandLine::part("housing")});
+    EXPECT_EQ(corvane("run", other).status, 1) << "the other part is wider";
+}
+
+TEST(ScriptRules, TheIndexDefinesARuleAndTheRuleFileItsSeverity) {
+    const CommandLine corvane;
+    corvane.folder.write("scripts/UserDefinedFile.xml", ruleFile(scriptRule("Known", "a.lua")));
+    corvane.folder.write("scripts/a.lua", "return true");
+    corvane.folder.write("rules.xml", ruleFile("<Rule Name='known' Severity='7'/>"
+                                               "<Rule Name='Unknown' Severity='8'/>"));
+    const ProcessResult run = corvane("run", {"@rules.xml"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.out, AllOf(ContainsRegex("Known +General +7 +passed\n"),
+                               ContainsRegex("Unknown +8 +failed +the rule names no script")));
+    const ProcessResult show = corvane("show", {"@rules.xml"});
+    EXPECT_EQ(show.status, 0);
+    EXPECT_THAT(show.out, AllOf(ContainsRegex("definition +index of user-defined rules\n"),
+                                ContainsRegex("definition +rule file\n"),
+                                ContainsRegex("script +a.lua\n"), Not(HasSubstr("problem"))));
+}
+
+}  // namespace

@@ -1,0 +1,83 @@
+#include <gmock/gmock.h>
+
+#include "CommandLine.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+TEST(Usage, HelpAndVersionAreResults) {
+    const CommandLine corvane;
+    for (const char* option : {"--help", "--version"}) {
+        const ProcessResult result = corvane(option, {});
+        EXPECT_EQ(result.status, 0);
+        EXPECT_THAT(result.out, HasSubstr("corvane"));
+        EXPECT_THAT(result.err, IsEmpty());
+    }
+    EXPECT_THAT(corvane("run", {"--help"}).out, HasSubstr("--modules"));
+}
+
+TEST(Usage, WhatCannotBeUsedIsToldWithItsPlaceAndGivesStatusTwo) {
+    const CommandLine corvane;
+    corvane.folder.write("good.xml", ruleFile(moduleRule("Maximum envelope")));
+    corvane.folder.write("folder/inside", "");
+    corvane.folder.write("empty.xml", "");
+    corvane.folder.write("cut.xml", "<RuleFile>\n<Rule Name='a'/>\n<Rule");
+    corvane.folder.write("crossed.xml", "<RuleFile>\n\n  <a></b>\n</RuleFile>");
+    corvane.folder.write("bytes.xml", "<RuleFile>\n<Rule Name='\xFF'/>\n</RuleFile>");
+    corvane.folder.write("entity.xml", "<!DOCTYPE a [<!ENTITY e SYSTEM 'good.xml'>]>\n<a>&e;</a>");
+    corvane.folder.write("other.xml", "<Rules><Regel/></Rules>");
+    std::string deep;
+    for (int i = 0; i < 100000; ++i)
+        deep += "<a>";
+    corvane.folder.write("deep.xml", deep);
+    const struct {
+        const char* command;
+        std::vector<std::string> arguments;
+        std::string told;
+    } cases[] = {
+        {"run", {}, "RULEFILE is required"},
+        {"walk", {"@good.xml"}, "--help"},
+        {"run", {"@good.xml", "--fast"}, "--fast"},
+        {"show", {"@good.xml", "@good.xml"}, "@good.xml"},
+        {"save", {"@good.xml"}, "OUT is required"},
+        {"run", {"@missing.xml"}, "missing.xml: "},
+        {"show", {"@missing.xml"}, "missing.xml: "},
+        {"save", {"@missing.xml", "@out.xml"}, "missing.xml: "},
+        {"run", {"@folder"}, "folder: "},
+        {"run", {""}, ": "},
+        {"run", {"@empty.xml"}, "empty.xml"},
+        {"run", {"@cut.xml"}, "cut.xml:3:"},
+        {"run", {"@crossed.xml"}, "crossed.xml:3:"},
+        {"run", {"@bytes.xml"}, "bytes.xml:2:"},
+        {"run", {"@other.xml"}, "has no child <Rule>"},
+        {"run", {"@entity.xml"}, "entity.xml"},
+        {"run", {"@deep.xml"}, "deep.xml"},
+        {"run", {"@good.xml", "--part", "@missing.stl"}, "missing.stl: no such part"},
+        {"run", {"@good.xml", "--part", "@folder"}, "folder: no such part"},
+        {"save", {"@good.xml", "@none/out.xml"}, "out.xml: cannot be written"},
+        {"save", {"@good.xml", "@folder"}, "folder: cannot be written"},
+        {"save", {"@good.xml", "/proc/out.xml"}, "/proc/out.xml: cannot be written"},
+    };
+    for (const auto& [command, arguments, told] : cases) {
+        SCOPED_TRACE(told);
+        const ProcessResult result = corvane(command, arguments);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_THAT(result.out, IsEmpty());
+        const bool inFolder = told.starts_with('@');
+        EXPECT_THAT(result.err, HasSubstr(inFolder ? corvane.folder.path(told.substr(1)) : told));
+    }
+}
+
+TEST(Usage, AnUnreadableFileDoesNotKeepTheOthersFromRunning) {
+    const CommandLine corvane;
+    corvane.folder.write("good.xml", ruleFile(moduleRule("Minimum wall")));
+    const ProcessResult result = corvane(
+        "run", {"@missing.xml", "@good.xml", "--part", CommandLine::part("housing"), "--batch"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.err, HasSubstr("missing.xml"));
+    EXPECT_THAT(result.out, HasSubstr("1 rule: 1 passed"));
+}
+
+}  // namespace
