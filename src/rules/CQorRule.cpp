@@ -12,8 +12,8 @@ CQorRule::CQorRule(const char* name, const char* description, const char* source
 }
 
 CQorRule::~CQorRule() {
-    for (int i = 0; i < m_Parameters.GetSize(); ++i)
-        delete m_Parameters.GetAt(i);
+    for (const CQorParamStorage* const storage : m_Parameters)
+        delete storage;
 }
 
 QorLong CQorRule::Import(QorXMLDocument*, QorXMLNode*, const CQorData*&, QORICadSys*,

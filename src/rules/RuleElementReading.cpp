@@ -36,8 +36,7 @@ bool readParameters(xml::ElementView parent, const CQorArray<CQorParamStorage*>&
                     Type_e lastKind) {
     if (parameters.GetSize() == 0) return true;
     const ParameterIndex index(parent);
-    for (int i = 0; i < parameters.GetSize(); ++i) {
-        const CQorParamStorage* const storage = parameters.GetAt(i);
+    for (const CQorParamStorage* const storage : parameters) {
         if (storage && storage->m_Type > lastKind) return false;
         const bool legal = visitParameter(storage, [&index](auto& parameter) {
             if (const xml::ElementView element = index.find(parameter.m_lType)) {

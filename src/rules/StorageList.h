@@ -8,8 +8,7 @@ namespace corvane::rules {
 
 /// The first storage with that number, or null.
 inline CQorParamStorage* findStorage(const CQorArray<CQorParamStorage*>& storages, QorLong id) {
-    for (int i = 0; i < storages.GetSize(); ++i) {
-        CQorParamStorage* const storage = storages.GetAt(i);
+    for (CQorParamStorage* const storage : storages) {
         if (storage && storage->m_lId == id) return storage;
     }
     return nullptr;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <type_traits>
 
 /// The growable array of the rule model: parameter values, storages and constraints.
@@ -43,6 +44,12 @@ public:
     T& GetAt(int index) { return m_pData[index]; }
     const T& GetAt(int index) const { return m_pData[index]; }
 
+    /// The elements in order, for loops. Adding, removing and Reset end what these give.
+    T* begin() { return m_pData; }
+    T* end() { return m_pData + m_nCount; }
+    const T* begin() const { return m_pData; }
+    const T* end() const { return m_pData + m_nCount; }
+
     /// Appends. A full array grows by its growth step, and the step itself grows.
     void Add(T value) {
         if (m_nCount >= m_nCapacity) grow();
@@ -54,7 +61,7 @@ public:
     /// below the size. `index` must not be negative. What a pointer points to is not released.
     bool RemoveAt(int index) {
         if (index >= m_nCount) return false;
-        std::copy(m_pData + index + 1, m_pData + m_nCount, m_pData + index);
+        std::copy(begin() + index + 1, end(), begin() + index);
         --m_nCount;
         return true;
     }
@@ -82,7 +89,7 @@ private:
 
     static T* copyOf(const CQorArray& source) {
         T* const data = zeroed(source.m_nCapacity);
-        std::copy_n(source.m_pData, source.m_nCount, data);
+        std::copy(source.begin(), source.end(), data);
         return data;
     }
 
@@ -97,7 +104,7 @@ private:
         constexpr int kFirstLargeStep = 10;
         const int capacity = m_nCapacity + m_nGrowBy;
         T* const data = zeroed(capacity);
-        std::copy_n(m_pData, m_nCount, data);
+        std::copy(begin(), end(), data);
         replaceBuffer(data);
         m_nCapacity = capacity;
         m_nGrowBy += m_nGrowBy < kFirstLargeStep ? 3 : m_nGrowBy / 5;

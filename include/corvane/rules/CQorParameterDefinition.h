@@ -12,8 +12,8 @@ CQorParameter<T>& CQorParameter<T>::operator=(const CQorParameter& source) {
     m_bStatus = source.m_bStatus;
     if constexpr (corvane::kClonedValue<T>) {
         releaseValues();
-        for (int i = 0; i < source.m_Values.GetSize(); ++i)
-            m_Values.Add(corvane::cloneValue(source.m_Values.GetAt(i)));
+        for (const T& value : source.m_Values)
+            m_Values.Add(corvane::cloneValue(value));
     } else {
         m_Values = source.m_Values;
     }
@@ -23,10 +23,9 @@ CQorParameter<T>& CQorParameter<T>::operator=(const CQorParameter& source) {
 
 template <typename T>
 void CQorParameter<T>::releaseValues() {
-    while (m_Values.GetSize() > 0) {
-        const int last = m_Values.GetSize() - 1;
-        if constexpr (corvane::kClonedValue<T>) delete m_Values.GetAt(last);
-        m_Values.RemoveAt(last);
+    for (int i = m_Values.GetSize(); i-- > 0;) {
+        if constexpr (corvane::kClonedValue<T>) delete m_Values.GetAt(i);
+        m_Values.RemoveAt(i);
     }
 }
 
@@ -34,11 +33,12 @@ template <typename T>
 void CQorParameter<T>::assignScalar(const CQorParameter& source) {
     if constexpr (corvane::kClonedValue<T>) {
         auto& owned = scalarClone_.object;
+        const T clone = corvane::cloneValue(source.m_Scalar);
         if constexpr (std::is_same_v<T, COleDateTime*>) {
             if (m_Scalar != owned.get()) delete m_Scalar;
         }
-        owned.reset(corvane::cloneValue(source.m_Scalar));
-        m_Scalar = owned.get();
+        owned.reset(clone);
+        m_Scalar = clone;
     } else {
         m_Scalar = source.m_Scalar;
     }
@@ -60,10 +60,11 @@ bool CQorParameter<T>::UpdateTarget(CQorParameter& target) const {
     if constexpr (std::is_same_v<T, bool> || std::is_same_v<T, COleDateTime*>) {
         return false;
     } else {
-        bool differs = m_Operator != target.m_Operator || m_bStatus != target.m_bStatus ||
-                       m_Values.GetSize() != target.m_Values.GetSize();
-        for (int i = 0; !differs && i < m_Values.GetSize(); ++i)
-            differs = differ(m_Values.GetAt(i), target.m_Values.GetAt(i));
+        const auto same = [](const T& a, const T& b) { return !differ(a, b); };
+        const auto& values = target.m_Values;
+        const bool differs =
+            m_Operator != target.m_Operator || m_bStatus != target.m_bStatus ||
+            !std::equal(m_Values.begin(), m_Values.end(), values.begin(), values.end(), same);
         target = *this;
         return differs;
     }
@@ -82,11 +83,11 @@ void CQorParameter<T>::writeTo(corvane::ParameterWriter& writer) {
     dropBrokenGroup();
     writer.addHead({m_csName, m_lType, m_bStatus, m_Operator, m_ParamType});
     const CQorDataTypeConverter converter;
-    for (int i = 0; i < m_Values.GetSize(); ++i) {
+    for (const T& value : m_Values) {
         if (m_ParamType == QorParamType_Attributes) {
-            writer.addRecord(converter.ValueToAttributes(m_Values.GetAt(i)));
+            writer.addRecord(converter.ValueToAttributes(value));
         } else {
-            writer.addText(converter.ValueToText(m_Values.GetAt(i)));
+            writer.addText(converter.ValueToText(value));
         }
     }
     writer.addRemarks(m_csRemarks);
