@@ -1,5 +1,5 @@
+#include <algorithm>
 #include <memory>
-#include <utility>
 #include <vector>
 
 #include <corvane/rules/CQORConstraint.h>
@@ -12,12 +12,11 @@ namespace {
 
 using corvane::rules::visitParameter;
 
+using Storages = CQorArray<CQorParamStorage*>;
+
 // A storage of illegal kind owns nothing, so its clone may hold the same pointer.
 std::unique_ptr<CQorParamStorage> cloneStorage(const CQorParamStorage& source) {
     auto clone = std::make_unique<CQorParamStorage>();
-    clone->m_lId = source.m_lId;
-    clone->m_bOption = source.m_bOption;
-    clone->m_bStatus = source.m_bStatus;
     void* parameter = source.m_pParameter;
     visitParameter(&source, [&]<typename T>(const CQorParameter<T>& original) {
         auto copy = std::make_unique<CQorParameter<T>>(CStringW(), QorOperator_Default,
@@ -27,9 +26,19 @@ std::unique_ptr<CQorParamStorage> cloneStorage(const CQorParamStorage& source) {
         copy->m_lMode = original.m_lMode;
         parameter = copy.release();
     });
-    clone->m_Type = source.m_Type;
+    *clone = source;
     clone->m_pParameter = parameter;
     return clone;
+}
+
+Storages clonesOf(const Storages& storages) {
+    std::vector<std::unique_ptr<CQorParamStorage>> owned;
+    for (const CQorParamStorage* const storage : storages)
+        owned.push_back(storage ? cloneStorage(*storage) : nullptr);
+    Storages clones(storages);
+    std::transform(owned.begin(), owned.end(), clones.begin(),
+                   [](auto& clone) { return clone.release(); });
+    return clones;
 }
 
 }  // namespace
@@ -38,44 +47,25 @@ CQORConstraint::CQORConstraint(QORConstraintType_e type, const CStringW& value, 
     : m_Type(type), m_csValue(value), m_bStatus(status) {}
 
 CQORConstraint::CQORConstraint(CQORConstraint& source)
-    : m_Type(source.m_Type),
-      m_Parameters(source.m_Parameters),
-      m_csValue(source.m_csValue),
-      m_bStatus(source.m_bStatus) {
-    cloneStorages();
+    : CQORConstraint(source.m_Type, source.m_csValue, source.m_bStatus) {
+    m_Parameters = clonesOf(source.m_Parameters);
 }
 
 CQORConstraint::~CQORConstraint() {
-    deleteStorages();
+    for (const CQorParamStorage* const storage : m_Parameters)
+        delete storage;
 }
 
 CQORConstraint& CQORConstraint::operator=(const CQORConstraint& source) {
     if (this == &source) return *this;
+    const Storages clones = clonesOf(source.m_Parameters);
+    for (const CQorParamStorage* const storage : m_Parameters)
+        delete storage;
+    m_Parameters = clones;
     m_Type = source.m_Type;
     m_csValue = source.m_csValue;
     m_bStatus = source.m_bStatus;
-    deleteStorages();
-    m_Parameters = source.m_Parameters;
-    cloneStorages();
     return *this;
-}
-
-// Replaces storages that are still the source's by clones.
-void CQORConstraint::cloneStorages() {
-    std::vector<std::unique_ptr<CQorParamStorage>> clones;
-    for (int i = 0; i < m_Parameters.GetSize(); ++i) {
-        const CQorParamStorage* const storage = m_Parameters.GetAt(i);
-        clones.push_back(storage ? cloneStorage(*storage) : nullptr);
-    }
-    for (int i = 0; i < m_Parameters.GetSize(); ++i)
-        m_Parameters.GetAt(i) = clones[static_cast<std::size_t>(i)].release();
-}
-
-void CQORConstraint::deleteStorages() {
-    for (int i = m_Parameters.GetSize(); i-- > 0;) {
-        delete m_Parameters.GetAt(i);
-        m_Parameters.RemoveAt(i);
-    }
 }
 
 CQorParamStorage* CQORConstraint::FindParameterInArray(QorLong id) {

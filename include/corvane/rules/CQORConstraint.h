@@ -51,7 +51,4 @@ private:
     void SetValue(QorXMLNode*& node);
     void SetStatus(QorXMLNode*& node);
     void PopulateParameters(QorXMLNode*& node);
-
-    void cloneStorages();
-    void deleteStorages();
 };
