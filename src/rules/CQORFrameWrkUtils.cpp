@@ -2,6 +2,9 @@
 
 #include "rules/RuleCategory.h"
 
+// Defined here, so that it stands among the library's exports.
+CQORFrameWrkUtils& CQORFrameWrkUtils::operator=(const CQORFrameWrkUtils&) = default;
+
 void CQORFrameWrkUtils::GetRuleCategoryStringList(CStringList& categories) {
     constexpr QORRuleCategory_e kShown[] = {
         QORRuleCategory_0,  QORRuleCategory_1,  QORRuleCategory_2, QORRuleCategory_3,

@@ -2,11 +2,15 @@
 
 #include "rules/ParameterVisit.h"
 
+// Defined here, so that they stand among the library's exports.
+CQorParamStorage::CQorParamStorage() = default;
+CQorParamStorage& CQorParamStorage::operator=(const CQorParamStorage&) = default;
+
 CQorParamStorage::~CQorParamStorage() {
     corvane::rules::visitParameter(this, []<typename T>(CQorParameter<T>& parameter) {
         if constexpr (corvane::kClonedValue<T>) {
-            for (int i = 0; i < parameter.m_Values.GetSize(); ++i)
-                delete parameter.m_Values.GetAt(i);
+            for (const T value : parameter.m_Values)
+                delete value;
         }
         delete &parameter;
     });

@@ -9,7 +9,7 @@ class CORVANE_EXPORT CQORFrameWrkUtils {
 public:
     CQORFrameWrkUtils() = default;
     CQORFrameWrkUtils(const CQORFrameWrkUtils&) = default;
-    CQORFrameWrkUtils& operator=(const CQORFrameWrkUtils&) = default;
+    CQORFrameWrkUtils& operator=(const CQORFrameWrkUtils&);
 
     /// Appends the ten category texts that a user may choose from, in the user's language and in
     /// the order in which they are shown. What the list holds already stays in front.

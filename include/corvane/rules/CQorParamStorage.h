@@ -12,14 +12,14 @@
 /// modules.
 class CORVANE_EXPORT CQorParamStorage {
 public:
-    CQorParamStorage() = default;
+    CQorParamStorage();
     /// Deletes the parameter with its values. A storage of an illegal kind deletes nothing.
     ~CQorParamStorage();
     CQorParamStorage(const CQorParamStorage&) = delete;
     /// Copies the five fields as they stand. Both storages then hold the same parameter: the caller
     /// clears `m_pParameter` of one of them before that is destroyed. What this storage held before
     /// is not released.
-    CQorParamStorage& operator=(const CQorParamStorage&) = default;
+    CQorParamStorage& operator=(const CQorParamStorage&);
 
     Type_e m_Type = Type_e(0);     ///< Kind of the parameter.
     QorLong m_lId = 0;             ///< The parameter's number.
