@@ -9,43 +9,47 @@
 
 namespace rules = corvane::rules;
 
-CQorParamStorage* CQorRule::FindParameterInArray(QorLong id) {
-    return rules::findStorage(m_Parameters, id);
-}
+namespace {
 
 template <typename T>
-CQorParameter<T>* CQorRule::item(QorLong id, Type_e type) {
-    const CQorParamStorage* const storage = rules::findStorage(m_Parameters, id);
+CQorParameter<T>* item(const CQorArray<CQorParamStorage*>& storages, QorLong id, Type_e type) {
+    const CQorParamStorage* const storage = rules::findStorage(storages, id);
     if (!storage || storage->m_Type != type) return nullptr;
     return static_cast<CQorParameter<T>*>(storage->m_pParameter);
 }
 
-CQorParameter<int>* CQorRule::GetIntItem(QorLong id) {
-    return item<int>(id, Type_Int);
+}  // namespace
+
+CQorParamStorage* CQorRule::FindParameterInArray(QorLong id) {
+    return rules::findStorage(m_Parameters, id);
 }
 
-CQorParameter<QorLong>* CQorRule::GetLongItem(QorLong id) {
-    return item<QorLong>(id, Type_Long);
+CQorParameter<int>* CQorRule::GetIntItem(QorLong id) const {
+    return item<int>(m_Parameters, id, Type_Int);
 }
 
-CQorParameter<bool>* CQorRule::GetBoolItem(QorLong id) {
-    return item<bool>(id, Type_Bool);
+CQorParameter<QorLong>* CQorRule::GetLongItem(QorLong id) const {
+    return item<QorLong>(m_Parameters, id, Type_Long);
 }
 
-CQorParameter<double>* CQorRule::GetDoubleItem(QorLong id) {
-    return item<double>(id, Type_Double);
+CQorParameter<bool>* CQorRule::GetBoolItem(QorLong id) const {
+    return item<bool>(m_Parameters, id, Type_Bool);
 }
 
-CQorParameter<CStringW*>* CQorRule::GetCStringPtrItem(QorLong id) {
-    return item<CStringW*>(id, Type_CStringPtr);
+CQorParameter<double>* CQorRule::GetDoubleItem(QorLong id) const {
+    return item<double>(m_Parameters, id, Type_Double);
 }
 
-CQorParameter<COleDateTime*>* CQorRule::GetCOleDateTimePtrItem(QorLong id) {
-    return item<COleDateTime*>(id, Type_COleDateTimePtr);
+CQorParameter<CStringW*>* CQorRule::GetCStringPtrItem(QorLong id) const {
+    return item<CStringW*>(m_Parameters, id, Type_CStringPtr);
 }
 
-CQorParameter<QorULong>* CQorRule::GetColorRefItem(QorLong id) {
-    return item<QorULong>(id, Type_ColorRef);
+CQorParameter<COleDateTime*>* CQorRule::GetCOleDateTimePtrItem(QorLong id) const {
+    return item<COleDateTime*>(m_Parameters, id, Type_COleDateTimePtr);
+}
+
+CQorParameter<QorULong>* CQorRule::GetColorRefItem(QorLong id) const {
+    return item<QorULong>(m_Parameters, id, Type_ColorRef);
 }
 
 CQorParamStorage* CQorRule::CreateParamStorageObject(Type_e type, QorLong id, QorOperator_e op,

@@ -53,11 +53,10 @@ public:
     virtual QorLong Execute(QORICadSys* cadSystem, const CQorData*& data,
                             QORResultSet*& results) const = 0;
     /// Has a body that derived rules may call. It reads the rule's element, which stays the
-    /// caller's: texts where their attribute is present; the severity, -1
-    /// without a number; the category, empty without an attribute; then every parameter in
-    /// `m_Parameters`. Status and life status are not read. At an illegal kind reading ends after
-    /// the message; otherwise `m_bPopulated` becomes true. Null does nothing, an empty node raises
-    /// _com_error.
+    /// caller's: texts where their attribute is present; the severity, -1 without a number; the
+    /// category, empty without an attribute; then every parameter in `m_Parameters`. Status and
+    /// life status are not read. At an illegal kind reading ends after the message; otherwise
+    /// `m_bPopulated` becomes true. Null does nothing, an empty node raises _com_error.
     virtual void PopulateParametersFromXML(QorXMLNode* node) = 0;
     /// Has a body that derived rules may call. It makes the rule's element on the current document;
     /// the caller owns it. Null when no document is set. Parameters of operator 0 and 12 and
@@ -68,19 +67,19 @@ public:
     virtual void UpdateRule(const RuleUnitSystemStructure* first,
                             const RuleUnitSystemStructure* second) = 0;
     /// Has a body that derived rules may call. It pushes name, texts, severity and parameter values
-    /// into `target`, a rule of the same class, and says whether a parameter
-    /// differed; bool and date parameters are not moved. A parameter that `target` lacks, or has in
-    /// another kind, is passed over. Null does nothing and gives false.
+    /// into `target`, a rule of the same class, and says whether a parameter differed; bool and
+    /// date parameters are not moved. A parameter that `target` lacks, or has in another kind, is
+    /// passed over. Null does nothing and gives false.
     virtual bool UpdateRule(CQorRule* target) = 0;
     virtual void EditRule() = 0;
     virtual QorLong Import(QorXMLDocument* document, QorXMLNode* node, const CQorData*& data,
                            QORICadSys* cadSystem, QORResultSet*& results) const;  ///< -7.
     /// Deletes the storages in `m_Parameters`. Constraints stay: see ClearConstraints.
     virtual ~CQorRule();
-    /// Takes over the definition of `source`, a rule of the same class: texts,
-    /// severity, life status, kind, tag, the three lists, and the parameters, whose values are
-    /// cloned. Status, constraints and the fields for derived rules stay. A parameter that `source`
-    /// lacks, or has in another kind, is passed over. Null does nothing.
+    /// Takes over the definition of `source`, a rule of the same class: texts, severity, life
+    /// status, kind, tag, the three lists, and the parameters, whose values are cloned. Status,
+    /// constraints and the fields for derived rules stay. A parameter that `source` lacks, or has
+    /// in another kind, is passed over. Null does nothing.
     virtual CQorRule& operator=(CQorRule* source);
     /// The first storage with that number, which stays the rule's, or null.
     virtual CQorParamStorage* FindParameterInArray(QorLong id);
@@ -99,15 +98,15 @@ public:
                       const QORResultSet*& results) const;
 
     // The parameter of the first storage with that number, which stays the rule's; null when there
-    // is none or it is of another kind.
+    // is none or it is of another kind. Const, so that Execute can ask for its parameters.
 
-    CQorParameter<int>* GetIntItem(QorLong id);
-    CQorParameter<QorLong>* GetLongItem(QorLong id);
-    CQorParameter<bool>* GetBoolItem(QorLong id);
-    CQorParameter<double>* GetDoubleItem(QorLong id);
-    CQorParameter<CStringW*>* GetCStringPtrItem(QorLong id);
-    CQorParameter<COleDateTime*>* GetCOleDateTimePtrItem(QorLong id);
-    CQorParameter<QorULong>* GetColorRefItem(QorLong id);
+    CQorParameter<int>* GetIntItem(QorLong id) const;
+    CQorParameter<QorLong>* GetLongItem(QorLong id) const;
+    CQorParameter<bool>* GetBoolItem(QorLong id) const;
+    CQorParameter<double>* GetDoubleItem(QorLong id) const;
+    CQorParameter<CStringW*>* GetCStringPtrItem(QorLong id) const;
+    CQorParameter<COleDateTime*>* GetCOleDateTimePtrItem(QorLong id) const;
+    CQorParameter<QorULong>* GetColorRefItem(QorLong id) const;
 
     /// A new storage with its parameter, in no list yet; the caller owns it. The parameter's name
     /// is the text numbered `id` of the current string table, which a rule module makes its own;
@@ -169,8 +168,4 @@ public:
     CStringW m_csModuleFileName;  ///< File name of the module that holds the rule.
     double m_dRuleValue = 0.0;
     bool m_bRuleFlag = false;
-
-private:
-    template <typename T>
-    CQorParameter<T>* item(QorLong id, Type_e type);
 };

@@ -22,10 +22,9 @@ enum Type_e : std::int32_t {
 /// The operator of a parameter. Only these four have a role in the library.
 enum QorOperator_e : std::int32_t {
     QorOperator_NotSaved = 0,  ///< Left out when a rule or a constraint writes its parameters.
-    QorOperator_Grouped =
-        1,  ///< Values come in pairs or triples; the writer drops any other count.
-    QorOperator_Default = 2,  ///< What a parameter starts with.
-    QorOperator_Hidden = 12,  ///< Left out in writing, like 0.
+    QorOperator_Grouped = 1,   ///< Values in pairs or triples: writing drops any other count.
+    QorOperator_Default = 2,   ///< What a parameter starts with.
+    QorOperator_Hidden = 12,   ///< Left out in writing, like 0.
 };
 
 /// The parameter type. Every number but 24 has its values in element texts.
