@@ -37,6 +37,9 @@ bool readParameters(xml::ElementView parent, const CQorArray<CQorParamStorage*>&
 
 // Writing. Text that XML refuses raises _com_error.
 
+/// Adds an attribute.
+void writeText(QorXMLNode& element, std::uint32_t resource, CStringW text);
+
 /// A rule element with its nine attributes, the category under the number that is given. It is
 /// attached to nothing. Needs a current document.
 std::unique_ptr<QorXMLNode> makeRuleElement(const CQorRule& rule, std::uint32_t categoryResource);

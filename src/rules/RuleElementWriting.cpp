@@ -1,3 +1,5 @@
+#include <utility>
+
 #include <corvane/app/StringResources.h>
 #include <corvane/rules/CQorRule.h>
 #include <corvane/xml/CurrentDocument.h>
@@ -17,10 +19,14 @@ bool isWritten(QorOperator_e op) {
 
 }  // namespace
 
+void writeText(QorXMLNode& element, std::uint32_t resource, CStringW text) {
+    element.AddAttribute(ResourceText(resource), std::move(text));
+}
+
 std::unique_ptr<QorXMLNode> makeRuleElement(const CQorRule& rule, std::uint32_t categoryResource) {
     auto element = xml::ElementWriter::make(*g_pXMLDoc, ResourceText(resource::kRuleNode));
     const auto add = [&element](std::uint32_t resource, CStringW text) {
-        element->AddAttribute(ResourceText(resource), std::move(text));
+        writeText(*element, resource, std::move(text));
     };
     const CQorDataTypeConverter converter;
     add(resource::kRuleNameAttr, rule.m_csRuleName);
@@ -37,8 +43,7 @@ std::unique_ptr<QorXMLNode> makeRuleElement(const CQorRule& rule, std::uint32_t 
 
 void writeParameters(const QorXMLNode& parent, const CQorArray<CQorParamStorage*>& parameters,
                      Type_e lastKind, void (*illegal)()) {
-    for (int i = 0; i < parameters.GetSize(); ++i) {
-        const CQorParamStorage* const storage = parameters.GetAt(i);
+    for (const CQorParamStorage* const storage : parameters) {
         const bool legal = visitParameter(storage, [&](auto& parameter) {
             if (!isWritten(parameter.m_Operator)) return;
             if (storage->m_Type > lastKind) return illegal();

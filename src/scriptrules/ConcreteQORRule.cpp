@@ -37,7 +37,7 @@ bool ConcreteQORRule::UpdateRule(CQorRule* /*target*/) {
 void ConcreteQORRule::EditRule() {}
 
 CQorRule& ConcreteQORRule::operator=(CQorRule* source) {
-    return source ? CQorRule::operator=(source) : *this;
+    return CQorRule::operator=(source);
 }
 
 void ConcreteQORRule::UpdateRule(QorLong /*first*/, QorLong /*second*/) {}

@@ -56,21 +56,17 @@ void readEngines(ElementView rule, CStringList& engines) {
     }
 }
 
-void addAttribute(QorXMLNode& element, std::uint32_t number, CStringW text) {
-    element.AddAttribute(ResourceText(number), std::move(text));
-}
-
-void addHexadecimal(QorXMLNode& element, std::uint32_t number, std::uint32_t value) {
+void writeHexadecimal(QorXMLNode& element, std::uint32_t number, std::uint32_t value) {
     CStringW text;
     text.Format(u"%x", value);
-    addAttribute(element, number, std::move(text));
+    rules::writeText(element, number, std::move(text));
 }
 
 void writeCategories(QorXMLNode& rule, const CStringList& categories) {
     const Node list(rule.AppendNode(ResourceText(resource::kCategoriesNode)));
     for (const CStringW& category : categories) {
         const Node entry(list->AppendNode(ResourceText(resource::kCategoryNode)));
-        addAttribute(*entry, resource::kCategoryNode, category);
+        rules::writeText(*entry, resource::kCategoryNode, category);
     }
 }
 
@@ -80,11 +76,11 @@ void writeEngines(QorXMLNode& rule, const CStringList& engines) {
         const Node engine(list->AppendNode(ResourceText(resource::kEngineAttr)));
         TypeLibDetails library(path);
         if (!library.ReadTypeLibAttributes()) continue;
-        addAttribute(*engine, resource::kEngineAttr, corvane::platform::fileName(path));
-        addAttribute(*engine, resource::kGuidAttr, corvane::platform::guidText(library.guid));
-        addHexadecimal(*engine, resource::kMajorAttr, library.majorVersion);
-        addHexadecimal(*engine, resource::kMinorAttr, library.minorVersion);
-        addHexadecimal(*engine, resource::kLcidAttr, library.lcid);
+        rules::writeText(*engine, resource::kEngineAttr, corvane::platform::fileName(path));
+        rules::writeText(*engine, resource::kGuidAttr, corvane::platform::guidText(library.guid));
+        writeHexadecimal(*engine, resource::kMajorAttr, library.majorVersion);
+        writeHexadecimal(*engine, resource::kMinorAttr, library.minorVersion);
+        writeHexadecimal(*engine, resource::kLcidAttr, library.lcid);
     }
 }
 
@@ -114,7 +110,7 @@ QorXMLNode* ConcreteQORRule::GetXML() {
     // Without the application object there are no names to write with.
     if (!g_pXMLDoc || !corvane::app::frameworkApp()) return nullptr;
     Node element = rules::makeRuleElement(*this, resource::kRuleCategoryTextAttr);
-    addAttribute(*element, resource::kModuleFileAttr, m_csModuleFileName);
+    rules::writeText(*element, resource::kModuleFileAttr, m_csModuleFileName);
     writeCategories(*element, m_lstCategories);
     writeEngines(*element, m_lstEngines);
     rules::writeParameters(*element, m_Parameters, kLastKind, reportIllegalParameter);

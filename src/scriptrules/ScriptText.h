@@ -18,8 +18,7 @@ namespace corvane::scriptrules {
 ///   script for the host, which would then run a half of it.
 /// - Blanks fill the text up to as many units as the file has bytes.
 /// - Of the first five units, those whose low byte could be a piece of a byte-order mark (EF, BB,
-/// BF,
-///   FF, FE) are passed over, whatever their high byte.
+///   BF, FF, FE) are passed over, whatever their high byte.
 CStringW scriptText(std::string_view bytes);
 
 /// The text of a file; nothing when it cannot be read or is larger than any script.
