@@ -6,18 +6,15 @@
 #include "support/EnvironmentScope.h"
 #include "support/TemporaryFolder.h"
 
-/// An installation of a test's own: registry, configuration and script folder. The host in
-/// CORVANE_SCRIPT_HOST is registered as the script host.
+/// An installation of a test's own: registry, configuration and script folder, with the test host
+/// as the script host.
 class Site {
 public:
-    static constexpr const char* kHost = "QorScriptHost.ScriptProcessor\\CLSID=";
-    static constexpr const char* kModule =
-        "CLSID\\{5B0E6A0D-93C4-4F1B-8F57-2E4C1D7A96B3}\\InprocServer32=";
-
     Site() {
+        const std::string id = "{5B0E6A0D-93C4-4F1B-8F57-2E4C1D7A96B3}";
         configure("[RULE_SCRIPT_LOCATION]\ndirectory=" + folder.path("scripts") + "\n");
-        enter("HKEY_CLASSES_ROOT\\", {kHost + std::string("{5B0E6A0D-93C4-4F1B-8F57-2E4C1D7A96B3}"),
-                                      kModule + std::string(CORVANE_SCRIPT_HOST)});
+        enter("HKEY_CLASSES_ROOT\\", {"QorScriptHost.ScriptProcessor\\CLSID=" + id,
+                                      "CLSID\\" + id + "\\InprocServer32=" + CORVANE_SCRIPT_HOST});
     }
 
     void configure(const std::string& ini) const {

@@ -7,23 +7,26 @@ TestHost testHost;
 
 namespace {
 
-bool fails(std::u16string_view call) {
-    return testHost.fault == call;
-}
-
 HResult answer(const char16_t* call) {
     testHost.calls.emplace_back(call);
-    return fails(call) ? kErrorFail : kOk;
+    return testHost.fault == call ? kErrorFail : kOk;
 }
 
-class Processor final : public IScriptProcessor {
+// The host and its own factory: all references must be given back.
+class Processor final : public IScriptProcessor, public IClassFactory {
 public:
     HResult QueryInterface(const Guid& id, void** object) override {
-        const bool known = id == IScriptProcessor::kInterfaceId && !fails(u"QueryInterface");
-        *object = known && !fails(u"null interface") ? this : nullptr;
-        if (*object) AddRef();
-        return known ? kOk : kErrorNoInterface;
+        const bool known =
+            id == IScriptProcessor::kInterfaceId && testHost.fault != u"QueryInterface";
+        if (!known) return kErrorNoInterface;
+        return testHost.fault == u"null interface" ? kOk : CreateInstance(nullptr, id, object);
     }
+    HResult CreateInstance(IUnknown*, const Guid&, void** object) override {
+        *object = static_cast<IScriptProcessor*>(this);
+        AddRef();
+        return kOk;
+    }
+    HResult LockServer(std::int32_t) override { return kOk; }
     std::uint32_t AddRef() override { return static_cast<std::uint32_t>(++testHost.references); }
     std::uint32_t Release() override { return static_cast<std::uint32_t>(--testHost.references); }
     HResult GetTypeInfoCount(std::uint32_t*) override { return kErrorFail; }
@@ -64,24 +67,11 @@ public:
     }
 };
 
-class Factory final : public IClassFactory {
-public:
-    HResult QueryInterface(const Guid&, void**) override { return kErrorNoInterface; }
-    std::uint32_t AddRef() override { return 1; }
-    std::uint32_t Release() override { return 1; }
-    HResult CreateInstance(IUnknown*, const Guid&, void** object) override {
-        static Processor processor;
-        *object = fails(u"CreateInstance") || fails(u"null object") ? nullptr : &processor;
-        if (*object) processor.AddRef();
-        return fails(u"CreateInstance") ? kErrorFail : kOk;
-    }
-    HResult LockServer(std::int32_t) override { return kOk; }
-};
-
 }  // namespace
 
 EXPORTED HResult DllGetClassObject(const Guid&, const Guid&, void** object) {
-    static Factory factory;
-    *object = &factory;
+    static Processor processor;
+    *object = static_cast<IClassFactory*>(&processor);
+    processor.AddRef();
     return kOk;
 }
