@@ -53,6 +53,5 @@ inline CStringW xmlOf(QorXMLNode* node) {
 
 template <typename T>
 std::vector<T> valuesOf(const CQorParameter<T>& parameter) {
-    const T* const first = parameter.m_Values.m_pData;
-    return std::vector<T>(first, first + parameter.m_Values.GetSize());
+    return std::vector<T>(parameter.m_Values.begin(), parameter.m_Values.end());
 }

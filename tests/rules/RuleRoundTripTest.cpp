@@ -24,16 +24,9 @@ public:
               &rule.m_csRuleModuleName, &rule.m_csRuleCategory})
             *field = text();
         rule.m_lRuleSeverity = static_cast<QorLong>(random_());
-        for (QorLong id = 0; id < 24; id += 8) {
-            add<int>(rule, twin, Type_Int, id);
-            add<QorLong>(rule, twin, Type_Long, id);
-            add<bool>(rule, twin, Type_Bool, id);
-            add<double>(rule, twin, Type_Double, id);
-            add<CStringW*>(rule, twin, Type_CStringPtr, id);
-            add<COleDateTime*>(rule, twin, Type_COleDateTimePtr, id);
-            add<QorULong>(rule, twin, Type_ColorRef, id);
-            add<QORCustomRuleData*>(rule, twin, Type_CustomRuleData, id);
-        }
+        for (QorLong id = 0; id < 24; id += 8)
+            addEach<int, QorLong, bool, double, CStringW*, COleDateTime*, QorULong,
+                    QORCustomRuleData*>(rule, twin, id);
     }
 
 private:
@@ -41,14 +34,11 @@ private:
 
     // Any text that XML can carry.
     CStringW text() {
-        static constexpr const char16_t* kPieces[] = {
-            u"a",    u" ",      u"\t",     u"\n",     u"\r",        u"\r\n", u"\"",
-            u"'",    u"<",      u">",      u"]]>",    u"&",         u"\\",   u"&amp;",
-            u"<!--", u"\u00E4", u"\u0085", u"\u2028", u"\x7F",      u"<?x?", u"0",
-            u"%s",   u"\u4E2D", u"\uFFFD", u"\uFEFF", u"\U0001F600"};
+        static const CStringW source =
+            u"a \t\r\n\r\"'<>]]>&\\%s0&amp;<!--<?x?\u00E4\u0085\u2028\x7F\u4E2D\uFFFD\uFEFF";
         CStringW text;
-        for (int i = below(8); i > 0; --i)
-            text += kPieces[below(std::size(kPieces))];
+        for (int i = below(6); i > 0; --i)
+            text += source.Mid(below(source.GetLength()), below(4)) + u"\U0001F600";
         return text;
     }
 
@@ -68,6 +58,13 @@ private:
         } else {
             return static_cast<T>(random_());
         }
+    }
+
+    // One parameter of each type, which stand in the order of their kinds.
+    template <typename... T>
+    void addEach(AnyRule& rule, AnyRule& twin, QorLong id) {
+        int kind = 0;
+        (add<T>(rule, twin, Type_e(++kind), id), ...);
     }
 
     template <typename T>

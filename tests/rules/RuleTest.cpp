@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <limits>
+#include <utility>
 
 #include <corvane/app/StringTable.h>
 
@@ -43,7 +44,7 @@ TEST(RuleParameter, IsFoundByNumberAndNamedByTheTableOfTheRuleModule) {
     EXPECT_EQ(rule.add<double>(Type_Double, 3000).m_csName, u"Own");
     EXPECT_EQ(rule.add<double>(Type_Double, 5).m_csName, u"Minimum wall");
     EXPECT_EQ(rule.add<QorULong>(Type_ColorRef, -7).m_csName, u"");
-    EXPECT_EQ(rule.GetIntItem(5), &first);
+    EXPECT_EQ(std::as_const(rule).GetIntItem(5), &first);
     EXPECT_EQ(rule.GetDoubleItem(5), nullptr);
     EXPECT_EQ(rule.FindParameterInArray(6), nullptr);
 }

@@ -9,21 +9,10 @@
 
 namespace {
 
-using Attributes = std::vector<std::pair<std::uint32_t, const char16_t*>>;
-
-// A rule element whose attributes are given by their resource numbers.
-CStringW ruleElement(const Attributes& attributes, const CStringW& content) {
-    const CStringW name = corvane::ResourceText(corvane::resource::kRuleNode);
-    CStringW xml = u"<" + name;
-    for (const auto& [number, text] : attributes)
-        xml.AppendFormat(u" %s=\"%s\"", corvane::ResourceText(number), text);
-    return content.IsEmpty() ? xml + u"/>" : xml + u">" + content + u"</" + name + u">";
-}
-
 class RuleXML : public testing::Test {
 protected:
-    void read(const Attributes& attributes, const CStringW& content = {}) {
-        rule_.PopulateParametersFromXML(document_.load(ruleElement(attributes, content)));
+    void read(const CStringW& content) {
+        rule_.PopulateParametersFromXML(document_.load(u"<Rule>" + content + u"</Rule>"));
     }
 
     CurrentDocument document_;
@@ -33,33 +22,26 @@ protected:
 TEST_F(RuleXML, ReadsAndWritesItsAttributes) {
     rule_.m_lRuleStatus = 5;
     rule_.m_lRuleLifeStatus = 1;
-    read({{3000, u"Wall"},
-          {3005, u"3"},
-          {3006, u"3"},
-          {3001, u"a &amp; b"},
-          {3002, u"s"},
-          {3008, u"m"},
-          {3011, u"C:\\Rules\\wall.dll"},
-          {3003, u" 2x"},
-          {3009, u"Own"}});
-    Attributes written = {{3000, u"Wall"},      {3005, u"5"}, {3006, u"1"},
-                          {3001, u"a &amp; b"}, {3002, u"s"}, {3008, u"m"},
-                          {3011, u"wall.dll"},  {3003, u"2"}, {3009, u"Own"}};
-    EXPECT_EQ(xmlOf(rule_.GetXML()), ruleElement(written, u""));
+    rule_.PopulateParametersFromXML(document_.load(
+        u"<Rule Name='Wall' Status='3' LifeStatus='3' Description='a &amp; b' Source='s' "
+        u"Module='m' File='C:\\Rules\\wall.dll' Severity=' 2x' RuleCategory='Own'/>"));
+    const CStringW written =
+        u"<Rule Name=\"Wall\" Status=\"5\" LifeStatus=\"1\" Description=\"a &amp; b\" Source=\"s\" "
+        u"Module=\"m\" File=\"wall.dll\" Severity=\"";
+    EXPECT_EQ(xmlOf(rule_.GetXML()), written + u"2\" RuleCategory=\"Own\"/>");
     EXPECT_EQ(rule_.m_csRuleFileName, u"C:\\Rules\\wall.dll");
     EXPECT_EQ(rule_.m_csRuleDisplayName, u"");
 
-    read({});
-    written[7].second = u"-1";
-    written[8].second = u"";
+    read(u"");
     rule_.add(Type_Int, 5, {1}, QorOperator_NotSaved);
     rule_.add(Type_Int, 6, {1}, QorOperator_Hidden);
     rule_.add(Type_Double, -7, {1e-7, -1e15}).m_csRemarks = u"r";
-    EXPECT_EQ(xmlOf(rule_.GetXML()),
-              ruleElement(written,
-                          u"<Parameter Name=\"\" Type=\"-7\" Status=\"1\"><Operator>2</Operator>"
-                          u"<ParameterType>0</ParameterType><Value>0.000000</Value><Value>"
-                          u"-1000000000000000.000000</Value><Remarks>r</Remarks></Parameter>"));
+    EXPECT_EQ(
+        xmlOf(rule_.GetXML()),
+        written +
+            u"-1\" RuleCategory=\"\"><Parameter Name=\"\" Type=\"-7\" Status=\"1\">"
+            u"<Operator>2</Operator><ParameterType>0</ParameterType><Value>0.000000</Value>"
+            u"<Value>-1000000000000000.000000</Value><Remarks>r</Remarks></Parameter></Rule>");
 }
 
 // Numbers in any order, each twice: the first element of a number is the one that counts.
@@ -72,7 +54,7 @@ TEST_F(RuleXML, ReadsThousandsOfParametersFromTheirOwnElements) {
                              i * 7919 % kCount, i);
     for (int number = 0; number < kCount; ++number)
         parameters.push_back(&rule_.add<int>(Type_Int, number));
-    read({}, content);
+    read(content);
     for (int i = 0; i < kCount; ++i)
         ASSERT_EQ(valuesOf(*parameters[static_cast<std::size_t>(i * 7919 % kCount)]),
                   std::vector{i});
@@ -88,9 +70,9 @@ TEST_F(RuleXML, StopsReadingAtAnIllegalKindAndLeavesItOutInWriting) {
     const CQorParamStorage& illegal = *rule_.FindParameterInArray(2);
     EXPECT_TRUE(illegal.m_bOption && !illegal.m_bStatus && !illegal.m_pParameter &&
                 illegal.m_Type == 0);
-    read({},
-         u"<Parameter Type='1'><Operator>3</Operator></Parameter>"
-         u"<Parameter Type='3'><Operator>3</Operator></Parameter>");
+    read(
+        u"<Parameter Type='1'><Operator>3</Operator></Parameter>"
+        u"<Parameter Type='3'><Operator>3</Operator></Parameter>");
     EXPECT_EQ(first.m_Operator + last.m_Operator, 5);
     EXPECT_FALSE(rule_.m_bPopulated);
     const std::unique_ptr<QorXMLNode> written(rule_.GetXML());
@@ -148,7 +130,7 @@ TEST_F(RuleXML, ReadsWhatAParameterHasAndDefaultsTheRest) {
          u"0 24 1: 9 0"}};
     for (const auto& [xml, expected] : cases) {
         auto& parameter = rule_.add(Type_Int, 7, {9});
-        parameter.PopulateFromXML(document_.load(ruleElement({}, xml)));
+        parameter.PopulateFromXML(document_.load(CStringW(u"<Rule>") + xml + u"</Rule>"));
         CStringW read;
         read.Format(u"%s%d %d %d:", parameter.m_csName, parameter.m_Operator, parameter.m_ParamType,
                     parameter.m_bStatus);
@@ -162,10 +144,10 @@ TEST_F(RuleXML, ReadsFlagsDatesAndRecordsInTheirOwnWays) {
     const auto& flags = rule_.add<bool>(Type_Bool, 7);
     const auto& dates = rule_.add<COleDateTime*>(Type_COleDateTimePtr, 7);
     const auto& records = rule_.add<QORCustomRuleData*>(Type_CustomRuleData, 8);
-    read({},
-         u"<Parameter Type='7'><Value>0</Value><Value>2</Value><Value/></Parameter>"
-         u"<Parameter Type='8'><ParameterType>24</ParameterType><Value Attribute3='c' "
-         u"Attribute1='a' Attribute5='e' Attribute4='d'/><Value>x</Value></Parameter>");
+    read(
+        u"<Parameter Type='7'><Value>0</Value><Value>2</Value><Value/></Parameter>"
+        u"<Parameter Type='8'><ParameterType>24</ParameterType><Value Attribute3='c' "
+        u"Attribute1='a' Attribute5='e' Attribute4='d'/><Value>x</Value></Parameter>");
     EXPECT_EQ(valuesOf(flags), (std::vector{false, true, true}));
     EXPECT_EQ(valuesOf(dates), std::vector<COleDateTime*>(3));
     const QORCustomRuleData& record = *records.m_Values.GetAt(0);
