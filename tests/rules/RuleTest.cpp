@@ -3,6 +3,8 @@
 #include <utility>
 
 #include <corvane/app/StringTable.h>
+#include <corvane/rules/CConcreteFailedRule.h>
+#include <corvane/rules/CQORFrameWrkUtils.h>
 
 #include "AnyRule.h"
 #include "support/MessageRecorder.h"
@@ -125,9 +127,16 @@ TEST(RuleCategory, ReadsBackByItsText) {
         rule.SetRuleCategory(QORRuleCategory_e(number));
         EXPECT_EQ(rule.GetRuleCategoryEnum(), expected[number + 1]) << number;
     }
+    CStringList shown;
+    CQORFrameWrkUtils::GetRuleCategoryStringList(shown);
+    std::vector<int> order;
+    for (const CStringW& text : shown)
+        order.push_back(CConcreteFailedRule(u"", 0, text).GetRuleCategoryEnum());
+    EXPECT_EQ(order, (std::vector{0, 1, 2, 3, 4, 9, 5, 10, 12, 6}));
 }
 
 TEST(Constraint, CopiesOwnClonesOfTheirParameters) {
+    const MessageRecorder messages;
     AnyRule rule;
     rule.m_Constraints.Add(rule.CreateConstraintObject(QORConstraint_Material, u"Steel", true));
     CQORConstraint& source = *rule.m_Constraints.GetAt(0);
