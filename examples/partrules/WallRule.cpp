@@ -22,6 +22,7 @@ void WallRule::InitializeParamStorage() {
 }
 
 void WallRule::PopulateParametersFromXML(QorXMLNode* node) {
+    if (!node) return;
     PartRule::PopulateParametersFromXML(node);
     ClearConstraints();
     const std::unique_ptr<QorXMLNodeList> elements(node->GetNodeList(u"Constraint"));
@@ -39,19 +40,19 @@ void WallRule::readConstraint(QorXMLNode* element) {
 }
 
 QorXMLNode* WallRule::GetXML() {
-    QorXMLNode* rule = PartRule::GetXML();
-    for (int i = 0; rule && i < m_Constraints.GetSize(); ++i) {
-        const std::unique_ptr<QorXMLNode> element(m_Constraints.GetAt(i)->GetXMLNode());
+    std::unique_ptr<QorXMLNode> rule(PartRule::GetXML());
+    if (!rule) return nullptr;
+    for (CQORConstraint* constraint : m_Constraints) {
+        const std::unique_ptr<QorXMLNode> element(constraint->GetXMLNode());
         rule->AppendNode(element.get());
     }
-    return rule;
+    return rule.release();
 }
 
 double WallRule::limitFor(const CStringW& material) const {
-    for (int i = 0; i < m_Constraints.GetSize(); ++i) {
-        CQORConstraint& constraint = *m_Constraints.GetAt(i);
-        if (!constraint.m_bStatus || constraint.m_csValue.CompareNoCase(material) != 0) continue;
-        const CQorParamStorage* limit = constraint.FindParameterInArray(kThinnestWall);
+    for (CQORConstraint* constraint : m_Constraints) {
+        if (!constraint->m_bStatus || constraint->m_csValue.CompareNoCase(material) != 0) continue;
+        const CQorParamStorage* limit = constraint->FindParameterInArray(kThinnestWall);
         return firstValue(*static_cast<const CQorParameter<double>*>(limit->m_pParameter), 0.0);
     }
     return firstValue(*thinnestWall_, 0.0);
