@@ -19,8 +19,14 @@ constexpr std::size_t kLargestSource = std::numeric_limits<int>::max() - 1;
 // Entities may expand to this many times the source, and to a little more in a small one.
 constexpr std::size_t kExpansionFactor = 10;
 constexpr std::size_t kFreeExpansion = std::size_t{1} << 20;
-// Each default is compared with every other attribute of each element that takes it.
+// Each default is compared with every other attribute of each element that takes it, and each
+// prefix is sought among all that are in scope.
 constexpr int kMostDefaults = 1000;
+constexpr int kMostPrefixes = 1000;
+// The parser's tables of declarations slow down as they fill.
+constexpr int kMostDeclarations = 20'000;
+// What an attribute takes besides its name and value.
+constexpr std::size_t kAttributeSyntax = 4;
 
 const char* chars(const xmlChar* text) {
     return reinterpret_cast<const char*>(text);
@@ -88,6 +94,8 @@ private:
     static void error(void* self, xmlErrorPtr error);
 
     xmlSAXHandler makeHandler() const;
+    bool takeAttribute(std::u16string_view name, std::string_view value, bool expanded);
+    void countDeclaration();
     bool expand(std::size_t size);
     xmlEntityPtr admit(const xmlChar* name, xmlEntityPtr entity);
     std::uint32_t tagLine() const;
@@ -102,6 +110,7 @@ private:
     int line_ = 0;  // Where the last report ended.
     std::size_t expanded_ = 0;
     int defaults_ = 0;
+    int declarations_ = 0;
 };
 
 void Parse::stop(std::string message) {
@@ -147,21 +156,30 @@ void Parse::startElement(void* self, const xmlChar* local, const xmlChar* prefix
                          int namespaceCount, const xmlChar** namespaces, int attributeCount,
                          int defaultCount, const xmlChar** attributes) {
     report(self, [=](Parse& parse) {
-        TreeBuilder& builder = parse.builder_;
-        builder.startElement(parse.names_.name(prefix, local), parse.tagLine());
+        parse.builder_.startElement(parse.names_.name(prefix, local), parse.tagLine());
+        // Two entries for each prefix.
+        if (parse.context_->nsNr / 2 > kMostPrefixes) parse.stop("Too many prefixes in scope");
         for (std::ptrdiff_t i = 0; i < namespaceCount; ++i) {
             const xmlChar** at = namespaces + 2 * i;
-            builder.attribute(parse.names_.declaration(at[0]), view(at[1]));
+            // Nothing tells those apart that come from a declaration.
+            if (!parse.takeAttribute(parse.names_.declaration(at[0]), view(at[1]), true)) return;
         }
         // Five pointers each: local name, prefix, namespace, begin and end of the value.
         for (std::ptrdiff_t i = 0; i < attributeCount; ++i) {
             const xmlChar** at = attributes + 5 * i;
-            const std::string_view value = view(at[3], at[4]);
             // The last ones are those that the source leaves out.
-            if (i >= attributeCount - defaultCount && !parse.expand(value.size())) return;
-            builder.attribute(parse.names_.name(at[1], at[0]), value);
+            const bool isDefault = i >= attributeCount - defaultCount;
+            if (!parse.takeAttribute(parse.names_.name(at[1], at[0]), view(at[3], at[4]),
+                                     isDefault))
+                return;
         }
     });
+}
+
+bool Parse::takeAttribute(std::u16string_view name, std::string_view value, bool expanded) {
+    if (expanded && !expand(name.size() + value.size() + kAttributeSyntax)) return false;
+    builder_.attribute(name, value);
+    return true;
 }
 
 void Parse::endElement(void* self, const xmlChar*, const xmlChar*, const xmlChar*) {
@@ -212,6 +230,7 @@ void Parse::documentType(void* self, const xmlChar* name, const xmlChar* publicI
 void Parse::declareEntity(void* self, const xmlChar* name, int type, const xmlChar* publicId,
                           const xmlChar* systemId, xmlChar* content) {
     report(self, [=](Parse& parse) {
+        parse.countDeclaration();
         xmlSAX2EntityDecl(parse.context_, name, type, publicId, systemId, content);
     });
 }
@@ -220,8 +239,13 @@ void Parse::declareAttribute(void* self, const xmlChar*, const xmlChar*, int, in
                              const xmlChar* value, xmlEnumerationPtr values) {
     xmlFreeEnumeration(values);
     report(self, [=](Parse& parse) {
+        parse.countDeclaration();
         if (value && ++parse.defaults_ > kMostDefaults) parse.stop("Too many default attributes");
     });
+}
+
+void Parse::countDeclaration() {
+    if (++declarations_ > kMostDeclarations) stop("Too many declarations");
 }
 
 // Counts what comes out of declarations rather than the source itself.
