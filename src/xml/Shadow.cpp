@@ -1,10 +1,12 @@
 #include "xml/Shadow.h"
 
+#include <algorithm>
 #include <libxml/tree.h>
 #include <libxml/xpath.h>
 #include <map>
 #include <new>
 #include <string>
+#include <utility>
 
 #include "platform/Unicode.h"
 #include "xml/Names.h"
@@ -35,8 +37,10 @@ public:
         const Node* from = &top;
         while (const Node* to = following(from, &top)) {
             if (to->parent != from) {
-                for (; from->parent != to->parent; from = from->parent)
+                for (; from->parent != to->parent; from = from->parent) {
                     parent = parent->parent;
+                    run_ = 0;
+                }
             }
             // `parent` is the copy of the parent of `to`, and then of `to` if that is an element.
             from = to;
@@ -55,10 +59,13 @@ private:
         const std::string local = platform::toUtf8(localNameOf(name));
         xmlNodePtr node = checked(xmlNewDocNode(document_, nullptr, chars(local), nullptr));
         xmlAddChild(parent, node);
+        if (!root_) root_ = node;
         node->_private = const_cast<Element*>(&element);
         xmlSetNs(node, space(prefixOf(name)));
+        run_ = 0;
         for (const Attribute* at = element.firstAttribute; at; at = at->next)
             add(node, *at);
+        run_ = 0;
         shadow_.nodes_.emplace(&element, node);
         element.shadowed = true;
         return node;
@@ -70,25 +77,37 @@ private:
         if (prefix == u"xmlns" || (prefix.empty() && local == "xmlns")) return;
         const std::string value = platform::toUtf8(attribute.value.view());
         checked(xmlNewNsProp(node, space(prefix), chars(local), chars(value)));
+        countRun();
     }
 
     void add(xmlNodePtr parent, const CharacterData& data) {
-        const std::string text = platform::toUtf8(data.text.view());
-        const int length = static_cast<int>(text.size());
-        switch (data.kind) {
-            case Kind::Comment:
-                xmlAddChild(parent, checked(xmlNewDocComment(document_, chars(text))));
-                break;
-            case Kind::Instruction:
-                addInstruction(parent, text);
-                break;
-            case Kind::DocType:
-                break;
-            default:
-                if (length > 0)
-                    xmlAddChild(parent, checked(xmlNewDocTextLen(document_, chars(text), length)));
+        if (data.kind == Kind::DocType) return;
+        if (data.isText()) {
+            addText(parent, data);
+            return;
         }
+        const std::string text = platform::toUtf8(data.text.view());
+        if (data.kind == Kind::Instruction)
+            addInstruction(parent, text);
+        else
+            xmlAddChild(parent, checked(xmlNewDocComment(document_, chars(text))));
+        countRun();
     }
+
+    // Adds what stands together as one text, as the evaluator wants it, at its first piece: joining
+    // piece by piece would copy all that is there each time.
+    void addText(xmlNodePtr parent, const CharacterData& first) {
+        if (first.previous && first.previous->isText()) return;
+        std::string text;
+        for (const Node* at = &first; at && at->isText(); at = at->next)
+            platform::appendUtf8(text, asData(at)->text.view());
+        if (text.empty()) return;
+        const int length = static_cast<int>(text.size());
+        xmlAddChild(parent, checked(xmlNewDocTextLen(document_, chars(text), length)));
+        countRun();
+    }
+
+    void countRun() { shadow_.longestRun_ = std::max(shadow_.longestRun_, ++run_); }
 
     void addInstruction(xmlNodePtr parent, const std::string& text) {
         const std::size_t blank = text.find(' ');
@@ -102,16 +121,24 @@ private:
         if (prefix.empty()) return nullptr;
         const auto known = spaces_.find(prefix);
         if (known != spaces_.end()) return known->second;
-        xmlNodePtr root = xmlDocGetRootElement(document_);
         const std::string name = platform::toUtf8(prefix);
-        xmlNsPtr made = name == "xml" ? xmlSearchNs(document_, root, chars(name))
-                                      : xmlNewNs(root, chars(name), chars(name));
+        xmlNsPtr made =
+            name == "xml" ? xmlSearchNs(document_, root_, chars(name)) : declared(chars(name));
         spaces_.emplace(prefix, checked(made));
+        return made;
+    }
+
+    // In front of the others: to put it behind them would be to pass all of them.
+    xmlNsPtr declared(const xmlChar* name) {
+        xmlNsPtr made = checked(xmlNewNs(nullptr, name, name));
+        made->next = std::exchange(root_->nsDef, made);
         return made;
     }
 
     Shadow& shadow_;
     xmlDocPtr document_;
+    xmlNodePtr root_ = nullptr;
+    std::size_t run_ = 0;
     std::map<std::u16string, xmlNsPtr, std::less<>> spaces_;
 };
 

@@ -23,6 +23,8 @@ public:
 
     _xmlDoc* document() const { return document_; }
     std::size_t size() const { return nodes_.size(); }  ///< Elements.
+    /// The most nodes that stand beside one another without an element between them.
+    std::size_t longestRun() const { return longestRun_; }
     _xmlNode* find(const Element& element) const { return nodes_.at(&element); }
     /// The element that a node of the copy stands for, or null.
     static const Element* original(const _xmlNode* node);
@@ -31,6 +33,7 @@ private:
     class Builder;
 
     _xmlDoc* document_;
+    std::size_t longestRun_ = 0;
     std::unordered_map<const Element*, _xmlNode*> nodes_;
 };
 

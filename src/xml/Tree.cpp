@@ -1,5 +1,7 @@
 #include "xml/Tree.h"
 
+#include <utility>
+
 #include "xml/Attributes.h"
 #include "xml/DocumentNode.h"
 #include "xml/Namespaces.h"
@@ -42,12 +44,13 @@ bool isHeld(const Node& node) {
 }  // namespace
 
 void noteChange(Element& element) noexcept {
-    if (!element.shadowed && element.kind != Kind::Document) return;
-    element.shadowed = false;
-    Element* top = &element;
-    while (top->parent)
-        top = top->parent;
-    if (top->kind == Kind::Document) static_cast<DocumentNode*>(top)->shadow.reset();
+    // While a shadow stands, every element that it shows is marked, so the first one without a mark
+    // ends the way up: many changes in a deep tree clear each mark once.
+    Element* at = &element;
+    for (; at->kind != Kind::Document; at = at->parent) {
+        if (!std::exchange(at->shadowed, false) || !at->parent) return;
+    }
+    static_cast<DocumentNode*>(at)->shadow.reset();
 }
 
 void hold(Element* element) noexcept {

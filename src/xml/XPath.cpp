@@ -1,5 +1,6 @@
 #include "xml/XPath.h"
 
+#include <algorithm>
 #include <libxml/hash.h>
 #include <libxml/xpath.h>
 #include <libxml/xpathInternals.h>
@@ -19,7 +20,12 @@ namespace {
 // what has been found, so the limit keeps close to what sensible queries need.
 constexpr unsigned long kFreeSteps = 1'000'000;
 constexpr unsigned long kStepsOfElement = 32;
+// Comparisons of nodes with nodes found before, where a query makes such.
+constexpr unsigned long kGatheringBudget = 1'000'000'000;
 constexpr std::size_t kLongestQuery = 1 << 16;
+// The evaluator orders attributes, texts and comments by walking past those beside them, which no
+// step counts.
+constexpr std::size_t kLongestRun = 5'000;
 
 const xmlChar* chars(const std::string& text) {
     return reinterpret_cast<const xmlChar*>(text.c_str());
@@ -65,12 +71,47 @@ void registerPrefixes(xmlXPathContextPtr context, std::u16string_view query) {
         std::size_t start = colon;
         while (start > 0 && continuesName(query[start - 1]))
             --start;
-        while (start < colon && !isQualifiedName(query.substr(start, colon - start)))
+        while (start < colon && !isQualifiedName(query.substr(start, 1)))
             ++start;
         if (start == colon) continue;
         const std::string prefix = platform::toUtf8(query.substr(start, colon - start));
         if (prefix != "xml") xmlXPathRegisterNs(context, chars(prefix), chars(prefix));
     }
+}
+
+// True when a path may begin behind this text: at the start of the query or of a part of it.
+bool endsPath(std::u16string_view before) {
+    before = before.substr(0, before.find_last_not_of(u" \t\r\n") + 1);
+    return before.empty() || std::u16string_view(u"[(|,=<>+-:").find(before.back()) != before.npos;
+}
+
+// True when the query may follow another axis than child or attribute from many nodes at once. The
+// evaluator compares each node that it finds so with all that it has found before.
+bool gathers(std::u16string_view query) {
+    const auto followsPath = [&](std::size_t at) {
+        std::u16string_view before = query.substr(0, at);
+        if (before.ends_with(u'.') && !before.ends_with(u"..")) before.remove_suffix(1);
+        return !endsPath(before);
+    };
+    for (std::size_t at = query.find(u"//"); at != query.npos; at = query.find(u"//", at + 2)) {
+        if (followsPath(at)) return true;
+    }
+    for (std::size_t at = query.find(u"::"); at != query.npos; at = query.find(u"::", at + 2)) {
+        const std::u16string_view axis = query.substr(0, at);
+        const bool plain = axis.ends_with(u"child") || axis.ends_with(u"attribute") ||
+                           (axis.ends_with(u"self") && !axis.ends_with(u"-self"));
+        if (plain) continue;
+        constexpr std::u16string_view kAxisLetters = u"abcdefghijklmnopqrstuvwxyz- ";
+        if (followsPath(axis.find_last_not_of(kAxisLetters) + 1)) return true;
+    }
+    const std::size_t parent = query.find(u"..");
+    return parent != query.npos && !endsPath(query.substr(0, parent));
+}
+
+unsigned long stepLimit(const Shadow& shadow, std::u16string_view query) {
+    const auto size = static_cast<unsigned long>(shadow.size());
+    const unsigned long limit = kFreeSteps + kStepsOfElement * size;
+    return gathers(query) ? std::min(limit, kGatheringBudget / size) : limit;
 }
 
 const Element& topOf(const Element& element) {
@@ -82,11 +123,12 @@ const Element& topOf(const Element& element) {
 
 std::optional<Matches> evaluate(const Shadow& shadow, const Element& context,
                                 std::u16string_view query) {
+    if (shadow.longestRun() > kLongestRun) return std::nullopt;
     const std::unique_ptr<xmlXPathContext, ContextDeleter> evaluator(
         xmlXPathNewContext(shadow.document()));
     if (!evaluator) throw std::bad_alloc();
     evaluator->node = shadow.find(context);
-    evaluator->opLimit = kFreeSteps + kStepsOfElement * static_cast<unsigned long>(shadow.size());
+    evaluator->opLimit = stepLimit(shadow, query);
     evaluator->error = ignoreError;
     xmlXPathRegisterFuncLookup(evaluator.get(), findFunction, evaluator.get());
     registerPrefixes(evaluator.get(), query);

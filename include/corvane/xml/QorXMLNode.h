@@ -50,7 +50,9 @@ public:
     /// element is an empty node. Never null. Unprefixed names match whatever default namespace is
     /// in force, prefixes match as they are written. A plain element name is answered by a walk
     /// over the children; any other query works on a copy of the whole tree, which costs about a
-    /// load and stays until the tree changes. A query that takes too many steps raises kErrorFail.
+    /// load. That of a document stays until the tree changes, that of an unattached element is made
+    /// for each query. A query that takes too many steps raises kErrorFail, and so does any query
+    /// on a tree where over 5,000 texts and comments, or attributes, stand side by side.
     QorXMLNodeList* GetNodeList(CStringW query) const;
     QorXMLNodeList* GetNodeList1(const char* query) const;
     /// One entry for each child of any kind; a child that is no element is an empty node.
