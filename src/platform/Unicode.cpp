@@ -36,6 +36,20 @@ void appendCodePoint(std::u16string& out, char32_t point) {
     }
 }
 
+// Appends the run of ASCII at the front of the text, which is the rule and needs no coding, and
+// gives its length.
+template <typename Out, typename In>
+std::size_t appendAscii(Out& out, In text) {
+    std::size_t length = 0;
+    while (length < text.size() && static_cast<char32_t>(text[length]) < 0x80)
+        ++length;
+    const std::size_t start = out.size();
+    out.resize(start + length);
+    for (std::size_t i = 0; i < length; ++i)
+        out[start + i] = static_cast<typename Out::value_type>(text[i]);
+    return length;
+}
+
 struct Decoded {
     char32_t point;
     std::size_t length;  // bytes taken
@@ -80,12 +94,11 @@ Decoded decode(std::string_view bytes) {
 }  // namespace
 
 void appendUtf8(std::string& out, std::u16string_view text) {
-    out.reserve(out.size() + text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
+        i += appendAscii(out, text.substr(i));
+        if (i == text.size()) break;
         const char16_t unit = text[i];
-        if (unit < 0x80) {
-            out += static_cast<char>(unit);
-        } else if (isHighSurrogate(unit) && i + 1 < text.size() && isLowSurrogate(text[i + 1])) {
+        if (isHighSurrogate(unit) && i + 1 < text.size() && isLowSurrogate(text[i + 1])) {
             appendCodePoint(out, codePoint(unit, text[++i]));
         } else {
             const bool lone = isHighSurrogate(unit) || isLowSurrogate(unit);
@@ -103,12 +116,7 @@ std::string toUtf8(std::u16string_view text) {
 void appendFromUtf8(std::u16string& out, std::string_view bytes) {
     out.reserve(out.size() + bytes.size());
     while (!bytes.empty()) {
-        // Runs of ASCII are the rule, and need no decoding.
-        std::size_t plain = 0;
-        while (plain < bytes.size() && static_cast<std::uint8_t>(bytes[plain]) < 0x80)
-            ++plain;
-        out.append(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(plain));
-        bytes.remove_prefix(plain);
+        bytes.remove_prefix(appendAscii(out, bytes));
         if (bytes.empty()) break;
         const Decoded decoded = decode(bytes);
         appendCodePoint(out, decoded.point);

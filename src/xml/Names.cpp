@@ -29,7 +29,11 @@ constexpr Range kFurther[] = {
     {'-', '.'}, {'0', '9'}, {0xB7, 0xB7}, {0x300, 0x36F}, {0x203F, 0x2040},
 };
 
+bool isAsciiLetter(char32_t point) {
+    return (point >= 'a' && point <= 'z') || (point >= 'A' && point <= 'Z');
+}
 bool startsName(char32_t point) {
+    if (isAsciiLetter(point)) return true;
     return isIn(std::begin(kStart), std::end(kStart), point);
 }
 bool continuesName(char32_t point) {
