@@ -116,11 +116,17 @@ TEST(RoundTrip, SavesEqualWhateverLoads) {
     Random random(2);
     const TemporaryFolder folder;
     int loaded = 0;
-    for (int i = 0; i < 6'000; ++i) {
+    for (int i = 0; i < 4'000; ++i) {
         const std::string bytes = mutated(random, corpus[below(random, std::size(corpus))]);
-        folder.write("a.xml", bytes);
         QorXMLDocument document;
-        const QorXMLNode* root = document.LoadFromFile(folder.wide("a.xml"));
+        const QorXMLNode* root = nullptr;
+        // Files cost far more than the rest: every eighth shows what decoding does.
+        if (i % 8 == 0) {
+            folder.write("a.xml", bytes);
+            root = document.LoadFromFile(folder.wide("a.xml"));
+        } else {
+            root = load(document, CStringW::FromUtf8(bytes));
+        }
         EXPECT_EQ(root == nullptr, !corvane::LastXMLFault(document).message.IsEmpty());
         if (!root) continue;
         ++loaded;
@@ -132,7 +138,7 @@ TEST(RoundTrip, SavesEqualWhateverLoads) {
         EXPECT_EQ(ListPtr(reread->GetNodeList(u"descendant-or-self::node()"))->GetSize(),
                   ListPtr(root->GetNodeList(u"descendant-or-self::node()"))->GetSize())
             << bytes;
-        if (loaded % 50 != 0) continue;
+        if (loaded % 200 != 0) continue;
         ASSERT_TRUE(corvane::SaveXML(document, folder.wide("b.xml")));
         ASSERT_NE(again.LoadFromFile(folder.wide("b.xml")), nullptr) << bytes;
         EXPECT_EQ(again.GetXML(), document.GetXML()) << bytes;
