@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <iterator>
 
 #include "platform/Unicode.h"
 #include "xml/Node.h"
@@ -46,6 +47,15 @@ std::string declaredEncoding(std::string_view text) {
     const std::size_t end = text.find(text[quote], quote + 1);
     if (end == text.npos) return {};
     return lowerCase(text.substr(quote + 1, end - quote - 1));
+}
+
+// True for the name of an encoding that some parser may know, though this one need not.
+bool isKnown(std::string_view encoding) {
+    constexpr std::string_view kFamilies[] = {
+        "utf",  "ucs", "iso",  "us-ascii",  "ascii", "latin", "windows-", "cp", "ibm",
+        "koi8", "gb",  "big5", "shift_jis", "euc-",  "ks_c",  "hz-",      "x-", "mac"};
+    return std::any_of(std::begin(kFamilies), std::end(kFamilies),
+                       [&](std::string_view family) { return encoding.starts_with(family); });
 }
 
 Decoded faulty(std::string message) {
@@ -146,7 +156,10 @@ Decoded decodeFile(const std::string& file) {
 }
 
 Decoded decodeText(std::u16string_view text) {
-    return decodeUnits(text);
+    Decoded result = decodeUnits(text);
+    const std::string declared = declaredEncoding(result.text());
+    if (result.fault || declared.empty() || isKnown(declared)) return result;
+    return faulty("The encoding " + declared + " is not known");
 }
 
 }  // namespace corvane::xml

@@ -22,7 +22,8 @@ struct Decoded {
 /// as long as the result.
 Decoded decodeFile(const std::string& bytes);
 
-/// The same for a text in memory; its declared encoding means nothing.
+/// The same for a text in memory. The encoding that it declares means nothing, but a name of none
+/// is a fault.
 Decoded decodeText(std::u16string_view text);
 
 }  // namespace corvane::xml

@@ -32,6 +32,7 @@ TEST(Load, RefusesWhatIsNotWellFormed) {
         u"<a xmlns:p=''/>",
         u"<?xml version='1.1'?><a/>",
         u" <?xml version='1.0'?><a/>",
+        u"<?xml version='1.0' encoding='klingon'?><a/>",
         u"<a><!-- -- --></a>",
         u"<!DOCTYPE a [<!ENTITY e '<b>'>]><a>&e;</a>",
         u"<!DOCTYPE a SYSTEM 'x'><a>&e;</a>",
