@@ -1,3 +1,5 @@
+#include <memory>
+
 #include "xml/Attributes.h"
 #include "xml/Namespaces.h"
 #include "xml/Tree.h"
@@ -25,13 +27,18 @@ Node* copyNode(Pool* pool, const Node& source) {
     return copy;
 }
 
+struct Destroyer {
+    void operator()(Element* top) const { destroy(top); }
+};
+
 }  // namespace
 
 Element* clone(const Element& source) {
     const PoolUse pool;
-    auto* top = asElement(copyNode(pool.get(), source));
+    // Goes with all that has been copied when memory ends.
+    std::unique_ptr<Element, Destroyer> top(asElement(copyNode(pool.get(), source)));
     const Node* from = &source;
-    Node* copy = top;
+    Node* copy = top.get();
     while (const Node* next = following(from, &source)) {
         if (next->parent != from) {
             for (; from->parent != next->parent; from = from->parent)
@@ -45,7 +52,7 @@ Element* clone(const Element& source) {
         from = next;
     }
     copyNamespaces(source, *top);
-    return top;
+    return top.release();
 }
 
 }  // namespace corvane::xml

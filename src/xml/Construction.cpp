@@ -1,5 +1,7 @@
 #include "xml/Construction.h"
 
+#include <utility>
+
 #include "xml/Failure.h"
 #include "xml/Names.h"
 #include "xml/Namespaces.h"
@@ -22,8 +24,9 @@ bool wouldMakeCycle(const Element& parent, const Element& child) {
 
 Element* makeElement(std::u16string_view name, const Element* scope) {
     require(isQualifiedName(name) && isPrefixInScope(scope, prefixOf(name)));
+    Text own = Text::own(name);
     auto* element = makeNode<Element>(nullptr, Kind::Element);
-    element->name = Text::own(name);
+    element->name = std::move(own);
     return element;
 }
 
@@ -34,10 +37,8 @@ void appendElement(Element& parent, Element& child) {
         require(!root);
     }
     require(!wouldMakeCycle(parent, child));
-    hold(&child);
     if (child.parent) removeElement(child);
     link(parent, child);
-    release(&child);
 }
 
 void removeElement(Element& child) {

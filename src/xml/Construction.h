@@ -10,11 +10,11 @@ namespace corvane::xml {
 /// no XML name or has a prefix that is not declared there.
 Element* makeElement(std::u16string_view name, const Element* scope);
 
-/// Moves an element behind the children of a parent, which may be a document. Raises, with nothing
-/// changed, when that would make a cycle or a second document element.
+/// Moves an element that is held behind the children of a parent, which may be a document. Raises,
+/// with nothing changed, when that would make a cycle or a second document element.
 void appendElement(Element& parent, Element& child);
 
-/// Takes an element out of its parent.
+/// Takes an element that is held out of its parent.
 void removeElement(Element& child);
 
 }  // namespace corvane::xml

@@ -20,10 +20,13 @@ namespace {
 constexpr std::size_t kLargestDocument = std::numeric_limits<int>::max() - 1;
 
 HResult makeSharedDocument(Document*& made) {
-    made = new (std::nothrow) Document;
-    if (!made) return kErrorOutOfMemory;
-    made->share();
-    return kOk;
+    try {
+        made = new Document;
+        made->share();
+        return kOk;
+    } catch (const std::bad_alloc&) {
+        return kErrorOutOfMemory;
+    }
 }
 
 DocumentFactory documentFactory = makeSharedDocument;

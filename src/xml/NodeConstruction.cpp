@@ -39,7 +39,8 @@ QorXMLNode* QorXMLNode::AppendNode(CStringW name, QorXMLDocument* document) {
 
 void QorXMLNode::AppendNode(QorXMLNode* node) {
     if (!node) return;
-    corvane::xml::appendElement(required(m_pElement), argument(*node));
+    Element& parent = required(m_pElement);
+    corvane::xml::appendElement(parent, argument(*node));
 }
 
 bool QorXMLNode::RemoveChild(QorXMLNode* node) {

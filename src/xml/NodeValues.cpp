@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <memory>
 #include <string>
 
 #include <corvane/xml/QorXMLNode.h>
@@ -105,11 +106,11 @@ bool QorXMLNode::GetNodeValueInBool(bool& value) const {
 void QorXMLNode::SetNodeValue(CStringW text) {
     Element& element = required(m_pElement);
     require(corvane::xml::isCarriable(text));
-    CharacterData* node = nullptr;
+    std::unique_ptr<CharacterData> node;
     if (!text.IsEmpty()) {
-        node = corvane::xml::makeNode<CharacterData>(nullptr, Kind::Text);
+        node = std::make_unique<CharacterData>(Kind::Text);
         node->text = corvane::xml::Text::own(text);
     }
     corvane::xml::clearContent(element);
-    if (node) corvane::xml::link(element, *node);
+    if (node) corvane::xml::link(element, *node.release());
 }

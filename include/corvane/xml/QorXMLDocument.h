@@ -38,8 +38,8 @@ public:
     /// leaves the document's tree empty and earlier root nodes valid.
     QorXMLNode* LoadFromFile(CStringW path);
     QorXMLNode* LoadFromFile1(const char* path);
-    /// The same for a text, whose declared encoding is ignored. A failed load gives the root node
-    /// of the last successful load, if there was one.
+    /// The same for a text, whose declared encoding is ignored unless nobody knows it. A failed
+    /// load gives the root node of the last successful load, if there was one.
     QorXMLNode* LoadFromXMLString(CStringW& text);
 
     /// A new element, attached to nothing. The caller deletes the node object. A name that is no
@@ -56,7 +56,9 @@ public:
     bool Save(CStringW path);
     bool Save1(const char* path);
 
-    /// The root element serialised, without prolog; "" when the document has none.
+    /// The element of the root node of the last successful load serialised, without prolog,
+    /// wherever it stands now; before any load the root element of the tree, or "" when there is
+    /// none.
     CStringW GetXML() const;
 
 private:
