@@ -44,9 +44,9 @@ private:
     void replaceTree(Element* tree);
 
     std::size_t shares_ = 0;
-    Element* tree_;
-    Fault fault_;
     std::deque<QorXMLNode> rootNodes_;
+    Element* tree_;  // Behind all whose making can fail, since nothing would free it.
+    Fault fault_;
 };
 
 /// Makes a document for a QorXMLDocument, with one share. Gives a failure code when it cannot.

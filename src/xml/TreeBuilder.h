@@ -41,9 +41,9 @@ private:
     bool preserves() const { return preserve_.back(); }
 
     PoolUse pool_;
-    Element* document_;
-    Element* current_;
     std::vector<bool> preserve_{false};
+    Element* document_;  // Behind what can fail to be made, since nothing would free it.
+    Element* current_;
 
     std::u16string scratch_;
     // Text that has been reported, but not yet been made a node, and the part of it from the first

@@ -104,8 +104,10 @@ bool gathers(std::u16string_view query) {
         constexpr std::u16string_view kAxisLetters = u"abcdefghijklmnopqrstuvwxyz- ";
         if (followsPath(axis.find_last_not_of(kAxisLetters) + 1)) return true;
     }
-    const std::size_t parent = query.find(u"..");
-    return parent != query.npos && !endsPath(query.substr(0, parent));
+    for (std::size_t at = query.find(u".."); at != query.npos; at = query.find(u"..", at + 2)) {
+        if (!endsPath(query.substr(0, at))) return true;
+    }
+    return false;
 }
 
 unsigned long stepLimit(const Shadow& shadow, std::u16string_view query) {
