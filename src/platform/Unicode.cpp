@@ -38,15 +38,14 @@ void appendCodePoint(std::u16string& out, char32_t point) {
 
 // Appends the run of ASCII at the front of the text, which is the rule and needs no coding, and
 // gives its length.
-template <typename Out, typename In>
-std::size_t appendAscii(Out& out, In text) {
+std::size_t appendAscii(std::u16string& out, std::string_view text) {
     std::size_t length = 0;
-    while (length < text.size() && static_cast<char32_t>(text[length]) < 0x80)
+    while (length < text.size() && static_cast<std::uint8_t>(text[length]) < 0x80)
         ++length;
     const std::size_t start = out.size();
     out.resize(start + length);
     for (std::size_t i = 0; i < length; ++i)
-        out[start + i] = static_cast<typename Out::value_type>(text[i]);
+        out[start + i] = static_cast<char16_t>(text[i]);
     return length;
 }
 
@@ -94,11 +93,12 @@ Decoded decode(std::string_view bytes) {
 }  // namespace
 
 void appendUtf8(std::string& out, std::u16string_view text) {
+    out.reserve(out.size() + text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
-        i += appendAscii(out, text.substr(i));
-        if (i == text.size()) break;
         const char16_t unit = text[i];
-        if (isHighSurrogate(unit) && i + 1 < text.size() && isLowSurrogate(text[i + 1])) {
+        if (unit < 0x80) {
+            out += static_cast<char>(unit);
+        } else if (isHighSurrogate(unit) && i + 1 < text.size() && isLowSurrogate(text[i + 1])) {
             appendCodePoint(out, codePoint(unit, text[++i]));
         } else {
             const bool lone = isHighSurrogate(unit) || isLowSurrogate(unit);
