@@ -6,13 +6,16 @@
 
 namespace corvane {
 
-LoadedModule::LoadedModule(std::u16string_view path) : handle_(platform::loadModule(path)) {}
+LoadedModule::LoadedModule(std::u16string_view path) {
+    handle_ = platform::loadModule(path, &fault_);
+}
 
 LoadedModule::LoadedModule(LoadedModule&& other) noexcept
-    : handle_(std::exchange(other.handle_, nullptr)) {}
+    : handle_(std::exchange(other.handle_, nullptr)), fault_(std::move(other.fault_)) {}
 
 LoadedModule& LoadedModule::operator=(LoadedModule&& other) noexcept {
     std::swap(handle_, other.handle_);
+    std::swap(fault_, other.fault_);
     return *this;
 }
 

@@ -13,8 +13,9 @@ using ModuleHandle = void*;
 /// "QORDatabaseu.dll" is the shared object of that stem ("QORDatabaseu.so" or
 /// "libQORDatabaseu.so"), found whatever its case. A bare name is sought in the folder of this
 /// library, then where the system's loader looks. Null when there is none or it won't load. Each
-/// successful load is paired with one freeModule.
-ModuleHandle loadModule(std::u16string_view path);
+/// successful load is paired with one freeModule. `fault` gets what the loader says of a file that
+/// is there and won't load.
+ModuleHandle loadModule(std::u16string_view path, std::u16string* fault = nullptr);
 void freeModule(ModuleHandle module);
 
 /// The path of the file that loadModule would load for this name, or nothing. A bare name that is

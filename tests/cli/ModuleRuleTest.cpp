@@ -89,11 +89,11 @@ TEST(ModuleRules, OnlyModulesOfTheModuleFoldersAreLoaded) {
     } cases[] = {
         {"Maximum mass", "own.DLL", "Maximum mass"},
         {"Maximum mass", "C:\\Rules\\own.dll", "Maximum mass"},
-        {"Maximum mass", corvane.folder.path("stray.so"), "module \"stray.so\" cannot be loaded"},
-        {"Maximum mass", "../stray.so", "module \"stray.so\" cannot be loaded"},
-        {"Maximum mass", "libxml2.so", "module \"libxml2.so\" cannot be loaded"},
-        {"Maximum mass", "text.so", "module \"text.so\" cannot be loaded"},
-        {"Maximum mass", ".dll", "cannot be loaded"},
+        {"Maximum mass", corvane.folder.path("stray.so"), "no rule module \"stray.so\" in "},
+        {"Maximum mass", "../stray.so", "no rule module \"stray.so\" in "},
+        {"Maximum mass", "libxml2.so", "no rule module \"libxml2.so\" in "},
+        {"Maximum mass", "text.so", "module \"text.so\" cannot be loaded: "},
+        {"Maximum mass", ".dll", "no rule module"},
         {"Maximum mass", "mesh.dll", "is no rule module: it does not export CreateQorRule"},
         {"Maximum joy", "own.dll", "has no rule \"Maximum joy\""},
     };

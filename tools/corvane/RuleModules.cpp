@@ -34,16 +34,22 @@ bool RuleModules::isModuleName(const CStringW& file) {
 
 const corvane::LoadedModule& RuleModules::load(const CStringW& name) {
     const auto [entry, isNew] = modules_.try_emplace(name);
-    for (std::size_t i = 0; isNew && !entry->second && i < folders_.size(); ++i)
-        entry->second = corvane::LoadedModule(pathIn(folders_[i], name));
-    return entry->second;
+    corvane::LoadedModule& module = entry->second;
+    // A module that won't load is not passed over for an older one of a later folder.
+    for (std::size_t i = 0; isNew && !module && module.fault().empty() && i < folders_.size(); ++i)
+        module = corvane::LoadedModule(pathIn(folders_[i], name));
+    return module;
 }
 
 CQorRule* RuleModules::makeRule(const CStringW& file, const CStringW& ruleName, CStringW& problem) {
     const CStringW name = lastName(file);
     const corvane::LoadedModule& module = load(name);
+    if (!module && !module.fault().empty()) {
+        problem.Format(u"the rule module \"%s\" cannot be loaded: %s", name, module.fault());
+        return nullptr;
+    }
     if (!module) {
-        problem.Format(u"the rule module \"%s\" cannot be loaded from", name);
+        problem.Format(u"there is no rule module \"%s\" in", name);
         for (std::size_t i = 0; i < folders_.size(); ++i)
             problem.AppendFormat(i == 0 ? u" %s" : u", %s", folders_[i]);
         return nullptr;

@@ -22,6 +22,10 @@ public:
     /// False when there is no such module or it won't load.
     explicit operator bool() const { return handle_ != nullptr; }
 
+    /// What the system's loader says of a module that is there and won't load; empty when the
+    /// module is loaded and when there is none.
+    const std::u16string& fault() const { return fault_; }
+
     /// The full path of the module's file; empty without a module.
     std::u16string file() const;
 
@@ -35,6 +39,7 @@ private:
     void* symbol(const char* name) const;
 
     void* handle_ = nullptr;
+    std::u16string fault_;
 };
 
 }  // namespace corvane

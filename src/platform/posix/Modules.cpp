@@ -44,8 +44,13 @@ std::u16string fullPath(const char* path) {
 
 }  // namespace
 
-ModuleHandle loadModule(std::u16string_view path) {
-    if (const std::optional<std::string> file = fileInFolder(path)) return openModule(*file);
+ModuleHandle loadModule(std::u16string_view path, std::u16string* fault) {
+    if (const std::optional<std::string> file = fileInFolder(path)) {
+        const ModuleHandle module = openModule(*file);
+        const char* said = module || !fault ? nullptr : ::dlerror();
+        if (said) *fault = fromUtf8(said);
+        return module;
+    }
     return lastSeparator(path) == path.npos ? openBareName(path) : nullptr;
 }
 
