@@ -9,6 +9,8 @@ install(TARGETS corvane corvane_headers EXPORT CorvaneTargets
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/corvane ${PROJECT_BINARY_DIR}/include/corvane
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+# Empty, so that a person who copies a rule module there does not name a file after the folder.
+install(DIRECTORY DESTINATION ${CMAKE_INSTALL_LIBDIR}/rules)
 install(EXPORT CorvaneTargets NAMESPACE Corvane:: DESTINATION ${package_folder})
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/CorvaneConfig.cmake.in
     ${PROJECT_BINARY_DIR}/CorvaneConfig.cmake INSTALL_DESTINATION ${package_folder})
