@@ -1,5 +1,6 @@
 #include <exception>
 #include <filesystem>
+#include <iostream>
 #include <system_error>
 
 #include <corvane/app/StringResources.h>
@@ -66,7 +67,8 @@ int checkedCommand(Options& options, Console& console) {
 
 int main(int argc, char** argv) {
     const std::variant<Options, int> parsed = parseOptions(argc, argv);
-    if (const int* status = std::get_if<int>(&parsed)) return *status;
+    if (const int* status = std::get_if<int>(&parsed))
+        return std::cout.flush() ? *status : static_cast<int>(kUnusable);
     Options options = std::get<Options>(parsed);
     Console console(options.batch);
     int status = checkedCommand(options, console);
