@@ -38,11 +38,12 @@ bool findScript(ScriptRun& run) {
         run.status = ScriptRunStatus::NotConfigured;
         return false;
     }
+    run.scriptFolder = *folder;
     if (file.IsEmpty()) {
         run.status = ScriptRunStatus::NoScriptName;
         return false;
     }
-    run.scriptPath = platform::join(*folder, file);
+    run.scriptPath = platform::join(run.scriptFolder, file);
     if (platform::pathExists(run.scriptPath)) return true;
     run.status = ScriptRunStatus::ScriptMissing;
     CStringW message;

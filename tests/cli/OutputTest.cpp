@@ -34,7 +34,7 @@ TEST(Output, ColumnsLineUpBehindWideAndLongTexts) {
                                                scriptRule("\u0439e\u0301\U0001F600", "") +
                                                scriptRule("a", "") + scriptRule(lengthy, "")));
     const std::string out = corvane("run", {"@rules.xml"}).out;
-    const std::string rest = "General   2         failed  the rule names no script file\n";
+    const std::string rest = "General   2         failed  the rule names no script file,";
     for (const std::string& line :
          {"\u58c1\u306e\u539a\u3055" + std::string(34, ' ') + rest,
           "\u0439e\u0301\U0001F600" + std::string(38, ' ') + rest,
@@ -102,8 +102,9 @@ TEST(Save, NothingIsLostSilently) {
     corvane.folder.write("registry/user.reg", "");
     const ProcessResult result = corvane("save", {"@rules.xml", "@out.xml"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.err, AllOf(ContainsRegex("rules.xml:2: the engine .* is not registered"),
-                                  ContainsRegex("rules.xml:2: the rule module \"none.dll\"")));
+    EXPECT_THAT(result.err,
+                AllOf(ContainsRegex("rules.xml:2: the engine .* is not registered"),
+                      ContainsRegex("rules.xml:2: there is no rule module \"none.dll\"")));
     EXPECT_THAT(corvane.folder.read("out.xml"),
                 AllOf(HasSubstr("<RuleFile>"), HasSubstr("Name=\"Gone\""),
                       HasSubstr("<Value>x</Value>"), HasSubstr("File=\"a.lua\"")));

@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <gmock/gmock.h>
 
 #include "CommandLine.h"
@@ -25,7 +26,8 @@ TEST(ScriptRules, EachOutcomeIsToldInWordsThatSayWhatToMend) {
         {"x = = 1", scriptRule("r", "a.lua"), 1, "failed +a.lua:1:.*near '='"},
         {"\nlocal t = nil\nt.x = 1", scriptRule("r", "a.lua"), 1, "a.lua:3:.*nil value"},
         {"error('a\\nb')", scriptRule("r", "a.lua"), 1, "a.lua:1:1: a\n +b\n"},
-        {"return true", scriptRule("r", ""), 1, "failed +the rule names no script file\n"},
+        {"return true", scriptRule("r", ""), 1,
+         "failed +the rule names no script file, .*/scripts/UserDefinedFile.xml: "},
         {"return true", scriptRule("r", "b.lua"), 1, "there is no script .*/scripts/b.lua\n"},
         {"mesh.part()", scriptRule("r", "a.lua"), 1, "a.lua:1:.*mesh"},
         {"mesh.part()", scriptRule("r", "a.lua", kMeshEngine), 1,
@@ -62,7 +64,7 @@ TEST(ScriptRules, WhatIsNotRegisteredOrConfiguredIsNamed) {
         {changed(host, "QorScriptHost.dll", "None.dll"), engine, 1,
          "failed .*its module cannot be loaded"},
         {host, changed(engine, "mesh.tlb", "none.tlb"), 1,
-         "failed .*refused the engine .*none.tlb"},
+         "failed .*refused the engine .*none.tlb: there is no module"},
         {host, "", 0, "passed +the engine \"mesh.tlb\" .C48CD337.* is not registered"},
     };
     for (const auto& [machine, user, status, told] : cases) {
@@ -81,6 +83,35 @@ TEST(ScriptRules, WhatIsNotRegisteredOrConfiguredIsNamed) {
     EXPECT_THAT(result.out, AllOf(ContainsRegex("r +General +2 +not run +no script folder: "),
                                   HasSubstr(corvane.folder.path("data/Settings/ConfigModule.ini")),
                                   HasSubstr("1 rule: 0 passed, 1 not run")));
+}
+
+TEST(ScriptRules, WhatCannotBeReadIsNamedAndFails) {
+    const CommandLine corvane;
+    std::filesystem::create_directories(corvane.folder.path("scripts/folder.lua"));
+    corvane.folder.write("scripts/UserDefinedFile.xml", "<Rules>\n<Rule Name='r'/></Rule>");
+    const std::string folder = "directory=" + corvane.folder.path("scripts");
+    const struct {
+        std::string settings;
+        std::string rule;
+        const char* told;
+    } cases[] = {
+        {folder + "\n", scriptRule("r", "folder.lua"),
+         "failed +the script .*/folder.lua cannot be"},
+        {folder + "\n", "<Rule Name='r'/>", "failed .*UserDefinedFile.xml:2:[0-9]+: "},
+        {folder, "<Rule Name='r'/>", "not run .*has no line .directory=.* ends in a line end\n"},
+    };
+    for (const auto& [settings, rule, told] : cases) {
+        SCOPED_TRACE(told);
+        corvane.folder.write("data/Settings/ConfigModule.ini",
+                             "[RULE_SCRIPT_LOCATION]\n" + settings);
+        corvane.folder.write("rules.xml", ruleFile(rule));
+        const ProcessResult result = corvane("run", {"@rules.xml"});
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.out, ContainsRegex(told));
+    }
+    std::filesystem::remove(corvane.folder.path("data/Settings/ConfigModule.ini"));
+    EXPECT_THAT(corvane("run", {"@rules.xml"}).out,
+                ContainsRegex("ConfigModule.ini cannot be read"));
 }
 
 TEST(ScriptRules, TheOptionsForFoldersWinOverTheEnvironment) {

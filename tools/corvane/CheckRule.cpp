@@ -44,6 +44,7 @@ public:
     ScriptWatch()
         : formerObserver_(corvane::SetScriptRunObserver([this](const corvane::ScriptRun& run) {
               status = run.status;
+              ranUnread = run.scriptUnreadable;
               reasons = reasonsOf(run);
           })),
           formerSink_(corvane::SetMessageSink([](const corvane::Message&) {})) {}
@@ -55,6 +56,7 @@ public:
     }
 
     corvane::ScriptRunStatus status = corvane::ScriptRunStatus::Succeeded;
+    bool ranUnread = false;  ///< What ran was an empty text in place of the script.
     std::vector<CStringW> reasons;
 
 private:
@@ -71,7 +73,7 @@ void runScript(const CQorRule& rule, Outcome& outcome) {
     if (watch.status == corvane::ScriptRunStatus::NotConfigured)
         outcome.verdict = Verdict::NotRun;
     else
-        outcome.verdict = result == 0 ? Verdict::Passed : Verdict::Failed;
+        outcome.verdict = result == 0 && !watch.ranUnread ? Verdict::Passed : Verdict::Failed;
 }
 
 void runModuleRule(const CQorRule& rule, const CStringW& part, Outcome& outcome) {
@@ -105,6 +107,9 @@ Outcome checkRule(const LoadedRule& loaded, const CStringW& part) {
         outcome.verdict = Verdict::Failed;
     } catch (const std::exception& error) {
         outcome.reasons.push_back(u"running the rule failed: " + CStringW(error.what()));
+        outcome.verdict = Verdict::Failed;
+    } catch (...) {
+        outcome.reasons.push_back(u"running the rule failed with an unknown exception");
         outcome.verdict = Verdict::Failed;
     }
     return outcome;

@@ -1,6 +1,8 @@
 #include "LoadedRule.h"
 
 #include <exception>
+#include <filesystem>
+#include <fstream>
 
 #include <corvane/app/StringResources.h>
 #include <corvane/config/DataFolders.h>
@@ -25,6 +27,17 @@ CStringW settingsFolder() {
     return folder;
 }
 
+CStringW missingFolderText() {
+    const CStringW file = settingsFolder() + u"ConfigModule.ini";
+    CStringW text = u"no script folder: ";
+    if (!std::ifstream(std::filesystem::path(file.Std()))) return text + file + u" cannot be read";
+    text += file;
+    // The blanks and the missing line end are not seen by a person who looks at the file.
+    return text +
+           u" has no line \"directory=FOLDER\" in section [RULE_SCRIPT_LOCATION]; the line has no "
+           u"blanks around \"=\" and ends in a line end";
+}
+
 void readModuleRule(LoadedRule& loaded, QorXMLNode& element, RuleModules& modules) {
     CStringW problem;
     loaded.rule.reset(modules.makeRule(attributeText(element, kRuleFileAttr),
@@ -42,12 +55,7 @@ void readScriptRule(LoadedRule& loaded, QorXMLNode& element) {
     auto script = std::make_unique<ScriptRule>();
     const bool inIndex = script->PopulateScriptRule(&element);
     if (!script->hasDefinition()) {
-        CStringW text;
-        text.Format(
-            u"no script folder: %sConfigModule.ini has no record \"directory\" in section "
-            u"[RULE_SCRIPT_LOCATION]",
-            settingsFolder());
-        loaded.problems.push_back(text);
+        loaded.problems.push_back(missingFolderText());
         script->PopulateParametersFromXML(&element);
     }
     const std::vector<CStringW>& missing = script->missingEngines();
@@ -86,6 +94,9 @@ LoadedRule loadRule(QorXMLNode& element, RuleModules& modules) {
         loaded.rule.reset();
     } catch (const std::exception& error) {
         loaded.problems.push_back(u"making the rule failed: " + CStringW(error.what()));
+        loaded.rule.reset();
+    } catch (...) {
+        loaded.problems.push_back(u"making the rule failed with an unknown exception");
         loaded.rule.reset();
     }
     if (!loaded.rule) holdFailedRule(loaded, element);

@@ -2,6 +2,8 @@
 
 #include <corvane/platform/Unknown.h>
 #include <corvane/scriptrules/IScriptProcessor.h>
+#include <corvane/xml/QorXMLDocument.h>
+#include <corvane/xml/XMLFault.h>
 
 #include "Text.h"
 
@@ -33,6 +35,38 @@ CStringW hostReason(HResult code) {
     return text + u" (" + statusText(code) + u")";
 }
 
+const char16_t* engineReason(HResult code) {
+    switch (static_cast<std::uint32_t>(code)) {
+        case 0x80070057:
+            return u"its name is no Lua name";
+        case 0x8007007E:
+            return u"there is no module of its name beside it";
+        case 0x800700C1:
+            return u"the module beside it cannot be read or loaded";
+        case 0x8007007F:
+            return u"the module beside it has no function luaopen_NAME";
+        case 0x8007045A:
+            return u"it raised an error, ran into a limit or gave no table";
+        case 0x800700B7:
+            return u"its name is taken";
+        default:
+            return u"it failed";
+    }
+}
+
+/// Why there is no definition with a script: a damaged index says less than it should.
+CStringW missingScriptReason(const ScriptRun& run) {
+    const CStringW index = run.scriptFolder + u"\\UserDefinedFile.xml";
+    QorXMLDocument document;
+    document.LoadFromFile(index);
+    const corvane::XMLFault fault = corvane::LastXMLFault(document);
+    CStringW text = u"the rule names no script file, in the rule file or in the index ";
+    text += shownPath(index);
+    if (fault.line > 0) text.AppendFormat(u":%d:%d", fault.line, fault.column);
+    if (!fault.message.IsEmpty()) text += u": " + fault.message;
+    return text;
+}
+
 /// "wall.lua:3:7" as far as the host knows it.
 CStringW scriptPlace(const ScriptRun& run) {
     CStringW place = lastName(run.scriptPath);
@@ -50,6 +84,10 @@ CStringW scriptReason(const ScriptRun& run) {
 
 CStringW reasonOf(const ScriptRun& run) {
     CStringW text;
+    if (run.scriptUnreadable) {
+        text.Format(u"the script %s cannot be read", shownPath(run.scriptPath));
+        return text;
+    }
     switch (run.status) {
         case ScriptRunStatus::Succeeded:
         case ScriptRunStatus::NotConfigured:
@@ -57,11 +95,11 @@ CStringW reasonOf(const ScriptRun& run) {
         case ScriptRunStatus::HostUnavailable:
             return hostReason(run.code);
         case ScriptRunStatus::EngineRefused:
-            text.Format(u"the script host refused the engine %s (%s)", shownPath(run.engine),
-                        statusText(run.code));
+            text.Format(u"the script host refused the engine %s: %s (%s)", shownPath(run.engine),
+                        engineReason(run.code), statusText(run.code));
             break;
         case ScriptRunStatus::NoScriptName:
-            return u"the rule names no script file";
+            return missingScriptReason(run);
         case ScriptRunStatus::ScriptMissing:
             text.Format(u"there is no script %s", shownPath(run.scriptPath));
             break;

@@ -28,6 +28,8 @@ std::unique_ptr<QorXMLNode> writtenForm(LoadedRule& loaded) {
         loaded.problems.push_back(u"writing the rule failed: " + statusText(error.Error()));
     } catch (const std::exception& error) {
         loaded.problems.push_back(u"writing the rule failed: " + CStringW(error.what()));
+    } catch (...) {
+        loaded.problems.push_back(u"writing the rule failed with an unknown exception");
     }
     return nullptr;
 }

@@ -27,7 +27,8 @@ enum class ScriptRunStatus {
 struct ScriptRun {
     const CQorRule* rule = nullptr;  ///< Valid for the length of the call.
     ScriptRunStatus status = ScriptRunStatus::Succeeded;
-    CStringW scriptPath;  ///< Empty when the run ended before it was known.
+    CStringW scriptFolder;  ///< Empty when the run ended before it was known.
+    CStringW scriptPath;    ///< Empty when the run ended before it was known.
     /// The script file is there but could not be read, so the host ran an empty script.
     bool scriptUnreadable = false;
     CStringW engine;     ///< Path of the engine that was refused.
