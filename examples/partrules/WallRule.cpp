@@ -50,19 +50,24 @@ QorXMLNode* WallRule::GetXML() {
 }
 
 double WallRule::limitFor(const CStringW& material) const {
+    const double own = firstValue(*thinnestWall_, 0.0);
     for (CQORConstraint* constraint : m_Constraints) {
         if (!constraint->m_bStatus || constraint->m_csValue.CompareNoCase(material) != 0) continue;
         const CQorParamStorage* limit = constraint->FindParameterInArray(kThinnestWall);
-        return firstValue(*static_cast<const CQorParameter<double>*>(limit->m_pParameter), 0.0);
+        return firstValue(*static_cast<const CQorParameter<double>*>(limit->m_pParameter), own);
     }
-    return firstValue(*thinnestWall_, 0.0);
+    return own;
 }
 
 void WallRule::check(const meshengine::Mesh& mesh, QORResultSet& results) const {
     const CStringW material = firstText(*material_);
     const double limit = limitFor(material);
     const std::optional<double> wall = meshengine::minimumWall(mesh);
-    if (!wall || *wall >= limit) return;
+    if (!wall) {
+        results.AddFinding(u"the part has no wall to measure");
+        return;
+    }
+    if (*wall >= limit) return;
     CStringW text;
     text.Format(u"the thinnest wall is about %.2f mm, %s needs %.2f mm", *wall,
                 material.IsEmpty() ? CStringW(u"the rule") : material, limit);

@@ -48,6 +48,10 @@ TEST(ModuleRules, TheExampleRulesMeasureThePart) {
         {moduleRule("Minimum wall", wall("abs", "1")), "bracket", "about 1.20 mm, abs needs 1.50"},
         {moduleRule("Minimum wall", wall("ABS", "0")), "bracket", "2 +passed\n"},
         {moduleRule("Minimum wall", wall("PA12", "1")), "bracket", "2 +passed\n"},
+        {moduleRule("Minimum wall", parameter(5011, values({"1.3"})) +
+                                        parameter(5012, values({"PC"})) +
+                                        "<Constraint Type='Material' Value='PC' Status='1'/>"),
+         "bracket", "about 1.20 mm, PC needs 1.30"},
         {moduleRule("Maximum mass", mass("3.21", "ABS")), "bracket", "2 +passed\n"},
         {moduleRule("Maximum mass", mass("3.19", "ABS")), "bracket", "weighs 3.2 g, 3.2 g are"},
         {moduleRule("Maximum mass", mass("9", "lead")), "bracket", "no density of \"lead\""},
@@ -67,6 +71,11 @@ TEST(ModuleRules, APartThatCannotBeMeasuredIsAFinding) {
     const CommandLine corvane;
     corvane.folder.write("rules.xml", ruleFile(moduleRule("Minimum wall")));
     EXPECT_THAT(corvane("run", {"@rules.xml"}).out, ContainsRegex("failed +no part is open\n"));
+    corvane.folder.write("flat.stl",
+                         "solid a\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1 0 0\n"
+                         "vertex 0 1 0\nendloop\nendfacet\nendsolid a\n");
+    EXPECT_THAT(corvane("run", {"@rules.xml", "--part", "@flat.stl"}).out,
+                ContainsRegex("failed +the part has no wall to measure\n"));
     corvane.folder.write("part.stl", "solid a\nfacet normal 0 0 1\nouter hoop");
     const ProcessResult result = corvane("run", {"@rules.xml", "--part", "@part.stl"});
     EXPECT_EQ(result.status, 1);
