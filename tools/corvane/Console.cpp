@@ -1,5 +1,6 @@
 #include "Console.h"
 
+#include <algorithm>
 #include <iostream>
 #include <utility>
 
@@ -11,6 +12,7 @@
 namespace {
 
 constexpr std::size_t kProgressColumns = 76;
+constexpr std::size_t kUsualColumns = 80;
 
 const char* escapeOf(Tone tone) {
     switch (tone) {
@@ -54,7 +56,9 @@ void Console::report(std::u16string_view message) {
 
 void Console::progress(std::u16string_view text) {
     if (!watched_) return;
-    std::cerr << "\r\x1b[K" << fitted(harmless(text), kProgressColumns).ToUtf8() << std::flush;
+    // A line that wraps could not be cleared.
+    const std::size_t columns = std::min(kProgressColumns, errorColumns(kUsualColumns) - 1);
+    std::cerr << "\r\x1b[K" << fitted(harmless(text), columns).ToUtf8() << std::flush;
     progressShown_ = true;
 }
 

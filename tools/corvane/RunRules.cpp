@@ -46,7 +46,7 @@ public:
         for (QorLong i = 0; i < file.size(); ++i) {
             const CStringW name = attributeText(file.element(i), corvane::resource::kRuleNameAttr);
             CStringW step;
-            step.Format(u"%s: %d of %d, %s", file.path(), i + 1, file.size(), name);
+            step.Format(u"%d of %d: %s, %s", i + 1, file.size(), name, file.path());
             console_.progress(step);
             table.add(rowOf(file, i));
         }

@@ -23,11 +23,17 @@ bool outputIsTerminal() {
 bool errorIsTerminal() {
     return isTerminal(STD_ERROR_HANDLE);
 }
+std::size_t errorColumns(std::size_t otherwise) {
+    CONSOLE_SCREEN_BUFFER_INFO info;
+    if (!GetConsoleScreenBufferInfo(GetStdHandle(STD_ERROR_HANDLE), &info)) return otherwise;
+    return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1);
+}
 
 #else
 
 #include <cstdlib>
 #include <string_view>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace {
@@ -44,6 +50,11 @@ bool outputIsTerminal() {
 }
 bool errorIsTerminal() {
     return isTerminal(STDERR_FILENO);
+}
+std::size_t errorColumns(std::size_t otherwise) {
+    winsize size{};
+    const bool told = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return told ? size.ws_col : otherwise;
 }
 
 #endif
