@@ -21,6 +21,10 @@ ScriptRunObserver SetScriptRunObserver(ScriptRunObserver observer) {
 
 namespace scriptrules {
 
+bool isObserved() {
+    return static_cast<bool>(currentObserver());
+}
+
 void notice(const ScriptRun& run) {
     // A copy: the observer may replace itself while it runs.
     if (const ScriptRunObserver observer = currentObserver()) observer(run);

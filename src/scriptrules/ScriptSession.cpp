@@ -3,11 +3,13 @@
 #include <corvane/app/StringResources.h>
 
 #include "platform/Components.h"
+#include "scriptrules/ScriptRunNotice.h"
 
 namespace corvane::scriptrules {
 namespace {
 
 constexpr HResult kErrorNoSuchProgramId = static_cast<HResult>(0x800401F3);
+constexpr HResult kErrorEngineFailed = static_cast<HResult>(0x8007045A);
 constexpr std::int16_t kSuccess = 1;
 
 // Text that the host allocates and the library frees.
@@ -66,6 +68,9 @@ bool ScriptSession::refused(HResult status, const char16_t* operation) {
 bool ScriptSession::addEngines(const CStringList& engines) {
     for (const CStringW& engine : engines) {
         if (!refused(host_->AddEngineFile(engine), u"AddEngineFile")) continue;
+        // The status alone does not lead anyone to the line of an engine that is a script itself. A
+        // run that nobody watches makes no call whose answer is lost.
+        if (run_.code == kErrorEngineFailed && isObserved()) fetchError();
         run_.status = ScriptRunStatus::EngineRefused;
         run_.engine = engine;
         return false;

@@ -51,6 +51,8 @@ TEST(ScriptRules, WhatIsNotRegisteredOrConfiguredIsNamed) {
     corvane.folder.write("rules.xml", ruleFile(scriptRule("r", "a.lua", kMeshEngine)));
     const std::string host = CommandLine::exampleRegistry("machine.reg");
     const std::string engine = CommandLine::exampleRegistry("user.reg");
+    const std::string broken = corvane.folder.path("broken.tlb");
+    corvane.folder.write("broken.lua", "local engine = {}\nengine.x = = 1\n");
     const auto changed = [](std::string text, std::string_view from, std::string_view to) {
         return text.replace(text.find(from), from.size(), to);
     };
@@ -65,6 +67,8 @@ TEST(ScriptRules, WhatIsNotRegisteredOrConfiguredIsNamed) {
          "failed .*its module cannot be loaded"},
         {host, changed(engine, "mesh.tlb", "none.tlb"), 1,
          "failed .*refused the engine .*none.tlb: there is no module"},
+        {host, changed(engine, "@=", "@=\"" + broken + "\"\n;"), 1,
+         "refused the engine .*broken.tlb.*\n +broken.lua:2: .*near '='"},
         {host, "", 0, "passed +the engine \"mesh.tlb\" .C48CD337.* is not registered"},
     };
     for (const auto& [machine, user, status, told] : cases) {

@@ -68,8 +68,8 @@ CStringW missingScriptReason(const ScriptRun& run) {
 }
 
 /// "wall.lua:3:7" as far as the host knows it.
-CStringW scriptPlace(const ScriptRun& run) {
-    CStringW place = lastName(run.scriptPath);
+CStringW placeIn(const CStringW& file, const ScriptRun& run) {
+    CStringW place = lastName(file);
     if (run.line >= 0) place.AppendFormat(u":%d", run.line + 1);
     if (run.line >= 0 && run.column >= 0) place.AppendFormat(u":%d", run.column + 1);
     return place;
@@ -77,7 +77,7 @@ CStringW scriptPlace(const ScriptRun& run) {
 
 CStringW scriptReason(const ScriptRun& run) {
     const CStringW& said = run.errorMessage.IsEmpty() ? run.errorType : run.errorMessage;
-    CStringW text = scriptPlace(run) + u": ";
+    CStringW text = placeIn(run.scriptPath, run) + u": ";
     text += said.IsEmpty() ? CStringW(u"the script failed without a reason") : said;
     return text;
 }
@@ -97,6 +97,8 @@ CStringW reasonOf(const ScriptRun& run) {
         case ScriptRunStatus::EngineRefused:
             text.Format(u"the script host refused the engine %s: %s (%s)", shownPath(run.engine),
                         engineReason(run.code), statusText(run.code));
+            if (!run.errorMessage.IsEmpty())
+                text += u"\n" + placeIn(run.errorSource, run) + u": " + run.errorMessage;
             break;
         case ScriptRunStatus::NoScriptName:
             return missingScriptReason(run);

@@ -35,7 +35,8 @@ struct ScriptRun {
     CStringW operation;  ///< Name of the host's operation that failed.
     HResult code = kOk;  ///< Status of what failed.
 
-    // What the host says of the error; only with ScriptFailed.
+    // What the host says of the error; with ScriptFailed, and with EngineRefused when `code` is
+    // 0x8007045A: the engine's own code failed.
     QorLong line = -1;    ///< From 0; -1 when the host does not say.
     QorLong column = -1;  ///< From 0; -1 when the host does not say.
     CStringW errorType;
