@@ -26,3 +26,8 @@ endif()
 run(0 ${work}/moved/bin/corvane run ${SOURCE}/consumer/rules.xml --modules ${work}/consumer/lib/rules)
 file(COPY ${work}/consumer/lib/rules/ConsumerRules.so DESTINATION ${work}/moved/lib/rules)
 run(0 ${work}/moved/bin/corvane run ${SOURCE}/consumer/rules.xml)
+
+run(1 ${work}/moved/bin/corvane run ${SOURCE}/consumer/throws.xml)
+if(NOT output MATCHES "1 rule: 0 passed, 1 failed")
+    message(FATAL_ERROR "A rule that throws ended the run:\n${output}")
+endif()
