@@ -1,5 +1,6 @@
 #include "Run.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -15,6 +16,34 @@ constexpr std::uint64_t kBytesInAStep = 32;
 
 /// Address of the error value of a limit; it takes no memory to raise.
 char limitTag;
+
+/// The frames of a deep recursion that are looked at on either side. Lua walks to each from the
+/// innermost one, so that a look at all would take the square of their number.
+constexpr int kInnermost = 200;
+constexpr int kOutermost = 20;
+
+int firstLine(lua_State* lua, int level, int end) {
+    lua_Debug record;
+    for (; level < end && lua_getstack(lua, level, &record); ++level) {
+        lua_getinfo(lua, "Sl", &record);
+        if (std::strcmp(record.source, kScriptChunk) == 0 && record.currentline > 0)
+            return record.currentline;
+    }
+    return 0;
+}
+
+int depthOf(lua_State* lua) {
+    lua_Debug record;
+    int within = 0;
+    int beyond = 1;
+    for (; lua_getstack(lua, beyond, &record); beyond *= 2)
+        within = beyond;
+    while (beyond - within > 1) {
+        const int middle = within + (beyond - within) / 2;
+        (lua_getstack(lua, middle, &record) ? within : beyond) = middle;
+    }
+    return beyond;
+}
 
 void noteReturn(lua_State* lua, lua_Debug* record) {
     lua_Debug caller;
@@ -52,13 +81,9 @@ void watch(lua_State* lua) {
 }
 
 int scriptLine(lua_State* lua) noexcept {
-    lua_Debug record;
-    for (int level = 0; lua_getstack(lua, level, &record); ++level) {
-        lua_getinfo(lua, "Sl", &record);
-        if (std::strcmp(record.source, kScriptChunk) == 0 && record.currentline > 0)
-            return record.currentline;
-    }
-    return 0;
+    if (const int line = firstLine(lua, 0, kInnermost)) return line;
+    const int depth = depthOf(lua);
+    return firstLine(lua, std::max(kInnermost, depth - kOutermost), depth);
 }
 
 void raiseLimit(lua_State* lua) {
