@@ -2,6 +2,7 @@
 #include <cstring>
 
 #include "Collector.h"
+#include "Compile.h"
 #include "Libraries.h"
 #include "Run.h"
 
@@ -82,7 +83,10 @@ int getMetatable(lua_State* lua) {
 
 constexpr int kPieceSlot = 5;
 
-const char* readPiece(lua_State* lua, void*, std::size_t* size) {
+/// Hands out what a script's reader function gives; it stays in its slot for as long.
+const char* readPiece(lua_State* lua, void* text, std::size_t* size) {
+    auto& rest = *static_cast<std::string_view*>(text);
+    if (!rest.empty()) return takePiece(lua, rest, size);
     luaL_checkstack(lua, 2, "too many nested functions");
     lua_pushvalue(lua, 1);
     lua_call(lua, 0, 1);
@@ -93,9 +97,9 @@ const char* readPiece(lua_State* lua, void*, std::size_t* size) {
     }
     if (!lua_isstring(lua, -1)) luaL_error(lua, "reader function must return a string");
     lua_replace(lua, kPieceSlot);
-    const char* piece = lua_tolstring(lua, kPieceSlot, size);
-    spend(lua, stepsToCompile(*size));
-    return piece;
+    const char* given = lua_tolstring(lua, kPieceSlot, size);
+    rest = {given, *size};
+    return takePiece(lua, rest, size);
 }
 
 /// Text chunks only: binary ones can break the interpreter.
@@ -111,12 +115,12 @@ int load(lua_State* lua) {
         lua_pushliteral(lua, "only text chunks can be loaded");
         status = LUA_ERRSYNTAX;
     } else if (text) {
-        spend(lua, stepsToCompile(size));
-        status = luaL_loadbufferx(lua, text, size, name, "t");
+        status = compileText(lua, {text, size}, name);
     } else {
         luaL_checktype(lua, 1, LUA_TFUNCTION);
         lua_settop(lua, kPieceSlot);
-        status = lua_load(lua, readPiece, nullptr, name, "t");
+        std::string_view rest;
+        status = lua_load(lua, readPiece, &rest, name, "t");
     }
     stopIfOver(lua, status);
     if (status != LUA_OK) {

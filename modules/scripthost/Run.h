@@ -48,9 +48,5 @@ void stopIfOver(lua_State* lua, int status = LUA_OK);
 void spend(lua_State* lua, std::uint64_t steps);
 /// The same for a look through so many bytes.
 void spendBytes(lua_State* lua, std::uint64_t bytes);
-/// What it costs to compile so many bytes.
-constexpr std::uint64_t stepsToCompile(std::uint64_t bytes) {
-    return 1 + bytes * 8;
-}
 
 }  // namespace scripthost

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "Collector.h"
+#include "Compile.h"
 #include "Libraries.h"
 #include "ScriptLocale.h"
 
@@ -55,10 +56,7 @@ int openEngine(lua_State* lua) {
     if (call.entry) {
         lua_pushcfunction(lua, call.entry);
     } else {
-        spend(lua, stepsToCompile(call.source.size()));
-        if (luaL_loadbufferx(lua, call.source.data(), call.source.size(), call.chunk, "t") !=
-            LUA_OK)
-            return lua_error(lua);
+        if (compileText(lua, call.source, call.chunk) != LUA_OK) return lua_error(lua);
     }
     lua_pushstring(lua, call.name);
     lua_call(lua, 1, 1);
@@ -171,10 +169,8 @@ bool Script::compile(std::string text) {
     text_ = std::move(text);
     text_.erase(text_.find_last_not_of(" \n") + 1);
     lua_State* lua = state_.get();
-    const std::string_view source = sourceIn(text_);
-    run_.limits.spend(stepsToCompile(source.size()));
     lua_pushcfunction(lua, noteLine);
-    const int status = luaL_loadbufferx(lua, source.data(), source.size(), kScriptChunk, "t");
+    const int status = compileText(lua, sourceIn(text_), kScriptChunk);
     if (status == LUA_OK && run_.limits.reached() == Limit::None) return true;
     if (status == LUA_ERRMEM) run_.limits.reach(Limit::Memory);
     fail(faultFromMessage(FaultKind::Syntax, kScriptName, 0, describe(-1)));

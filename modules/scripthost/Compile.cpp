@@ -1,0 +1,32 @@
+#include "Compile.h"
+
+#include <algorithm>
+
+#include "Run.h"
+
+namespace scripthost {
+namespace {
+
+constexpr std::size_t kPiece = 512;
+constexpr std::uint64_t kStepsForByte = 8;
+
+const char* read(lua_State* lua, void* text, std::size_t* size) {
+    return takePiece(lua, *static_cast<std::string_view*>(text), size);
+}
+
+}  // namespace
+
+const char* takePiece(lua_State* lua, std::string_view& text, std::size_t* size) {
+    *size = std::min(text.size(), kPiece);
+    if (*size == 0) return nullptr;
+    spend(lua, 1 + *size * kStepsForByte);
+    const char* piece = text.data();
+    text.remove_prefix(*size);
+    return piece;
+}
+
+int compileText(lua_State* lua, std::string_view text, const char* chunk) {
+    return lua_load(lua, read, &text, chunk, "t");
+}
+
+}  // namespace scripthost
