@@ -73,6 +73,7 @@ void Matcher::work(std::size_t steps) {
 const char* Matcher::matchAt(const char* from) {
     depth_ = kMostDepth;
     captureCount_ = 0;
+    work(1);  // an empty pattern has no item that counts
     return match(from, pattern_);
 }
 

@@ -29,8 +29,9 @@ std::size_t startAt(lua_State* lua, int index, std::size_t size) {
 }
 
 bool isPlain(const Text& pattern) {
-    for (const char* at = pattern.begin; at < pattern.end(); ++at)
-        if (*at && std::strchr("^$*+?.([%-", *at)) return false;
+    const char* at = pattern.begin;
+    while ((at += std::strcspn(at, "^$*+?.([%-")) < pattern.end())
+        if (*at++) return false;
     return true;
 }
 
@@ -59,6 +60,7 @@ int search(lua_State* lua, bool place) {
     const Text pattern = checkText(lua, 2);
     const std::size_t start = startAt(lua, 3, subject.size);
     lua_settop(lua, 4);
+    spendBytes(lua, place ? pattern.size * 8 : 0);
     if (start <= subject.size && place && (lua_toboolean(lua, 4) || isPlain(pattern))) {
         const char* at = findPlain(lua, subject.begin + start, subject.end(), pattern);
         if (at) return pushPlace(lua, subject, at, at + pattern.size);
