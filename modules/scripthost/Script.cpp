@@ -126,10 +126,8 @@ HResult Script::addEngine(std::u16string_view libraryPath) {
     if (!engine) return kEngineNameBad;
     if (std::find(engines_.begin(), engines_.end(), *engine) != engines_.end()) return kEngineKnown;
     const Session session(run_, state_.get());
-    modules_.reserve(modules_.size() + 1);
-    LoadedModule module;
-    const HResult status = install(*engine, module);
-    if (module) modules_.push_back(std::move(module));
+    // In its place from the start: the state may hold its functions even when this throws.
+    const HResult status = install(*engine, modules_.emplace_back());
     if (status == kOk) engines_.push_back(*engine);
     return status;
 }
