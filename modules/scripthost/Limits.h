@@ -42,6 +42,8 @@ public:
     /// Takes steps off the budget and looks at the clock now and then. False when a limit is
     /// reached.
     bool spend(std::uint64_t steps) noexcept;
+    /// Looks at the clock at once.
+    bool isInTime() noexcept;
     void reach(Limit limit) noexcept;
 
     /// Time counts between the two only.
@@ -55,7 +57,6 @@ private:
     using Clock = std::chrono::steady_clock;
 
     int lineNow() const noexcept;
-    bool isInTime() noexcept;
     bool mayGrow(std::size_t bytes) noexcept;
 
     const Budget budget_;

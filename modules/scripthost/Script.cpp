@@ -180,7 +180,8 @@ bool Script::run() {
     lua_State* lua = state_.get();
     const int status = lua_pcall(lua, 0, LUA_MULTRET, 1);
     if (status == LUA_ERRMEM) run_.limits.reach(Limit::Memory);
-    if (status == LUA_OK) return judge();
+    // One long step of Lua may have ended behind the limit, with nothing after it to notice.
+    if (status == LUA_OK && run_.limits.isInTime()) return judge();
     const int line = run_.faultLine;
     fail(faultFromMessage(FaultKind::RunTime, kScriptName, line, describe(-1)));
     return false;

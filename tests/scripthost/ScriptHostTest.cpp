@@ -243,6 +243,8 @@ TEST_F(ScriptEngines, SharedModulesOutliveTheirObjectsAndTheirErrorsAreTheScript
     EXPECT_EQ(failing.line, 1);
     const EnvironmentScope instructions("CORVANE_SCRIPT_MAX_INSTRUCTIONS", "1000000");
     EXPECT_EQ(runScript("sharedengine.call(function() while true do end end)", {shared}).number, 4);
+    const EnvironmentScope seconds("CORVANE_SCRIPT_MAX_SECONDS", "1");
+    EXPECT_EQ(runScript("sharedengine.rest()", {shared}).number, 5);
     engine("sharedengine", "return {lua = true}");
     EXPECT_TRUE(runScript("return sharedengine.lua", {library("sharedengine")}).success);
 }

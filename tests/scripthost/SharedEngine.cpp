@@ -1,6 +1,9 @@
-// A small engine in machine code: objects that are counted, and functions that fail and call back.
+// A small engine in machine code: objects that are counted, and functions that fail, call back and
+// take long.
 
+#include <chrono>
 #include <lua.hpp>
+#include <thread>
 
 namespace {
 
@@ -27,8 +30,13 @@ int call(lua_State* lua) {
     return 0;
 }
 
+int rest(lua_State*) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1050));
+    return 0;
+}
+
 constexpr luaL_Reg kFunctions[] = {
-    {"make", makeObject}, {"fail", fail}, {"call", call}, {nullptr, nullptr}};
+    {"make", makeObject}, {"fail", fail}, {"call", call}, {"rest", rest}, {nullptr, nullptr}};
 
 }  // namespace
 
