@@ -110,7 +110,8 @@ TEST_F(QueryTest, EndsQueriesThatTakeTooManySteps) {
         QorXMLDocument document;
         const QorXMLNode* root = load(document, CStringW::FromUtf8("<r>" + content + "</r>"));
         QorLong found = -1;
-        const HResult code = codeOf([&] { found = ListPtr(root->GetNodeList(query))->GetSize(); });
+        const HResult code =
+            codeOf([&, query = query] { found = ListPtr(root->GetNodeList(query))->GetSize(); });
         EXPECT_EQ(code, size < 0 ? kErrorFail : 0);
         EXPECT_EQ(found, size) << CStringW(query).ToUtf8();
     }
