@@ -2,13 +2,9 @@
 
 #include <new>
 
-#include "ScriptProcessor.h"
+#include <corvane/base/ModuleExport.h>
 
-#ifdef _WIN32
-#define SCRIPTHOST_EXPORT __declspec(dllexport)
-#else
-#define SCRIPTHOST_EXPORT __attribute__((visibility("default")))
-#endif
+#include "ScriptProcessor.h"
 
 namespace {
 
@@ -55,8 +51,8 @@ Factory factory;
 
 }  // namespace
 
-extern "C" SCRIPTHOST_EXPORT HResult DllGetClassObject(const Guid& classId, const Guid& interfaceId,
-                                                       void** object) {
+CORVANE_MODULE_EXPORT HResult DllGetClassObject(const Guid& classId, const Guid& interfaceId,
+                                                void** object) {
     if (!object) return kErrorPointer;
     *object = nullptr;
     if (classId != kClassId) return kErrorClassNotAvailable;

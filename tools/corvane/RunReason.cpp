@@ -15,6 +15,12 @@ using corvane::ScriptRunStatus;
 // What the component runtime answers for a program identifier that nobody registered.
 constexpr HResult kInvalidClassText = static_cast<HResult>(0x800401F3);
 
+// What the script host answers for an engine, beside the statuses that every component has.
+constexpr HResult kModuleBroken = static_cast<HResult>(0x800700C1);
+constexpr HResult kModuleWithoutEntry = static_cast<HResult>(0x8007007F);
+constexpr HResult kEngineFailed = static_cast<HResult>(0x8007045A);
+constexpr HResult kNameTaken = static_cast<HResult>(0x800700B7);
+
 CStringW hostReason(HResult code) {
     CStringW text = u"the script host ";
     text += IScriptProcessor::kProgramId;
@@ -36,18 +42,18 @@ CStringW hostReason(HResult code) {
 }
 
 const char16_t* engineReason(HResult code) {
-    switch (static_cast<std::uint32_t>(code)) {
-        case 0x80070057:
+    switch (code) {
+        case kErrorInvalidArgument:
             return u"its name is no Lua name";
-        case 0x8007007E:
+        case kErrorModuleNotFound:
             return u"there is no module of its name beside it";
-        case 0x800700C1:
+        case kModuleBroken:
             return u"the module beside it cannot be read or loaded";
-        case 0x8007007F:
+        case kModuleWithoutEntry:
             return u"the module beside it has no function luaopen_NAME";
-        case 0x8007045A:
+        case kEngineFailed:
             return u"it raised an error, ran into a limit or gave no table";
-        case 0x800700B7:
+        case kNameTaken:
             return u"its name is taken";
         default:
             return u"it failed";
