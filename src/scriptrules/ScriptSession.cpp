@@ -8,7 +8,6 @@
 namespace corvane::scriptrules {
 namespace {
 
-constexpr HResult kErrorNoSuchProgramId = static_cast<HResult>(0x800401F3);
 constexpr HResult kErrorEngineFailed = static_cast<HResult>(0x8007045A);
 constexpr std::int16_t kSuccess = 1;
 

@@ -12,9 +12,6 @@ namespace {
 using corvane::ScriptRun;
 using corvane::ScriptRunStatus;
 
-// What the component runtime answers for a program identifier that nobody registered.
-constexpr HResult kInvalidClassText = static_cast<HResult>(0x800401F3);
-
 // What the script host answers for an engine, beside the statuses that every component has.
 constexpr HResult kModuleBroken = static_cast<HResult>(0x800700C1);
 constexpr HResult kModuleWithoutEntry = static_cast<HResult>(0x8007007F);
@@ -25,7 +22,7 @@ CStringW hostReason(HResult code) {
     CStringW text = u"the script host ";
     text += IScriptProcessor::kProgramId;
     switch (code) {
-        case kInvalidClassText:
+        case kErrorNoSuchProgramId:
         case kErrorClassNotRegistered:
             text += u" is not registered";
             break;

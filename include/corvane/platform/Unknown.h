@@ -16,6 +16,8 @@ inline constexpr HResult kErrorNoInterface = static_cast<HResult>(0x80004002);
 inline constexpr HResult kErrorPointer = static_cast<HResult>(0x80004003);
 inline constexpr HResult kErrorFail = static_cast<HResult>(0x80004005);
 inline constexpr HResult kErrorUnexpected = static_cast<HResult>(0x8000FFFF);
+/// A program identifier that is not registered.
+inline constexpr HResult kErrorNoSuchProgramId = static_cast<HResult>(0x800401F3);
 inline constexpr HResult kErrorClassNotRegistered = static_cast<HResult>(0x80040154);
 inline constexpr HResult kErrorModuleNotFound = static_cast<HResult>(0x8007007E);
 inline constexpr HResult kErrorOutOfMemory = static_cast<HResult>(0x8007000E);
