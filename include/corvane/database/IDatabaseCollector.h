@@ -1,0 +1,96 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include <corvane/database/IConnectorData.h>
+#include <corvane/database/IQuery.h>
+#include <corvane/database/IReferenceData.h>
+#include <corvane/database/Status.h>
+
+namespace qor_db {
+
+/// What a collector is connected to.
+struct ConnectionInfo {
+    IConnectorData::DATABASETYPE type = IConnectorData::DATABASETYPE_SQLITE;
+    CStringW driverModule;  ///< As configured.
+    CStringW database;      ///< File or connection string; passwords stand as "***".
+    bool open = false;
+    bool readOnly = false;
+    int schemaVersion = 0;  ///< Version of the reference tables; 0 when there are none.
+};
+
+/// The rule database as rule modules see it. QORDataHelper hands it out; its module owns it.
+///
+/// A collector is there even when its database could not be opened: status() says why, and every
+/// operation gives ErrorCode::NotOpen. Errors are values, nothing raises. A collector and its
+/// queries belong to one thread at a time.
+class IDatabaseCollector {
+public:
+    /// What became of the last attempt to open the database.
+    virtual const Status& status() const noexcept = 0;
+    virtual ConnectionInfo connection() const noexcept = 0;
+
+    /// Closes the database and opens it anew, for instance when the server is back. Queries that
+    /// were prepared before stay with the old connection.
+    virtual Status open() noexcept = 0;
+
+    /// How long an operation waits for the lock of another process, at first 2000 ms.
+    virtual void setTimeout(int milliseconds) noexcept = 0;
+
+    /// Prepares one statement in the language of the database, with "?" for each parameter.
+    virtual Outcome<std::unique_ptr<IQuery>> prepare(std::u16string_view statement) noexcept = 0;
+
+    /// Changes between begin and commit happen together or not at all. begin takes the right to
+    /// write at once, so that a conflict shows here. Transactions don't nest.
+    virtual Status begin() noexcept = 0;
+    virtual Status commit() noexcept = 0;
+    virtual Status rollback() noexcept = 0;
+
+    /// Makes or upgrades the reference tables. A database file of this library gets them by itself
+    /// when it is opened; the database of a site or on a server only by this call.
+    virtual Status installSchema() noexcept = 0;
+
+    /// The lookups of reference data; lives as long as the collector.
+    virtual IReferenceData& reference() noexcept = 0;
+
+protected:
+    virtual ~IDatabaseCollector() = default;
+};
+
+/// A transaction that is rolled back unless it was committed.
+class Transaction {
+public:
+    explicit Transaction(IDatabaseCollector& collector)
+        : collector_(collector), status_(collector.begin()), open_(status_.ok()) {}
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    ~Transaction() {
+        if (open_) collector_.rollback();
+    }
+
+    /// What became of begin.
+    const Status& status() const { return status_; }
+
+    /// Ends the transaction. When this fails, the destructor rolls back.
+    Status commit() {
+        Status result = collector_.commit();
+        if (result.ok()) open_ = false;
+        return result;
+    }
+
+private:
+    IDatabaseCollector& collector_;
+    Status status_;
+    bool open_;
+};
+
+/// The exports of the collector module. `create` stores a new collector, which stays the module's,
+/// and `destroy` ends it and stores null. The connector is only looked at during the call. The
+/// result is 0, or below 0 when nothing could be made.
+using CreateCollectorFunction = int (*)(const IConnectorData*, IDatabaseCollector**);
+using DestroyCollectorFunction = int (*)(IDatabaseCollector**);
+inline constexpr const char* kCreateCollectorName = "create";
+inline constexpr const char* kDestroyCollectorName = "destroy";
+
+}  // namespace qor_db

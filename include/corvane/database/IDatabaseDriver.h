@@ -1,0 +1,48 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include <corvane/base/Types.h>
+#include <corvane/database/IQuery.h>
+#include <corvane/database/Status.h>
+
+namespace qor_db {
+
+/// One connection of a driver module. The collector is its only caller and owner; what the
+/// collector promises about errors, threads and queries, the driver keeps.
+class IDatabaseConnection {
+public:
+    virtual ~IDatabaseConnection() = default;
+
+    virtual Outcome<std::unique_ptr<IQuery>> prepare(std::u16string_view statement) noexcept = 0;
+    virtual Status begin() noexcept = 0;
+    virtual Status commit() noexcept = 0;
+    virtual Status rollback() noexcept = 0;
+    virtual void setTimeout(int milliseconds) noexcept = 0;
+    virtual bool readOnly() const noexcept = 0;
+
+    /// The version of the reference tables: 0 for a database that holds nothing of this library.
+    virtual Outcome<int> schemaVersion() noexcept = 0;
+    /// Notes the version, as part of the transaction that is open.
+    virtual Status setSchemaVersion(int version) noexcept = 0;
+    /// True when there is no table at all, so that the reference tables cannot be in anybody's way.
+    virtual Outcome<bool> isEmpty() noexcept = 0;
+};
+
+/// What the collector asks a driver to open.
+struct OpenRequest {
+    CStringW target;         ///< Database file or connection string.
+    bool mayCreate = false;  ///< Make a missing file, and its folder.
+    int timeoutMilliseconds = 0;
+};
+
+/// The export of a driver module: opens a connection. The version is that of this header; a driver
+/// that was built for another one refuses.
+using OpenDatabaseFunction = void (*)(int interfaceVersion, const OpenRequest& request,
+                                      std::unique_ptr<IDatabaseConnection>& connection,
+                                      Status& status);
+inline constexpr const char* kOpenDatabaseName = "openQorDatabase";
+inline constexpr int kDriverInterfaceVersion = 1;
+
+}  // namespace qor_db

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <corvane/base/Export.h>
+#include <corvane/text/CStringW.h>
+
+namespace qor_db {
+
+class IConnectorData;
+class IDatabaseCollector;
+
+/// Finds and loads the database collector module, tells it which database to open and holds the
+/// collector for the rule modules. There is one object in the process.
+///
+/// Nothing here reports an error: without the collector module the collector is null, and every
+/// caller must be ready for that. Whether the database itself could be opened, the collector says
+/// (IDatabaseCollector::status).
+///
+/// The connection is read from section RULE_DATABASE_MODULES of ConfigModule.ini in the settings
+/// folder: DatabaseType ("MSSQL" in any case, else SQLite), module1 (the driver module),
+/// ConnectionString (MSSQL) and FileName (SQLite). module1 and FileName may begin with an
+/// environment variable in percent signs: %NAME%\more.
+class CORVANE_EXPORT QORDataHelper {
+public:
+    /// The one object. The first call makes it and with it the connection; it must not race with a
+    /// second one. The collector and its module go at the end of the process.
+    static QORDataHelper& getInstance();
+
+    /// Disconnects: gives the collector back to its module and frees the module.
+    ~QORDataHelper();
+
+    /// The collector, or null. This object owns it.
+    operator IDatabaseCollector*();
+
+    /// The database file that is used when none is configured: qorSqliteDb.dat in the folder that
+    /// the environment variable CORVANE_DATABASE_DIR names, when that exists (it must end in a
+    /// separator), else below the machine's common data folder. Whether the file exists is not
+    /// looked at, nor is the argument.
+    CStringW GetDefaultDatabase(const CStringW& unused);
+
+    /// Connects by the MSSQL keys of this ConfigModule.ini. An earlier collector is not destroyed,
+    /// since rule modules may hold it: it goes with its module.
+    void ConnectMSSQL(const CStringW& configFile);
+    /// Connects by the SQLite keys of this ConfigModule.ini, as ConnectMSSQL does.
+    void ConnectSQLite(const CStringW& configFile);
+
+private:
+    QORDataHelper();
+
+    void LoadDatabaseDll(CStringW& path);
+    CStringW GetModuleFile(void* module);
+    CStringW GetDefaultDatabaseDll();
+    bool HasEnvVariable(const CStringW& text) const;
+    CStringW ConvertToAbsolutePath(CStringW& text) const;
+    void createCollector(const IConnectorData& connector);
+
+    void* m_hDatabaseModule = nullptr;
+    IDatabaseCollector* m_pCollector = nullptr;
+};
+
+}  // namespace qor_db

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <optional>
+#include <utility>
+
+#include <corvane/text/CStringW.h>
+
+namespace qor_db {
+
+/// What became of a database operation.
+enum class ErrorCode {
+    Ok,
+    DriverNotLoaded,  ///< No driver module is configured, or it cannot be loaded.
+    Missing,          ///< The database file or its folder does not exist.
+    CannotOpen,       ///< The file exists and cannot be opened: rights, a folder in its place.
+    Unreachable,      ///< The server cannot be reached or refuses the connection.
+    Damaged,          ///< The file is no database, or its pages contradict each other.
+    NewerVersion,     ///< A later release has made the tables; this one does not know them.
+    NoSchema,         ///< A database without the reference tables. Queries work.
+    Locked,           ///< Another process holds the lock for longer than the time-out.
+    ReadOnly,         ///< The database may be read and not written.
+    BadQuery,         ///< The query does not fit the language or the tables.
+    BadParameter,     ///< Wrong number or kind of parameters, or a lookup value out of range.
+    Constraint,       ///< The change contradicts a constraint of the tables.
+    BadTransaction,   ///< begin inside a transaction, commit or rollback outside one.
+    NotFound,         ///< The lookup has no such row.
+    NotOpen,          ///< There is no connection; see IDatabaseCollector::status for why.
+    StorageFull,      ///< The disk or the database is full.
+    OutOfMemory,
+    Failed,  ///< Anything else; the message says what.
+};
+
+/// The outcome of an operation without a value. No operation of a collector raises.
+struct Status {
+    ErrorCode code = ErrorCode::Ok;
+    CStringW message;    ///< What is wrong, in English and for people; never holds a password.
+    int nativeCode = 0;  ///< The database's own number for the error, 0 when it has none.
+
+    bool ok() const { return code == ErrorCode::Ok; }
+};
+
+/// A value, or the reason why there is none.
+template <typename Value>
+class Outcome {
+public:
+    Outcome(Value value) : value_(std::move(value)) {}
+    Outcome(Status error) : status_(std::move(error)) {}
+
+    bool ok() const { return value_.has_value(); }
+    explicit operator bool() const { return ok(); }
+    const Status& status() const { return status_; }
+
+    /// The value. Only to be asked for when ok().
+    Value& operator*() { return *value_; }
+    const Value& operator*() const { return *value_; }
+    Value* operator->() { return &*value_; }
+    const Value* operator->() const { return &*value_; }
+
+private:
+    Status status_;
+    std::optional<Value> value_;
+};
+
+}  // namespace qor_db
