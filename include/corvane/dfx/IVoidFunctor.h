@@ -1,0 +1,21 @@
+#pragma once
+
+#include <corvane/base/Export.h>
+
+namespace dfx {
+
+/// A piece of work that one module hands to another as a value of number 23. It takes nothing and
+/// gives nothing back: what it needs it holds itself. The library calls none.
+class CORVANE_EXPORT IVoidFunctor {
+public:
+    IVoidFunctor() = default;
+    IVoidFunctor(const IVoidFunctor&) = default;
+    IVoidFunctor& operator=(const IVoidFunctor&) = default;
+    virtual ~IVoidFunctor();
+
+    /// Does the work, on the caller's thread. Whether it may run more than once is for the module
+    /// to say that makes it.
+    virtual void operator()() = 0;
+};
+
+}  // namespace dfx

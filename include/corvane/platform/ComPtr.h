@@ -1,0 +1,91 @@
+#pragma once
+
+#include <utility>
+
+#include <corvane/platform/Unknown.h>
+
+namespace ATL {
+
+/// A counted handle of a component's interface, with the size of one pointer.
+///
+/// It holds one reference of its own: it calls AddRef on what it is given and Release when it lets
+/// go. A handle that holds null calls nothing. A new interface is counted before the old one is
+/// released, and assigning the interface that it holds already does nothing.
+template <typename T>
+class CORVANE_EXPORT CComPtr {
+public:
+    CComPtr() = default;
+    CComPtr(std::nullptr_t) noexcept {}
+    /// Takes a reference of its own; the caller keeps the one that it has.
+    CComPtr(T* object) noexcept : p(object) {
+        if (p) p->AddRef();
+    }
+    CComPtr(const CComPtr& source) noexcept : CComPtr(source.p) {}
+    CComPtr(CComPtr&& source) noexcept : p(source.Detach()) {}
+    ~CComPtr() { Release(); }
+
+    CComPtr& operator=(T* object) noexcept {
+        if (p != object) CComPtr(object).Swap(*this);
+        return *this;
+    }
+    CComPtr& operator=(const CComPtr& source) noexcept {
+        if (p != source.p) CComPtr(source).Swap(*this);
+        return *this;
+    }
+    /// Moving the handle of the same interface gives up the source's reference.
+    CComPtr& operator=(CComPtr&& source) noexcept {
+        CComPtr(std::move(source)).Swap(*this);
+        return *this;
+    }
+
+    void Swap(CComPtr& other) noexcept { std::swap(p, other.p); }
+
+    /// Lets go of the interface. The handle is null before the object hears of it.
+    void Release() noexcept {
+        if (T* const object = Detach()) object->Release();
+    }
+
+    /// Takes over the caller's reference and releases what it held.
+    void Attach(T* object) noexcept {
+        Release();
+        p = object;
+    }
+
+    /// Hands its reference to the caller and is null.
+    [[nodiscard]] T* Detach() noexcept { return std::exchange(p, nullptr); }
+
+    /// Gives `*object` the interface with one more reference, which the caller releases; null where
+    /// the handle holds null. kErrorPointer when `object` is null.
+    HResult CopyTo(T** object) const noexcept {
+        if (!object) return kErrorPointer;
+        *object = CComPtr(*this).Detach();
+        return kOk;
+    }
+
+    /// Another interface of the object, by its `kInterfaceId`. What `other` held is released;
+    /// kErrorPointer when this handle holds null.
+    template <typename Other>
+    HResult QueryInterface(CComPtr<Other>& other) const {
+        void* found = nullptr;
+        const HResult status =
+            p ? p->QueryInterface(Other::kInterfaceId, &found) : HResult{kErrorPointer};
+        other.Attach(static_cast<Other*>(failed(status) ? nullptr : found));
+        return status;
+    }
+
+    /// Where a function puts an interface with a reference for the caller. What the handle held is
+    /// released first, so that nothing leaks.
+    T** operator&() noexcept {
+        Release();
+        return &p;
+    }
+
+    operator T*() const noexcept { return p; }
+    T* operator->() const noexcept { return p; }
+    T& operator*() const noexcept { return *p; }
+    bool operator!() const noexcept { return !p; }
+
+    T* p = nullptr;  ///< The interface, or null.
+};
+
+}  // namespace ATL
