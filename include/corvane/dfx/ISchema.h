@@ -1,0 +1,51 @@
+#pragma once
+
+#include <memory>
+
+#include <corvane/base/Export.h>
+
+namespace dfx {
+
+/// A block of typed data in a document, with the number of its kind. SCInfo has 129 and
+/// SCContentDataList 131; modules choose others for schemas of their own.
+///
+/// Schemas stand behind `std::shared_ptr<ISchema>`, and one schema may stand in several documents.
+/// The order of the virtual operations is part of the interface to modules.
+class CORVANE_EXPORT ISchema {
+public:
+    explicit ISchema(const short& type) : type_(type) {}
+    ISchema(const ISchema&) = default;
+    /// Takes over the number too, so the target must not stand in a document under another one.
+    ISchema& operator=(const ISchema&) = default;
+    virtual ~ISchema();
+
+    /// The number of the schema. The body gives the one from the constructor; each schema defines
+    /// the operation and may call it.
+    virtual short type() const = 0;
+    /// For the module that owns the schema to prepare it and to give up what it holds. The bodies
+    /// do nothing, and the library calls neither: documents don't, and the destructor doesn't.
+    virtual void setup();
+    virtual void cleanup();
+
+private:
+    short type_;
+};
+
+/// The order of schemas in a document: by number alone. Handles are not empty. It compares with a
+/// bare number too.
+struct IsSchemaLessThan {
+    using is_transparent = void;
+
+    bool operator()(const std::shared_ptr<ISchema>& left,
+                    const std::shared_ptr<ISchema>& right) const {
+        return left->type() < right->type();
+    }
+    bool operator()(const std::shared_ptr<ISchema>& left, short right) const {
+        return left->type() < right;
+    }
+    bool operator()(short left, const std::shared_ptr<ISchema>& right) const {
+        return left < right->type();
+    }
+};
+
+}  // namespace dfx

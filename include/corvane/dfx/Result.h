@@ -1,0 +1,23 @@
+#pragma once
+
+#include <corvane/dfx/Parameters.h>
+
+namespace dfx {
+
+/// A set of values with a status and an error code, both fixed when it is made. It has no parent.
+class CORVANE_EXPORT Result : public Parameters<IResult> {
+public:
+    Result(const bool& status, const int& errorCode);
+    Result(const Result&) = default;
+    Result& operator=(const Result&) = default;
+    ~Result() override;
+
+    bool status() const override;
+    int errorCode() const override;
+
+private:
+    int errorCode_;
+    bool status_;
+};
+
+}  // namespace dfx

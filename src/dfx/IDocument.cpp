@@ -1,0 +1,57 @@
+#include <utility>
+
+#include <corvane/dfx/IDocument.h>
+
+#include "dfx/HandleSet.h"
+
+namespace dfx {
+
+ISchema::~ISchema() = default;
+
+short ISchema::type() const {
+    return type_;
+}
+
+void ISchema::setup() {}
+void ISchema::cleanup() {}
+
+IDocument::IDocument() = default;
+IDocument::IDocument(const IDocument& source) = default;
+IDocument::~IDocument() = default;
+
+IDocument& IDocument::operator=(const IDocument& source) {
+    if (this != &source) Schemas(source.schemas_).swap(schemas_);
+    return *this;
+}
+
+IDocument::Schemas::const_iterator IDocument::begin() {
+    return schemas_.cbegin();
+}
+
+IDocument::Schemas::const_iterator IDocument::end() {
+    return schemas_.cend();
+}
+
+IDocument::Schemas::const_iterator IDocument::begin() const {
+    return schemas_.cbegin();
+}
+
+IDocument::Schemas::const_iterator IDocument::end() const {
+    return schemas_.cend();
+}
+
+std::shared_ptr<ISchema> IDocument::getSchema(const short& type) {
+    return handleOf(schemas_, type);
+}
+
+void IDocument::setSchema(const short&, std::shared_ptr<ISchema> schema) {
+    if (!schema) return;
+    const short type = schema->type();
+    insertOrReplace(schemas_, type, std::move(schema));
+}
+
+void IDocument::clear() {
+    Schemas().swap(schemas_);
+}
+
+}  // namespace dfx
