@@ -1,8 +1,9 @@
 #include "platform/Components.h"
 
 #include <map>
-#include <memory>
 #include <mutex>
+
+#include <corvane/platform/ComPtr.h>
 
 #include "platform/Modules.h"
 #include "platform/Registry.h"
@@ -46,10 +47,6 @@ std::optional<std::u16string> classesText(std::u16string_view path) {
     return key ? key->defaultText() : std::nullopt;
 }
 
-struct ReleaseFactory {
-    void operator()(IClassFactory* factory) const { factory->Release(); }
-};
-
 HResult makeObject(const Guid& classId, const Guid& interfaceId, void** object) {
     const std::optional<std::u16string> path =
         classesText(u"CLSID\\" + guidText(classId) + u"\\InprocServer32");
@@ -62,8 +59,8 @@ HResult makeObject(const Guid& classId, const Guid& interfaceId, void** object) 
     const HResult status = getClassObject(classId, IClassFactory::kInterfaceId, &answer);
     if (failed(status)) return status;
     if (!answer) return kErrorUnexpected;
-    const std::unique_ptr<IClassFactory, ReleaseFactory> factory(
-        static_cast<IClassFactory*>(answer));
+    ATL::CComPtr<IClassFactory> factory;
+    factory.Attach(static_cast<IClassFactory*>(answer));
     return factory->CreateInstance(nullptr, interfaceId, object);
 }
 

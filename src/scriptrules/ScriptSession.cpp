@@ -40,11 +40,10 @@ HResult ScriptSession::findHost() {
     void* object = nullptr;
     HResult status = platform::createInstance(*classId, IUnknown::kInterfaceId, &object);
     if (failed(status)) return status;
-    const std::unique_ptr<IUnknown, ReleaseReference> component(static_cast<IUnknown*>(object));
-    void* processor = nullptr;
-    status = component->QueryInterface(IScriptProcessor::kInterfaceId, &processor);
+    ATL::CComPtr<IUnknown> component;
+    component.Attach(static_cast<IUnknown*>(object));
+    status = component.QueryInterface(host_);
     if (failed(status)) return status;
-    host_.reset(static_cast<IScriptProcessor*>(processor));
     return host_ ? kOk : kErrorNoInterface;
 }
 

@@ -1,19 +1,14 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 
+#include <corvane/platform/ComPtr.h>
 #include <corvane/scriptrules/IScriptProcessor.h>
 #include <corvane/scriptrules/ScriptRunObserver.h>
 #include <corvane/text/CStringList.h>
 #include <corvane/text/CStringW.h>
 
 namespace corvane::scriptrules {
-
-struct ReleaseReference {
-    void operator()(IUnknown* object) const { object->Release(); }
-    void operator()(IScriptProcessor* object) const { object->Release(); }
-};
 
 /// The script host for the length of one run, which stands inside a ComponentRuntime. Each step
 /// gives false when the run ends with it, and notes in the run how.
@@ -36,7 +31,7 @@ private:
     void fetchError();
 
     ScriptRun& run_;
-    std::unique_ptr<IScriptProcessor, ReleaseReference> host_;
+    ATL::CComPtr<IScriptProcessor> host_;
     CStringW report_;
 };
 

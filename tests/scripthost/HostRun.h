@@ -1,10 +1,10 @@
 #pragma once
 
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include <corvane/platform/ComPtr.h>
 #include <corvane/platform/LoadedModule.h>
 #include <corvane/scriptrules/IScriptProcessor.h>
 #include <corvane/text/CStringW.h>
@@ -20,10 +20,7 @@ struct Outcome {
     std::string type, source, message;
 };
 
-struct ReleaseComponent {
-    void operator()(IUnknown* component) const { component->Release(); }
-};
-using Host = std::unique_ptr<IScriptProcessor, ReleaseComponent>;
+using Host = ATL::CComPtr<IScriptProcessor>;
 
 /// A host from the module's class factory, as the component look-up makes it.
 inline Host makeHost() {
@@ -34,12 +31,14 @@ inline Host makeHost() {
     void* factory = nullptr;
     if (!getClass || getClass(classId, IClassFactory::kInterfaceId, &factory) != kOk)
         throw std::runtime_error("no script host");
-    const std::unique_ptr<IClassFactory, ReleaseComponent> made(
-        static_cast<IClassFactory*>(factory));
-    void* host = nullptr;
-    if (made->CreateInstance(nullptr, IScriptProcessor::kInterfaceId, &host) != kOk)
+    ATL::CComPtr<IClassFactory> made;
+    made.Attach(static_cast<IClassFactory*>(factory));
+    void* object = nullptr;
+    if (made->CreateInstance(nullptr, IScriptProcessor::kInterfaceId, &object) != kOk)
         throw std::runtime_error("no script host object");
-    return Host(static_cast<IScriptProcessor*>(host));
+    Host host;
+    host.Attach(static_cast<IScriptProcessor*>(object));
+    return host;
 }
 
 inline std::string takeText(BSTR text) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <utility>
 
 #include <corvane/platform/Unknown.h>
@@ -12,7 +13,7 @@ namespace ATL {
 /// go. A handle that holds null calls nothing. A new interface is counted before the old one is
 /// released, and assigning the interface that it holds already does nothing.
 template <typename T>
-class CORVANE_EXPORT CComPtr {
+class CComPtr {
 public:
     CComPtr() = default;
     CComPtr(std::nullptr_t) noexcept {}
