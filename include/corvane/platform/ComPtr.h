@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <utility>
 
+#include <corvane/base/SharedType.h>
 #include <corvane/platform/Unknown.h>
 
 namespace ATL {
@@ -13,7 +14,7 @@ namespace ATL {
 /// go. A handle that holds null calls nothing. A new interface is counted before the old one is
 /// released, and assigning the interface that it holds already does nothing.
 template <typename T>
-class CComPtr {
+class CORVANE_SHARED_TYPE CComPtr {
 public:
     CComPtr() = default;
     CComPtr(std::nullptr_t) noexcept {}

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include <corvane/base/Export.h>
+#include <corvane/base/SharedType.h>
 #include <corvane/base/Types.h>
 #include <corvane/platform/Guid.h>
 
@@ -30,7 +31,7 @@ constexpr bool failed(HResult status) {
 /// The root of every component interface: counted references and the way from one interface to
 /// another. Its three operations are the first three slots of every table, so the order is fixed;
 /// it has no virtual destructor.
-class IUnknown {
+class CORVANE_SHARED_TYPE IUnknown {
 public:
     /// {00000000-0000-0000-C000-000000000046}
     static constexpr Guid kInterfaceId{0, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
@@ -47,7 +48,7 @@ protected:
 
 /// An interface whose operations can also be called by name. The library calls none of the four;
 /// they keep the slots of the interfaces that derive from it in place.
-class IDispatch : public IUnknown {
+class CORVANE_SHARED_TYPE IDispatch : public IUnknown {
 public:
     /// {00020400-0000-0000-C000-000000000046}
     static constexpr Guid kInterfaceId{0x00020400, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
