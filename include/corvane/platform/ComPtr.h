@@ -31,7 +31,7 @@ public:
         return *this;
     }
     CComPtr& operator=(const CComPtr& source) noexcept {
-        if (p != source.p) CComPtr(source).Swap(*this);
+        if (this != &source) *this = source.p;
         return *this;
     }
     /// Moving the handle of the same interface gives up the source's reference.
