@@ -17,9 +17,9 @@ namespace dfx {
 /// in both.
 ///
 /// **Failure:** `std::bad_alloc` leaves the set as it was, and replacing a value needs no memory.
-/// A chain of parents must end. One of any length is searched and ends without exhausting the
-/// stack as long as its sets are of this library's classes; in one of a module's own, each set that
-/// derives from them costs a call. A set may be read on several threads while none changes it.
+/// A chain of parents must end. It may have any length: the library's own sets are searched and
+/// ended in a loop. Only a parent of a module's own class, which may answer in its own way, costs a
+/// nested call. A set may be read on several threads while none changes it.
 template <typename I>
 class CORVANE_EXPORT Parameters : public I {
 public:
