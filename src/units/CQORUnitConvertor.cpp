@@ -1,0 +1,92 @@
+#include <cstddef>
+#include <cstdint>
+
+#include <corvane/units/CQORUnitConvertor.h>
+
+#include "units/Factors.h"
+
+namespace {
+
+using corvane::units::kAngleUnits;
+using corvane::units::kDensityRatios;
+using corvane::units::kLengthUnits;
+using corvane::units::kMassRatios;
+using corvane::units::LengthUnit;
+using corvane::units::Ratio;
+
+// The row of a code, or null. A negative code is far beyond the table too.
+template <typename Row, std::size_t Size>
+const Row* rowOf(const Row (&table)[Size], QorLong code) {
+    const auto index = static_cast<std::uint32_t>(code);
+    return index < Size ? table + index : nullptr;
+}
+
+double perMetreOrRadian(QorLong unit, QorLong kind) {
+    if (kind == QORUnitKind_None) return 1;
+    if (kind == QORUnitKind_Angle) {
+        const double* factor = rowOf(kAngleUnits, unit);
+        return factor ? *factor : 1;
+    }
+    const LengthUnit* row = rowOf(kLengthUnits, unit);
+    return row ? row->perMetre : 1;
+}
+
+const LengthUnit* areaUnit(QorLong unit, QorLong kind) {
+    const bool isArea = kind != QORUnitKind_None && kind != QORUnitKind_Angle;
+    return isArea ? rowOf(kLengthUnits, unit) : nullptr;
+}
+
+// The codes of these tables count from 1.
+template <std::size_t Size>
+double converted(double value, const Ratio (&ratios)[Size][Size], QorLong from, QorLong to) {
+    const std::uint32_t row = static_cast<std::uint32_t>(from) - 1;
+    const std::uint32_t column = static_cast<std::uint32_t>(to) - 1;
+    if (row >= Size || column >= Size) return 0.0;
+    const Ratio& ratio = ratios[row][column];
+    return value * ratio.times / ratio.over;
+}
+
+}  // namespace
+
+CQORUnitConvertor::~CQORUnitConvertor() = default;
+
+double CQORUnitConvertor::ConversionFromMeters(double value, QorLong unit, QorLong kind) const {
+    return value * perMetreOrRadian(unit, kind);
+}
+
+double CQORUnitConvertor::ConversionInMeters(double value, QorLong unit, QorLong kind) const {
+    return value / perMetreOrRadian(unit, kind);
+}
+
+double CQORUnitConvertor::ConversionFromOneUnitToAnother(double value, QorLong kind,
+                                                         QorLong fromUnit, QorLong toUnit) const {
+    return ConversionFromMeters(ConversionInMeters(value, fromUnit, kind), toUnit, kind);
+}
+
+double CQORUnitConvertor::ConversionFromSquareMeters(double value, QorLong unit,
+                                                     QorLong kind) const {
+    const LengthUnit* row = areaUnit(unit, kind);
+    return row ? value * row->areaFactor * row->areaFactorAgain : value;
+}
+
+double CQORUnitConvertor::ConversionInSquareMeters(double value, QorLong unit, QorLong kind) const {
+    const LengthUnit* row = areaUnit(unit, kind);
+    return row ? value / row->perSquareMetre : value;
+}
+
+double CQORUnitConvertor::ConversionFromOneUnitToAnotherForArea(double value, QorLong kind,
+                                                                QorLong fromUnit,
+                                                                QorLong toUnit) const {
+    return ConversionFromSquareMeters(ConversionInSquareMeters(value, fromUnit, kind), toUnit,
+                                      kind);
+}
+
+double CQORUnitConvertor::ConversionFromOneUnitToAnotherForMass(double value, QorLong fromUnit,
+                                                                QorLong toUnit) const {
+    return converted(value, kMassRatios, fromUnit, toUnit);
+}
+
+double CQORUnitConvertor::ConversionFromOneUnitToAnotherForDensity(double value, QorLong fromUnit,
+                                                                   QorLong toUnit) const {
+    return converted(value, kDensityRatios, fromUnit, toUnit);
+}
