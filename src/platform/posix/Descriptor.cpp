@@ -7,6 +7,12 @@
 
 namespace corvane::platform {
 
+bool Descriptor::isFileOrDevice() const {
+    struct stat status;
+    return isOpen() && ::fstat(number_, &status) == 0 &&
+           (S_ISREG(status.st_mode) || S_ISCHR(status.st_mode));
+}
+
 bool Descriptor::close() {
     const int number = std::exchange(number_, -1);
     // The descriptor is gone after EINTR too: a second close could hit another thread's file.

@@ -16,6 +16,11 @@ public:
 
     int get() const { return number_; }
     bool isOpen() const { return number_ >= 0; }
+    /// True for an open regular file or device. A pipe would block its writer, or end the process
+    /// when its reader goes.
+    bool isFileOrDevice() const;
+    /// Hands the descriptor on to a new owner.
+    void release() { number_ = -1; }
     /// False when closing reports that earlier writes got lost.
     bool close();
 

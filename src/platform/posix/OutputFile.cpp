@@ -18,12 +18,7 @@ public:
         return ::fstat(file_.get(), &status) == 0 ? static_cast<std::size_t>(status.st_size) : 0;
     }
 
-    // A pipe would block, or end the process when its reader goes.
-    bool isFileOrDevice() const {
-        struct stat status;
-        return file_.isOpen() && ::fstat(file_.get(), &status) == 0 &&
-               (S_ISREG(status.st_mode) || S_ISCHR(status.st_mode));
-    }
+    bool isFileOrDevice() const { return file_.isFileOrDevice(); }
 
 private:
     Descriptor file_;

@@ -1,0 +1,41 @@
+#include "dfx/FileLogSink.h"
+
+#include <string>
+
+#include "platform/Unicode.h"
+
+namespace dfx {
+namespace {
+
+using corvane::platform::OutputFile;
+
+std::string_view prefixOf(ILogSink::LOGLEVEL level) {
+    switch (level) {
+        case ILogSink::LOGLEVEL_DEBUG:
+            return "DEBUG\t\t: ";
+        case ILogSink::LOGLEVEL_INFO:
+            return "INFO\t\t: ";
+        case ILogSink::LOGLEVEL_WARNING:
+            return "WARNING\t: ";
+        case ILogSink::LOGLEVEL_ERROR:
+            return "ERROR\t\t: ";
+        default:
+            return "NONE\t\t: ";
+    }
+}
+
+}  // namespace
+
+ILogSink::~ILogSink() = default;
+
+FileLogSink::FileLogSink(std::u16string_view path)
+    : file_(OutputFile::open(path, OutputFile::Mode::Replace)), good_(file_ != nullptr) {}
+
+void FileLogSink::log(const LOGLEVEL& level, const char16_t* message) {
+    if (!good_ || !message) return;
+    std::string bytes(prefixOf(level));
+    corvane::platform::appendUtf8(bytes, message);
+    if (!file_->write(bytes)) good_ = false;
+}
+
+}  // namespace dfx

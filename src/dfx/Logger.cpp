@@ -1,0 +1,65 @@
+#include <algorithm>
+#include <charconv>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include <corvane/dfx/Logger.h>
+
+#include "dfx/FileLogSink.h"
+#include "platform/Environment.h"
+
+namespace dfx {
+namespace {
+
+constexpr std::size_t kLongestSetting = 259;
+constexpr int kAllLevels = ILogSink::LOGLEVEL_DEBUG | ILogSink::LOGLEVEL_INFO |
+                           ILogSink::LOGLEVEL_WARNING | ILogSink::LOGLEVEL_ERROR;
+
+// Empty for a value that is too long, as for none: a cut path would name another file.
+std::u16string setting(std::u16string_view name) {
+    std::u16string value = corvane::platform::environmentVariable(name).value_or(std::u16string());
+    if (value.size() > kLongestSetting) value.clear();
+    return value;
+}
+
+// The number at the start of the text, behind white space. The texts of the exceptions are those
+// that callers know.
+int leadingNumber(std::u16string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(u" \t\n\v\f\r"), text.size()));
+    std::string number;
+    for (const char16_t unit : text) {
+        const bool isSign = number.empty() && (unit == u'+' || unit == u'-');
+        if (!isSign && (unit < u'0' || unit > u'9')) break;
+        number += static_cast<char>(unit);
+    }
+    int value = 0;
+    const char* first = number.data() + (number.starts_with('+') ? 1 : 0);
+    const auto [end, error] = std::from_chars(first, number.data() + number.size(), value);
+    if (error == std::errc::invalid_argument) throw std::invalid_argument("invalid stoi argument");
+    if (error == std::errc::result_out_of_range)
+        throw std::out_of_range("stoi argument out of range");
+    return value;
+}
+
+}  // namespace
+
+Logger::Logger(std::shared_ptr<ILogSink> sink, int level) : sink_(std::move(sink)), mask_(level) {
+    const std::u16string mask = setting(u"QOR_EXECUTION_LEVEL");
+    if (!mask.empty()) mask_ = leadingNumber(mask);
+}
+
+Logger& Logger::instance() {
+    static Logger logger(createLoggingSink(), kAllLevels);
+    return logger;
+}
+
+std::shared_ptr<ILogSink> createLoggingSink() {
+    const std::u16string path = setting(u"QOR_EXECUTION_LOG");
+    if (path.empty()) return nullptr;
+    return std::make_shared<FileLogSink>(path);
+}
+
+}  // namespace dfx

@@ -1,0 +1,54 @@
+#include <string_view>
+
+#include <corvane/logging/CCorvaneLog.h>
+
+#include "logging/LogPath.h"
+#include "platform/Clock.h"
+#include "platform/Paths.h"
+#include "platform/TextStream.h"
+
+namespace {
+
+namespace platform = corvane::platform;
+
+// "[hour:minute:second] [file:line] "
+CStringW prefix(std::u16string_view sourceFile, QorLong line) {
+    const platform::LocalTime now = platform::localTime();
+    CStringW text;
+    text.Format(u"[%d:%d:%d] [%s:%d] ", now.hour, now.minute, now.second,
+                platform::fileName(sourceFile), line);
+    return text;
+}
+
+}  // namespace
+
+std::FILE* CCorvaneLog::CorvaneLogFile = nullptr;
+
+void CCorvaneLog::CreateLogFile(CStringW partPath) {
+    if (CorvaneLogFile || partPath.IsEmpty()) return;
+    CorvaneLogFile = platform::openTextStream(corvane::logging::logPath(partPath));
+}
+
+void CCorvaneLog::OpenLogFile(CStringW logPath) {
+    if (!logPath.IsEmpty()) CorvaneLogFile = platform::openTextStream(logPath);
+}
+
+std::FILE* CCorvaneLog::GetLogFile() {
+    return CorvaneLogFile;
+}
+
+void CCorvaneLog::PrintMessage(CStringW message, const char* sourceFile, QorLong line) {
+    if (message.IsEmpty() || !CorvaneLogFile) return;
+    const CStringW source(sourceFile);
+    CStringW text;
+    if (platform::lastSeparator(source) != 0) text = prefix(source, line);
+    text += message;
+    text += u'\n';
+    platform::writeText(CorvaneLogFile, text);
+}
+
+void CCorvaneLog::CloseLogFile() {
+    if (!CorvaneLogFile) return;
+    std::fclose(CorvaneLogFile);
+    CorvaneLogFile = nullptr;
+}
