@@ -1,10 +1,12 @@
 #pragma once
 
-#include "Console.h"
-#include "Options.h"
+#include <memory>
 
-// What the program does. Each gives the exit status.
+#include "Command.h"
 
-int runRules(const Options& options, Console& console);
-int showRules(const Options& options, Console& console);
-int saveRules(const Options& options, Console& console);
+// What the program does: each makes a command, declared to the program's parser. The parser must
+// outlive it.
+
+std::unique_ptr<Command> makeRunCommand(CLI::App& program);
+std::unique_ptr<Command> makeShowCommand(CLI::App& program);
+std::unique_ptr<Command> makeSaveCommand(CLI::App& program);

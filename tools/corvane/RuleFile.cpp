@@ -24,6 +24,13 @@ void reportFault(const CStringW& path, const corvane::XMLFault& fault, Console& 
 }  // namespace
 
 std::unique_ptr<RuleFile> RuleFile::load(const CStringW& path, Console& console) {
+    const CStringW ruleName = corvane::ResourceText(corvane::resource::kRuleNode);
+    if (ruleName.IsEmpty()) {
+        console.report(path +
+                       u": the language module of this installation, which holds the names "
+                       u"in rule files, cannot be loaded");
+        return nullptr;
+    }
     std::unique_ptr<RuleFile> file(new RuleFile);
     file->path_ = path;
     file->root_ = file->document_.LoadFromFile(path);
@@ -31,7 +38,6 @@ std::unique_ptr<RuleFile> RuleFile::load(const CStringW& path, Console& console)
         reportFault(path, corvane::LastXMLFault(file->document_), console);
         return nullptr;
     }
-    const CStringW ruleName = corvane::ResourceText(corvane::resource::kRuleNode);
     file->elements_.reset(file->root_->GetNodeList(ruleName));
     if (file->size() > 0) return file;
     CStringW text;

@@ -1,80 +1,61 @@
+#include <CLI/CLI.hpp>
 #include <exception>
-#include <filesystem>
 #include <iostream>
-#include <system_error>
+#include <string>
 
-#include <corvane/app/StringResources.h>
-#include <corvane/platform/Environment.h>
+#include <corvane/base/Version.h>
 
 #include "Commands.h"
 
 namespace {
 
-/// Hands the folders on to the library, which reads them from the environment.
-void applyFolders(const Options& options) {
-    const struct {
-        const char16_t* variable;
-        const CStringW& value;
-    } settings[] = {{u"CORVANE_DATA_DIR", options.dataFolder},
-                    {u"CORVANE_REGISTRY_DIR", options.registryFolder},
-                    {u"CORVANE_PART", options.part}};
-    for (const auto& [variable, value] : settings)
-        if (!value.IsEmpty()) corvane::SetEnvironmentText(variable, value);
-}
+constexpr const char* kDescription =
+    "Checks parts against manufacturing rules.\n"
+    "Rules stand in rule files: compiled ones in rule modules, user-defined ones as scripts.";
+constexpr const char* kFooter =
+    "Exit status: 0 all is well, 1 something is not, as the command's own help tells,\n"
+    "2 bad usage, or a file that cannot be read or written.";
 
-/// Makes the part's path full, so that rules and engines mean the same file. False when there is no
-/// such file.
-bool findPart(CStringW& part) {
-    if (part.IsEmpty()) return true;
-    std::error_code status;
-    const std::filesystem::path path(part.Std());
-    if (!std::filesystem::is_regular_file(path, status)) return false;
-    part = std::filesystem::absolute(path).u16string();
-    return true;
-}
+// In the order of the help.
+constexpr std::unique_ptr<Command> (*kMakers[])(CLI::App&) = {makeRunCommand, makeShowCommand,
+                                                              makeSaveCommand};
 
-int runCommand(Options& options, Console& console) {
-    if (corvane::ResourceText(corvane::resource::kRuleNode).empty()) {
-        console.report(u"corvane: the language module of this installation cannot be loaded");
-        return kUnusable;
-    }
-    if (!findPart(options.part)) {
-        console.report(options.part + u": no such part");
-        return kUnusable;
-    }
-    applyFolders(options);
-    switch (options.command) {
-        case Command::Show:
-            return showRules(options, console);
-        case Command::Save:
-            return saveRules(options, console);
-        case Command::Run:
-            break;
-    }
-    return runRules(options, console);
-}
-
-int checkedCommand(Options& options, Console& console) {
+int runCommand(Command& command, Console& console) {
     try {
-        return runCommand(options, console);
+        return command.run(console);
     } catch (const std::exception& error) {
         console.report(u"corvane: " + CStringW(error.what()));
         return kUnusable;
     }
 }
 
+int runChosen(const std::vector<std::unique_ptr<Command>>& commands) {
+    for (const std::unique_ptr<Command>& command : commands) {
+        if (!command->isChosen()) continue;
+        Console console(command->isBatch());
+        const int status = runCommand(*command, console);
+        if (console.finish()) return status;
+        console.report(u"corvane: the results cannot be written");
+        return kUnusable;
+    }
+    return kUnusable;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    const std::variant<Options, int> parsed = parseOptions(argc, argv);
-    if (const int* status = std::get_if<int>(&parsed))
-        return std::cout.flush() ? *status : static_cast<int>(kUnusable);
-    Options options = std::get<Options>(parsed);
-    Console console(options.batch);
-    int status = checkedCommand(options, console);
-    if (!console.finish()) {
-        console.report(u"corvane: the results cannot be written");
-        status = kUnusable;
+    CLI::App program(kDescription, "corvane");
+    program.set_version_flag("--version", std::string("corvane ") + corvane::kVersion);
+    program.footer(kFooter);
+    program.require_subcommand(1);
+    std::vector<std::unique_ptr<Command>> commands;
+    for (const auto make : kMakers)
+        commands.push_back(make(program));
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        const int status = program.exit(error) == 0 ? kGood : kUnusable;
+        return std::cout.flush() ? status : static_cast<int>(kUnusable);
     }
-    return status;
+    return runChosen(commands);
 }

@@ -1,11 +1,23 @@
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <system_error>
+
 #include <corvane/app/BatchMode.h>
 #include <corvane/app/StringResources.h>
+#include <corvane/platform/Environment.h>
 
 #include "CheckRule.h"
 #include "Commands.h"
 #include "Table.h"
 
 namespace {
+
+struct RunOptions {
+    std::vector<CStringW> ruleFiles;
+    CStringW part;
+    bool batch = false;
+    FolderOptions folders;
+};
 
 struct Count {
     int passed = 0;
@@ -36,8 +48,8 @@ VerdictForm formOf(Verdict verdict) {
 /// Runs rule files one after the other, and counts.
 class RuleRun {
 public:
-    RuleRun(const Options& options, Console& console)
-        : options_(options), console_(console), modules_(options.moduleFolders) {}
+    RuleRun(const RunOptions& options, Console& console)
+        : options_(options), console_(console), modules_(options.folders.modules) {}
 
     const Count& count() const { return count_; }
 
@@ -78,15 +90,24 @@ private:
                 form.tone};
     }
 
-    const Options& options_;
+    const RunOptions& options_;
     Console& console_;
     RuleModules modules_;
     Count count_;
 };
 
-}  // namespace
+/// Makes the part's path full, so that rules and engines mean the same file. False when there is no
+/// such file.
+bool findPart(CStringW& part) {
+    if (part.IsEmpty()) return true;
+    std::error_code status;
+    const std::filesystem::path path(part.Std());
+    if (!std::filesystem::is_regular_file(path, status)) return false;
+    part = std::filesystem::absolute(path).u16string();
+    return true;
+}
 
-int runRules(const Options& options, Console& console) {
+int runRules(const RunOptions& options, Console& console) {
     SetBatchModeStatus(options.batch);
     RuleRun run(options, console);
     bool unreadable = false;
@@ -99,5 +120,43 @@ int runRules(const Options& options, Console& console) {
     }
     if (run.count().all() > 0) run.writeSum();
     if (unreadable) return kUnusable;
-    return run.count().passed == run.count().all() ? kAllPassed : kRuleFailed;
+    return run.count().passed == run.count().all() ? kGood : kWrong;
+}
+
+class RunCommand : public Command {
+public:
+    explicit RunCommand(CLI::App& program)
+        : Command(program, "run", "Run the rules of rule files and print the results",
+                  "Exit status: 0 all rules passed, 1 a rule failed, was not run or could not be\n"
+                  "made, 2 bad usage or a file that cannot be read.") {
+        addTexts(parser(), "RULEFILE", options_.ruleFiles, "Rule files")->required();
+        addText(parser(), "--part", options_.part, "The part to check")
+            ->type_name("FILE")
+            ->envname("CORVANE_PART");
+        parser().add_flag("--batch", options_.batch,
+                          "Run without a user: no message boxes, no progress");
+        options_.folders.declare(parser());
+    }
+
+    bool isBatch() const override { return options_.batch; }
+
+    int run(Console& console) override {
+        if (!findPart(options_.part)) {
+            console.report(options_.part + u": no such part");
+            return kUnusable;
+        }
+        options_.folders.apply();
+        // Engines take the part from there.
+        if (!options_.part.IsEmpty()) corvane::SetEnvironmentText(u"CORVANE_PART", options_.part);
+        return runRules(options_, console);
+    }
+
+private:
+    RunOptions options_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeRunCommand(CLI::App& program) {
+    return std::make_unique<RunCommand>(program);
 }

@@ -1,3 +1,4 @@
+#include <CLI/CLI.hpp>
 #include <memory>
 
 #include <corvane/rules/CQORConstraint.h>
@@ -8,6 +9,11 @@
 #include "Text.h"
 
 namespace {
+
+struct ShowOptions {
+    CStringW ruleFile;
+    FolderOptions folders;
+};
 
 const char16_t* originText(RuleOrigin origin) {
     switch (origin) {
@@ -111,12 +117,10 @@ private:
     Console& console_;
 };
 
-}  // namespace
-
-int showRules(const Options& options, Console& console) {
-    const std::unique_ptr<RuleFile> file = RuleFile::load(options.ruleFiles.front(), console);
+int showRules(const ShowOptions& options, Console& console) {
+    const std::unique_ptr<RuleFile> file = RuleFile::load(options.ruleFile, console);
     if (!file) return kUnusable;
-    RuleModules modules(options.moduleFolders);
+    RuleModules modules(options.folders.modules);
     bool whole = true;
     for (QorLong i = 0; i < file->size(); ++i) {
         const MessageScope scope(console, file->place(i));
@@ -124,5 +128,30 @@ int showRules(const Options& options, Console& console) {
         RuleSheet(loaded, console).print();
         whole = whole && loaded.problems.empty();
     }
-    return whole ? kAllPassed : kRuleFailed;
+    return whole ? kGood : kWrong;
+}
+
+class ShowCommand : public Command {
+public:
+    explicit ShowCommand(CLI::App& program)
+        : Command(program, "show", "Show what a rule file holds, with each rule's definition",
+                  "Exit status: 0 every rule is whole, 1 one could not be made or has a problem,\n"
+                  "2 bad usage or a file that cannot be read.") {
+        addText(parser(), "RULEFILE", options_.ruleFile, "Rule file")->required();
+        options_.folders.declare(parser());
+    }
+
+    int run(Console& console) override {
+        options_.folders.apply();
+        return showRules(options_, console);
+    }
+
+private:
+    ShowOptions options_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeShowCommand(CLI::App& program) {
+    return std::make_unique<ShowCommand>(program);
 }

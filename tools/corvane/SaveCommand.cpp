@@ -1,3 +1,4 @@
+#include <CLI/CLI.hpp>
 #include <exception>
 #include <memory>
 
@@ -10,6 +11,12 @@
 #include "Text.h"
 
 namespace {
+
+struct SaveOptions {
+    CStringW ruleFile;
+    CStringW output;
+    FolderOptions folders;
+};
 
 /// Makes a document the current one, on which rules write themselves, for a block.
 class CurrentDocumentScope {
@@ -34,13 +41,11 @@ std::unique_ptr<QorXMLNode> writtenForm(LoadedRule& loaded) {
     return nullptr;
 }
 
-}  // namespace
-
-int saveRules(const Options& options, Console& console) {
-    const std::unique_ptr<RuleFile> file = RuleFile::load(options.ruleFiles.front(), console);
+int saveRules(const SaveOptions& options, Console& console) {
+    const std::unique_ptr<RuleFile> file = RuleFile::load(options.ruleFile, console);
     if (!file) return kUnusable;
 
-    RuleModules modules(options.moduleFolders);
+    RuleModules modules(options.folders.modules);
     QorXMLDocument document;
     const CurrentDocumentScope scope(document);
     const std::unique_ptr<QorXMLNode> root(document.CreateNode(file->rootName()));
@@ -61,5 +66,35 @@ int saveRules(const Options& options, Console& console) {
         console.report(options.output + u": cannot be written");
         return kUnusable;
     }
-    return whole ? kAllPassed : kRuleFailed;
+    return whole ? kGood : kWrong;
+}
+
+class SaveCommand : public Command {
+public:
+    explicit SaveCommand(CLI::App& program)
+        : Command(
+              program, "save",
+              "Read a rule file and write its rules to another one, with each rule's definition",
+              "Exit status: 0 every rule is whole, 1 one could not be made or has a problem; its\n"
+              "element goes over as it stands, 2 bad usage or a file that cannot be read or\n"
+              "written.") {
+        addText(parser(), "RULEFILE", options_.ruleFile, "Rule file")->required();
+        addText(parser(), "OUT", options_.output, "File to write; it is replaced as a whole")
+            ->required();
+        options_.folders.declare(parser());
+    }
+
+    int run(Console& console) override {
+        options_.folders.apply();
+        return saveRules(options_, console);
+    }
+
+private:
+    SaveOptions options_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeSaveCommand(CLI::App& program) {
+    return std::make_unique<SaveCommand>(program);
 }

@@ -1,0 +1,51 @@
+#include "Command.h"
+
+#include <CLI/CLI.hpp>
+
+#include <corvane/platform/Environment.h>
+
+Command::Command(CLI::App& program, const char* name, const char* description,
+                 const char* exitStatuses)
+    : parser_(program.add_subcommand(name, description)) {
+    parser_->footer(exitStatuses);
+}
+
+bool Command::isChosen() const {
+    return parser_->parsed();
+}
+
+void FolderOptions::declare(CLI::App& command) {
+    addTexts(command, "--modules", modules,
+             "Folder of rule modules, sought before lib/rules; may be repeated")
+        ->type_name("DIR")
+        ->allow_extra_args(false);
+    addText(command, "--data", data,
+            "Folder above Settings/ConfigModule.ini, else CORVANE_DATA_DIR")
+        ->type_name("DIR");
+    addText(command, "--registry", registry,
+            "Folder of machine.reg and user.reg, else CORVANE_REGISTRY_DIR")
+        ->type_name("DIR");
+}
+
+void FolderOptions::apply() const {
+    if (!data.IsEmpty()) corvane::SetEnvironmentText(u"CORVANE_DATA_DIR", data);
+    if (!registry.IsEmpty()) corvane::SetEnvironmentText(u"CORVANE_REGISTRY_DIR", registry);
+}
+
+CLI::Option* addText(CLI::App& command, const std::string& name, CStringW& target,
+                     const std::string& description) {
+    return command.add_option_function<std::string>(
+        name, [&target](const std::string& text) { target = CStringW(text.c_str()); }, description);
+}
+
+CLI::Option* addTexts(CLI::App& command, const std::string& name, std::vector<CStringW>& targets,
+                      const std::string& description) {
+    return command.add_option_function<std::vector<std::string>>(
+        name,
+        [&targets](const std::vector<std::string>& texts) {
+            targets.clear();
+            for (const std::string& text : texts)
+                targets.emplace_back(text.c_str());
+        },
+        description);
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <corvane/text/CStringW.h>
+
+#include "Console.h"
+
+namespace CLI {
+class App;
+class Option;
+}  // namespace CLI
+
+/// How a run of the program ends. What kGood and kWrong stand for, each command tells in its help.
+enum ExitStatus : int {
+    kGood = 0,
+    kWrong = 1,     ///< The command did its work, and what it found is not as it should be.
+    kUnusable = 2,  ///< Bad usage, or input or output that cannot be read or written.
+};
+
+/// One command of the program. It declares its options to the parser, which reads them into the
+/// command's own fields, and runs when the user chose it.
+class Command {
+public:
+    Command(const Command&) = delete;
+    Command& operator=(const Command&) = delete;
+    virtual ~Command() = default;
+
+    bool isChosen() const;
+    /// True when nobody watches: no progress is shown.
+    virtual bool isBatch() const { return false; }
+    /// Does the command's work. Gives the exit status.
+    virtual int run(Console& console) = 0;
+
+protected:
+    /// `exitStatuses` is the foot of the command's help: what 0 and 1 stand for.
+    Command(CLI::App& program, const char* name, const char* description, const char* exitStatuses);
+
+    CLI::App& parser() { return *parser_; }
+
+private:
+    CLI::App* parser_;
+};
+
+/// The folders that many commands take in place of the environment's.
+struct FolderOptions {
+    std::vector<CStringW> modules;
+    CStringW data;
+    CStringW registry;
+
+    void declare(CLI::App& command);
+    /// Hands data and registry on to the library, which reads them from the environment.
+    void apply() const;
+};
+
+// An option or argument whose text, in the process's code page, goes to `target`.
+CLI::Option* addText(CLI::App& command, const std::string& name, CStringW& target,
+                     const std::string& description);
+CLI::Option* addTexts(CLI::App& command, const std::string& name, std::vector<CStringW>& targets,
+                      const std::string& description);
