@@ -18,7 +18,7 @@ constexpr const char* kFooter =
 
 // In the order of the help.
 constexpr std::unique_ptr<Command> (*kMakers[])(CLI::App&) = {makeRunCommand, makeShowCommand,
-                                                              makeSaveCommand};
+                                                              makeSaveCommand, makeUnitCommand};
 
 int runCommand(Command& command, Console& console) {
     try {

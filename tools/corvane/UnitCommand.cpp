@@ -1,0 +1,104 @@
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <cmath>
+#include <memory>
+#include <optional>
+#include <string>
+#include <system_error>
+
+#include "Commands.h"
+#include "Table.h"
+#include "UnitTable.h"
+
+namespace {
+
+/// A decimal number, whatever the locale. Nothing when the text is none, or beyond a double.
+std::optional<double> number(const CStringW& text) {
+    const std::string bytes = text.ToUtf8();
+    const char* first = bytes.data();
+    const char* last = first + bytes.size();
+    if (bytes.starts_with('+') && !bytes.starts_with("+-")) ++first;
+    double value = 0;
+    const auto [end, error] = std::from_chars(first, last, value);
+    if (error != std::errc() || end != last || !std::isfinite(value)) return std::nullopt;
+    return value;
+}
+
+/// The shortest text that reads back as the same number.
+CStringW shortest(double value) {
+    constexpr std::size_t kLongest = 24;  // "-1.2345678901234567e-308"
+    char text[kLongest];
+    const char* end = std::to_chars(text, text + kLongest, value).ptr;
+    return CStringW(std::u16string(static_cast<const char*>(text), end));
+}
+
+void listUnits(Console& console) {
+    Table table({u"Quantity", u"Code", u"Symbol", u"Name"});
+    for (const Unit& unit : allUnits()) {
+        CStringW code;
+        code.Format(u"%d", unit.code);
+        table.add({{quantityName(unit.quantity), code, unit.symbol}, {unit.name}});
+    }
+    table.print(console);
+}
+
+class UnitCommand : public Command {
+public:
+    explicit UnitCommand(CLI::App& program)
+        : Command(program, "units", "Convert a value from one unit to another, or list the units",
+                  "Exit status: 0 the result is printed, 2 a value that is no number, an unknown\n"
+                  "unit, or two units that do not measure the same.") {
+        CLI::Option* value = addText(parser(), "VALUE", value_, "A decimal number");
+        addText(parser(), "FROM", from_, "The symbol or name of its unit, as mm or millimetre");
+        CLI::Option* to = addText(parser(), "TO", to_, "That of the unit to convert it to");
+        CLI::Option* list =
+            parser().add_flag("--list", list_, "List the units with their symbols and codes");
+        list->excludes(value);
+        parser().callback([list, to] {
+            if (list->empty() && to->empty()) throw CLI::RequiredError("VALUE FROM TO or --list");
+        });
+    }
+
+    int run(Console& console) override {
+        if (!list_) return convertValue(console);
+        listUnits(console);
+        return kGood;
+    }
+
+private:
+    static int refuse(Console& console, const CStringW& why) {
+        console.report(u"corvane units: " + why);
+        return kUnusable;
+    }
+
+    int convertValue(Console& console) const {
+        const std::optional<double> value = number(value_);
+        if (!value)
+            return refuse(console, u"'" + value_ +
+                                       u"' is no number that can be converted; write "
+                                       u"it as 25.4 or 2.54e1");
+        const Unit* from = findUnit(from_);
+        const Unit* to = findUnit(to_);
+        if (!from || !to)
+            return refuse(console, u"'" + (from ? to_ : from_) +
+                                       u"' is no unit; corvane units --list shows them all");
+        if (from->quantity != to->quantity)
+            return refuse(console, from_ + u" is a unit of " + quantityName(from->quantity) +
+                                       u" and " + to_ + u" one of " + quantityName(to->quantity));
+        const double result = convert(*value, *from, *to);
+        if (!std::isfinite(result)) return refuse(console, u"the result is too large");
+        console.writeLine(shortest(result));
+        return kGood;
+    }
+
+    CStringW value_;
+    CStringW from_;
+    CStringW to_;
+    bool list_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeUnitCommand(CLI::App& program) {
+    return std::make_unique<UnitCommand>(program);
+}
