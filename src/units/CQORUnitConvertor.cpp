@@ -36,6 +36,27 @@ const LengthUnit* areaUnit(QorLong unit, QorLong kind) {
     return isArea ? rowOf(kLengthUnits, unit) : nullptr;
 }
 
+// The operations are built on these and not on each other, because a call through an exported name
+// costs more than the arithmetic.
+
+double fromMetres(double value, QorLong unit, QorLong kind) {
+    return value * perMetreOrRadian(unit, kind);
+}
+
+double inMetres(double value, QorLong unit, QorLong kind) {
+    return value / perMetreOrRadian(unit, kind);
+}
+
+double fromSquareMetres(double value, QorLong unit, QorLong kind) {
+    const LengthUnit* row = areaUnit(unit, kind);
+    return row ? value * row->areaFactor * row->areaFactorAgain : value;
+}
+
+double inSquareMetres(double value, QorLong unit, QorLong kind) {
+    const LengthUnit* row = areaUnit(unit, kind);
+    return row ? value / row->perSquareMetre : value;
+}
+
 // The codes of these tables count from 1.
 template <std::size_t Size>
 double converted(double value, const Ratio (&ratios)[Size][Size], QorLong from, QorLong to) {
@@ -51,34 +72,31 @@ double converted(double value, const Ratio (&ratios)[Size][Size], QorLong from, 
 CQORUnitConvertor::~CQORUnitConvertor() = default;
 
 double CQORUnitConvertor::ConversionFromMeters(double value, QorLong unit, QorLong kind) const {
-    return value * perMetreOrRadian(unit, kind);
+    return fromMetres(value, unit, kind);
 }
 
 double CQORUnitConvertor::ConversionInMeters(double value, QorLong unit, QorLong kind) const {
-    return value / perMetreOrRadian(unit, kind);
+    return inMetres(value, unit, kind);
 }
 
 double CQORUnitConvertor::ConversionFromOneUnitToAnother(double value, QorLong kind,
                                                          QorLong fromUnit, QorLong toUnit) const {
-    return ConversionFromMeters(ConversionInMeters(value, fromUnit, kind), toUnit, kind);
+    return fromMetres(inMetres(value, fromUnit, kind), toUnit, kind);
 }
 
 double CQORUnitConvertor::ConversionFromSquareMeters(double value, QorLong unit,
                                                      QorLong kind) const {
-    const LengthUnit* row = areaUnit(unit, kind);
-    return row ? value * row->areaFactor * row->areaFactorAgain : value;
+    return fromSquareMetres(value, unit, kind);
 }
 
 double CQORUnitConvertor::ConversionInSquareMeters(double value, QorLong unit, QorLong kind) const {
-    const LengthUnit* row = areaUnit(unit, kind);
-    return row ? value / row->perSquareMetre : value;
+    return inSquareMetres(value, unit, kind);
 }
 
 double CQORUnitConvertor::ConversionFromOneUnitToAnotherForArea(double value, QorLong kind,
                                                                 QorLong fromUnit,
                                                                 QorLong toUnit) const {
-    return ConversionFromSquareMeters(ConversionInSquareMeters(value, fromUnit, kind), toUnit,
-                                      kind);
+    return fromSquareMetres(inSquareMetres(value, fromUnit, kind), toUnit, kind);
 }
 
 double CQORUnitConvertor::ConversionFromOneUnitToAnotherForMass(double value, QorLong fromUnit,
