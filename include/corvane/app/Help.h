@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include <corvane/base/Export.h>
+#include <corvane/text/CStringW.h>
+
+extern "C" {
+
+/// Asks for help on a numbered topic and stores 1 when it was shown, else 0. No message tells of a
+/// failure, and no exception gets out.
+///
+/// The site's own page of the topic comes first, where CORVANE_CUSTOMIZED_HELP_FOLDER_PATH names
+/// the folder of such pages and the installation's two help files lead from the topic to a page
+/// there. Otherwise the help viewer shows the topic in `helpFile`, a compiled help file of the
+/// caller's. The call waits for neither to be closed. A null `shown` is passed over.
+CORVANE_EXPORT void ShowQORHelp(CStringW helpFile, std::int32_t helpId, int* shown);
+}
+
+namespace corvane {
+
+/// Where help would come from now: what tells whoever sets up a site why a topic shows or not.
+struct HelpSources {
+    /// The folder of the site's own pages, as CORVANE_CUSTOMIZED_HELP_FOLDER_PATH has it; empty
+    /// when it is not set. Without it the next two files and the opener are not used.
+    std::u16string siteFolder;
+    bool siteFolderExists = false;
+    /// The file that leads from a topic's number to its help name, and the one that leads from
+    /// there to a page. Both paths are full.
+    std::u16string topicFile;
+    bool topicFileExists = false;
+    std::u16string pageFile;
+    bool pageFileExists = false;
+    /// The full path of the program that opens pages, and of the viewer for compiled help; empty
+    /// when none is found. A process that has shown help keeps the viewer that it found then.
+    std::u16string opener;
+    std::u16string viewer;
+};
+
+/// Looks at the environment, the registry and the files; starts nothing.
+CORVANE_EXPORT HelpSources GetHelpSources();
+
+}  // namespace corvane
