@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include <corvane/app/StringTable.h>
+#include <corvane/base/Types.h>
 #include <corvane/platform/LoadedModule.h>
 #include <corvane/text/CStringW.h>
 
@@ -29,6 +30,20 @@ public:
     CStringW GetFrameworkDllPath() const;
     /// The English text of a string resource; empty when there is none.
     CStringW GetEnglishString(unsigned int number) const;
+
+    /// Shows help on a topic: the site's own page, else the topic in the caller's compiled help
+    /// file. 1 when it was shown, else 0; nothing is thrown.
+    int ShowHelp(CStringW helpFile, QorLong helpId) const;
+    /// Opens the site's own page of a topic. 1 when it was opened.
+    int ShowCustomizedHelp(QorLong helpId) const;
+    /// The folder of the site's own pages; `folder` stays as it is when the site names none.
+    void GetCustomizedHelpFolderPath(CStringW& folder) const;
+    /// The help name of a topic in a file of lines "#define <help name> <topic>": the first line in
+    /// which the number's digits stand is taken, and loses all of them. 1 when there is one. A file
+    /// that cannot be read leaves the name as it is; without a line it is empty.
+    int FindHelpIDInString(CStringW file, QorLong helpId, CStringW& helpName) const;
+    /// The same for the page of a help name, in a file of lines "<help name> = <page>".
+    int FindHelpHtmFileName(CStringW file, CStringW helpName, CStringW& page) const;
 
     /// The texts in the language in use; null without a module.
     const corvane::StringTable* strings() const { return strings_; }

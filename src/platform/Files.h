@@ -14,6 +14,9 @@ namespace corvane::platform {
 bool pathExists(std::u16string_view path);
 bool folderExists(std::u16string_view path);
 
+/// The path from the root on: a relative one continues the current folder. Empty when that is gone.
+std::u16string fullPath(std::u16string_view path);
+
 /// Makes a folder with its missing parents. True when it is there afterwards. A relative or empty
 /// path is refused.
 bool createFolders(std::u16string_view path);

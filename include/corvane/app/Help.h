@@ -1,9 +1,9 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 #include <corvane/base/Export.h>
+#include <corvane/base/Types.h>
 #include <corvane/text/CStringW.h>
 
 extern "C" {
@@ -15,7 +15,7 @@ extern "C" {
 /// the folder of such pages and the installation's two help files lead from the topic to a page
 /// there. Otherwise the help viewer shows the topic in `helpFile`, a compiled help file of the
 /// caller's. The call waits for neither to be closed. A null `shown` is passed over.
-CORVANE_EXPORT void ShowQORHelp(CStringW helpFile, std::int32_t helpId, int* shown);
+CORVANE_EXPORT void ShowQORHelp(CStringW helpFile, QorLong helpId, int* shown);
 }
 
 namespace corvane {

@@ -1,9 +1,11 @@
 #include <dirent.h>
+#include <filesystem>
 #include <memory>
 #include <sys/stat.h>
 
 #include "platform/FilePattern.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 #include "platform/Unicode.h"
 #include "platform/posix/NativePath.h"
 
@@ -24,6 +26,14 @@ bool pathExists(std::u16string_view path) {
 
 bool folderExists(std::u16string_view path) {
     return isFolder(nativePath(path));
+}
+
+std::u16string fullPath(std::u16string_view path) {
+    std::u16string own = normalise(path);
+    if (own.starts_with(kSeparator)) return own;
+    std::error_code gone;
+    const std::string current = std::filesystem::current_path(gone).string();
+    return gone ? std::u16string() : join(fromUtf8(current), own);
 }
 
 bool createFolders(std::u16string_view path) {

@@ -1,0 +1,108 @@
+#include <corvane/app/Help.h>
+
+#include "app/CCorvaneFrameworkApp.h"
+#include "app/HelpFiles.h"
+#include "platform/DebugOutput.h"
+#include "platform/Documents.h"
+#include "platform/Environment.h"
+#include "platform/Files.h"
+#include "platform/HelpViewer.h"
+#include "platform/Modules.h"
+#include "platform/Paths.h"
+
+using namespace corvane::app;
+using namespace corvane::platform;
+
+namespace {
+
+constexpr std::u16string_view kSiteVariable = u"CORVANE_CUSTOMIZED_HELP_FOLDER_PATH";
+
+// Help that cannot be given is no fault of the caller's, so whatever goes wrong is only told to
+// whoever debugs, and counts as not found.
+template <typename Step>
+int quietly(std::u16string_view complaint, Step step) {
+    try {
+        if (step()) return 1;
+    } catch (...) {
+        debugOutput(complaint);
+    }
+    return 0;
+}
+
+int findInFile(const CStringW& file, std::u16string_view sought, std::u16string_view mark,
+               CStringW& found, std::u16string_view complaint) {
+    return quietly(complaint, [&] {
+        const std::optional<std::u16string> text = readHelpFile(file);
+        if (!text) {
+            debugOutput(complaint);
+            return false;
+        }
+        const std::optional<CStringW> rest = restOfLine(*text, sought, mark);
+        found = rest.value_or(CStringW());
+        return rest.has_value();
+    });
+}
+
+}  // namespace
+
+int CCorvaneFrameworkApp::ShowHelp(CStringW helpFile, QorLong helpId) const {
+    return quietly(u"caught exception in CCorvaneFrameworkApp::ShowHelp", [&] {
+        return ShowCustomizedHelp(helpId) != 0 || HelpViewer::ofProcess().show(helpFile, helpId);
+    });
+}
+
+int CCorvaneFrameworkApp::ShowCustomizedHelp(QorLong helpId) const {
+    CStringW folder;
+    GetCustomizedHelpFolderPath(folder);
+    if (folder.IsEmpty()) return 0;
+    const std::u16string install(parentFolder(parentFolder(GetFrameworkDllPath())));
+    CStringW helpName;
+    CStringW page;
+    if (FindHelpIDInString(join(install, kTopicFile), helpId, helpName) == 0) return 0;
+    if (FindHelpHtmFileName(join(install, kPageFile), helpName, page) == 0) return 0;
+    return openDocument(join(folder, page)) ? 1 : 0;
+}
+
+void CCorvaneFrameworkApp::GetCustomizedHelpFolderPath(CStringW& folder) const {
+    quietly(u"caught exception in CCorvaneFrameworkApp::GetCustomizedHelpFolderPath", [&] {
+        if (const auto value = environmentVariable(kSiteVariable)) folder = *value;
+        return true;
+    });
+}
+
+int CCorvaneFrameworkApp::FindHelpIDInString(CStringW file, QorLong helpId,
+                                             CStringW& helpName) const {
+    CStringW numeral;
+    numeral.Format(u"%d", helpId);
+    return findInFile(file, numeral, u"#define", helpName,
+                      u"caught exception in CCorvaneFrameworkApp::FindHelpIDInString");
+}
+
+int CCorvaneFrameworkApp::FindHelpHtmFileName(CStringW file, CStringW helpName,
+                                              CStringW& page) const {
+    return findInFile(file, helpName, u"=", page,
+                      u"caught exception in CCorvaneFrameworkApp::FindHelpHtmFileName");
+}
+
+void ShowQORHelp(CStringW helpFile, QorLong helpId, int* shown) {
+    const CCorvaneFrameworkApp* const app = frameworkApp();
+    const int result = app ? app->ShowHelp(std::move(helpFile), helpId) : 0;
+    if (shown) *shown = result;
+}
+
+namespace corvane {
+
+HelpSources GetHelpSources() {
+    HelpSources sources;
+    sources.siteFolder = environmentVariable(kSiteVariable).value_or(std::u16string());
+    sources.siteFolderExists = !sources.siteFolder.empty() && folderExists(sources.siteFolder);
+    sources.topicFile = normalise(join(installFolder(), kTopicFile));
+    sources.topicFileExists = pathExists(sources.topicFile);
+    sources.pageFile = normalise(join(installFolder(), kPageFile));
+    sources.pageFileExists = pathExists(sources.pageFile);
+    sources.opener = documentOpener().value_or(std::u16string());
+    sources.viewer = HelpViewer::installed().value_or(std::u16string());
+    return sources;
+}
+
+}  // namespace corvane

@@ -1,0 +1,28 @@
+#include "platform/Documents.h"
+
+#include "platform/Environment.h"
+#include "platform/Files.h"
+#include "platform/Programs.h"
+
+namespace corvane::platform {
+namespace {
+
+// An opener that fails does so at once; one that finds a program may stay until that ends.
+constexpr std::chrono::seconds kPatience{2};
+
+}  // namespace
+
+std::optional<std::u16string> documentOpener() {
+    const std::u16string named =
+        environmentVariable(u"CORVANE_HELP_OPENER").value_or(std::u16string());
+    return findProgram(named.empty() ? u"xdg-open" : std::u16string_view(named));
+}
+
+bool openDocument(std::u16string_view path) {
+    if (!isPlainArgument(path) || !pathExists(path)) return false;
+    const std::optional<std::u16string> opener = documentOpener();
+    const std::u16string document = fullPath(path);
+    return opener && !document.empty() && startProgram(*opener, {&document, 1}, kPatience);
+}
+
+}  // namespace corvane::platform
