@@ -146,10 +146,18 @@ TEST_F(ConcreteRule, TellsOfOtherKindsByTheirOwnKeyOrFileAlone) {
     EXPECT_EQ(answers(), (std::vector{false, true, false}));
     site.enter(root, {"VSTAHostConfig"});
     using namespace corvane::platform;
-    const auto file = join(parentFolder(ownModuleFile()), u"QORProeAddinCreo7u.dll");
-    std::ofstream(std::filesystem::path(file)).put('x');
+    const auto folder = std::filesystem::path(parentFolder(ownModuleFile()));
+    const std::filesystem::path files[] = {
+        folder / "rules/QORProeAddinCreo7u.dll", folder / "QORProeAddinCreo7.dll",
+        folder / "qorproeaddincreo7u.DLL", folder / "QORProeAddinCreou.dll"};
+    std::filesystem::create_directory(folder / "rules");
+    for (const auto& file : files) {
+        EXPECT_EQ(answers(), (std::vector{true, true, file == files[3]}));
+        std::ofstream(file).put('x');
+    }
     EXPECT_EQ(answers(), (std::vector{true, true, true}));
-    std::filesystem::remove(file);
+    for (const auto& file : files)
+        std::filesystem::remove(file);
 }
 
 }  // namespace
