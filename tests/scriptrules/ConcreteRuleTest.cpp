@@ -158,6 +158,7 @@ TEST_F(ConcreteRule, TellsOfOtherKindsByTheirOwnKeyOrFileAlone) {
     EXPECT_EQ(answers(), (std::vector{true, true, true}));
     for (const auto& file : files)
         std::filesystem::remove(file);
+    std::filesystem::remove(folder / "rules");
 }
 
 }  // namespace

@@ -53,7 +53,7 @@ void resetSignals() {
 void closeAtExec() {
     if (::close_range(kFirstFree, ~0U, CLOSE_RANGE_CLOEXEC) == 0) return;
     // An older kernel.
-    const long limit = ::sysconf(_SC_OPEN_MAX);
+    const auto limit = ::sysconf(_SC_OPEN_MAX);
     const int end =
         limit < 0 || limit > kMostDescriptors ? kMostDescriptors : static_cast<int>(limit);
     for (int number = kFirstFree; number < end; ++number)
