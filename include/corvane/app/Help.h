@@ -14,7 +14,8 @@ extern "C" {
 /// The site's own page of the topic comes first, where CORVANE_CUSTOMIZED_HELP_FOLDER_PATH names
 /// the folder of such pages and the installation's two help files lead from the topic to a page
 /// there. Otherwise the help viewer shows the topic in `helpFile`, a compiled help file of the
-/// caller's. The call waits for neither to be closed. A null `shown` is passed over.
+/// caller's. The call waits for neither to be closed, but up to two seconds for an opener that may
+/// yet fail. A null `shown` is passed over.
 CORVANE_EXPORT void ShowQORHelp(CStringW helpFile, QorLong helpId, int* shown);
 }
 
