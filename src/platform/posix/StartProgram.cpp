@@ -1,8 +1,8 @@
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <spawn.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -10,12 +10,12 @@
 
 #include "platform/Programs.h"
 #include "platform/Unicode.h"
-#include "platform/posix/Descriptor.h"
 #include "platform/posix/NativePath.h"
 
-// This process forks a starter, the starter forks the program, looks after it for a moment, answers
-// and ends. So the program is no child of this process, which has only the starter to wait for.
-// Between fork and exec nothing is called that a child of a process with threads may not call.
+// This process makes a starter, the starter makes the program, looks after it for a moment and
+// ends. So the program is no child of this process, which has only the starter to wait for. The
+// starter borrows this process's memory instead of copying it, since a host may have gigabytes;
+// what the program needs is prepared before it is made.
 
 namespace corvane::platform {
 namespace {
@@ -25,53 +25,46 @@ using Clock = std::chrono::steady_clock;
 
 constexpr milliseconds kLookAgain{5};
 constexpr int kFirstFree = 3;  // behind the standard descriptors
-constexpr int kMostDescriptors = 1 << 16;
-constexpr int kCannotStart = 127;
 
-// A byte from a pipe; nothing when it is closed without one.
-std::optional<char> readByte(int pipe) {
-    char byte;
-    ssize_t count;
-    do {
-        count = ::read(pipe, &byte, 1);
-    } while (count < 0 && errno == EINTR);
-    return count == 1 ? std::optional(byte) : std::nullopt;
-}
+// What a program starts with: nothing to read, nowhere to write, no other descriptor, a session of
+// its own, no signal blocked and none ignored.
+class Surroundings {
+public:
+    Surroundings() {
+        posix_spawn_file_actions_init(&files_);
+        posix_spawn_file_actions_addopen(&files_, STDIN_FILENO, "/dev/null", O_RDWR, 0);
+        for (int output = STDIN_FILENO + 1; output < kFirstFree; ++output)
+            posix_spawn_file_actions_adddup2(&files_, STDIN_FILENO, output);
+        posix_spawn_file_actions_addclosefrom_np(&files_, kFirstFree);
+        sigset_t none;
+        sigset_t all;
+        sigemptyset(&none);
+        sigfillset(&all);
+        posix_spawnattr_init(&attributes_);
+        posix_spawnattr_setsigmask(&attributes_, &none);
+        posix_spawnattr_setsigdefault(&attributes_, &all);
+        posix_spawnattr_setflags(
+            &attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSID);
+    }
+    Surroundings(const Surroundings&) = delete;
+    Surroundings& operator=(const Surroundings&) = delete;
+    ~Surroundings() {
+        posix_spawnattr_destroy(&attributes_);
+        posix_spawn_file_actions_destroy(&files_);
+    }
 
-void writeByte(int pipe, char byte) {
-    writeAll(pipe, {&byte, 1});
-}
+    // The program's process, or -1 when it cannot be started.
+    pid_t spawn(char* const* arguments) const {
+        pid_t program = -1;
+        const int error =
+            ::posix_spawn(&program, arguments[0], &files_, &attributes_, arguments, environ);
+        return error == 0 ? program : -1;
+    }
 
-void resetSignals() {
-    for (int number = 1; number <= SIGRTMAX; ++number)
-        ::signal(number, SIG_DFL);
-    sigset_t none;
-    sigemptyset(&none);
-    ::sigprocmask(SIG_SETMASK, &none, nullptr);
-}
-
-void closeAtExec() {
-    if (::close_range(kFirstFree, ~0U, CLOSE_RANGE_CLOEXEC) == 0) return;
-    // An older kernel.
-    const auto limit = ::sysconf(_SC_OPEN_MAX);
-    const int end =
-        limit < 0 || limit > kMostDescriptors ? kMostDescriptors : static_cast<int>(limit);
-    for (int number = kFirstFree; number < end; ++number)
-        ::fcntl(number, F_SETFD, FD_CLOEXEC);
-}
-
-[[noreturn]] void becomeProgram(char* const* arguments, int failure) {
-    // The pipe may have taken the place of a standard descriptor that the host has closed.
-    const int report = ::fcntl(failure, F_DUPFD_CLOEXEC, kFirstFree);
-    const int nothing = ::open("/dev/null", O_RDWR);
-    for (int standard = 0; standard < kFirstFree; ++standard)
-        ::dup2(nothing, standard);
-    closeAtExec();
-    resetSignals();
-    ::execv(arguments[0], arguments);
-    writeByte(report, 0);
-    ::_exit(kCannotStart);
-}
+private:
+    posix_spawn_file_actions_t files_;
+    posix_spawnattr_t attributes_;
+};
 
 // False when the program ends badly in time.
 bool runsOn(pid_t program, milliseconds patience) {
@@ -85,30 +78,29 @@ bool runsOn(pid_t program, milliseconds patience) {
     return true;
 }
 
-[[noreturn]] void becomeStarter(char* const* arguments, milliseconds patience, int answer) {
-    ::setsid();
-    ::signal(SIGCHLD, SIG_DFL);
-    std::array<int, 2> failure{-1, -1};
-    const pid_t program = ::pipe2(failure.data(), O_CLOEXEC) == 0 ? ::fork() : -1;
-    if (program == 0) becomeProgram(arguments, failure[1]);
-    ::close(failure[1]);
-    // The pipe is closed without a byte when the program takes over.
-    const bool started = program > 0 && !readByte(failure[0]) && runsOn(program, patience);
-    writeByte(answer, started ? 1 : 0);
-    ::_exit(0);
-}
+// Keeps the host's handlers out of the starter, whose memory is the host's.
+class BlockedSignals {
+public:
+    BlockedSignals() {
+        sigset_t all;
+        sigfillset(&all);
+        ::pthread_sigmask(SIG_SETMASK, &all, &former_);
+    }
+    BlockedSignals(const BlockedSignals&) = delete;
+    BlockedSignals& operator=(const BlockedSignals&) = delete;
+    ~BlockedSignals() { ::pthread_sigmask(SIG_SETMASK, &former_, nullptr); }
 
-// Forks while no handler of the host's can run in the child.
-pid_t forkQuietly() {
-    sigset_t all;
-    sigset_t former;
-    sigfillset(&all);
-    ::pthread_sigmask(SIG_SETMASK, &all, &former);
-    const pid_t child = ::fork();
-    const int error = errno;
-    if (child != 0) ::pthread_sigmask(SIG_SETMASK, &former, nullptr);
-    errno = error;
-    return child;
+private:
+    sigset_t former_;
+};
+
+// Runs in the starter. It may not return from there, nor throw.
+[[noreturn]] void beStarter(const Surroundings& surroundings, char* const* arguments,
+                            milliseconds patience, volatile bool& started) {
+    ::signal(SIGCHLD, SIG_DFL);
+    const pid_t program = surroundings.spawn(arguments);
+    started = program > 0 && runsOn(program, patience);
+    ::_exit(0);
 }
 
 }  // namespace
@@ -123,17 +115,13 @@ bool startProgram(std::u16string_view program, std::span<const std::u16string> a
     std::vector<char*> pointers(texts.size() + 1);
     std::ranges::transform(texts, pointers.begin(), [](std::string& text) { return text.data(); });
 
-    std::array<int, 2> pipe{};
-    if (::pipe2(pipe.data(), O_CLOEXEC) != 0) return false;
-    const Descriptor answer(pipe[0]);
-    Descriptor answering(pipe[1]);
-    const pid_t starter = forkQuietly();
-    if (starter == 0) becomeStarter(pointers.data(), patience, answering.get());
-    answering.close();
-    if (starter < 0) return false;
-    const bool started = readByte(answer.get()).value_or(0) == 1;
-    // A host that takes care of all children may have been faster.
-    while (::waitpid(starter, nullptr, 0) < 0 && errno == EINTR) {
+    const Surroundings surroundings;
+    const BlockedSignals blocked;
+    volatile bool started = false;
+    const pid_t starter = ::vfork();  // NOLINT: a copy of the host's memory is what it avoids.
+    if (starter == 0) beStarter(surroundings, pointers.data(), patience, started);
+    // A host that takes care of all children may be faster.
+    while (starter > 0 && ::waitpid(starter, nullptr, 0) < 0 && errno == EINTR) {
     }
     return started;
 }
