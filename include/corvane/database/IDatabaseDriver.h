@@ -6,11 +6,15 @@
 #include <corvane/base/Types.h>
 #include <corvane/database/IQuery.h>
 #include <corvane/database/Status.h>
+#include <corvane/text/CStringW.h>
 
 namespace qor_db {
 
 /// One connection of a driver module. The collector is its only caller and owner; what the
 /// collector promises about errors, threads and queries, the driver keeps.
+///
+/// A query shares what it needs of its connection and may outlive it, though not its module. The
+/// end of a connection rolls an open transaction back.
 class IDatabaseConnection {
 public:
     virtual ~IDatabaseConnection() = default;
@@ -22,7 +26,8 @@ public:
     virtual void setTimeout(int milliseconds) noexcept = 0;
     virtual bool readOnly() const noexcept = 0;
 
-    /// The version of the reference tables: 0 for a database that holds nothing of this library.
+    /// The version of the reference tables: 0 for a database that holds nothing of this library,
+    /// such as another program's file with a version of its own.
     virtual Outcome<int> schemaVersion() noexcept = 0;
     /// Notes the version, as part of the transaction that is open.
     virtual Status setSchemaVersion(int version) noexcept = 0;
@@ -38,10 +43,10 @@ struct OpenRequest {
 };
 
 /// The export of a driver module: opens a connection. The version is that of this header; a driver
-/// that was built for another one refuses.
+/// that was built for another one refuses. `connection` is null exactly when `status` is an error.
 using OpenDatabaseFunction = void (*)(int interfaceVersion, const OpenRequest& request,
                                       std::unique_ptr<IDatabaseConnection>& connection,
-                                      Status& status);
+                                      Status& status) noexcept;
 inline constexpr const char* kOpenDatabaseName = "openQorDatabase";
 inline constexpr int kDriverInterfaceVersion = 1;
 
