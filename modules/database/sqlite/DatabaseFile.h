@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+#include <corvane/database/IDatabaseDriver.h>
+
+namespace qor_db::sqlite {
+
+/// The file that a request names, ready to be opened.
+struct DatabaseFile {
+    /// Absolute, so that the database reads nothing but a path into it: neither a URI nor a name
+    /// with a meaning of its own such as ":memory:".
+    std::string path;  ///< UTF-8
+    bool exists = false;
+
+    /// The same file as a URI, with parameters behind it.
+    std::string uri(const char* parameters) const;
+    /// True when another program has left changes in a write-ahead log beside the file.
+    bool hasLog() const;
+};
+
+/// Looks at the file. Makes the folder of a missing one when the request allows it.
+Outcome<DatabaseFile> findDatabaseFile(const OpenRequest& request);
+
+}  // namespace qor_db::sqlite

@@ -1,0 +1,82 @@
+#include "Open.h"
+
+#include <algorithm>
+
+#include "DatabaseFile.h"
+
+namespace qor_db::sqlite {
+namespace {
+
+/// Up to this size every page of a file is checked when it is opened, which takes milliseconds.
+constexpr std::int64_t kCheckedBytes = 4 * 1024 * 1024;
+
+// The schema of a file is its maker's program: it gets no functions with side effects, cannot
+// write what the database keeps its own books in, and a page that lies is found when it is read.
+void harden(sqlite3* handle) {
+    sqlite3_extended_result_codes(handle, 1);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
+    // A column's name with a slip in it is a fault, not a text.
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+}
+
+Outcome<std::shared_ptr<Database>> openFile(const std::string& name, int flags, int timeout) {
+    sqlite3* handle = nullptr;
+    const int result = sqlite3_open_v2(name.c_str(), &handle, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+    if (!handle) throw std::bad_alloc();
+    auto database = std::make_shared<Database>(handle);
+    if (result != SQLITE_OK) return database->fault(result);
+    harden(handle);
+    sqlite3_busy_timeout(handle, std::max(timeout, 0));
+    // A file that shrinks under a memory map would end the process.
+    Status status = database->run("PRAGMA cell_size_check=ON; PRAGMA mmap_size=0");
+    if (!status.ok()) return status;
+    return database;
+}
+
+// Reads the header and the whole schema, which finds a file that is cut short too.
+Status probe(const Database& database) {
+    return database.number("SELECT count(*) FROM sqlite_schema").status();
+}
+
+Status checkPages(const Database& database) {
+    const Outcome<std::int64_t> pages = database.number("PRAGMA page_count");
+    const Outcome<std::int64_t> bytes = database.number("PRAGMA page_size");
+    if (!pages || !bytes || *pages * *bytes > kCheckedBytes) return {};
+    // The rows may break the rules of their maker, whose functions may not be here.
+    Status status = database.run("PRAGMA ignore_check_constraints=ON");
+    const Outcome<std::int64_t> sound =
+        database.number("SELECT count(*) FROM pragma_quick_check(1) WHERE quick_check='ok'");
+    if (status.ok()) status = database.run("PRAGMA ignore_check_constraints=OFF");
+    if (!sound) return sound.status();
+    if (*sound == 1) return status;
+    return faultOf(SQLITE_CORRUPT, u"The pages of the database file contradict each other.");
+}
+
+}  // namespace
+
+Outcome<std::shared_ptr<Database>> openDatabase(const OpenRequest& request) {
+    const Outcome<DatabaseFile> file = findDatabaseFile(request);
+    if (!file) return file.status();
+    const int create = file->exists ? 0 : SQLITE_OPEN_CREATE;
+    Outcome<std::shared_ptr<Database>> database =
+        openFile(file->path, SQLITE_OPEN_READWRITE | create, request.timeoutMilliseconds);
+    if (!database) return database;
+    Status status = probe(**database);
+    if (status.code == ErrorCode::CannotOpen && !file->hasLog()) {
+        // A file with a write-ahead log in a folder where no log can be made. Nobody has left a
+        // log, so the file alone is whole.
+        database = openFile(file->uri("?immutable=1"), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI,
+                            request.timeoutMilliseconds);
+        if (!database) return database;
+        status = probe(**database);
+    }
+    if (status.ok()) status = checkPages(**database);
+    if (!status.ok()) return status;
+    (*database)->guardTransactions();
+    return database;
+}
+
+}  // namespace qor_db::sqlite
