@@ -1,0 +1,96 @@
+#include "Connection.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "Query.h"
+#include "Tables.h"
+
+namespace qor_db::odbc {
+namespace {
+
+constexpr const char16_t* kSchemaTable = u"QorSchema";
+
+}  // namespace
+
+Outcome<std::unique_ptr<IQuery>> Connection::prepare(std::u16string_view statement) noexcept {
+    return driver::guarded([&] { return Query::prepare(session_, statement); });
+}
+
+void Connection::setTimeout(int milliseconds) noexcept {
+    driver::guarded([&] {
+        session_->setTimeout(milliseconds);
+        return Status();
+    });
+}
+
+Outcome<std::unique_ptr<IQuery>> Connection::execute(std::u16string_view text,
+                                                     const std::vector<Value>& parameters) {
+    Outcome<std::unique_ptr<IQuery>> query = Query::prepare(session_, text);
+    if (!query) return query;
+    Status status = (*query)->execute(parameters);
+    if (!status.ok()) return status;
+    return query;
+}
+
+// Looked for until it is there once, since nobody takes it away again but a rollback.
+Outcome<bool> Connection::hasSchemaTable() {
+    if (schemaTableKnown_) return true;
+    const Outcome<std::vector<CStringW>> names = tableNames(*session_, kSchemaTable);
+    if (!names) return names.status();
+    // The name is a pattern, and its case that of the server.
+    const bool there = std::any_of(names->begin(), names->end(), [](const CStringW& name) {
+        return name.CompareNoCase(kSchemaTable) == 0;
+    });
+    schemaTableKnown_ = there && !inTransaction();
+    return there;
+}
+
+Outcome<int> Connection::schemaVersion() noexcept {
+    return driver::guarded([this]() -> Outcome<int> {
+        const Outcome<bool> there = hasSchemaTable();
+        if (!there) return there.status();
+        if (!*there) return 0;
+        const auto query = execute(u"SELECT version FROM QorSchema");
+        if (!query) return query.status();
+        if (!(*query)->next()) return 0;
+        const std::int64_t version = (*query)->row().integer(0).value_or(-1);
+        if (version < 0 || version > std::numeric_limits<int>::max())
+            return driver::failure(ErrorCode::Damaged, u"QorSchema holds no version.");
+        return static_cast<int>(version);
+    });
+}
+
+Status Connection::setSchemaVersion(int version) noexcept {
+    return driver::guarded([&] {
+        const Outcome<bool> there = hasSchemaTable();
+        if (!there) return there.status();
+        if (!*there) {
+            const auto made = execute(u"CREATE TABLE QorSchema (version INTEGER NOT NULL)");
+            if (!made) return made.status();
+        }
+        const auto updated = execute(u"UPDATE QorSchema SET version = ?", {version});
+        if (!updated || (*updated)->changedRows() > 0) return updated.status();
+        return execute(u"INSERT INTO QorSchema (version) VALUES (?)", {version}).status();
+    });
+}
+
+Outcome<bool> Connection::isEmpty() noexcept {
+    return driver::guarded([this]() -> Outcome<bool> {
+        const Outcome<std::vector<CStringW>> names = tableNames(*session_, u"%");
+        if (!names) return names.status();
+        return names->empty();
+    });
+}
+
+Status Connection::beginTransaction() {
+    const Outcome<bool> there = hasSchemaTable();
+    if (!there) return there.status();
+    Status status = session_->begin();
+    if (!status.ok() || !*there) return status;
+    status = execute(u"UPDATE QorSchema SET version = version").status();
+    if (!status.ok()) session_->rollback();
+    return status;
+}
+
+}  // namespace qor_db::odbc
