@@ -60,12 +60,14 @@ std::string DatabaseFile::uri(const char* parameters) const {
     return result + parameters;
 }
 
-bool DatabaseFile::hasLog() const {
-    const std::string log = path + "-wal";
-    std::error_code error;
-    const std::uintmax_t size =
-        fs::file_size(fs::path(std::u8string(log.begin(), log.end())), error);
-    return !error && size > 0;
+bool DatabaseFile::hasJournal() const {
+    const char* const kEndings[] = {"-wal", "-journal"};
+    return std::any_of(std::begin(kEndings), std::end(kEndings), [this](const char* ending) {
+        const std::string name = path + ending;
+        std::error_code error;
+        const auto size = fs::file_size(fs::path(std::u8string(name.begin(), name.end())), error);
+        return !error && size > 0;
+    });
 }
 
 Outcome<DatabaseFile> findDatabaseFile(const OpenRequest& request) {

@@ -15,8 +15,8 @@ struct DatabaseFile {
 
     /// The same file as a URI, with parameters behind it.
     std::string uri(const char* parameters) const;
-    /// True when another program has left changes in a write-ahead log beside the file.
-    bool hasLog() const;
+    /// True when changes stand in a journal beside the file, so that the file alone is not whole.
+    bool hasJournal() const;
 };
 
 /// Looks at the file. Makes the folder of a missing one when the request allows it.

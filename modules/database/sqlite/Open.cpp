@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "DatabaseFile.h"
+#include "common/Guard.h"
 
 namespace qor_db::sqlite {
 namespace {
@@ -65,9 +66,13 @@ Outcome<std::shared_ptr<Database>> openDatabase(const OpenRequest& request) {
         openFile(file->path, SQLITE_OPEN_READWRITE | create, request.timeoutMilliseconds);
     if (!database) return database;
     Status status = probe(**database);
-    if (status.code == ErrorCode::CannotOpen && !file->hasLog()) {
-        // A file with a write-ahead log in a folder where no log can be made. Nobody has left a
-        // log, so the file alone is whole.
+    if (status.code == ErrorCode::CannotOpen || status.code == ErrorCode::ReadOnly) {
+        // A file whose mode wants a log beside it, where none can be made.
+        if (file->hasJournal())
+            return driver::failure(ErrorCode::CannotOpen,
+                                   u"Changes stand in a journal beside the database file, which "
+                                   u"only a user who may write there can take up.",
+                                   status.nativeCode);
         database = openFile(file->uri("?immutable=1"), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI,
                             request.timeoutMilliseconds);
         if (!database) return database;
