@@ -1,7 +1,6 @@
 #include "Columns.h"
 
 #include <algorithm>
-#include <optional>
 #include <string>
 #include <utility>
 
@@ -37,21 +36,21 @@ Column::Kind kindOf(SQLSMALLINT type, SQLULEN digits, SQLSMALLINT scale) {
     }
 }
 
-// A value of fixed size. Nothing when the driver fails.
+// A value of fixed size. False when the driver fails.
 template <typename Number>
-std::optional<Value> readNumber(SQLHANDLE statement, SQLUSMALLINT column, SQLSMALLINT type) {
+bool readNumber(SQLHANDLE statement, SQLUSMALLINT column, SQLSMALLINT type, Value& value) {
     Number number{};
     SQLLEN length = 0;
     if (!SQL_SUCCEEDED(SQLGetData(statement, column, type, &number, sizeof number, &length)))
-        return std::nullopt;
-    if (length == SQL_NULL_DATA) return Value();
-    return Value(number);
+        return false;
+    if (length != SQL_NULL_DATA) value = Value(number);
+    return true;
 }
 
 // A value of any length, by pieces. `spare` units at the end of a piece are the driver's own zero.
 template <typename Result, typename Sequence>
-std::optional<Value> readLong(SQLHANDLE statement, SQLUSMALLINT column, SQLSMALLINT type,
-                              std::size_t spare) {
+bool readLong(SQLHANDLE statement, SQLUSMALLINT column, SQLSMALLINT type, std::size_t spare,
+              Value& value) {
     using Unit = typename Sequence::value_type;
     Sequence all;
     Sequence piece(kFirstPiece, Unit{});
@@ -61,8 +60,8 @@ std::optional<Value> readLong(SQLHANDLE statement, SQLUSMALLINT column, SQLSMALL
             SQLGetData(statement, column, type, piece.data(),
                        static_cast<SQLLEN>(piece.size() * sizeof(Unit)), &length);
         if (result == SQL_NO_DATA) break;
-        if (!SQL_SUCCEEDED(result)) return std::nullopt;
-        if (length == SQL_NULL_DATA) return Value();
+        if (!SQL_SUCCEEDED(result)) return false;
+        if (length == SQL_NULL_DATA) return true;
         const std::size_t room = piece.size() - spare;
         const bool more = length < 0 || static_cast<std::size_t>(length) > room * sizeof(Unit);
         const std::size_t count = more ? room : static_cast<std::size_t>(length) / sizeof(Unit);
@@ -70,21 +69,22 @@ std::optional<Value> readLong(SQLHANDLE statement, SQLUSMALLINT column, SQLSMALL
         if (!more || result == SQL_SUCCESS) break;
         piece.resize(std::min(piece.size() * 2, kMostPiece));
     }
-    return Value(Result(std::move(all)));
+    value = Value(Result(std::move(all)));
+    return true;
 }
 
-std::optional<Value> readValue(SQLHANDLE statement, SQLUSMALLINT column, Column::Kind kind) {
+bool readValue(SQLHANDLE statement, SQLUSMALLINT column, Column::Kind kind, Value& value) {
     switch (kind) {
         case Column::Kind::Whole:
-            return readNumber<std::int64_t>(statement, column, SQL_C_SBIGINT);
+            return readNumber<std::int64_t>(statement, column, SQL_C_SBIGINT, value);
         case Column::Kind::Real:
-            return readNumber<double>(statement, column, SQL_C_DOUBLE);
+            return readNumber<double>(statement, column, SQL_C_DOUBLE, value);
         case Column::Kind::Bytes:
-            return readLong<Bytes, Bytes>(statement, column, SQL_C_BINARY, 0);
+            return readLong<Bytes, Bytes>(statement, column, SQL_C_BINARY, 0, value);
         case Column::Kind::Text:
-            return readLong<CStringW, std::u16string>(statement, column, SQL_C_WCHAR, 1);
+            return readLong<CStringW, std::u16string>(statement, column, SQL_C_WCHAR, 1, value);
     }
-    return std::nullopt;
+    return false;
 }
 
 }  // namespace
@@ -110,13 +110,10 @@ bool describeColumns(SQLHANDLE statement, std::vector<Column>& columns) {
 }
 
 bool readRow(SQLHANDLE statement, const std::vector<Column>& columns, Row& row) {
-    std::vector<Value> values;
-    values.reserve(columns.size());
+    std::vector<Value> values(columns.size());
     for (std::size_t i = 0; i < columns.size(); ++i) {
-        std::optional<Value> value =
-            readValue(statement, static_cast<SQLUSMALLINT>(i + 1), columns[i].kind);
-        if (!value) return false;
-        values.push_back(std::move(*value));
+        if (!readValue(statement, static_cast<SQLUSMALLINT>(i + 1), columns[i].kind, values[i]))
+            return false;
     }
     row = Row(std::move(values));
     return true;

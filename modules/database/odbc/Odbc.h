@@ -2,8 +2,9 @@
 
 // The interface of the driver manager: https://learn.microsoft.com/sql/odbc/reference
 #ifdef _WIN32
+#ifndef NOMINMAX
 #define NOMINMAX
-#define WIN32_LEAN_AND_MEAN
+#endif
 #include <windows.h>
 #endif
 #include <sql.h>
