@@ -203,11 +203,7 @@ TEST_P(DriverTest, RefusesAnotherInterface) {
 
 const Driver kDrivers[] = {
     {"sqlite", u"QorSqliteDatabaseu.dll", [](const CStringW& file) { return file; }},
-    {"odbc", u"QorOdbcDatabaseu.dll",
-     [](const CStringW& file) {
-         return u"Driver=" + CStringW::FromUtf8(SQLITE_ODBC_DRIVER) + u";Timeout=50;Database=" +
-                file;
-     }},
+    {"odbc", u"QorOdbcDatabaseu.dll", sourceOf},
 };
 INSTANTIATE_TEST_SUITE_P(All, DriverTest, testing::ValuesIn(kDrivers),
                          [](const auto& driver) { return driver.param.name; });

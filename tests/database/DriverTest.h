@@ -66,6 +66,11 @@ inline Opened openDatabase(const char16_t* module, CStringW target, bool mayCrea
     return opened;
 }
 
+/// The connection string of a database file behind the driver manager.
+inline CStringW sourceOf(const CStringW& file) {
+    return u"Driver=" + CStringW::FromUtf8(SQLITE_ODBC_DRIVER) + u";Timeout=50;Database=" + file;
+}
+
 /// Runs one statement.
 inline Status run(IDatabaseConnection& connection, std::u16string_view statement,
                   const std::vector<Value>& parameters = {}) {

@@ -90,6 +90,8 @@ Status Connection::beginTransaction() {
     if (!status.ok() || !*there) return status;
     status = execute(u"UPDATE QorSchema SET version = version").status();
     if (!status.ok()) session_->rollback();
+    // The table is there: what is wrong with the statement is the right to change it.
+    if (status.code == ErrorCode::BadQuery) status.code = ErrorCode::ReadOnly;
     return status;
 }
 

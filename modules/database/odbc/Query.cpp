@@ -1,6 +1,7 @@
 #include "Query.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <new>
 
@@ -60,6 +61,8 @@ Status Query::run(const std::vector<Value>& values) {
     session_->limit(statement_);
     Parameters parameters(statement_.get());
     for (const Value& value : values) {
+        if (value.real() && std::isinf(*value.real()))
+            return driver::failure(ErrorCode::BadParameter, u"A parameter is infinite.");
         if (!parameters.add(value)) return session_->fault(statement_, Phase::Execute);
     }
     // "No data" is a change of no row.

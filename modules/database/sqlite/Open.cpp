@@ -9,7 +9,7 @@ namespace qor_db::sqlite {
 namespace {
 
 /// Up to this size every page of a file is checked when it is opened, which takes milliseconds.
-constexpr std::int64_t kCheckedBytes = 4 * 1024 * 1024;
+constexpr std::int64_t kCheckedBytes = std::int64_t{4} << 20;
 
 // The schema of a file is its maker's program: it gets no functions with side effects, cannot
 // write what the database keeps its own books in, and a page that lies is found when it is read.
