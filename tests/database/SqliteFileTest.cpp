@@ -94,9 +94,9 @@ TEST_F(SqliteFileTest, OpensUnusualNames) {
 
 TEST_F(SqliteFileTest, OpensReadOnlyFilesForReading) {
     make("plain/rules.dat");
-    make("log/rules.dat", u"PRAGMA journal_mode=WAL");
+    make("l%20#ü?/rules.dat", u"PRAGMA journal_mode=WAL");
     allow("", 0755);
-    for (const char* name : {"plain", "log"}) {
+    for (const char* name : {"plain", "l%20#ü?"}) {
         for (const unsigned folderRights : {0555U, 0755U}) {
             const std::string file = std::string(name) + "/rules.dat";
             allow(file.c_str(), 0444);
@@ -162,6 +162,14 @@ TEST_F(SqliteFileTest, ReadsWhileAnotherConnectionWrites) {
     }
     EXPECT_THAT(writer->commit(), IsOk());
     EXPECT_EQ(rowsOf(*reader), Value(0));
+}
+
+TEST_F(SqliteFileTest, WaitsNoLongerThanAskedForALockedFile) {
+    make();
+    const Opened owner = open();
+    ASSERT_THAT(run(*owner, u"PRAGMA locking_mode=EXCLUSIVE"), IsOk());
+    ASSERT_THAT(run(*owner, u"DELETE FROM kept"), IsOk());
+    EXPECT_THAT(open().status, Fails(ErrorCode::Locked));
 }
 
 TEST_F(SqliteFileTest, SurvivesAWriterThatIsKilled) {

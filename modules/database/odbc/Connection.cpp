@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <string_view>
 
 #include "Query.h"
 #include "Tables.h"
@@ -9,7 +10,10 @@
 namespace qor_db::odbc {
 namespace {
 
-constexpr const char16_t* kSchemaTable = u"QorSchema";
+constexpr std::u16string_view kSchemaTable = u"QorSchema";
+/// Fits each name of that length: which case a server gives a name is its own affair.
+constexpr const char16_t* kSchemaTablePattern = u"_________";
+static_assert(kSchemaTable.size() == std::u16string_view(kSchemaTablePattern).size());
 
 }  // namespace
 
@@ -36,9 +40,8 @@ Outcome<std::unique_ptr<IQuery>> Connection::execute(std::u16string_view text,
 // Looked for until it is there once, since nobody takes it away again but a rollback.
 Outcome<bool> Connection::hasSchemaTable() {
     if (schemaTableKnown_) return true;
-    const Outcome<std::vector<CStringW>> names = tableNames(*session_, kSchemaTable);
+    const Outcome<std::vector<CStringW>> names = tableNames(*session_, kSchemaTablePattern);
     if (!names) return names.status();
-    // The name is a pattern, and its case that of the server.
     const bool there = std::any_of(names->begin(), names->end(), [](const CStringW& name) {
         return name.CompareNoCase(kSchemaTable) == 0;
     });
