@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
@@ -20,13 +19,6 @@ inline void PrintTo(const Status& status, std::ostream* out) {
     *out << static_cast<int>(status.code) << " (" << status.nativeCode << ") "
          << status.message.ToUtf8();
 }
-inline void PrintTo(const Value& value, std::ostream* out) {
-    if (value.text()) *out << '"' << value.text()->ToUtf8().substr(0, 80) << '"';
-    if (value.number()) *out << *value.number();
-    if (value.bytes()) *out << value.bytes()->size() << " bytes";
-    if (value.isNull()) *out << "null";
-}
-
 }  // namespace qor_db
 
 using namespace qor_db;
@@ -43,25 +35,19 @@ struct Opened {
     std::unique_ptr<IDatabaseConnection> connection;
     Status status;
 
-    IDatabaseConnection* operator->() const { return connection.get(); }
-    IDatabaseConnection& operator*() const { return *connection; }
+    auto* operator->() const { return connection.get(); }
+    auto& operator*() const { return *connection; }
 };
 
 /// Opens by a driver module as the collector does.
 inline Opened openDatabase(const char16_t* module, CStringW target, bool mayCreate = true,
                            int timeout = 50, int version = kDriverInterfaceVersion) {
     // Queries may outlive everything but their module.
-    static const auto& modules = *new std::function([](std::u16string_view name) {
-        static auto& loaded = *new std::map<std::u16string, corvane::LoadedModule, std::less<>>;
-        return &loaded.try_emplace(std::u16string(name), name).first->second;
-    });
+    static auto& modules = *new std::map<std::u16string, corvane::LoadedModule>;
+    const auto open = modules.try_emplace(module, std::u16string_view(module))
+                          .first->second.function<OpenDatabaseFunction>(kOpenDatabaseName);
     Opened opened;
-    const auto open = modules(module)->function<OpenDatabaseFunction>(kOpenDatabaseName);
-    if (open) {
-        open(version, {target, mayCreate, timeout}, opened.connection, opened.status);
-    } else {
-        opened.status = {ErrorCode::DriverNotLoaded, u"no export", 0};
-    }
+    open(version, {target, mayCreate, timeout}, opened.connection, opened.status);
     EXPECT_EQ(opened.status.ok(), opened.connection != nullptr);
     return opened;
 }
