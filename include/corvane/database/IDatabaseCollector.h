@@ -23,11 +23,14 @@ struct ConnectionInfo {
 /// The rule database as rule modules see it. QORDataHelper hands it out; its module owns it.
 ///
 /// A collector is there even when its database could not be opened: status() says why, and every
-/// operation gives ErrorCode::NotOpen. Errors are values, nothing raises. A collector and its
-/// queries belong to one thread at a time.
+/// operation gives ErrorCode::NotOpen. Three statuses other than Ok leave the database open, so
+/// that queries and transactions work and only the lookups of reference() are refused: NoSchema,
+/// NewerVersion, and ReadOnly where the tables would have to be made or upgraded first
+/// (ConnectionInfo::open tells). Errors are values, nothing raises. A collector and its queries
+/// belong to one thread at a time.
 class IDatabaseCollector {
 public:
-    /// What became of the last attempt to open the database.
+    /// What became of the last attempt to open the database; Ok once installSchema has succeeded.
     virtual const Status& status() const noexcept = 0;
     virtual ConnectionInfo connection() const noexcept = 0;
 
@@ -47,15 +50,16 @@ public:
     virtual Status commit() noexcept = 0;
     virtual Status rollback() noexcept = 0;
 
-    /// Makes or upgrades the reference tables. A database file of this library gets them by itself
-    /// when it is opened; the database of a site or on a server only by this call.
+    /// Makes or upgrades the reference tables. A database file that is new, empty or of this
+    /// library gets them by itself when it is opened; a file with tables of a site's own and a
+    /// database on a server only by this call. Not inside a transaction.
     virtual Status installSchema() noexcept = 0;
 
     /// The lookups of reference data; lives as long as the collector.
     virtual IReferenceData& reference() noexcept = 0;
 
 protected:
-    virtual ~IDatabaseCollector() = default;
+    ~IDatabaseCollector() = default;
 };
 
 /// A transaction that is rolled back unless it was committed.

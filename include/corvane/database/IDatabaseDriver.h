@@ -27,7 +27,8 @@ public:
     virtual bool readOnly() const noexcept = 0;
 
     /// The version of the reference tables: 0 for a database that holds nothing of this library,
-    /// such as another program's file with a version of its own.
+    /// such as another program's file with a version of its own. Inside a transaction it is the
+    /// version that the transaction sees.
     virtual Outcome<int> schemaVersion() noexcept = 0;
     /// Notes the version, as part of the transaction that is open.
     virtual Status setSchemaVersion(int version) noexcept = 0;
@@ -43,7 +44,8 @@ struct OpenRequest {
 };
 
 /// The export of a driver module: opens a connection. The version is that of this header; a driver
-/// that was built for another one refuses. `connection` is null exactly when `status` is an error.
+/// that was built for another one refuses with ErrorCode::DriverNotLoaded. `connection` is null
+/// exactly when `status` is an error.
 using OpenDatabaseFunction = void (*)(int interfaceVersion, const OpenRequest& request,
                                       std::unique_ptr<IDatabaseConnection>& connection,
                                       Status& status) noexcept;

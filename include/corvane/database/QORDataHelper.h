@@ -17,13 +17,19 @@ class IDatabaseCollector;
 ///
 /// The connection is read from section RULE_DATABASE_MODULES of ConfigModule.ini in the settings
 /// folder: DatabaseType ("MSSQL" in any case, else SQLite), module1 (the driver module),
-/// ConnectionString (MSSQL) and FileName (SQLite). module1 and FileName may begin with an
-/// environment variable in percent signs: %NAME%\more.
+/// ConnectionString (MSSQL) and FileName (SQLite). A value is cut to 259 units. module1 and
+/// FileName may begin with an environment variable in percent signs: %NAME%/more. A variable that
+/// is not set counts as empty, and so does every name of more than 49 units. Without module1 an
+/// SQLite connection takes QorSqliteDatabaseu.dll beside the collector module; an MSSQL connection
+/// has no default. "QORDatabaseu.dll", the collector module, stands beside this library. On POSIX a
+/// module name stands for the shared object of its stem.
 class CORVANE_EXPORT QORDataHelper {
 public:
     /// The one object. The first call makes it and with it the connection; it must not race with a
     /// second one. The collector and its module go at the end of the process.
     static QORDataHelper& getInstance();
+    QORDataHelper(const QORDataHelper&) = delete;
+    QORDataHelper& operator=(const QORDataHelper&) = delete;
 
     /// Disconnects: gives the collector back to its module and frees the module.
     ~QORDataHelper();

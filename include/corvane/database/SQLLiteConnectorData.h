@@ -16,8 +16,7 @@ public:
     DATABASETYPE type() const override;
     const char16_t* modulePath() const override;
 
-    /// The path of the database file. Zero-terminated and valid as
-    /// long as the object lives.
+    /// The path of the database file. Zero-terminated and valid as long as the object lives.
     const char16_t* databaseFile() const;
 
 private:

@@ -51,8 +51,10 @@ public:
     const Status& status() const { return status_; }
 
     /// The value. Only to be asked for when ok().
-    Value& operator*() { return *value_; }
-    const Value& operator*() const { return *value_; }
+    Value& operator*() & { return *value_; }
+    const Value& operator*() const& { return *value_; }
+    /// By value, so that a loop over `*reference.materials()` has something to walk.
+    Value operator*() && { return std::move(*value_); }
     Value* operator->() { return &*value_; }
     const Value* operator->() const { return &*value_; }
 

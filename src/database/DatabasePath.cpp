@@ -1,0 +1,43 @@
+#include "database/DatabasePath.h"
+
+#include <cstdlib>
+#include <string>
+
+#include "platform/Environment.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+
+namespace corvane::database {
+namespace {
+
+constexpr int kLongestVariableName = 49;
+constexpr const char16_t* kDefaultFileName = u"qorSqliteDb.dat";
+
+CStringW variableValue(const CStringW& name) {
+    if (name.GetLength() > kLongestVariableName) return {};
+    std::string bytes;
+    for (const char16_t unit : name.View())
+        bytes += static_cast<char>(unit & 0xFF);
+    // By the bytes themselves: the platform's look-up would turn the name into UTF-8 first.
+    return CStringW(std::getenv(bytes.c_str()));
+}
+
+}  // namespace
+
+CStringW expandVariable(const CStringW& text) {
+    const int end = text.ReverseFind(u'%');
+    if (end < 0) return text;
+    return variableValue(text.Mid(1, end - 1)) + text.Mid(end + 1);
+}
+
+CStringW defaultDatabaseFile() {
+    const std::u16string folder =
+        platform::environmentVariable(u"CORVANE_DATABASE_DIR").value_or(std::u16string());
+    if (!folder.empty() && platform::pathExists(folder)) return CStringW(folder) + kDefaultFileName;
+    std::u16string path = platform::commonDataFolder();
+    for (const char16_t* name : {u"TessalyLtd", u"Corvane", u"QORDataBase", kDefaultFileName})
+        path = platform::join(path, name);
+    return path;
+}
+
+}  // namespace corvane::database

@@ -1,0 +1,118 @@
+#include <corvane/database/IDatabaseCollector.h>
+#include <corvane/database/MSSQLConnectorData.h>
+#include <corvane/database/QORDataHelper.h>
+#include <corvane/database/SQLLiteConnectorData.h>
+
+#include "config/FrameworkUtils.h"
+#include "database/DatabasePath.h"
+#include "platform/Files.h"
+#include "platform/Modules.h"
+#include "platform/Paths.h"
+#include "platform/Profile.h"
+
+namespace qor_db {
+namespace {
+
+using namespace corvane;
+
+constexpr const char16_t* kCollectorModule = u"QORDatabaseu.dll";
+constexpr const char16_t* kDefaultDriver = u"QorSqliteDatabaseu.dll";
+constexpr std::size_t kValueCapacity = 260;
+
+CStringW besideFile(std::u16string_view file, const char16_t* name) {
+    return platform::join(platform::parentFolder(file), name);
+}
+
+CStringW databaseSetting(const char16_t* key, const CStringW& configFile) {
+    return platform::profileText(u"RULE_DATABASE_MODULES", key, configFile, kValueCapacity);
+}
+
+}  // namespace
+
+QORDataHelper& QORDataHelper::getInstance() {
+    static QORDataHelper instance;
+    return instance;
+}
+
+QORDataHelper::QORDataHelper() {
+    CStringW modulePath;
+    LoadDatabaseDll(modulePath);
+    m_hDatabaseModule = platform::loadModule(modulePath);
+
+    const CStringW configFile = FrameworkUtils().GetConfigModuleFile();
+    if (!platform::pathExists(configFile)) {
+        createCollector(
+            SQLLiteConnectorData(GetDefaultDatabaseDll(), GetDefaultDatabase(CStringW())));
+    } else if (databaseSetting(u"DatabaseType", configFile).CompareNoCase(u"MSSQL") == 0) {
+        ConnectMSSQL(configFile);
+    } else {
+        ConnectSQLite(configFile);
+    }
+}
+
+QORDataHelper::~QORDataHelper() {
+    const auto destroy = platform::moduleFunction<DestroyCollectorFunction>(m_hDatabaseModule,
+                                                                            kDestroyCollectorName);
+    if (m_pCollector && destroy) destroy(&m_pCollector);
+    platform::freeModule(m_hDatabaseModule);
+    m_hDatabaseModule = nullptr;
+}
+
+QORDataHelper::operator IDatabaseCollector*() {
+    return m_pCollector;
+}
+
+CStringW QORDataHelper::GetDefaultDatabase(const CStringW&) {
+    return database::defaultDatabaseFile();
+}
+
+void QORDataHelper::ConnectMSSQL(const CStringW& configFile) {
+    CStringW dllModuleName = databaseSetting(u"module1", configFile);
+    if (HasEnvVariable(dllModuleName)) ConvertToAbsolutePath(dllModuleName);
+    createCollector(
+        MSSQLConnectorData(dllModuleName, databaseSetting(u"ConnectionString", configFile)));
+}
+
+void QORDataHelper::ConnectSQLite(const CStringW& configFile) {
+    CStringW dllModuleName = databaseSetting(u"module1", configFile);
+    if (dllModuleName.IsEmpty()) {
+        dllModuleName = GetDefaultDatabaseDll();
+    } else if (HasEnvVariable(dllModuleName)) {
+        ConvertToAbsolutePath(dllModuleName);
+    }
+    CStringW strDatabasePath = databaseSetting(u"FileName", configFile);
+    if (strDatabasePath.IsEmpty()) {
+        strDatabasePath = GetDefaultDatabase(strDatabasePath);
+    } else if (HasEnvVariable(strDatabasePath)) {
+        ConvertToAbsolutePath(strDatabasePath);
+    }
+    createCollector(SQLLiteConnectorData(dllModuleName, strDatabasePath));
+}
+
+void QORDataHelper::LoadDatabaseDll(CStringW& path) {
+    path = besideFile(platform::ownModuleFile(), kCollectorModule);
+}
+
+CStringW QORDataHelper::GetModuleFile(void* module) {
+    return platform::moduleFile(module);
+}
+
+CStringW QORDataHelper::GetDefaultDatabaseDll() {
+    return besideFile(GetModuleFile(m_hDatabaseModule), kDefaultDriver);
+}
+
+bool QORDataHelper::HasEnvVariable(const CStringW& text) const {
+    return text.Find(u'%') >= 0;
+}
+
+CStringW QORDataHelper::ConvertToAbsolutePath(CStringW& text) const {
+    return text = database::expandVariable(text);
+}
+
+void QORDataHelper::createCollector(const IConnectorData& connector) {
+    const auto create =
+        platform::moduleFunction<CreateCollectorFunction>(m_hDatabaseModule, kCreateCollectorName);
+    if (create) create(&connector, &m_pCollector);
+}
+
+}  // namespace qor_db
