@@ -27,7 +27,10 @@ Outcome<std::shared_ptr<Database>> openFile(const std::string& name, int flags, 
     sqlite3* handle = nullptr;
     const int result = sqlite3_open_v2(name.c_str(), &handle, flags | SQLITE_OPEN_NOMUTEX, nullptr);
     if (!handle) throw std::bad_alloc();
+    // Memory may run out while the object is made that closes the handle from then on.
+    std::unique_ptr<sqlite3, int (*)(sqlite3*)> owned(handle, sqlite3_close_v2);
     auto database = std::make_shared<Database>(handle);
+    owned.release();
     if (result != SQLITE_OK) return database->fault(result);
     harden(handle);
     sqlite3_busy_timeout(handle, std::max(timeout, 0));
