@@ -57,15 +57,17 @@ inline CStringW sourceOf(const CStringW& file) {
     return u"Driver=" + CStringW::FromUtf8(SQLITE_ODBC_DRIVER) + u";Timeout=50;Database=" + file;
 }
 
-/// Runs one statement.
-inline Status run(IDatabaseConnection& connection, std::u16string_view statement,
-                  const std::vector<Value>& parameters = {}) {
+/// Runs one statement, on a connection or by a collector.
+template <typename Connection>
+Status run(Connection& connection, std::u16string_view statement,
+           const std::vector<Value>& parameters = {}) {
     const auto query = connection.prepare(statement);
     return query ? (*query)->execute(parameters) : query.status();
 }
 
 /// The first value of the first row; null without a row.
-inline Value valueOf(IDatabaseConnection& connection, std::u16string_view statement) {
+template <typename Connection>
+Value valueOf(Connection& connection, std::u16string_view statement) {
     const auto query = connection.prepare(statement);
     if (!query || !(*query)->execute({}).ok() || !(*query)->next()) return {};
     return (*query)->row()[0];

@@ -7,26 +7,11 @@
 #include <unistd.h>
 
 #include "DriverTest.h"
+#include "support/OrdinaryUser.h"
+
 namespace {
 
 namespace fs = std::filesystem;
-
-/// Makes the process an ordinary user for a block, because rights do not bind the administrator.
-class OrdinaryUser {
-public:
-    OrdinaryUser() {
-        constexpr uid_t kNobody = 65534;
-        if (former_ == 0 && seteuid(kNobody) != 0) _exit(1);
-    }
-    OrdinaryUser(const OrdinaryUser&) = delete;
-    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-    ~OrdinaryUser() {
-        if (seteuid(former_) != 0) _exit(1);
-    }
-
-private:
-    uid_t former_ = geteuid();
-};
 
 Opened openFile(const CStringW& file, bool mayCreate = false) {
     return openDatabase(u"QorSqliteDatabaseu.dll", file, mayCreate);

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <vector>
+
+#include <corvane/database/IDatabaseDriver.h>
+#include <corvane/database/IReferenceData.h>
+
+namespace collector {
+
+/// The statements of the lookups.
+enum class Lookup {
+    Drills,
+    NearestDrill,
+    Thread,
+    Threads,
+    ClearanceHole,
+    Materials,
+    Material,
+    BendRadius,
+    Wall,
+    Walls,
+    Count,
+};
+
+// The rows of the lookups' statements.
+void read(const qor_db::Row& row, qor_db::DrillSize& item);
+void read(const qor_db::Row& row, qor_db::ThreadHole& item);
+void read(const qor_db::Row& row, qor_db::Material& item);
+void read(const qor_db::Row& row, qor_db::WallThickness& item);
+/// The lookup settles which column is meant, so the row itself is the item.
+void read(const qor_db::Row& row, qor_db::Row& item);
+
+/// The prepared statements of the lookups, each made at its first use and kept.
+class Lookups {
+public:
+    /// The database of the statements, or null with the reason why there is none.
+    void connect(qor_db::IDatabaseConnection* database, qor_db::Status reason);
+
+    /// All rows of a lookup. It is read to its end, so that nothing stays locked.
+    template <typename Item>
+    qor_db::Outcome<std::vector<Item>> all(Lookup lookup,
+                                           const std::vector<qor_db::Value>& parameters) {
+        std::vector<Item> items;
+        qor_db::IQuery* query = nullptr;
+        qor_db::Status status = run(lookup, parameters, query);
+        if (!status.ok()) return status;
+        while (query->next()) {
+            items.emplace_back();
+            read(query->row(), items.back());
+        }
+        status = query->status();
+        if (!status.ok()) return status;
+        return items;
+    }
+
+    /// The first row; `name` stands for it in the message when there is none.
+    template <typename Item>
+    qor_db::Outcome<Item> first(Lookup lookup, const std::vector<qor_db::Value>& parameters,
+                                const CStringW& name) {
+        qor_db::Outcome<std::vector<Item>> items = all<Item>(lookup, parameters);
+        if (!items.ok()) return items.status();
+        if (items->empty()) return notFound(name);
+        return std::move(items->front());
+    }
+
+    static qor_db::Status notFound(const CStringW& name);
+
+private:
+    qor_db::Status run(Lookup lookup, const std::vector<qor_db::Value>& parameters,
+                       qor_db::IQuery*& query);
+
+    qor_db::IDatabaseConnection* database_ = nullptr;
+    qor_db::Status reason_{qor_db::ErrorCode::NotOpen, {}, 0};
+    std::array<std::unique_ptr<qor_db::IQuery>, static_cast<std::size_t>(Lookup::Count)> queries_;
+};
+
+}  // namespace collector

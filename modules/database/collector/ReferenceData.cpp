@@ -1,0 +1,157 @@
+#include "ReferenceData.h"
+
+#include <cmath>
+#include <utility>
+
+#include "common/Guard.h"
+
+namespace collector {
+
+using namespace qor_db;
+using qor_db::driver::failure;
+using qor_db::driver::guarded;
+
+namespace {
+
+// Lengths that differ by less are the same: far below what any part can show.
+constexpr double kLengthTolerance = 1e-6;  // mm
+
+Status checkLength(double length) {
+    if (std::isfinite(length) && length >= 0) return {};
+    return failure(ErrorCode::BadParameter, u"A length is a number of millimetres, not below 0.");
+}
+
+std::vector<Value> around(double length) {
+    return {length - kLengthTolerance, length + kLengthTolerance};
+}
+
+CStringW folded(std::u16string_view name) {
+    std::u16string text(name);
+    for (char16_t& unit : text) {
+        if (unit >= u'A' && unit <= u'Z') unit = static_cast<char16_t>(unit - u'A' + u'a');
+    }
+    return text;
+}
+
+CStringW lengthText(double length) {
+    CStringW text;
+    text.Format(u"%g mm", length);
+    return text;
+}
+
+// "M8 × 1" is written in many ways.
+CStringW threadKey(std::u16string_view designation) {
+    CStringW key = folded(designation);
+    key.Remove(u' ');
+    key.Replace(u'\u00D7', u'x');
+    return key;
+}
+
+// True when `key` is the designation of this coarse thread with its pitch written out: "m8x1.25".
+bool namesPitch(const CStringW& key, const ThreadHole& coarse) {
+    CStringW full;
+    full.Format(u"m%gx%g", coarse.nominal, coarse.pitch);
+    return coarse.series == u"coarse" && key == full;
+}
+
+}  // namespace
+
+void ReferenceData::connect(IDatabaseConnection* database, Status reason) noexcept {
+    lookups_.connect(database, std::move(reason));
+}
+
+Outcome<std::vector<DrillSize>> ReferenceData::drillSizes(bool preferredOnly) noexcept {
+    return guarded(
+        [&] { return lookups_.all<DrillSize>(Lookup::Drills, {preferredOnly ? 1 : 0}); });
+}
+
+Outcome<DrillSize> ReferenceData::nearestDrill(double diameter, bool preferredOnly) noexcept {
+    return guarded([&]() -> Outcome<DrillSize> {
+        if (const Status status = checkLength(diameter); !status.ok()) return status;
+        const int least = preferredOnly ? 1 : 0;
+        return lookups_.first<DrillSize>(Lookup::NearestDrill, {least, diameter, diameter, least},
+                                         u"a drill of " + lengthText(diameter));
+    });
+}
+
+Outcome<ThreadHole> ReferenceData::thread(std::u16string_view designation) noexcept {
+    return guarded([&]() -> Outcome<ThreadHole> {
+        const CStringW key = threadKey(designation);
+        const CStringW name = u"the thread " + CStringW(designation);
+        Outcome<ThreadHole> found = lookups_.first<ThreadHole>(Lookup::Thread, {key}, name);
+        const int pitch = key.Find(u'x');
+        if (found.status().code != ErrorCode::NotFound || pitch < 0) return found;
+        Outcome<ThreadHole> coarse =
+            lookups_.first<ThreadHole>(Lookup::Thread, {key.Left(pitch)}, name);
+        if (coarse.ok() && !namesPitch(key, *coarse)) return Lookups::notFound(name);
+        return coarse;
+    });
+}
+
+Outcome<std::vector<ThreadHole>> ReferenceData::threads(double nominal) noexcept {
+    return guarded([&]() -> Outcome<std::vector<ThreadHole>> {
+        if (const Status status = checkLength(nominal); !status.ok()) return status;
+        Outcome<std::vector<ThreadHole>> found =
+            lookups_.all<ThreadHole>(Lookup::Threads, around(nominal));
+        if (found.ok() && found->empty())
+            return Lookups::notFound(u"threads of " + lengthText(nominal));
+        return found;
+    });
+}
+
+Outcome<ClearanceHole> ReferenceData::clearanceHole(double nominal, ClearanceFit fit) noexcept {
+    return guarded([&]() -> Outcome<ClearanceHole> {
+        if (const Status status = checkLength(nominal); !status.ok()) return status;
+        const Outcome<Row> row = lookups_.first<Row>(Lookup::ClearanceHole, around(nominal),
+                                                     u"a bolt of " + lengthText(nominal));
+        if (!row.ok()) return row.status();
+        const std::size_t column = fit == ClearanceFit::Fine     ? 1
+                                   : fit == ClearanceFit::Medium ? 2
+                                                                 : 3;
+        return ClearanceHole{row->number(0).value_or(0), row->number(column).value_or(0),
+                             row->text(4)};
+    });
+}
+
+Outcome<std::vector<Material>> ReferenceData::materials() noexcept {
+    return guarded([&] { return lookups_.all<Material>(Lookup::Materials, {}); });
+}
+
+Outcome<Material> ReferenceData::material(std::u16string_view name) noexcept {
+    return guarded([&] {
+        return lookups_.first<Material>(Lookup::Material, {folded(name)},
+                                        u"the material " + CStringW(name));
+    });
+}
+
+Outcome<BendRadius> ReferenceData::bendRadius(std::u16string_view material, double thickness,
+                                              BendDirection direction) noexcept {
+    return guarded([&]() -> Outcome<BendRadius> {
+        if (const Status status = checkLength(thickness); !status.ok()) return status;
+        const CStringW key = folded(material);
+        // A range holds its upper bound, also when a calculation has missed it by a rounding.
+        const double upper = thickness - kLengthTolerance;
+        const Outcome<Row> row = lookups_.first<Row>(
+            Lookup::BendRadius,
+            {upper, upper, direction == BendDirection::Across ? u"across" : u"along", key, key},
+            u"bends of " + CStringW(material) + u" at " + lengthText(thickness));
+        if (!row.ok()) return row.status();
+        const double radius = row->number(1).value_or(row->number(2).value_or(0) * thickness);
+        return BendRadius{row->text(0), thickness, radius, row->text(3)};
+    });
+}
+
+Outcome<WallThickness> ReferenceData::minimumWall(std::u16string_view process,
+                                                  std::u16string_view material) noexcept {
+    return guarded([&] {
+        return lookups_.first<WallThickness>(
+            Lookup::Wall, {folded(process), folded(material)},
+            u"walls by " + CStringW(process) + u" in " + CStringW(material));
+    });
+}
+
+Outcome<std::vector<WallThickness>> ReferenceData::minimumWalls() noexcept {
+    return guarded([&] { return lookups_.all<WallThickness>(Lookup::Walls, {}); });
+}
+
+}  // namespace collector

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <corvane/database/IReferenceData.h>
+
+#include "Lookups.h"
+
+namespace collector {
+
+/// The lookups of the collector that holds this object.
+class ReferenceData final : public qor_db::IReferenceData {
+public:
+    ReferenceData() = default;
+    ReferenceData(const ReferenceData&) = delete;
+    ReferenceData& operator=(const ReferenceData&) = delete;
+    virtual ~ReferenceData() = default;  // behind the slots of the interface
+
+    /// From now on lookups read `database`; with null they give `reason`.
+    void connect(qor_db::IDatabaseConnection* database, qor_db::Status reason) noexcept;
+    void disconnect() noexcept { connect(nullptr, {qor_db::ErrorCode::NotOpen, {}, 0}); }
+
+    qor_db::Outcome<std::vector<qor_db::DrillSize>> drillSizes(
+        bool preferredOnly) noexcept override;
+    qor_db::Outcome<qor_db::DrillSize> nearestDrill(double diameter,
+                                                    bool preferredOnly) noexcept override;
+    qor_db::Outcome<qor_db::ThreadHole> thread(std::u16string_view designation) noexcept override;
+    qor_db::Outcome<std::vector<qor_db::ThreadHole>> threads(double nominal) noexcept override;
+    qor_db::Outcome<qor_db::ClearanceHole> clearanceHole(
+        double nominal, qor_db::ClearanceFit fit) noexcept override;
+    qor_db::Outcome<std::vector<qor_db::Material>> materials() noexcept override;
+    qor_db::Outcome<qor_db::Material> material(std::u16string_view name) noexcept override;
+    qor_db::Outcome<qor_db::BendRadius> bendRadius(
+        std::u16string_view material, double thickness,
+        qor_db::BendDirection direction) noexcept override;
+    qor_db::Outcome<qor_db::WallThickness> minimumWall(
+        std::u16string_view process, std::u16string_view material) noexcept override;
+    qor_db::Outcome<std::vector<qor_db::WallThickness>> minimumWalls() noexcept override;
+
+private:
+    Lookups lookups_;
+};
+
+}  // namespace collector
