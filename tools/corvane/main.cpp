@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <exception>
 #include <iostream>
 #include <string>
@@ -41,9 +42,7 @@ int runChosen(const std::vector<std::unique_ptr<Command>>& commands) {
     return kUnusable;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int runProgram(int argc, char** argv) {
     CLI::App program(kDescription, "corvane");
     program.set_version_flag("--version", std::string("corvane ") + corvane::kVersion);
     program.footer(kFooter);
@@ -58,4 +57,15 @@ int main(int argc, char** argv) {
         return std::cout.flush() ? status : static_cast<int>(kUnusable);
     }
     return runChosen(commands);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return runProgram(argc, argv);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "corvane: %s\n", error.what());
+        return kUnusable;
+    }
 }
