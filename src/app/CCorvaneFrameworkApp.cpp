@@ -45,7 +45,11 @@ bool CCorvaneFrameworkApp::InitInstance() {
 
 void CCorvaneFrameworkApp::loadLanguageModule() {
     using namespace corvane::app;
-    if (m_strLanguage.IsEmpty()) m_strLanguage = languageName();
+    if (m_strLanguage.IsEmpty()) {
+        const LanguageChoice choice = chosenLanguage();
+        m_strLanguage = choice.name;
+        languageSource_ = choice.source;
+    }
     m_strLanguageFolder = folderOfLanguage(languageFolderName(m_strLanguage));
     strings_ = loadStrings(m_hResModule, m_strLanguageFolder);
     if (!strings_) {
@@ -65,6 +69,10 @@ int CCorvaneFrameworkApp::ExitInstance() {
 
 CStringW CCorvaneFrameworkApp::GetFrameworkDllPath() const {
     return corvane::platform::ownModuleFile();
+}
+
+CStringW CCorvaneFrameworkApp::wantedModulePath() const {
+    return join(folderOfLanguage(corvane::app::languageFolderName(m_strLanguage)), kResourceModule);
 }
 
 CStringW CCorvaneFrameworkApp::GetEnglishString(unsigned int number) const {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include <corvane/app/Installation.h>
 #include <corvane/app/StringTable.h>
 #include <corvane/base/Types.h>
 #include <corvane/platform/LoadedModule.h>
@@ -48,6 +49,11 @@ public:
     /// The texts in the language in use; null without a module.
     const corvane::StringTable* strings() const { return strings_; }
 
+    /// What settled the language; without meaning for a name that was set before the start.
+    corvane::LanguageSource languageSource() const { return languageSource_; }
+    /// Where the module of the language is expected, whether it is there or not.
+    CStringW wantedModulePath() const;
+
     corvane::LoadedModule m_hResModule;         ///< The module of the language in use.
     corvane::LoadedModule m_hEnglishResModule;  ///< The English one, loaded in every case.
     CStringW m_strLanguage;        ///< Empty until start; a name that is set before is used.
@@ -57,6 +63,7 @@ public:
 private:
     void loadLanguageModule();
 
+    corvane::LanguageSource languageSource_ = corvane::LanguageSource::User;
     const corvane::StringTable* strings_ = nullptr;
     const corvane::StringTable* englishStrings_ = nullptr;
 };

@@ -65,12 +65,13 @@ std::u16string_view nameOf(std::uint32_t identifier) {
 
 }  // namespace
 
-std::u16string languageName() {
+LanguageChoice chosenLanguage() {
     std::uint32_t option = userNumber(kOptionsKey, u"OptionsLanguage");
     if (option == kNoValue) option = kFollowUser;
-    if (option == kAlwaysEnglish) return std::u16string(kEnglish);
-    if (option != kFollowUser) return std::u16string(nameOf(option));
-    return std::u16string(isCadSystemEnglish() ? kEnglish : nameOf(platform::userLanguageId()));
+    if (option == kAlwaysEnglish) return {kEnglish, LanguageSource::Option};
+    if (option != kFollowUser) return {nameOf(option), LanguageSource::Option};
+    if (isCadSystemEnglish()) return {kEnglish, LanguageSource::CadSystem};
+    return {nameOf(platform::userLanguageId()), LanguageSource::User};
 }
 
 std::u16string languageFolderName(std::u16string_view languageName) {

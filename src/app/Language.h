@@ -3,16 +3,23 @@
 #include <string>
 #include <string_view>
 
+#include <corvane/app/Installation.h>
+
 namespace corvane::app {
 
 /// The folder and the name of the language that every installation has.
 inline constexpr std::u16string_view kEnglish = u"english";
 
-/// The name of the language to work in, such as "french". The option "OptionsLanguage" of the
-/// registry decides: 0 is English, another number a language identifier; 1, or no option, follows
-/// the CAD system, which may be set to English, and then the user. An unknown identifier is
-/// English.
-std::u16string languageName();
+struct LanguageChoice {
+    std::u16string_view name;
+    LanguageSource source = LanguageSource::User;
+};
+
+/// The name of the language to work in, such as "french", and what says so. The option
+/// "OptionsLanguage" of the registry decides: 0 is English, another number a language identifier;
+/// 1, or no option, follows the CAD system, which may be set to English, and then the user. An
+/// unknown identifier is English.
+LanguageChoice chosenLanguage();
 
 /// The folder below Lang/ that a language name leads to. Both Chinese names lead to the folder
 /// named after the system's locale, such as "zh_CN"; a language without a folder of its own leads

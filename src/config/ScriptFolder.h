@@ -10,5 +10,7 @@ namespace corvane::config {
 /// ConfigModule.ini, as it stands there. Nothing when there is no such record. The file is read
 /// afresh, once, at each call.
 std::optional<CStringW> scriptFolder();
+/// The same of another file.
+std::optional<CStringW> scriptFolder(const CStringW& configFile);
 
 }  // namespace corvane::config

@@ -20,8 +20,12 @@ std::u16string dataRoot() {
 
 }  // namespace
 
+std::u16string settingsFolderPath() {
+    return platform::join(platform::join(dataRoot(), u"Settings"), {});
+}
+
 std::u16string settingsFolder() {
-    std::u16string folder = platform::join(platform::join(dataRoot(), u"Settings"), {});
+    std::u16string folder = settingsFolderPath();
     // The path is of use even where no folder can be made: reading finds nothing there.
     if (!platform::pathExists(folder)) platform::createFolders(folder);
     return folder;

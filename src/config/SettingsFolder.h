@@ -8,4 +8,7 @@ namespace corvane::config {
 /// GetDataSettingsFolderPath.
 std::u16string settingsFolder();
 
+/// The same path, with nothing made.
+std::u16string settingsFolderPath();
+
 }  // namespace corvane::config

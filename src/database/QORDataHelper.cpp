@@ -1,3 +1,4 @@
+#include <corvane/config/ModuleConfiguration.h>
 #include <corvane/database/IDatabaseCollector.h>
 #include <corvane/database/MSSQLConnectorData.h>
 #include <corvane/database/QORDataHelper.h>
@@ -5,7 +6,6 @@
 
 #include "config/FrameworkUtils.h"
 #include "database/DatabasePath.h"
-#include "platform/Files.h"
 #include "platform/Modules.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
@@ -17,6 +17,7 @@ using namespace corvane;
 
 constexpr const char16_t* kCollectorModule = u"QORDatabaseu.dll";
 constexpr const char16_t* kDefaultDriver = u"QorSqliteDatabaseu.dll";
+constexpr const char16_t* kFileNameKey = u"FileName";
 constexpr std::size_t kValueCapacity = 260;
 
 CStringW besideFile(std::u16string_view file, const char16_t* name) {
@@ -34,20 +35,30 @@ QORDataHelper& QORDataHelper::getInstance() {
     return instance;
 }
 
-QORDataHelper::QORDataHelper() {
+QORDataHelper::QORDataHelper(Unconnected) {
     CStringW modulePath;
     LoadDatabaseDll(modulePath);
     m_hDatabaseModule = platform::loadModule(modulePath);
+}
 
-    const CStringW configFile = FrameworkUtils().GetConfigModuleFile();
-    if (!platform::pathExists(configFile)) {
-        createCollector(
-            SQLLiteConnectorData(GetDefaultDatabaseDll(), GetDefaultDatabase(CStringW())));
-    } else if (databaseSetting(u"DatabaseType", configFile).CompareNoCase(u"MSSQL") == 0) {
-        ConnectMSSQL(configFile);
-    } else {
-        ConnectSQLite(configFile);
+QORDataHelper::QORDataHelper() : QORDataHelper(Unconnected{}) {
+    createCollector(*makeConnector(FrameworkUtils().GetConfigModuleFile()));
+}
+
+ConfiguredDatabase QORDataHelper::configured() {
+    QORDataHelper helper{Unconnected{}};
+    const CStringW configFile = GetModuleConfiguration().file;
+    const std::unique_ptr<IConnectorData> connector = helper.makeConnector(configFile);
+    ConfiguredDatabase database{.type = connector->type(),
+                                .collectorModule = {},
+                                .driverModule = connector->modulePath(),
+                                .file = {}};
+    helper.LoadDatabaseDll(database.collectorModule);
+    if (const auto* sqlite = dynamic_cast<const SQLLiteConnectorData*>(connector.get())) {
+        database.file = sqlite->databaseFile();
+        database.isDefaultFile = databaseSetting(kFileNameKey, configFile).IsEmpty();
     }
+    return database;
 }
 
 QORDataHelper::~QORDataHelper() {
@@ -67,26 +78,40 @@ CStringW QORDataHelper::GetDefaultDatabase(const CStringW&) {
 }
 
 void QORDataHelper::ConnectMSSQL(const CStringW& configFile) {
-    CStringW dllModuleName = databaseSetting(u"module1", configFile);
-    if (HasEnvVariable(dllModuleName)) ConvertToAbsolutePath(dllModuleName);
-    createCollector(
-        MSSQLConnectorData(dllModuleName, databaseSetting(u"ConnectionString", configFile)));
+    createCollector(*makeMSSQLConnector(configFile));
 }
 
 void QORDataHelper::ConnectSQLite(const CStringW& configFile) {
+    createCollector(*makeSQLiteConnector(configFile));
+}
+
+// A file that is not there says the same as one without keys.
+std::unique_ptr<IConnectorData> QORDataHelper::makeConnector(const CStringW& configFile) {
+    const bool server = databaseSetting(u"DatabaseType", configFile).CompareNoCase(u"MSSQL") == 0;
+    return server ? makeMSSQLConnector(configFile) : makeSQLiteConnector(configFile);
+}
+
+std::unique_ptr<IConnectorData> QORDataHelper::makeMSSQLConnector(const CStringW& configFile) {
+    CStringW dllModuleName = databaseSetting(u"module1", configFile);
+    if (HasEnvVariable(dllModuleName)) ConvertToAbsolutePath(dllModuleName);
+    return std::make_unique<MSSQLConnectorData>(dllModuleName,
+                                                databaseSetting(u"ConnectionString", configFile));
+}
+
+std::unique_ptr<IConnectorData> QORDataHelper::makeSQLiteConnector(const CStringW& configFile) {
     CStringW dllModuleName = databaseSetting(u"module1", configFile);
     if (dllModuleName.IsEmpty()) {
         dllModuleName = GetDefaultDatabaseDll();
     } else if (HasEnvVariable(dllModuleName)) {
         ConvertToAbsolutePath(dllModuleName);
     }
-    CStringW strDatabasePath = databaseSetting(u"FileName", configFile);
+    CStringW strDatabasePath = databaseSetting(kFileNameKey, configFile);
     if (strDatabasePath.IsEmpty()) {
         strDatabasePath = GetDefaultDatabase(strDatabasePath);
     } else if (HasEnvVariable(strDatabasePath)) {
         ConvertToAbsolutePath(strDatabasePath);
     }
-    createCollector(SQLLiteConnectorData(dllModuleName, strDatabasePath));
+    return std::make_unique<SQLLiteConnectorData>(dllModuleName, strDatabasePath);
 }
 
 void QORDataHelper::LoadDatabaseDll(CStringW& path) {

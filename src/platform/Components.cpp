@@ -4,6 +4,7 @@
 #include <mutex>
 
 #include <corvane/platform/ComPtr.h>
+#include <corvane/platform/ComponentRegistration.h>
 
 #include "platform/Modules.h"
 #include "platform/Registry.h"
@@ -47,11 +48,16 @@ std::optional<std::u16string> classesText(std::u16string_view path) {
     return key ? key->defaultText() : std::nullopt;
 }
 
+// The module that is registered for a class; empty without one.
+std::u16string registeredModule(const Guid& classId) {
+    return classesText(u"CLSID\\" + guidText(classId) + u"\\InprocServer32")
+        .value_or(std::u16string());
+}
+
 HResult makeObject(const Guid& classId, const Guid& interfaceId, void** object) {
-    const std::optional<std::u16string> path =
-        classesText(u"CLSID\\" + guidText(classId) + u"\\InprocServer32");
-    if (!path || path->empty()) return kErrorClassNotRegistered;
-    const ModuleHandle module = loadedModules().get(*path);
+    const std::u16string path = registeredModule(classId);
+    if (path.empty()) return kErrorClassNotRegistered;
+    const ModuleHandle module = loadedModules().get(path);
     if (!module) return kErrorModuleNotFound;
     const auto getClassObject = moduleFunction<GetClassObjectFunction>(module, "DllGetClassObject");
     if (!getClassObject) return kErrorInModule;
@@ -94,3 +100,13 @@ HResult createInstance(const Guid& classId, const Guid& interfaceId, void** obje
 }
 
 }  // namespace corvane::platform
+
+namespace corvane {
+
+ComponentRegistration FindComponent(std::u16string_view programId) {
+    const std::optional<Guid> classId = platform::classFromProgramId(programId);
+    if (!classId) return {};
+    return {platform::guidText(*classId), platform::registeredModule(*classId)};
+}
+
+}  // namespace corvane

@@ -1,16 +1,17 @@
 #include <cstddef>
 #include <optional>
-#include <string>
 #include <utility>
+#include <vector>
 
+#include <corvane/scriptrules/RegisteredTypeLibraries.h>
 #include <corvane/scriptrules/TypeLibDetails.h>
 
 #include "platform/Components.h"
 #include "platform/Registry.h"
 #include "platform/TypeLibrary.h"
 
+using corvane::RegisteredTypeLibrary;
 using corvane::platform::RegistryKey;
-using corvane::platform::RegistryRoot;
 
 namespace {
 
@@ -18,19 +19,66 @@ constexpr const char16_t* kRootKey = u"TypeLib";
 constexpr const char16_t* kPlatformKey = u"win64";
 
 // What the registry hands out in one piece: longer names and paths count as unreadable.
-constexpr std::size_t kLongestKeyName = 254;
+constexpr int kLongestKeyName = 254;
 constexpr std::size_t kLongestPath = 259;
 
-std::optional<std::u16string> lastVersion(const CStringW& guid) {
-    CStringW library;
-    library.Format(u"%s\\%s", kRootKey, guid);
-    const auto key = RegistryKey::open(RegistryRoot::ClassesRoot, library);
-    if (!key) return std::nullopt;
-    for (std::size_t index = key->subkeyCount(); index-- > 0;) {
-        std::u16string name = key->subkeyName(index);
-        if (name.size() <= kLongestKeyName) return name;
-    }
+std::optional<RegistryKey> openKey(const CStringW& path) {
+    return RegistryKey::open(corvane::platform::RegistryRoot::ClassesRoot, path);
+}
+
+std::vector<CStringW> subkeys(const CStringW& path) {
+    std::vector<CStringW> names;
+    const auto key = openKey(path);
+    for (std::size_t i = 0; key && i < key->subkeyCount(); ++i)
+        names.emplace_back(key->subkeyName(i));
+    return names;
+}
+
+CStringW libraryKey(const CStringW& guid) {
+    CStringW key;
+    key.Format(u"%s\\%s", kRootKey, guid);
+    return key;
+}
+
+// Of the registered versions the one that counts: the last. Nothing without one.
+std::optional<CStringW> countingVersion(const std::vector<CStringW>& versions) {
+    for (std::size_t index = versions.size(); index-- > 0;)
+        if (versions[index].GetLength() <= kLongestKeyName) return versions[index];
     return std::nullopt;
+}
+
+// False when there is none for 64-bit use; `path` is then untouched, or empty when the path there
+// cannot be used.
+bool readFile(const CStringW& guid, const CStringW& version, const CStringW& locale,
+              CStringW& path) {
+    CStringW registration;
+    registration.Format(u"%s\\%s\\%s\\%s", libraryKey(guid), version, locale, kPlatformKey);
+    const auto key = openKey(registration);
+    if (!key) return false;
+    const auto file = key->defaultText();
+    const bool fits = file && file->size() <= kLongestPath;
+    path = fits ? file->c_str() : u"";
+    return fits;
+}
+
+// A version key holds its locales beside keys of other names.
+bool isLocale(const CStringW& name) {
+    return !name.IsEmpty() &&
+           name.View().find_first_not_of(u"0123456789abcdefABCDEF") == name.View().npos;
+}
+
+void addLibrary(const CStringW& guid, std::vector<RegisteredTypeLibrary>& libraries) {
+    const std::vector<CStringW> versions = subkeys(libraryKey(guid));
+    const std::optional<CStringW> counting = countingVersion(versions);
+    for (const CStringW& version : versions) {
+        for (const CStringW& locale : subkeys(libraryKey(guid) + u"\\" + version)) {
+            if (!isLocale(locale)) continue;
+            RegisteredTypeLibrary library{guid, version, locale, {}, false};
+            const bool read = readFile(guid, version, locale, library.file);
+            library.found = read && version == counting;
+            libraries.push_back(std::move(library));
+        }
+    }
 }
 
 }  // namespace
@@ -41,17 +89,8 @@ bool TypeLibDetails::FindTypeLibFile(CStringW& path, const CStringW& libraryId,
                                      const CStringW& /*major*/, const CStringW& /*minor*/,
                                      CStringW localeId) {
     const corvane::platform::ComponentRuntime runtime;
-    const auto version = lastVersion(libraryId);
-    if (!version) return false;
-    CStringW registration;
-    registration.Format(u"%s\\%s\\%s\\%s\\%s", kRootKey, libraryId, *version, localeId,
-                        kPlatformKey);
-    const auto key = RegistryKey::open(RegistryRoot::ClassesRoot, registration);
-    if (!key) return false;
-    const auto file = key->defaultText();
-    const bool fits = file && file->size() <= kLongestPath;
-    path = fits ? file->c_str() : u"";
-    return fits;
+    const auto version = countingVersion(subkeys(libraryKey(libraryId)));
+    return version && readFile(libraryId, *version, localeId, path);
 }
 
 bool TypeLibDetails::ReadTypeLibAttributes() {
@@ -64,3 +103,14 @@ bool TypeLibDetails::ReadTypeLibAttributes() {
     lcid = attributes->lcid;
     return true;
 }
+
+namespace corvane {
+
+std::vector<RegisteredTypeLibrary> GetRegisteredTypeLibraries() {
+    std::vector<RegisteredTypeLibrary> libraries;
+    for (const CStringW& guid : subkeys(kRootKey))
+        addLibrary(guid, libraries);
+    return libraries;
+}
+
+}  // namespace corvane

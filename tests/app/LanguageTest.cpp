@@ -8,8 +8,8 @@
 
 namespace {
 
+using corvane::app::chosenLanguage;
 using corvane::app::languageFolderName;
-using corvane::app::languageName;
 
 TEST(Language, FollowsTheOptionThenTheCadSystemThenTheUser) {
     const std::string option =
@@ -50,7 +50,7 @@ TEST(Language, FollowsTheOptionThenTheCadSystemThenTheUser) {
     for (const Case& test : cases) {
         folder.write("user.reg", "Windows Registry Editor Version 5.00\n\n" + test.keys + "\n");
         const EnvironmentScope locale("LC_ALL", test.locale);
-        EXPECT_EQ(CStringW(languageName()), test.name) << test.keys << ' ' << test.locale;
+        EXPECT_EQ(CStringW(chosenLanguage().name), test.name) << test.keys << ' ' << test.locale;
         EXPECT_EQ(CStringW(languageFolderName(test.name)), test.folder) << test.keys;
     }
 }

@@ -1,12 +1,23 @@
 #pragma once
 
+#include <memory>
+
 #include <corvane/base/Export.h>
+#include <corvane/database/IConnectorData.h>
 #include <corvane/text/CStringW.h>
 
 namespace qor_db {
 
-class IConnectorData;
 class IDatabaseCollector;
+
+/// The connection that the configuration asks for now, whether anybody is connected or not.
+struct ConfiguredDatabase {
+    IConnectorData::DATABASETYPE type = IConnectorData::DATABASETYPE_SQLITE;
+    CStringW collectorModule;    ///< Where the collector module is expected, as Windows names it.
+    CStringW driverModule;       ///< As the collector is told; empty when none is configured.
+    CStringW file;               ///< The database file; empty for a server.
+    bool isDefaultFile = false;  ///< No file is configured: `file` is the default one.
+};
 
 /// Finds and loads the database collector module, tells it which database to open and holds the
 /// collector for the rule modules. There is one object in the process.
@@ -28,6 +39,10 @@ public:
     /// The one object. The first call makes it and with it the connection; it must not race with a
     /// second one. The collector and its module go at the end of the process.
     static QORDataHelper& getInstance();
+
+    /// Looks at the configuration without connecting, and makes no file and no folder.
+    static ConfiguredDatabase configured();
+
     QORDataHelper(const QORDataHelper&) = delete;
     QORDataHelper& operator=(const QORDataHelper&) = delete;
 
@@ -51,6 +66,12 @@ public:
 
 private:
     QORDataHelper();
+
+    struct Unconnected {};
+    explicit QORDataHelper(Unconnected);
+    std::unique_ptr<IConnectorData> makeConnector(const CStringW& configFile);
+    std::unique_ptr<IConnectorData> makeMSSQLConnector(const CStringW& configFile);
+    std::unique_ptr<IConnectorData> makeSQLiteConnector(const CStringW& configFile);
 
     void LoadDatabaseDll(CStringW& path);
     CStringW GetModuleFile(void* module);

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <vector>
+
+#include <corvane/base/Export.h>
+#include <corvane/text/CStringW.h>
+
+namespace corvane {
+
+/// One registration of a type library. Version and locale are the names of registry keys:
+/// hexadecimal numbers, such as "1.0" and "409".
+struct RegisteredTypeLibrary {
+    CStringW guid;
+    CStringW version;
+    CStringW lcid;
+    CStringW file;  ///< For 64-bit use; empty when there is none, or none that can be used.
+    /// What TypeLibDetails::FindTypeLibFile gives for this GUID and locale. False for a version
+    /// that another one hides.
+    bool found = false;
+};
+
+/// All registrations, in the order of the registry.
+CORVANE_EXPORT std::vector<RegisteredTypeLibrary> GetRegisteredTypeLibraries();
+
+}  // namespace corvane

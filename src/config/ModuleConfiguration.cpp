@@ -1,0 +1,48 @@
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <corvane/config/ModuleConfiguration.h>
+
+#include "config/CIniFile.h"
+#include "config/ScriptFolder.h"
+#include "config/SettingsFolder.h"
+#include "platform/CodePage.h"
+#include "platform/Files.h"
+
+namespace corvane {
+namespace {
+
+bool beginsWithMark(std::string_view text) {
+    return text.starts_with("\xEF\xBB\xBF") || text.starts_with("\xFF\xFE") ||
+           text.starts_with("\xFE\xFF");
+}
+
+void readEntries(ModuleConfiguration& configuration, std::string_view text) {
+    config::IniReader reader(text);
+    while (const std::optional<config::IniRecord> record = reader.next()) {
+        if (record->isHeading()) continue;
+        configuration.entries.push_back({platform::widen(record->Section),
+                                         platform::widen(record->Key),
+                                         platform::widen(record->Value), record->Commented != ' '});
+    }
+}
+
+}  // namespace
+
+ModuleConfiguration GetModuleConfiguration() {
+    ModuleConfiguration configuration;
+    configuration.settingsFolder = config::settingsFolderPath();
+    configuration.file = configuration.settingsFolder + u"ConfigModule.ini";
+    const std::optional<std::string> text =
+        platform::readFile(configuration.file, config::kLargestIniFile);
+    if (!text) return configuration;
+    configuration.readable = true;
+    configuration.scriptFolder = config::scriptFolder(configuration.file);
+    configuration.byteOrderMark = beginsWithMark(*text);
+    configuration.cutLine = platform::widen(text->substr(text->rfind('\n') + 1));
+    readEntries(configuration, *text);
+    return configuration;
+}
+
+}  // namespace corvane
