@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -12,11 +13,15 @@
 class CommandLine {
 public:
     CommandLine() {
+        std::filesystem::create_directories(databases());
         folder.write("data/Settings/ConfigModule.ini",
                      "[RULE_SCRIPT_LOCATION]\ndirectory=" + folder.path("scripts") + "\n");
         for (const char* name : {"machine.reg", "user.reg"})
             folder.write(std::string("registry/") + name, exampleRegistry(name));
     }
+
+    /// The folder of the default database; empty at first.
+    std::string databases() const { return folder.path("db") + '/'; }
 
     /// Runs `corvane` with these arguments. A path that begins with "@" is one of the folder.
     ProcessResult operator()(const std::string& command, std::vector<std::string> arguments,
@@ -39,6 +44,7 @@ public:
 private:
     EnvironmentScope data_{"CORVANE_DATA_DIR", folder.path("data")};
     EnvironmentScope registry_{"CORVANE_REGISTRY_DIR", folder.path("registry")};
+    EnvironmentScope database_{"CORVANE_DATABASE_DIR", databases()};
     EnvironmentScope part_{"CORVANE_PART", nullptr};
     EnvironmentScope colour_{"NO_COLOR", nullptr};
     EnvironmentScope terminal_{"TERM", "xterm"};

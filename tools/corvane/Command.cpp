@@ -19,11 +19,15 @@ void FolderOptions::declare(CLI::App& command) {
              "Folder of rule modules, sought before lib/rules; may be repeated")
         ->type_name("DIR")
         ->allow_extra_args(false);
-    addText(command, "--data", data,
-            "Folder above Settings/ConfigModule.ini, else CORVANE_DATA_DIR")
-        ->type_name("DIR");
+    declareData(command);
     addText(command, "--registry", registry,
             "Folder of machine.reg and user.reg, else CORVANE_REGISTRY_DIR")
+        ->type_name("DIR");
+}
+
+void FolderOptions::declareData(CLI::App& command) {
+    addText(command, "--data", data,
+            "Folder above Settings/ConfigModule.ini, else CORVANE_DATA_DIR")
         ->type_name("DIR");
 }
 

@@ -50,6 +50,7 @@ struct FolderOptions {
     CStringW registry;
 
     void declare(CLI::App& command);
+    void declareData(CLI::App& command);
     /// Hands data and registry on to the library, which reads them from the environment.
     void apply() const;
 };

@@ -11,3 +11,4 @@ std::unique_ptr<Command> makeRunCommand(CLI::App& program);
 std::unique_ptr<Command> makeShowCommand(CLI::App& program);
 std::unique_ptr<Command> makeSaveCommand(CLI::App& program);
 std::unique_ptr<Command> makeUnitCommand(CLI::App& program);
+std::unique_ptr<Command> makeDbCommand(CLI::App& program);

@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::size_t kProgressColumns = 76;
 constexpr std::size_t kUsualColumns = 80;
+constexpr int kLabelColumns = 14;
 
 const char* escapeOf(Tone tone) {
     switch (tone) {
@@ -46,6 +47,14 @@ void Console::write(std::u16string_view text, Tone tone) {
 
 void Console::endLine() {
     std::cout << '\n';
+}
+
+void Console::writeField(std::u16string_view label, const CStringW& text, Tone tone) {
+    if (text.IsEmpty()) return;
+    write(u"  ");
+    write(label);
+    write(CStringW(u' ', kLabelColumns - static_cast<int>(displayWidth(label))));
+    writeLine(text, tone);
 }
 
 void Console::report(std::u16string_view message) {

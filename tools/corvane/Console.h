@@ -25,6 +25,9 @@ public:
         endLine();
     }
 
+    /// A line of a label and a text, the texts below one another. Nothing without a text.
+    void writeField(std::u16string_view label, const CStringW& text, Tone tone = Tone::Plain);
+
     /// A line on standard error.
     void report(std::u16string_view message);
 

@@ -50,15 +50,8 @@ public:
     }
 
 private:
-    static constexpr int kLabelColumns = 14;
-
     void line(std::u16string_view label, const CStringW& text, Tone tone = Tone::Plain) const {
-        if (text.IsEmpty()) return;
-        const int gap = kLabelColumns - static_cast<int>(displayWidth(label));
-        console_.write(u"  ");
-        console_.write(label);
-        console_.write(CStringW(u' ', gap));
-        console_.writeLine(text, tone);
+        console_.writeField(label, text, tone);
     }
 
     void printHeading() const {

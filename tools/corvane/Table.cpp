@@ -7,20 +7,22 @@
 
 namespace {
 
-constexpr std::size_t kWidestCell = 40;
 constexpr std::size_t kWidestLine = 400;
 constexpr std::size_t kGap = 2;
 
 }  // namespace
 
-Table::Table(std::vector<CStringW> headings) : headings_(std::move(headings)) {
+Table::Table(std::vector<CStringW> headings, std::size_t widestCell)
+    : headings_(std::move(headings)), widestCell_(widestCell) {
+    for (CStringW& heading : headings_)
+        heading = fitted(harmless(heading), widestCell_);
     for (std::size_t i = 0; i + 1 < headings_.size(); ++i)
         widths_.push_back(displayWidth(headings_[i]));
 }
 
 void Table::add(Row row) {
     for (std::size_t i = 0; i < row.cells.size(); ++i) {
-        row.cells[i] = fitted(harmless(row.cells[i]), kWidestCell);
+        row.cells[i] = fitted(harmless(row.cells[i]), widestCell_);
         widths_[i] = std::max(widths_[i], displayWidth(row.cells[i]));
     }
     for (CStringW& line : row.lines)

@@ -16,7 +16,8 @@ public:
         Tone tone = Tone::Plain;      ///< Of the last cell.
     };
 
-    explicit Table(std::vector<CStringW> headings);
+    /// All columns but the last show at most `widestCell` columns of a text.
+    explicit Table(std::vector<CStringW> headings, std::size_t widestCell = 40);
 
     void add(Row row);
     void print(Console& console) const;
@@ -26,6 +27,7 @@ private:
                    Tone all, Tone lastCell) const;
 
     std::vector<CStringW> headings_;
+    std::size_t widestCell_;
     std::vector<std::size_t> widths_;
     std::vector<Row> rows_;
 };

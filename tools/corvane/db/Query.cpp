@@ -1,0 +1,82 @@
+#include <algorithm>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "Command.h"
+#include "Table.h"
+#include "db/Actions.h"
+#include "db/Statement.h"
+
+using qor_db::ErrorCode;
+using qor_db::IQuery;
+using qor_db::Status;
+using qor_db::Value;
+
+namespace {
+
+constexpr std::size_t kWidestValue = 200;
+constexpr std::size_t kMostBytes = 32;
+
+CStringW textOf(const qor_db::Bytes& bytes) {
+    CStringW text = u"x'";
+    for (std::size_t i = 0; i < std::min(bytes.size(), kMostBytes); ++i)
+        text.AppendFormat(u"%02X", std::to_integer<unsigned>(bytes[i]));
+    if (bytes.size() > kMostBytes) return text + u"\u2026";
+    return text + u"'";
+}
+
+CStringW textOf(const Value& value) {
+    CStringW text = u"NULL";
+    if (const std::int64_t* whole = value.integer()) text.Format(u"%d", *whole);
+    if (const double* real = value.real()) text.Format(u"%.15g", *real);
+    if (const CStringW* own = value.text()) return *own;
+    if (const qor_db::Bytes* bytes = value.bytes()) return textOf(*bytes);
+    return text;
+}
+
+Table::Row shownRow(const qor_db::Row& row, std::size_t columns) {
+    Table::Row shown;
+    for (std::size_t i = 0; i + 1 < columns; ++i)
+        shown.cells.push_back(textOf(row[i]));
+    shown.lines.push_back(textOf(row[columns - 1]));
+    return shown;
+}
+
+int printRows(IQuery& query, int limit, Console& console) {
+    Table table(query.columns(), kWidestValue);
+    int count = 0;
+    for (; count < limit && query.next(); ++count)
+        table.add(shownRow(query.row(), query.columns().size()));
+    const bool more = count == limit && query.next();
+    if (!query.status().ok()) return reportStatus(query.status(), console);
+    table.print(console);
+    CStringW text;
+    text.Format(more ? u"the first %d rows; --limit takes more" : u"%d %s", count,
+                count == 1 ? u"row" : u"rows");
+    console.endLine();
+    console.writeLine(text);
+    return kGood;
+}
+
+Status readingOnly() {
+    return {ErrorCode::BadQuery,
+            u"only one statement that reads is run: SELECT, WITH, VALUES or EXPLAIN", 0};
+}
+
+}  // namespace
+
+int runQuery(qor_db::IDatabaseCollector& collector, std::u16string_view statement, int limit,
+             Console& console) {
+    if (!isReadingStatement(statement)) return reportStatus(readingOnly(), console);
+    // Whatever a statement changes in spite of its first word is taken back.
+    const qor_db::Transaction transaction(collector);
+    if (!transaction.status().ok() && transaction.status().code != ErrorCode::ReadOnly)
+        return reportStatus(transaction.status(), console);
+    const qor_db::Outcome<std::unique_ptr<IQuery>> query = collector.prepare(statement);
+    if (!query.ok()) return reportStatus(query.status(), console);
+    const Status status = (*query)->execute({});
+    if (!status.ok()) return reportStatus(status, console);
+    if ((*query)->columns().empty()) return reportStatus(readingOnly(), console);
+    return printRows(**query, limit, console);
+}
