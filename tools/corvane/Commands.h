@@ -12,3 +12,4 @@ std::unique_ptr<Command> makeShowCommand(CLI::App& program);
 std::unique_ptr<Command> makeSaveCommand(CLI::App& program);
 std::unique_ptr<Command> makeUnitCommand(CLI::App& program);
 std::unique_ptr<Command> makeDbCommand(CLI::App& program);
+std::unique_ptr<Command> makeDoctorCommand(CLI::App& program);

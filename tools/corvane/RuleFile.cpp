@@ -1,7 +1,6 @@
 #include "RuleFile.h"
 
 #include <corvane/app/StringResources.h>
-#include <corvane/xml/XMLFault.h>
 
 #include "Text.h"
 
@@ -13,14 +12,6 @@ CStringW placeText(const CStringW& path, QorLong line) {
     return text;
 }
 
-void reportFault(const CStringW& path, const corvane::XMLFault& fault, Console& console) {
-    CStringW text = placeText(path, fault.line);
-    if (fault.line > 0 && fault.column > 0) text.AppendFormat(u":%d", fault.column);
-    text += u": ";
-    text += fault.message.IsEmpty() ? CStringW(u"cannot be read") : fault.message;
-    console.report(text);
-}
-
 }  // namespace
 
 std::unique_ptr<RuleFile> RuleFile::load(const CStringW& path, Console& console) {
@@ -28,14 +19,14 @@ std::unique_ptr<RuleFile> RuleFile::load(const CStringW& path, Console& console)
     if (ruleName.IsEmpty()) {
         console.report(path +
                        u": the language module of this installation, which holds the names "
-                       u"in rule files, cannot be loaded");
+                       u"in rule files, cannot be loaded; \"corvane doctor\" tells more");
         return nullptr;
     }
     std::unique_ptr<RuleFile> file(new RuleFile);
     file->path_ = path;
     file->root_ = file->document_.LoadFromFile(path);
     if (!file->root_) {
-        reportFault(path, corvane::LastXMLFault(file->document_), console);
+        console.report(faultText(path, corvane::LastXMLFault(file->document_)));
         return nullptr;
     }
     file->elements_.reset(file->root_->GetNodeList(ruleName));
@@ -49,6 +40,13 @@ std::unique_ptr<RuleFile> RuleFile::load(const CStringW& path, Console& console)
 
 CStringW RuleFile::place(QorLong index) const {
     return placeText(path_, corvane::XMLLine(element(index)));
+}
+
+CStringW faultText(const CStringW& path, const corvane::XMLFault& fault) {
+    CStringW text = placeText(path, fault.line);
+    if (fault.line > 0 && fault.column > 0) text.AppendFormat(u":%d", fault.column);
+    text += u": ";
+    return text + (fault.message.IsEmpty() ? CStringW(u"cannot be read") : fault.message);
 }
 
 CStringW attributeText(const QorXMLNode& element, std::uint32_t nameNumber) {

@@ -4,6 +4,7 @@
 
 #include <corvane/text/CStringW.h>
 #include <corvane/xml/QorXMLDocument.h>
+#include <corvane/xml/XMLFault.h>
 
 #include "Console.h"
 
@@ -29,6 +30,9 @@ private:
     QorXMLNode* root_ = nullptr;
     std::unique_ptr<QorXMLNodeList> elements_;
 };
+
+/// "FILE:LINE:COLUMN: message", as far as the place is known.
+CStringW faultText(const CStringW& path, const corvane::XMLFault& fault);
 
 /// An attribute's text by the number of its name; empty when the element has none.
 CStringW attributeText(const QorXMLNode& element, std::uint32_t nameNumber);

@@ -18,8 +18,9 @@ constexpr const char* kFooter =
     "2 bad usage, or a file that cannot be read or written.";
 
 // In the order of the help.
-constexpr std::unique_ptr<Command> (*kMakers[])(CLI::App&) = {
-    makeRunCommand, makeShowCommand, makeSaveCommand, makeUnitCommand, makeDbCommand};
+constexpr std::unique_ptr<Command> (*kMakers[])(CLI::App&) = {makeRunCommand,  makeShowCommand,
+                                                              makeSaveCommand, makeUnitCommand,
+                                                              makeDbCommand,   makeDoctorCommand};
 
 int runCommand(Command& command, Console& console) {
     try {

@@ -1,0 +1,143 @@
+#include <corvane/platform/ComponentRegistration.h>
+#include <corvane/platform/LoadedModule.h>
+#include <corvane/scriptrules/IScriptProcessor.h>
+#include <corvane/scriptrules/RegisteredTypeLibraries.h>
+#include <corvane/scriptrules/TypeLibDetails.h>
+
+#include "RunReason.h"
+#include "Text.h"
+#include "doctor/Checks.h"
+#include "doctor/Places.h"
+#include "doctor/ScriptTrial.h"
+
+using corvane::ModuleConfiguration;
+using corvane::RegisteredTypeLibrary;
+
+namespace {
+
+/// A trial run looks for the settings folder, and finding none makes it.
+bool mayTry(const ModuleConfiguration& configuration) {
+    return presenceOfFolder(configuration.settingsFolder) != Presence::Missing;
+}
+
+CStringW joined(const std::vector<CStringW>& lines) {
+    CStringW text;
+    for (const CStringW& line : lines)
+        text += (text.IsEmpty() ? CStringW() : CStringW(u"; ")) + line;
+    return text;
+}
+
+bool checkHostModule(Diagnosis& diagnosis, const corvane::ComponentRegistration& host) {
+    const corvane::LoadedModule module(host.module);
+    if (module) {
+        diagnosis.good(u"module", module.file());
+        return true;
+    }
+    const CStringW name = shownPath(host.module);
+    diagnosis.wrong(u"module",
+                    module.fault().empty() ? u"there is no " + name
+                                           : name + u" won't load: " + CStringW(module.fault()),
+                    u"put the module there with what it needs, or register another path");
+    return false;
+}
+
+CStringW versionText(std::uint32_t major, std::uint32_t minor, std::uint32_t lcid) {
+    CStringW text;
+    text.Format(u"version %u.%u, locale %x", major, minor, lcid);
+    return text;
+}
+
+class EngineCheck {
+public:
+    EngineCheck(Diagnosis& diagnosis, const RegisteredTypeLibrary& library, bool mayTry)
+        : diagnosis_(diagnosis),
+          library_(library),
+          mayTry_(mayTry),
+          subject_(library.file.IsEmpty() ? CStringW(u"type library")
+                                          : CStringW(lastName(library.file))) {}
+
+    void check() {
+        if (library_.file.IsEmpty()) {
+            diagnosis_.wrong(subject_, registration() + u" has no file for 64-bit use",
+                             u"register its file below the key \"win64\"");
+        } else if (!library_.found) {
+            diagnosis_.note(subject_,
+                            registration() + u" is hidden by a later version of the library");
+        } else {
+            checkFile();
+        }
+    }
+
+private:
+    CStringW registration() const {
+        return library_.guid + u" " + library_.version + u" " + library_.lcid;
+    }
+
+    void checkFile() {
+        const CStringW path = shownPath(library_.file);
+        TypeLibDetails details(path);
+        if (details.ReadTypeLibAttributes())
+            checkEngine(path + u", " +
+                        versionText(details.majorVersion, details.minorVersion, details.lcid));
+        else if (presenceOfFile(path) == Presence::Missing)
+            diagnosis_.wrong(subject_, u"there is no " + path, u"correct the path in the registry");
+        else
+            diagnosis_.wrong(subject_, path + u" is no type library that can be read",
+                             u"register a type library");
+    }
+
+    void checkEngine(const CStringW& text) {
+        if (!mayTry_) {
+            diagnosis_.good(subject_, text);
+            return;
+        }
+        const corvane::ScriptRun run = tryHost(library_.file);
+        if (run.status == corvane::ScriptRunStatus::EngineRefused)
+            diagnosis_.wrong(subject_, joined(reasonsOf(run)),
+                             u"put the engine's module beside its type library");
+        else
+            diagnosis_.good(subject_, text);
+    }
+
+    Diagnosis& diagnosis_;
+    const RegisteredTypeLibrary& library_;
+    bool mayTry_;
+    CStringW subject_;
+};
+
+}  // namespace
+
+void checkHost(Diagnosis& diagnosis, const ModuleConfiguration& configuration) {
+    constexpr const char16_t* kRegistration = u"registration";
+    diagnosis.section(u"Script host");
+    const corvane::ComponentRegistration host =
+        corvane::FindComponent(IScriptProcessor::kProgramId);
+    if (host.module.empty()) {
+        const CStringW text = host.classId.empty()
+                                  ? CStringW(IScriptProcessor::kProgramId) + u" is not registered"
+                                  : u"its class " + CStringW(host.classId) + u" has no module";
+        // Whoever has no scripts needs no host.
+        if (configuration.scriptFolder)
+            diagnosis.wrong(kRegistration, text,
+                            u"register the host, as registry/machine.reg does");
+        else
+            diagnosis.note(kRegistration, text + u": no script rule can run");
+        return;
+    }
+    diagnosis.good(kRegistration,
+                   CStringW(IScriptProcessor::kProgramId) + u", class " + CStringW(host.classId));
+    if (!checkHostModule(diagnosis, host) || !mayTry(configuration)) return;
+    const corvane::ScriptRun run = tryHost({});
+    if (isAccepted(run))
+        diagnosis.good(u"trial", u"the host can be created");
+    else
+        diagnosis.wrong(u"trial", joined(reasonsOf(run)), u"register a script host");
+}
+
+void checkEngines(Diagnosis& diagnosis, const ModuleConfiguration& configuration) {
+    diagnosis.section(u"Engines of scripts");
+    const std::vector<RegisteredTypeLibrary> libraries = corvane::GetRegisteredTypeLibraries();
+    if (libraries.empty()) diagnosis.note(u"type libraries", u"none is registered");
+    for (const RegisteredTypeLibrary& library : libraries)
+        EngineCheck(diagnosis, library, mayTry(configuration)).check();
+}

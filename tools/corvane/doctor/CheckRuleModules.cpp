@@ -1,0 +1,64 @@
+#include <algorithm>
+
+#include <corvane/host/RuleModule.h>
+#include <corvane/platform/LoadedModule.h>
+
+#include "RuleModules.h"
+#include "Text.h"
+#include "doctor/Checks.h"
+#include "doctor/Places.h"
+
+namespace {
+
+/// Modules of rules by their folders, in the order in which a rule file's module is sought.
+class RuleModuleCheck {
+public:
+    explicit RuleModuleCheck(Diagnosis& diagnosis) : diagnosis_(diagnosis) {}
+
+    bool any() const { return !names_.empty(); }
+
+    void checkFolder(const CStringW& folder) {
+        for (const CStringW& name : filesIn(folder))
+            if (RuleModules::isModuleName(name)) checkModule(folder, name);
+    }
+
+private:
+    void checkModule(const CStringW& folder, const CStringW& name) {
+        const CStringW path = shownPath(folder + u"\\" + name);
+        if (std::ranges::find(names_, name) != names_.end()) {
+            diagnosis_.note(name, path + u" is hidden by the module of an earlier folder");
+            return;
+        }
+        names_.push_back(name);
+        const corvane::LoadedModule module(path);
+        if (!module)
+            diagnosis_.wrong(name, path + u" won't load: " + CStringW(module.fault()),
+                             u"install what it needs, or build it for this library");
+        else if (!module.function<CreateQorRuleFunction>(kCreateQorRuleName))
+            diagnosis_.wrong(
+                name,
+                path + u" is no rule module: it does not export " + CStringW(kCreateQorRuleName),
+                u"put nothing but rule modules there");
+        else
+            diagnosis_.good(name, path);
+    }
+
+    Diagnosis& diagnosis_;
+    std::vector<CStringW> names_;
+};
+
+}  // namespace
+
+void checkRuleModules(Diagnosis& diagnosis, const std::vector<CStringW>& folders) {
+    diagnosis.section(u"Rule modules");
+    const RuleModules modules(folders);
+    RuleModuleCheck check(diagnosis);
+    for (const CStringW& folder : modules.folders()) {
+        const bool asked = std::ranges::find(folders, folder) != folders.end();
+        if (asked && presenceOfFolder(folder) != Presence::Readable)
+            diagnosis.wrong(u"folder", folder + u" is no folder that can be read",
+                            u"let --modules name a folder");
+        check.checkFolder(folder);
+    }
+    if (!check.any()) diagnosis.note(u"modules", u"none in " + shownPath(modules.folders().back()));
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <vector>
+
+#include <corvane/config/ModuleConfiguration.h>
+#include <corvane/text/CStringW.h>
+
+#include "doctor/Diagnosis.h"
+
+// What `corvane doctor` looks at, each a section or a part of one. None makes a folder or a file
+// that stays.
+
+void checkInstallation(Diagnosis& diagnosis);
+void checkRegistry(Diagnosis& diagnosis);
+void checkConfiguration(Diagnosis& diagnosis, const corvane::ModuleConfiguration& configuration);
+void checkScripts(Diagnosis& diagnosis, const corvane::ModuleConfiguration& configuration);
+void checkHost(Diagnosis& diagnosis, const corvane::ModuleConfiguration& configuration);
+void checkEngines(Diagnosis& diagnosis, const corvane::ModuleConfiguration& configuration);
+void checkRuleModules(Diagnosis& diagnosis, const std::vector<CStringW>& folders);
+void checkDatabase(Diagnosis& diagnosis, const corvane::ModuleConfiguration& configuration);
+void checkHelp(Diagnosis& diagnosis);
+void checkLogs(Diagnosis& diagnosis);

@@ -1,0 +1,48 @@
+#include <CLI/CLI.hpp>
+
+#include "Commands.h"
+#include "doctor/Checks.h"
+
+namespace {
+
+class DoctorCommand : public Command {
+public:
+    explicit DoctorCommand(CLI::App& program)
+        : Command(
+              program, "doctor",
+              "Look at the installation and its configuration, and tell what is wrong and how "
+              "to mend it",
+              "Exit status: 0 nothing is wrong, 1 something is, 2 bad usage. A note tells what\n"
+              "is merely not set up. Nothing is changed; modules are loaded to see whether they\n"
+              "load. The language is that which the library was loaded with, whatever --registry\n"
+              "says.") {
+        folders_.declare(parser());
+    }
+
+    int run(Console& console) override {
+        folders_.apply();
+        Diagnosis diagnosis;
+        const corvane::ModuleConfiguration configuration = corvane::GetModuleConfiguration();
+        checkInstallation(diagnosis);
+        checkRegistry(diagnosis);
+        checkConfiguration(diagnosis, configuration);
+        checkScripts(diagnosis, configuration);
+        checkHost(diagnosis, configuration);
+        checkEngines(diagnosis, configuration);
+        checkRuleModules(diagnosis, folders_.modules);
+        checkDatabase(diagnosis, configuration);
+        checkHelp(diagnosis);
+        checkLogs(diagnosis);
+        diagnosis.print(console);
+        return diagnosis.isHealthy() ? kGood : kWrong;
+    }
+
+private:
+    FolderOptions folders_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeDoctorCommand(CLI::App& program) {
+    return std::make_unique<DoctorCommand>(program);
+}
