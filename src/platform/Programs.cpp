@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/Files.h"
+
 namespace corvane::platform {
 namespace {
 
@@ -11,8 +13,11 @@ bool isControl(char16_t unit) {
 
 }  // namespace
 
-bool isPlainArgument(std::u16string_view text) {
-    return !text.empty() && text.front() != u'-' && std::ranges::none_of(text, isControl);
+std::optional<std::u16string> pathArgument(std::u16string_view path) {
+    if (path.starts_with(u'-') || !pathExists(path)) return std::nullopt;
+    std::u16string full = fullPath(path);
+    if (full.empty() || std::ranges::any_of(full, isControl)) return std::nullopt;
+    return full;
 }
 
 }  // namespace corvane::platform

@@ -8,14 +8,14 @@
 
 namespace corvane::platform {
 
-/// True for text that a program cannot mistake for something else than a name: it is not empty,
-/// does not begin with "-" and holds no control character. Text from a file or from a caller is
-/// handed to no program before it has passed.
-bool isPlainArgument(std::u16string_view text);
+/// The argument that hands a file or a folder to a program: its full path. Nothing when there is no
+/// such one, or when a program could mistake the path for something else: it begins with "-" or
+/// holds a control character. Text from a file or from a caller reaches a program in no other way.
+std::optional<std::u16string> pathArgument(std::u16string_view path);
 
 /// The full path of an executable file: `name` itself when it is a full path, else the first of
-/// that name in the folders of PATH, of which relative ones are passed over. Nothing when there is
-/// none, or for a relative path.
+/// that name in the folders of PATH, of which relative ones are passed over; without PATH in those
+/// of the system. Nothing when there is none, or for a relative path.
 std::optional<std::u16string> findProgram(std::u16string_view name);
 
 /// Starts a program, given by its full path, with these arguments and without a shell. It gets

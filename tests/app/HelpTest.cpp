@@ -68,8 +68,9 @@ protected:
                     "#define IDH_WALL 12\n#define IDH_GONE 20\n#define IDH_NONE 30\n"
                     "#define IDH_ODD 40\n");
         tree_.write("include/common/Help/corvane.ali",
-                    "IDH_WALL=the wall.htm\nIDH_GONE=gone.htm\nIDH_ODD=odd\x1B.htm\n");
-        for (const char* file : {"site/the wall.htm", "-site/the wall.htm", "site/odd\x1B.htm"})
+                    "IDH_WALL=pages\\the wall.htm\nIDH_GONE=gone.htm\nIDH_ODD=odd\x1B.htm\n");
+        for (const char* file :
+             {"site/pages/the wall.htm", "-site/pages/the wall.htm", "site/odd\x1B.htm"})
             tree_.write(file, "");
         tree_.write("rules.chm", "");
         writeProgram(tree_, "bin/xdg-open");
@@ -108,7 +109,7 @@ TEST_F(HelpSite, OpensItsOwnPageAndOtherwiseTheCompiledHelp) {
     EXPECT_TRUE(sources.siteFolderExists && !sources.topicFileExists && !sources.pageFileExists);
     EXPECT_EQ(CStringW(sources.opener), tree_.wide("bin/xdg-open"));
     EXPECT_EQ(CStringW(sources.viewer), tree_.wide("bin/xchm"));
-    const std::string page = "xdg-open|" + tree_.path("site/the wall.htm") + "\n";
+    const std::string page = "xdg-open|" + tree_.path("site/pages/the wall.htm") + "\n";
     std::filesystem::current_path(tree_.path());
     EXPECT_EQ(show(12), page);
     for (const int topic : {20, 30, 40, 99})

@@ -57,6 +57,21 @@ TEST(Programs, GetTheirArgumentsAndNothingElseOfTheProcess) {
     ::close(57);
 }
 
+TEST(Programs, AreStartedByAThreadThatIsAskedToEnd) {
+    const TemporaryFolder folder;
+    std::string program = writeProgram(folder, "program");
+    pthread_t thread;
+    void* ended = nullptr;
+    const auto run = [](void* path) {
+        ::pthread_cancel(::pthread_self());
+        return startProgram(fromUtf8(*static_cast<std::string*>(path)), {}, 10s) ? path : nullptr;
+    };
+    ASSERT_EQ(::pthread_create(&thread, nullptr, run, &program), 0);
+    ASSERT_EQ(::pthread_join(thread, &ended), 0);
+    EXPECT_EQ(ended, &program);
+    EXPECT_EQ(startedIn(folder), "program|\n");
+}
+
 class Viewer : public testing::Test {
 protected:
     void enter(const std::string& value) const {
@@ -95,9 +110,11 @@ TEST_F(Viewer, IsSoughtOnceAndRefusesWhatCouldMeanSomethingElse) {
     HelpViewer without;
     EXPECT_FALSE(without.show(fromUtf8(file_), 7));
     writeProgram(folder_, "xchm");
-    for (const char* name : {"a.chm", "-x.chm", "a\nb.chm", "a\x7F.chm"})
+    for (const char* name : {"a.chm", "-x.chm", "a\nb.chm", "a\x7F.chm", "c\nd/a.chm"})
         folder_.write(name, "");
     HelpViewer viewer;
+    std::filesystem::current_path(folder_.path("c\nd"));
+    EXPECT_FALSE(viewer.show(u"a.chm", 7) || viewer.show(fromUtf8(folder_.path()), 7));
     std::filesystem::current_path(folder_.path());
     for (const char16_t* file : {u"", u"gone.chm", u"-x.chm", u"a\nb.chm", u"a\x7F.chm"})
         EXPECT_FALSE(viewer.show(file, 7)) << toUtf8(file);

@@ -1,7 +1,6 @@
 #include "platform/Documents.h"
 
 #include "platform/Environment.h"
-#include "platform/Files.h"
 #include "platform/Programs.h"
 
 namespace corvane::platform {
@@ -19,10 +18,9 @@ std::optional<std::u16string> documentOpener() {
 }
 
 bool openDocument(std::u16string_view path) {
-    if (!isPlainArgument(path) || !pathExists(path)) return false;
+    const std::optional<std::u16string> document = pathArgument(path);
     const std::optional<std::u16string> opener = documentOpener();
-    const std::u16string document = fullPath(path);
-    return opener && !document.empty() && startProgram(*opener, {&document, 1}, kPatience);
+    return document && opener && startProgram(*opener, {&*document, 1}, kPatience);
 }
 
 }  // namespace corvane::platform

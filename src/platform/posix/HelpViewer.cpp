@@ -74,10 +74,9 @@ std::optional<std::u16string> HelpViewer::settled() {
 
 bool HelpViewer::show(std::u16string_view file, QorLong topic) {
     const std::optional<std::u16string> viewer = settled();
-    if (!viewer || topic < 0 || !isPlainArgument(file) || !pathExists(file)) return false;
-    std::u16string full = fullPath(file);
-    if (full.empty()) return false;
-    return startProgram(*viewer, argumentsFor(*viewer, std::move(full), std::to_string(topic)),
+    std::optional<std::u16string> argument = pathArgument(file);
+    if (!viewer || !argument || topic < 0 || folderExists(*argument)) return false;
+    return startProgram(*viewer, argumentsFor(*viewer, std::move(*argument), std::to_string(topic)),
                         std::chrono::milliseconds(0));
 }
 

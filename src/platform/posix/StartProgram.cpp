@@ -2,6 +2,7 @@
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <pthread.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <thread>
@@ -32,10 +33,10 @@ class Surroundings {
 public:
     Surroundings() {
         posix_spawn_file_actions_init(&files_);
-        posix_spawn_file_actions_addopen(&files_, STDIN_FILENO, "/dev/null", O_RDWR, 0);
+        fault_ = posix_spawn_file_actions_addopen(&files_, STDIN_FILENO, "/dev/null", O_RDWR, 0);
         for (int output = STDIN_FILENO + 1; output < kFirstFree; ++output)
-            posix_spawn_file_actions_adddup2(&files_, STDIN_FILENO, output);
-        posix_spawn_file_actions_addclosefrom_np(&files_, kFirstFree);
+            fault_ |= posix_spawn_file_actions_adddup2(&files_, STDIN_FILENO, output);
+        fault_ |= posix_spawn_file_actions_addclosefrom_np(&files_, kFirstFree);
         sigset_t none;
         sigset_t all;
         sigemptyset(&none);
@@ -56,12 +57,14 @@ public:
     // The program's process, or -1 when it cannot be started.
     pid_t spawn(char* const* arguments) const {
         pid_t program = -1;
-        const int error =
-            ::posix_spawn(&program, arguments[0], &files_, &attributes_, arguments, environ);
+        const int error = fault_ != 0 ? fault_
+                                      : ::posix_spawn(&program, arguments[0], &files_, &attributes_,
+                                                      arguments, environ);
         return error == 0 ? program : -1;
     }
 
 private:
+    int fault_;  // not 0 when there was no memory for all of this
     posix_spawn_file_actions_t files_;
     posix_spawnattr_t attributes_;
 };
@@ -78,20 +81,26 @@ bool runsOn(pid_t program, milliseconds patience) {
     return true;
 }
 
-// Keeps the host's handlers out of the starter, whose memory is the host's.
-class BlockedSignals {
+// The starter's memory and stack are the host's: keeps the host's handlers out of it, and a request
+// to cancel the thread, which would unwind the stack there.
+class Undisturbed {
 public:
-    BlockedSignals() {
+    Undisturbed() {
         sigset_t all;
         sigfillset(&all);
-        ::pthread_sigmask(SIG_SETMASK, &all, &former_);
+        ::pthread_sigmask(SIG_SETMASK, &all, &signals_);
+        ::pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &cancelState_);
     }
-    BlockedSignals(const BlockedSignals&) = delete;
-    BlockedSignals& operator=(const BlockedSignals&) = delete;
-    ~BlockedSignals() { ::pthread_sigmask(SIG_SETMASK, &former_, nullptr); }
+    Undisturbed(const Undisturbed&) = delete;
+    Undisturbed& operator=(const Undisturbed&) = delete;
+    ~Undisturbed() {
+        ::pthread_setcancelstate(cancelState_, nullptr);
+        ::pthread_sigmask(SIG_SETMASK, &signals_, nullptr);
+    }
 
 private:
-    sigset_t former_;
+    sigset_t signals_;
+    int cancelState_ = PTHREAD_CANCEL_ENABLE;
 };
 
 // Runs in the starter. It may not return from there, nor throw.
@@ -116,7 +125,7 @@ bool startProgram(std::u16string_view program, std::span<const std::u16string> a
     std::ranges::transform(texts, pointers.begin(), [](std::string& text) { return text.data(); });
 
     const Surroundings surroundings;
-    const BlockedSignals blocked;
+    const Undisturbed undisturbed;
     volatile bool started = false;
     const pid_t starter = ::vfork();  // NOLINT: a copy of the host's memory is what it avoids.
     if (starter == 0) beStarter(surroundings, pointers.data(), patience, started);
