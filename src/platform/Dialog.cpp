@@ -88,16 +88,20 @@ void CDialog::OnCancel() {
     EndDialog(kCancel);
 }
 
-std::intptr_t CDialog::onCommand(std::uintptr_t wParam, std::intptr_t) {
+int CDialog::OnCommand(std::uintptr_t wParam, std::intptr_t) {
     // In the upper half nothing but 0: the button was pressed.
     if (wParam == kOk) {
         OnOK();
     } else if (wParam == kCancel) {
         OnCancel();
     } else {
-        return Default();
+        return 0;
     }
-    return 0;
+    return 1;
+}
+
+std::intptr_t CDialog::onCommand(std::uintptr_t wParam, std::intptr_t lParam) {
+    return OnCommand(wParam, lParam) != 0 ? 0 : Default();
 }
 
 std::intptr_t CDialog::onClose(std::uintptr_t, std::intptr_t) {

@@ -13,6 +13,9 @@ public:
     using PlainDialog::PlainDialog;
 
 protected:
+    int OnCommand(std::uintptr_t wParam, std::intptr_t lParam) override {
+        return wParam == 40 || PlainDialog::OnCommand(wParam, lParam) != 0;
+    }
     const corvane::MessageMap* GetMessageMap() const override {
         static constexpr corvane::MessageEntry kEntries[] = {
             corvane::onNcLButtonDown<&MappedDialog::OnNcLButtonDown>()};

@@ -67,6 +67,7 @@ TEST(RuleDialog, ShowsItsTopicForTheKeyAndTheHelpButtonAndPassesTheRestOn) {
     host.messages = {{nullptr, 275, 0, 0},
                      {nullptr, message::kCommand, CDialog::kOk, 0},
                      {nullptr, message::kCommand, 0x10001, 0},
+                     {nullptr, message::kCommand, 40, 0},
                      {nullptr, 256, 27, 1},
                      {&control, 275, 0xFFFFFFFF, -1},
                      {nullptr, message::kNcLButtonDown, 2, 0x00020001},

@@ -62,6 +62,10 @@ public:
 protected:
     /// Called before the first message. Gives 1: the window system chooses where the focus goes.
     virtual int OnInitDialog();
+    /// Called when a control reports, with what kCommand has. A dialog with controls of its own
+    /// overrides this, gives non-zero for what it has done, and leaves the rest to this one, which
+    /// takes care of the buttons kOk and kCancel. A row for kCommand in its table would hide them.
+    virtual int OnCommand(std::uintptr_t wParam, std::intptr_t lParam);
     /// What the buttons kOk and kCancel lead to, and closing the window to OnCancel: the dialog's
     /// end with that number.
     virtual void OnOK();
