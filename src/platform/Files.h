@@ -25,10 +25,6 @@ bool createFolders(std::u16string_view path);
 /// POSIX.
 std::u16string commonDataFolder();
 
-/// True when a file or folder in `folder` matches `pattern`, where "*" stands for any run of units
-/// and "?" for one; case is ignored.
-bool anyFileMatches(std::u16string_view folder, std::u16string_view pattern);
-
 /// What a file may hold at most before a read refuses it. Text files of this system are far
 /// smaller.
 inline constexpr std::size_t kLargestFile = std::size_t{1} << 31;

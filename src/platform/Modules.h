@@ -22,6 +22,11 @@ void freeModule(ModuleHandle module);
 /// not in this library's folder is loaded for the moment, since only the loader knows its places.
 std::optional<std::u16string> findModuleFile(std::u16string_view path);
 
+/// True when `folder` has a module whose name, as loadModule takes it, fits `pattern`, where "*"
+/// stands for any run of units and "?" for one: "Creo*u.dll" is found by "Creo4u.so" or
+/// "libcreo4u.so".
+bool anyModuleFits(std::u16string_view folder, std::u16string_view pattern);
+
 /// An exported function or object of a module by its case-sensitive name, or null. A null module
 /// has none.
 void* moduleSymbol(ModuleHandle module, const char* name);

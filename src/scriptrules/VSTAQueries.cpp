@@ -2,7 +2,6 @@
 
 #include <corvane/scriptrules/VSTAQueries.h>
 
-#include "platform/Files.h"
 #include "platform/Modules.h"
 #include "platform/Paths.h"
 #include "platform/Registry.h"
@@ -18,14 +17,25 @@ constexpr std::u16string_view kProductKey =
     u"SOFTWARE\\Wow6432Node\\Microsoft\\VSTAHost\\CorvaneServer";
 constexpr std::u16string_view kCreoModules = u"QORProeAddinCreo*u.dll";
 
-bool machineHasKey(std::u16string_view path) {
-    return RegistryKey::open(RegistryRoot::LocalMachine, path).has_value();
+// Whatever keeps a query from its answer counts as no.
+template <typename Query>
+void answer(bool* result, Query query) {
+    if (!result) return;
+    try {
+        *result = query();
+    } catch (...) {
+        *result = false;
+    }
+}
+
+void answerWhetherKeyOpens(bool* result, std::u16string_view path) {
+    answer(result, [&] { return RegistryKey::open(RegistryRoot::LocalMachine, path).has_value(); });
 }
 
 }  // namespace
 
 void IsVSTAInstalled(bool* installed) {
-    *installed = machineHasKey(kToolsKey);
+    answerWhetherKeyOpens(installed, kToolsKey);
 }
 
 void AreVSTARulesSupported(bool* supported) {
@@ -33,10 +43,10 @@ void AreVSTARulesSupported(bool* supported) {
 }
 
 void CanUseVSTARules(bool* usable) {
-    *usable = machineHasKey(kProductKey);
+    answerWhetherKeyOpens(usable, kProductKey);
 }
 
 void IsCorvaneForCreoParametric(bool* creo) {
     using namespace corvane::platform;
-    *creo = anyFileMatches(parentFolder(ownModuleFile()), kCreoModules);
+    answer(creo, [] { return anyModuleFits(parentFolder(ownModuleFile()), kCreoModules); });
 }

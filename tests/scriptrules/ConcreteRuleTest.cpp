@@ -147,17 +147,18 @@ TEST_F(ConcreteRule, TellsOfOtherKindsByTheirOwnKeyOrFileAlone) {
     site.enter(root, {"VSTAHostConfig"});
     using namespace corvane::platform;
     const auto folder = std::filesystem::path(parentFolder(ownModuleFile()));
-    const std::filesystem::path files[] = {
-        folder / "rules/QORProeAddinCreo7u.dll", folder / "QORProeAddinCreo7.dll",
-        folder / "qorproeaddincreo7u.DLL", folder / "QORProeAddinCreou.dll"};
+    const std::pair<const char*, bool> files[] = {
+        {"rules/QORProeAddinCreo7u.so", false}, {"QORProeAddinCreo7.so", false},
+        {"QORProeAddinCreo4u.so", true},        {"libqorproeaddincreo4U.SO.2", true},
+        {"QORProeAddinCreou.dll", true},        {"QORProeAddinCreo4u.so.old", false}};
     std::filesystem::create_directory(folder / "rules");
-    for (const auto& file : files) {
-        EXPECT_EQ(answers(), (std::vector{true, true, file == files[3]}));
-        std::ofstream(file).put('x');
+    std::filesystem::create_directory(folder / "QORProeAddinCreo8u.so");
+    for (const auto& [file, found] : files) {
+        std::ofstream(folder / file).put('x');
+        EXPECT_EQ(answers(), (std::vector{true, true, found})) << file;
+        std::filesystem::remove(folder / file);
     }
-    EXPECT_EQ(answers(), (std::vector{true, true, true}));
-    for (const auto& file : files)
-        std::filesystem::remove(file);
+    std::filesystem::remove(folder / "QORProeAddinCreo8u.so");
     std::filesystem::remove(folder / "rules");
 }
 

@@ -3,8 +3,8 @@
 #include <corvane/base/Export.h>
 
 // Whether rules written with Visual Studio Tools for Applications can be offered, and which form of
-// the add-in stands beside the library. Each query answers through its argument, which must not be
-// null. They may run on any thread.
+// the add-in stands beside the library. Each query answers through its argument, and does nothing
+// for a null one; what cannot be looked up counts as no. They may run on any thread.
 
 extern "C" {
 
@@ -15,6 +15,8 @@ CORVANE_EXPORT void IsVSTAInstalled(bool* installed);
 CORVANE_EXPORT void AreVSTARulesSupported(bool* supported);
 /// True when the tools have a host entry for this product.
 CORVANE_EXPORT void CanUseVSTARules(bool* usable);
-/// True when an add-in for Creo Parametric lies in the library's folder.
+/// True when an add-in for Creo Parametric lies in the library's folder: a module that fits
+/// "QORProeAddinCreo*u.dll", whatever its case. On POSIX it has the form of other modules, as
+/// "QORProeAddinCreo4u.so" or "libQORProeAddinCreo4u.so"; a ".dll" counts as it does for them.
 CORVANE_EXPORT void IsCorvaneForCreoParametric(bool* creo);
 }

@@ -1,9 +1,6 @@
-#include <dirent.h>
 #include <filesystem>
-#include <memory>
 #include <sys/stat.h>
 
-#include "platform/FilePattern.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/Unicode.h"
@@ -51,18 +48,6 @@ bool createFolders(std::u16string_view path) {
 
 std::u16string commonDataFolder() {
     return u"/var/lib";
-}
-
-bool anyFileMatches(std::u16string_view folder, std::u16string_view pattern) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> stream(::opendir(nativePath(folder).c_str()),
-                                                     ::closedir);
-    if (!stream) return false;
-    while (const dirent* entry = ::readdir(stream.get())) {
-        const std::string_view name = entry->d_name;
-        if (name == "." || name == "..") continue;
-        if (matchesPattern(fromUtf8(name), pattern)) return true;
-    }
-    return false;
 }
 
 }  // namespace corvane::platform

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <tuple>
 
+#include "platform/FilePattern.h"
 #include "platform/Unicode.h"
 
 namespace corvane::platform {
@@ -26,10 +27,11 @@ bool endsIn(std::string_view name, std::string_view ending) {
            folded(name.substr(name.size() - ending.size())) == folded(ending);
 }
 
-// What may follow the ending: nothing, or a version such as ".0.1".
-bool isVersion(std::string_view text) {
-    return text.empty() ||
-           (text.front() == '.' && text.find_first_not_of(".0123456789") == text.npos);
+// The name without what may follow the ending: a version such as ".0.1".
+std::string_view withoutVersion(std::string_view file) {
+    const std::string_view stem = file.substr(0, file.find_last_not_of(".0123456789") + 1);
+    const bool versioned = file.substr(stem.size()).starts_with('.') && endsIn(stem, kEnding);
+    return versioned ? stem : file;
 }
 
 // How well a file fits, smaller is better; nothing when it does not.
@@ -38,14 +40,20 @@ using Rank = std::tuple<std::size_t, bool, bool, std::string>;
 std::optional<Rank> rankOf(const std::string& file, const std::vector<std::string>& candidates) {
     for (std::size_t i = 0; i < candidates.size(); ++i) {
         const std::string& wanted = candidates[i];
-        if (file.size() < wanted.size()) continue;
-        const std::string_view head = std::string_view(file).substr(0, wanted.size());
-        const std::string_view rest = std::string_view(file).substr(wanted.size());
-        const bool versioned = !rest.empty();
-        if (versioned && (!endsIn(wanted, kEnding) || !isVersion(rest))) continue;
-        if (folded(head) == folded(wanted)) return Rank(i, versioned, head != wanted, file);
+        for (const std::string_view name : {std::string_view(file), withoutVersion(file)}) {
+            if (name.size() == wanted.size() && folded(name) == folded(wanted))
+                return Rank(i, name.size() != file.size(), name != wanted, file);
+        }
     }
     return std::nullopt;
+}
+
+std::vector<std::string> namesIn(const std::string& folder) {
+    std::vector<std::string> names;
+    const std::unique_ptr<DIR, int (*)(DIR*)> stream(::opendir((folder + '/').c_str()), ::closedir);
+    while (const dirent* entry = stream ? ::readdir(stream.get()) : nullptr)
+        names.emplace_back(entry->d_name);
+    return names;
 }
 
 bool isRegularFile(const std::string& path) {
@@ -69,18 +77,25 @@ std::vector<std::string> moduleFileNames(std::string_view name) {
 
 std::optional<std::string> findModuleInFolder(const std::string& folder, std::string_view name) {
     const std::vector<std::string> candidates = moduleFileNames(name);
-    if (candidates.empty()) return std::nullopt;
-    const std::string prefix = folder + '/';
-    const std::unique_ptr<DIR, int (*)(DIR*)> stream(::opendir(prefix.c_str()), ::closedir);
-    if (!stream) return std::nullopt;
     std::optional<Rank> best;
-    while (const dirent* entry = ::readdir(stream.get())) {
-        std::optional<Rank> rank = rankOf(entry->d_name, candidates);
-        if (rank && (!best || *rank < *best) && isRegularFile(prefix + entry->d_name))
+    for (const std::string& file : namesIn(folder)) {
+        std::optional<Rank> rank = rankOf(file, candidates);
+        if (rank && (!best || *rank < *best) && isRegularFile(folder + '/' + file))
             best = std::move(rank);
     }
     if (!best) return std::nullopt;
-    return prefix + std::get<std::string>(*best);
+    return folder + '/' + std::get<std::string>(*best);
+}
+
+bool anyModuleInFolderFits(const std::string& folder, std::string_view pattern) {
+    const std::vector<std::string> candidates = moduleFileNames(pattern);
+    return std::ranges::any_of(namesIn(folder), [&](const std::string& file) {
+        const std::u16string name = fromUtf8(withoutVersion(file));
+        const auto fits = [&](const std::string& wanted) {
+            return matchesPattern(name, fromUtf8(wanted));
+        };
+        return std::ranges::any_of(candidates, fits) && isRegularFile(folder + '/' + file);
+    });
 }
 
 }  // namespace corvane::platform

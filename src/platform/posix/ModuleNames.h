@@ -16,4 +16,8 @@ std::vector<std::string> moduleFileNames(std::string_view name);
 /// without version number, then the first in byte order. An empty folder is the root.
 std::optional<std::string> findModuleInFolder(const std::string& folder, std::string_view name);
 
+/// True when the name of some file in `folder` fits what moduleFileNames makes of `pattern`; case
+/// and a version number after ".so" make no difference.
+bool anyModuleInFolderFits(const std::string& folder, std::string_view pattern);
+
 }  // namespace corvane::platform

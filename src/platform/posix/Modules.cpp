@@ -69,6 +69,10 @@ std::optional<std::u16string> findModuleFile(std::u16string_view path) {
     return file;
 }
 
+bool anyModuleFits(std::u16string_view folder, std::u16string_view pattern) {
+    return anyModuleInFolderFits(nativePath(folder), toUtf8(pattern));
+}
+
 void* moduleSymbol(ModuleHandle module, const char* name) {
     return module ? ::dlsym(module, name) : nullptr;
 }
