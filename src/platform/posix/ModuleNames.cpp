@@ -77,24 +77,26 @@ std::vector<std::string> moduleFileNames(std::string_view name) {
 
 std::optional<std::string> findModuleInFolder(const std::string& folder, std::string_view name) {
     const std::vector<std::string> candidates = moduleFileNames(name);
+    const std::string prefix = folder + '/';
     std::optional<Rank> best;
     for (const std::string& file : namesIn(folder)) {
         std::optional<Rank> rank = rankOf(file, candidates);
-        if (rank && (!best || *rank < *best) && isRegularFile(folder + '/' + file))
+        if (rank && (!best || *rank < *best) && isRegularFile(prefix + file))
             best = std::move(rank);
     }
     if (!best) return std::nullopt;
-    return folder + '/' + std::get<std::string>(*best);
+    return prefix + std::get<std::string>(*best);
 }
 
 bool anyModuleInFolderFits(const std::string& folder, std::string_view pattern) {
     const std::vector<std::string> candidates = moduleFileNames(pattern);
+    const std::string prefix = folder + '/';
     return std::ranges::any_of(namesIn(folder), [&](const std::string& file) {
         const std::u16string name = fromUtf8(withoutVersion(file));
         const auto fits = [&](const std::string& wanted) {
             return matchesPattern(name, fromUtf8(wanted));
         };
-        return std::ranges::any_of(candidates, fits) && isRegularFile(folder + '/' + file);
+        return std::ranges::any_of(candidates, fits) && isRegularFile(prefix + file);
     });
 }
 
