@@ -1,13 +1,12 @@
 #include "dfx/FileLogSink.h"
 
+#include <new>
 #include <string>
 
 #include "platform/Unicode.h"
 
 namespace dfx {
 namespace {
-
-using corvane::platform::OutputFile;
 
 std::string_view prefixOf(ILogSink::LOGLEVEL level) {
     switch (level) {
@@ -29,13 +28,17 @@ std::string_view prefixOf(ILogSink::LOGLEVEL level) {
 ILogSink::~ILogSink() = default;
 
 FileLogSink::FileLogSink(std::u16string_view path)
-    : file_(OutputFile::open(path, OutputFile::Mode::Replace)), good_(file_ != nullptr) {}
+    : file_(corvane::platform::OutputFile::open(path)), good_(file_ != nullptr) {}
 
 void FileLogSink::log(const LOGLEVEL& level, const char16_t* message) {
     if (!good_ || !message) return;
-    std::string bytes(prefixOf(level));
-    corvane::platform::appendUtf8(bytes, message);
-    if (!file_->write(bytes)) good_ = false;
+    try {
+        std::string bytes(prefixOf(level));
+        corvane::platform::appendUtf8(bytes, message);
+        if (!file_->write(bytes)) good_ = false;
+    } catch (const std::bad_alloc&) {
+        good_ = false;  // whoever logs that memory is short must not fail on the log
+    }
 }
 
 }  // namespace dfx

@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -52,7 +54,13 @@ Logger::Logger(std::shared_ptr<ILogSink> sink, int level) : sink_(std::move(sink
 }
 
 Logger& Logger::instance() {
-    static Logger logger(createLoggingSink(), kAllLevels);
+    // Never destroyed, because the destructors of other statics may log: it only gives up its sink.
+    alignas(Logger) static std::byte place[sizeof(Logger)];
+    static Logger& logger = *new (place) Logger(createLoggingSink(), kAllLevels);
+    struct AtExit {
+        ~AtExit() { logger.sink_.reset(); }
+    };
+    static const AtExit atExit;
     return logger;
 }
 

@@ -56,16 +56,14 @@ bool replaceFile(std::u16string_view path, std::string_view bytes);
 /// A file that is open for writing and readable by others meanwhile. Closes itself.
 class OutputFile {
 public:
-    enum class Mode { Replace, Append };
-
-    /// An empty pointer when the file cannot be opened or is a folder, a pipe or a socket.
-    static std::unique_ptr<OutputFile> open(std::u16string_view path, Mode mode);
+    /// Makes the file or empties it. An empty pointer when it cannot be opened or is a folder, a
+    /// pipe or a socket.
+    static std::unique_ptr<OutputFile> open(std::u16string_view path);
 
     virtual ~OutputFile() = default;
-    /// Hands the bytes to the system in one write. False when they did not all arrive.
+    /// Hands the bytes to the system in one write, at the end of the file whoever else writes to
+    /// it. False when they did not all arrive.
     virtual bool write(std::string_view bytes) = 0;
-    /// The size of the file now, in bytes.
-    virtual std::size_t size() const = 0;
 };
 
 }  // namespace corvane::platform

@@ -99,6 +99,9 @@ TEST_F(ExecutionLog, IsSilentWithoutAFileThatItCanWrite) {
 
 TEST_F(ExecutionLog, ChangesItsMaskAtAnyTimeAndACopyHasItsOwn) {
     inProcess([this] {
+        static const struct Late {
+            ~Late() { Logger::instance().error(u"when the sink is gone"); }
+        } late;
         Logger& logger = Logger::instance();
         const Logger copy = logger;
         logger.setLevel(0);
@@ -109,6 +112,9 @@ TEST_F(ExecutionLog, ChangesItsMaskAtAnyTimeAndACopyHasItsOwn) {
         logger.info(u"b\xD800|\r\n");
         EXPECT_EQ(folder.read("log"),
                   "INFO\t\t: a\xC3\xA4\xF0\x9F\x98\x80INFO\t\t: b\xEF\xBF\xBD|\r\n");
+        EXPECT_TRUE(dfx::createLoggingSink());  // cuts the file for the logger too
+        logger.info(u"c");
+        EXPECT_EQ(folder.read("log"), "INFO\t\t: c");
     });
 }
 

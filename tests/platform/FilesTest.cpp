@@ -124,23 +124,6 @@ TEST_F(Files, AreReadWithinTheirLimit) {
         EXPECT_EQ(readFile(at(name)), std::nullopt) << name;
 }
 
-TEST_F(Files, GrowInTheWayTheyWereOpened) {
-    folder_.write("log", "old");
-    const auto writeTo = [this](OutputFile::Mode mode, std::string_view text) {
-        const auto file = OutputFile::open(at("log"), mode);
-        return file && file->write(text) ? file->size() : 0;
-    };
-    EXPECT_EQ(writeTo(OutputFile::Mode::Append, "er"), 5U);
-    EXPECT_EQ(writeTo(OutputFile::Mode::Replace, "new"), 3U);
-    EXPECT_EQ(writeTo(OutputFile::Mode::Append, "er"), 5U);
-    EXPECT_EQ(folder_.read("log"), "newer");
-    mkfifo(folder_.path("pipe").c_str(), 0600);
-    for (const char* name : {"", "pipe", "missing/log"})
-        EXPECT_FALSE(OutputFile::open(at(name), OutputFile::Mode::Append)) << name;
-    const auto full = OutputFile::open(u"/dev/full", OutputFile::Mode::Append);
-    EXPECT_TRUE(full && !full->write("text"));
-}
-
 TEST_F(Files, LieInFoldersThatAreMadeWithTheirParents) {
     folder_.write("file", "");
     EXPECT_TRUE(createFolders(at("a\\b/c/")));

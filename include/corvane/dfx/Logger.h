@@ -20,13 +20,15 @@ namespace dfx {
 /// "ERROR\t\t: ", or "NONE\t\t: " for another level) and its text, in UTF-8; a lone surrogate
 /// becomes U+FFFD. Nothing else is added: **a message that should end its line brings its own line
 /// end.** Prefix and text reach the file in one write, before the call returns. A file that cannot
-/// be opened or written reports nothing, and after a failed write all further messages are dropped.
+/// be opened or written reports nothing, and after a message that got lost, for want of disk or
+/// memory, all further ones are dropped.
 ///
 /// Messages may come from any thread and do not mix. setLevel must not race with them.
 class CORVANE_EXPORT Logger {
 public:
     /// The logger of the process. The first call builds it, and so reads the environment and
-    /// empties the log file; it lives until the process ends.
+    /// empties the log file. When the process ends it gives up its sink, and what is logged after
+    /// that, by the destructors of statics, is dropped; no other thread may log then.
     ///
     /// The first call throws when QOR_EXECUTION_LEVEL begins with no number (std::invalid_argument)
     /// or with one beyond 32 bits (std::out_of_range); no logger stands then, and the next call

@@ -28,13 +28,14 @@ public:
     static void OpenLogFile(CStringW logPath);
 
     /// The stream of the log, null while none is open. It belongs to this class and ends with
-    /// CloseLogFile. What is written to it directly is UTF-8 bytes.
+    /// CloseLogFile: closing it otherwise is a fault. What is written to it directly is UTF-8
+    /// bytes, and better whole lines than pieces, since it has no buffer.
     static std::FILE* GetLogFile();
 
-    /// Writes one line and hands it to the system at once. The message is plain text and written
-    /// whole, zero units and control characters too; a lone surrogate becomes U+FFFD. An empty
-    /// message writes nothing. `sourceFile` is what `__FILE__` gives; its folders are left out. For
-    /// a file in the root folder the line has no prefix.
+    /// Writes one line and hands it to the system at once, in one write. The message is plain text
+    /// and written whole, zero units and control characters too; a lone surrogate becomes U+FFFD.
+    /// An empty message writes nothing. `sourceFile` is what `__FILE__` gives; its folders are left
+    /// out. For a file in the root folder the line has no prefix.
     static void PrintMessage(CStringW message, const char* sourceFile, QorLong line);
 
     /// Closes the log, so that another part's can be opened.

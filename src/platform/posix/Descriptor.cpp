@@ -3,18 +3,27 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
-#include <utility>
 
 namespace corvane::platform {
 
-bool Descriptor::isFileOrDevice() const {
+namespace {
+
+bool isFileOrDevice(int descriptor) {
     struct stat status;
-    return isOpen() && ::fstat(number_, &status) == 0 &&
+    return ::fstat(descriptor, &status) == 0 &&
            (S_ISREG(status.st_mode) || S_ISCHR(status.st_mode));
 }
 
+// A terminal that is slower than its writer would refuse what it cannot take at once.
+bool letWritesWait(int descriptor) {
+    const int flags = ::fcntl(descriptor, F_GETFL);
+    return flags >= 0 && ::fcntl(descriptor, F_SETFL, flags & ~O_NONBLOCK) == 0;
+}
+
+}  // namespace
+
 bool Descriptor::close() {
-    const int number = std::exchange(number_, -1);
+    const int number = release();
     // The descriptor is gone after EINTR too: a second close could hit another thread's file.
     return number < 0 || ::close(number) == 0 || errno == EINTR;
 }
@@ -25,6 +34,12 @@ int openFile(const char* path, int flags, mode_t mode) {
         number = ::open(path, flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, mode);
     } while (number < 0 && errno == EINTR);
     return number;
+}
+
+int openEmptied(const char* path) {
+    Descriptor file(openFile(path, O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, 0666));
+    const bool usable = file.isOpen() && isFileOrDevice(file.get()) && letWritesWait(file.get());
+    return usable ? file.release() : -1;
 }
 
 bool writeAll(int descriptor, std::string_view bytes) {

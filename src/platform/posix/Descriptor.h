@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string_view>
 #include <sys/stat.h>
+#include <utility>
 
 namespace corvane::platform {
 
@@ -16,11 +17,8 @@ public:
 
     int get() const { return number_; }
     bool isOpen() const { return number_ >= 0; }
-    /// True for an open regular file or device. A pipe would block its writer, or end the process
-    /// when its reader goes.
-    bool isFileOrDevice() const;
     /// Hands the descriptor on to a new owner.
-    void release() { number_ = -1; }
+    int release() { return std::exchange(number_, -1); }
     /// False when closing reports that earlier writes got lost.
     bool close();
 
@@ -31,6 +29,11 @@ private:
 /// open(2) that is not disturbed by signals, never waits for the other end of a pipe and hands
 /// nothing on to child processes.
 int openFile(const char* path, int flags, mode_t mode = 0);
+
+/// Makes a file or empties it, for writes that each go to its end as it is then: another process
+/// that writes there too loses nothing. -1 for what is no regular file and no device: a pipe would
+/// block its writer, or end the process when its reader goes.
+int openEmptied(const char* path);
 
 /// Writes all bytes at the descriptor's position. A short write goes on with the rest.
 bool writeAll(int descriptor, std::string_view bytes);
