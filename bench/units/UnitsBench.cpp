@@ -1,6 +1,8 @@
 // Conversion of single values and of whole arrays, beside udunits2 with a converter made beforehand
 // and beside a bare loop with the factors at hand.
+#include <algorithm>
 #include <benchmark/benchmark.h>
+#include <span>
 #include <vector>
 
 #include <corvane/units/CQORUnitConvertor.h>
@@ -41,6 +43,38 @@ void length(benchmark::State& state) {
     eachValue(state, [by = CQORUnitConvertor()](double value) {
         return by.ConversionFromOneUnitToAnother(value, QORUnitKind_Length,
                                                  QORLengthUnit_Millimetre, QORLengthUnit_Inch);
+    });
+}
+
+// In place, so each round begins with a copy: the time of that is in it.
+template <typename Convert>
+void wholeArray(benchmark::State& state, Convert convert) {
+    const std::vector<double> values = lengths();
+    std::vector<double> results(kValues);
+    for (auto _ : state) {
+        std::ranges::copy(values, results.begin());
+        convert(std::span(results));
+        benchmark::ClobberMemory();
+    }
+    count(state);
+}
+
+void lengthArray(benchmark::State& state) {
+    wholeArray(state, [by = CQORUnitConvertor()](std::span<double> values) {
+        by.ConvertValues(values, QORUnitKind_Length, QORLengthUnit_Millimetre, QORLengthUnit_Inch);
+    });
+}
+
+void lengthArrayFromMetres(benchmark::State& state) {
+    wholeArray(state, [by = CQORUnitConvertor()](std::span<double> values) {
+        by.ConvertValues(values, QORUnitKind_Length, QORLengthUnit_Metre, QORLengthUnit_Inch);
+    });
+}
+
+void areaArray(benchmark::State& state) {
+    wholeArray(state, [by = CQORUnitConvertor()](std::span<double> values) {
+        by.ConvertValuesForArea(values, QORUnitKind_Length, QORLengthUnit_Millimetre,
+                                QORLengthUnit_Inch);
     });
 }
 
@@ -114,7 +148,10 @@ BENCHMARK(lengthPeerArray);
 #endif
 
 BENCHMARK(length);
+BENCHMARK(lengthArray);
+BENCHMARK(lengthArrayFromMetres);
 BENCHMARK(area);
+BENCHMARK(areaArray);
 BENCHMARK(mass);
 BENCHMARK(bareLoop);
 

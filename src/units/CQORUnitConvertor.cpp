@@ -31,9 +31,10 @@ double perMetreOrRadian(QorLong unit, QorLong kind) {
     return row ? row->perMetre : 1;
 }
 
-const LengthUnit* areaUnit(QorLong unit, QorLong kind) {
+const LengthUnit& areaUnit(QorLong unit, QorLong kind) {
     const bool isArea = kind != QORUnitKind_None && kind != QORUnitKind_Angle;
-    return isArea ? rowOf(kLengthUnits, unit) : nullptr;
+    const LengthUnit* row = isArea ? rowOf(kLengthUnits, unit) : nullptr;
+    return row ? *row : kLengthUnits[QORLengthUnit_Metre];
 }
 
 // The operations are built on these and not on each other, because a call through an exported name
@@ -48,13 +49,23 @@ double inMetres(double value, QorLong unit, QorLong kind) {
 }
 
 double fromSquareMetres(double value, QorLong unit, QorLong kind) {
-    const LengthUnit* row = areaUnit(unit, kind);
-    return row ? value * row->areaFactor * row->areaFactorAgain : value;
+    const LengthUnit& row = areaUnit(unit, kind);
+    return value * row.areaFactor * row.areaFactorAgain;
 }
 
 double inSquareMetres(double value, QorLong unit, QorLong kind) {
-    const LengthUnit* row = areaUnit(unit, kind);
-    return row ? value / row->perSquareMetre : value;
+    return value / areaUnit(unit, kind).perSquareMetre;
+}
+
+// The division takes most of the time, and a CAD system's metres need none.
+void convertAll(std::span<double> values, double over, double times, double timesAgain) {
+    if (over == 1) {
+        for (double& value : values)
+            value = value * times * timesAgain;
+    } else {
+        for (double& value : values)
+            value = value / over * times * timesAgain;
+    }
 }
 
 // The codes of these tables count from 1.
@@ -97,6 +108,17 @@ double CQORUnitConvertor::ConversionFromOneUnitToAnotherForArea(double value, Qo
                                                                 QorLong fromUnit,
                                                                 QorLong toUnit) const {
     return fromSquareMetres(inSquareMetres(value, fromUnit, kind), toUnit, kind);
+}
+
+void CQORUnitConvertor::ConvertValues(std::span<double> values, QorLong kind, QorLong fromUnit,
+                                      QorLong toUnit) const {
+    convertAll(values, perMetreOrRadian(fromUnit, kind), perMetreOrRadian(toUnit, kind), 1);
+}
+
+void CQORUnitConvertor::ConvertValuesForArea(std::span<double> values, QorLong kind,
+                                             QorLong fromUnit, QorLong toUnit) const {
+    const LengthUnit& to = areaUnit(toUnit, kind);
+    convertAll(values, areaUnit(fromUnit, kind).perSquareMetre, to.areaFactor, to.areaFactorAgain);
 }
 
 double CQORUnitConvertor::ConversionFromOneUnitToAnotherForMass(double value, QorLong fromUnit,

@@ -1,5 +1,7 @@
 #include <array>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -59,6 +61,31 @@ TEST(UnitConvertor, FromUnitToUnitGoesThroughTheBaseUnit) {
     EXPECT_EQ(by.ConversionFromOneUnitToAnother(kValue, 1, 0, 3), 0x1.14043e8e50a27p-1);
     EXPECT_EQ(by.ConversionFromOneUnitToAnother(kValue, 2, 0, 2), 0x1.811dac083130bp+15);
     EXPECT_EQ(by.ConversionFromOneUnitToAnotherForArea(kValue, 1, 4, 9), 0x1.d61cb87ffffaap+30);
+}
+
+TEST(UnitConvertor, AnArrayConvertsToTheSameBitsAsItsValues) {
+    using Limits = std::numeric_limits<double>;
+    constexpr double kInfinity = Limits::infinity(), kNaN = Limits::quiet_NaN();
+    const std::array values = {kValue, -0.0, kInfinity,      -kInfinity,           Limits::max(),
+                               -kNaN,  kNaN, -Limits::min(), Limits::denorm_min(), 25.4,
+                               -1e-320};
+    const CQORUnitConvertor& by = kConvertor;
+    for (QorLong i = 0; i < 5 * 13 * 13; ++i) {
+        const QorLong kind = i % 5 - 1, from = i / 5 % 13 - 1, to = i / 65 - 1;
+        std::array lengths = values, areas = values;
+        by.ConvertValues(lengths, kind, from, to);
+        by.ConvertValuesForArea(areas, kind, from, to);
+        for (std::size_t at = 0; at < values.size(); ++at) {
+            const auto same = [](double a, double b) {
+                return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+            };
+            EXPECT_TRUE(
+                same(lengths[at], by.ConversionFromOneUnitToAnother(values[at], kind, from, to)) &&
+                same(areas[at],
+                     by.ConversionFromOneUnitToAnotherForArea(values[at], kind, from, to)))
+                << values[at] << " of kind " << kind << " from " << from << " to " << to;
+        }
+    }
 }
 
 TEST(UnitConvertor, MassesAndDensitiesAreExactAndNothingForAnUnknownUnit) {

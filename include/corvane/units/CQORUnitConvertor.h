@@ -1,5 +1,7 @@
 #pragma once
 
+#include <span>
+
 #include <corvane/base/Export.h>
 #include <corvane/base/Types.h>
 #include <corvane/units/UnitCodes.h>
@@ -37,6 +39,14 @@ public:
     /// From one unit of area to another. The kind stands before the units here.
     double ConversionFromOneUnitToAnotherForArea(double value, QorLong kind, QorLong fromUnit,
                                                  QorLong toUnit) const;
+
+    /// ConversionFromOneUnitToAnother for each value, in place and to the same bits, at a fraction
+    /// of the time. From metres or radians: with QORLengthUnit_Metre or QORAngleUnit_Radian.
+    void ConvertValues(std::span<double> values, QorLong kind, QorLong fromUnit,
+                       QorLong toUnit) const;
+    /// ConversionFromOneUnitToAnotherForArea for each value, likewise.
+    void ConvertValuesForArea(std::span<double> values, QorLong kind, QorLong fromUnit,
+                              QorLong toUnit) const;
 
     /// From one QORMassUnit_e to another.
     double ConversionFromOneUnitToAnotherForMass(double value, QorLong fromUnit,
