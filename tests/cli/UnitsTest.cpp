@@ -15,6 +15,7 @@ TEST(Units, ValuesConvertBetweenUnitsOfOneQuantity) {
         {{"90", "degree", "rad"}, "1.5707963267949054\n"},
         {{"-40", "mm", "in"}, "-1.57480314960628\n"},
         {{"--", "-0.5e-3", "meter", "\xC2\xB5m"}, "-500\n"},
+        {{"-.5", "m", "mm"}, "-500\n"},
         {{"1", "ft^2", "m\xC2\xB2"}, "0.09290304000000132\n"},
         {{"+5", "lb", "kg"}, "2.267962\n"},
         {{"1", "kg/m3", "lb/in3"}, "3.6127292e-05\n"},
@@ -39,6 +40,9 @@ TEST(Units, WhatCannotBeConvertedIsToldAndGivesStatusTwo) {
         {{"inf", "mm", "in"}, "'inf' is no number"},
         {{"1e308", "m", "nm"}, "too large"},
         {{"1", "mm"}, "VALUE FROM TO"},
+        {{"--list", "1", "mm", "in"}, "excludes"},
+        {{"1", "mm", "in", "ft"}, "ft"},
+        {{"-.5", "mm"}, "-.5"},
     };
     for (const auto& [arguments, told] : cases) {
         const ProcessResult result = corvane("units", arguments);

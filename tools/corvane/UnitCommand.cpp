@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include "Commands.h"
 #include "Table.h"
@@ -50,13 +52,12 @@ public:
                   "unit, or two units that do not measure the same.") {
         CLI::Option* value = addText(parser(), "VALUE", value_, "A decimal number");
         addText(parser(), "FROM", from_, "The symbol or name of its unit, as mm or millimetre");
-        CLI::Option* to = addText(parser(), "TO", to_, "That of the unit to convert it to");
-        CLI::Option* list =
-            parser().add_flag("--list", list_, "List the units with their symbols and codes");
-        list->excludes(value);
-        parser().callback([list, to] {
-            if (list->empty() && to->empty()) throw CLI::RequiredError("VALUE FROM TO or --list");
-        });
+        addText(parser(), "TO", to_, "That of the unit to convert it to");
+        parser()
+            .add_flag("--list", list_, "List the units with their symbols and codes")
+            ->excludes(value);
+        parser().allow_extras();
+        parser().callback([this] { checkUsage(); });
     }
 
     int run(Console& console) override {
@@ -66,6 +67,18 @@ public:
     }
 
 private:
+    void checkUsage() {
+        std::vector<std::string> extras = parser().remaining();
+        std::erase(extras, "--");
+        if (extras.size() == 1 && !from_.IsEmpty() && to_.IsEmpty()) {
+            // The parser takes "-.5" for an option, and the units move up into its place.
+            to_ = std::exchange(from_, std::exchange(value_, CStringW(extras[0].c_str())));
+        } else if (!extras.empty()) {
+            throw CLI::ExtrasError(parser().get_name(), extras);
+        }
+        if (!list_ && to_.IsEmpty()) throw CLI::RequiredError("VALUE FROM TO or --list");
+    }
+
     static int refuse(Console& console, const CStringW& why) {
         console.report(u"corvane units: " + why);
         return kUnusable;
