@@ -1,7 +1,7 @@
 // What the driver for servers makes of what the driver manager, drivers and servers say.
 
+#include <common/Passwords.h>
 #include <odbc/ErrorCodes.h>
-#include <odbc/Secrets.h>
 
 #include "DriverTest.h"
 
@@ -29,18 +29,24 @@ TEST(OdbcTest, TellsWhyAServerIsOutOfReach) {
 }
 
 TEST(OdbcTest, HidesPasswords) {
-    const std::pair<const char16_t*, const char16_t*> kCases[] = {
-        {u"UID=sa;PWD=hush", u"sa ***"},
-        {u" pwd = hush ;UID=sa", u"sa ***"},
-        {u"Database=a=b;Password={hush};", u"sa ***"},
-        {u"Server={a;PWD=sa};PWD=hush", u"sa ***"},
-        {u"PWD={hu;sh", u"sa hush"},
-        {u"PWD=;UID=hush", u"sa hush"}};
-    for (const auto& [connection, shown] : kCases)
-        EXPECT_EQ(odbc::Secrets(connection).hide(u"sa hush"), shown)
+    const std::tuple<const char16_t*, const char16_t*, const char16_t*> kCases[] = {
+        {u"UID=sa;PWD=hush", u"sa hushhush", u"sa ******"},
+        {u" pwd = hush ;UID=sa", u"[hush]", u"[***]"},
+        {u"Database=a=b;Password={hush};", u"sa hush", u"sa ***"},
+        {u"Server={a;PWD=sa};PWD=hush", u"sa hush", u"sa ***"},
+        {u"Server='a;PWD=hush", u"sa hush", u"sa ***"},
+        {u"Server={a;PWD={b}};PWD=hush", u"sa hush", u"sa ***"},
+        {u"PWD={hu;sh", u"sa hush hu;sh", u"sa hush ***"},
+        {u"PWD=;UID=hush", u"sa hush", u"sa hush"},
+        {u"PWD={a}};b};UID=x", u"'a};b' {a}};b}", u"'***' ***"},
+        {u"PWD={abcd}}};UID=x", u"abcd} abcd", u"*** abcd"},
+        {u"Password = 'hush';", u"hush 'hush'", u"*** ***"},
+        {u"PWD=a", u"a bad name a1 (a)", u"*** bad name a1 (***)"},
+        {u"PWD=*;PWD=**", u"* ** *", u"*** *** ***"},
+        {u"Server=hush.net;PWD=hush", u"no hush.net", u"no ***.net"}};
+    for (const auto& [connection, message, shown] : kCases)
+        EXPECT_EQ(driver::Passwords(connection).mask(message), shown)
             << CStringW(connection).ToUtf8();
-    const odbc::Secrets braces(u"PWD={a}};b};UID=x");
-    EXPECT_EQ(braces.hide(u"'a};b' {a}};b}"), u"'***' ***");
 }
 
 TEST(OdbcTest, TranslatesStates) {

@@ -76,8 +76,11 @@ public:
     /// What became of begin.
     const Status& status() const { return status_; }
 
-    /// Ends the transaction. When this fails, the destructor rolls back.
+    /// Ends the transaction. When this fails, the destructor rolls back. A transaction that was not
+    /// begun or has ended fails here: what is open then is another one's.
     Status commit() {
+        if (!status_.ok()) return status_;
+        if (!open_) return {ErrorCode::BadTransaction, u"The transaction has ended.", 0};
         Status result = collector_.commit();
         if (result.ok()) open_ = false;
         return result;

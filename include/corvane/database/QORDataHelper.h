@@ -43,6 +43,7 @@ public:
     /// Looks at the configuration without connecting, and makes no file and no folder.
     static ConfiguredDatabase configured();
 
+    /// Not copied and not assigned: each copy would give the one collector back.
     QORDataHelper(const QORDataHelper&) = delete;
     QORDataHelper& operator=(const QORDataHelper&) = delete;
 

@@ -24,6 +24,7 @@ enum class ErrorCode {
     Constraint,       ///< The change contradicts a constraint of the tables.
     BadTransaction,   ///< begin inside a transaction, commit or rollback outside one.
     NotFound,         ///< The lookup has no such row.
+    BadRow,           ///< A row of reference data has no number where a lookup needs one.
     NotOpen,          ///< There is no connection; see IDatabaseCollector::status for why.
     StorageFull,      ///< The disk or the database is full.
     OutOfMemory,

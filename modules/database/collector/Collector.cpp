@@ -18,6 +18,12 @@ namespace {
 
 constexpr int kDefaultTimeout = 2000;  // milliseconds
 
+// Whether queries can work on a database with this status.
+bool leavesOpen(ErrorCode code) {
+    return code == ErrorCode::Ok || code == ErrorCode::NoSchema ||
+           code == ErrorCode::NewerVersion || code == ErrorCode::ReadOnly;
+}
+
 // The kind stands in type() and not in run-time type data, which modules need not share.
 CStringW targetOf(const IConnectorData& connector) {
     if (connector.type() == IConnectorData::DATABASETYPE_MSSQL)
@@ -38,7 +44,7 @@ Collector::Collector(const IConnectorData& connector)
       target_(targetOf(connector)),
       timeout_(kDefaultTimeout),
       driver_(connector.modulePath()) {
-    if (!isFile()) passwords_ = Passwords(target_);
+    if (!isFile()) passwords_ = driver::Passwords(target_);
 }
 
 ConnectionInfo Collector::connection() const noexcept {
@@ -58,12 +64,17 @@ ConnectionInfo Collector::connection() const noexcept {
 }
 
 Status Collector::open() noexcept {
+    disconnect();
+    status_ = guarded([this] { return masked(connect()); });
+    if (!leavesOpen(status_.code)) disconnect();
+    if (!connection_) reference_.connect(nullptr, guarded([this] { return notOpen(); }));
+    return guarded([this] { return status_; });
+}
+
+void Collector::disconnect() noexcept {
     reference_.disconnect();
     connection_.reset();
     schemaVersion_ = 0;
-    status_ = guarded([this] { return masked(connect()); });
-    if (!connection_) reference_.connect(nullptr, guarded([this] { return notOpen(); }));
-    return guarded([this] { return status_; });
 }
 
 Status Collector::connect() {
@@ -81,20 +92,15 @@ Status Collector::connect() {
 }
 
 // Looks at the version of the tables and brings them up to date where that is permitted. Lookups
-// get the status as their own; the connection stays where queries can work.
+// get the status as their own, but stay as they are after a fault that may pass, as a lock does.
 Status Collector::settleSchema(bool install) {
     const Outcome<int> version = connection_->schemaVersion();
-    Status status = version.ok() ? upgradeFrom(*version, install) : version.status();
-    const bool usable = status.ok() || status.code == ErrorCode::NoSchema ||
-                        status.code == ErrorCode::NewerVersion ||
-                        status.code == ErrorCode::ReadOnly;
-    if (!usable && !install) {
-        connection_.reset();
-        return status;
-    }
+    if (!version.ok()) return version.status();
+    Status status = upgradeFrom(*version, install);
     const Outcome<int> reached = connection_->schemaVersion();
     schemaVersion_ = reached.ok() ? *reached : 0;
-    reference_.connect(status.ok() ? connection_.get() : nullptr, status);
+    if (leavesOpen(status.code))
+        reference_.connect(status.ok() ? connection_.get() : nullptr, status);
     return status;
 }
 
@@ -178,7 +184,6 @@ Status Collector::rollback() noexcept {
 
 Status Collector::installSchema() noexcept {
     return onConnection([this](IDatabaseConnection&) {
-        reference_.disconnect();
         Status status = settleSchema(true);
         if (status.ok()) status_ = status;
         return status;

@@ -5,8 +5,8 @@
 #include <corvane/database/IDatabaseCollector.h>
 
 #include "Driver.h"
-#include "Passwords.h"
 #include "ReferenceData.h"
+#include "common/Passwords.h"
 
 namespace collector {
 
@@ -33,6 +33,7 @@ public:
 private:
     bool isFile() const { return type_ == qor_db::IConnectorData::DATABASETYPE_SQLITE; }
     qor_db::Status connect();
+    void disconnect() noexcept;
     qor_db::Status settleSchema(bool install);
     qor_db::Status upgradeFrom(int version, bool install);
     qor_db::Outcome<bool> isOwnFile(int version);
@@ -43,7 +44,7 @@ private:
 
     const qor_db::IConnectorData::DATABASETYPE type_;
     CStringW target_;
-    Passwords passwords_;
+    qor_db::driver::Passwords passwords_;
     int timeout_;
     int schemaVersion_ = 0;
     qor_db::Status status_;

@@ -1,5 +1,7 @@
 #include "Lookups.h"
 
+#include <cmath>
+#include <optional>
 #include <utility>
 
 #include "common/Guard.h"
@@ -50,32 +52,74 @@ constexpr const char16_t* kStatements[] = {
 };
 static_assert(std::size(kStatements) == static_cast<std::size_t>(Lookup::Count));
 
-double numberAt(const Row& row, std::size_t column) {
-    return row.number(column).value_or(0);
+constexpr auto& readNumber = Lookups::readNumber;
+
+bool readOpenNumber(const Row& row, std::size_t column, double& number) {
+    return row[column].isNull() || readNumber(row, column, number);
 }
 
 }  // namespace
 
-void read(const Row& row, DrillSize& item) {
-    item = {numberAt(row, 0), row.integer(1).value_or(0) != 0, row.text(2)};
+bool read(const Row& row, DrillSize& item) {
+    item.preferred = row.integer(1).value_or(0) != 0;
+    item.source = row.text(2);
+    return readNumber(row, 0, item.diameter);
 }
 
-void read(const Row& row, ThreadHole& item) {
-    item = {row.text(0),      row.text(1),      numberAt(row, 2),
-            numberAt(row, 3), numberAt(row, 4), row.text(5)};
+bool read(const Row& row, ThreadHole& item) {
+    item.designation = row.text(0);
+    item.series = row.text(1);
+    item.source = row.text(5);
+    return readNumber(row, 2, item.nominal) && readNumber(row, 3, item.pitch) &&
+           readNumber(row, 4, item.tapDrill);
 }
 
-void read(const Row& row, Material& item) {
-    item = {row.text(0),      row.text(1),      row.text(2),      numberAt(row, 3),
-            numberAt(row, 4), numberAt(row, 5), numberAt(row, 6), row.text(7)};
+bool read(const Row& row, Material& item) {
+    item.name = row.text(0);
+    item.group = row.text(1);
+    item.bendGroup = row.text(2);
+    item.source = row.text(7);
+    return readOpenNumber(row, 3, item.density) && readOpenNumber(row, 4, item.youngsModulus) &&
+           readOpenNumber(row, 5, item.yieldStrength) &&
+           readOpenNumber(row, 6, item.tensileStrength);
 }
 
-void read(const Row& row, WallThickness& item) {
-    item = {row.text(0), row.text(1), numberAt(row, 2), row.text(3)};
+bool read(const Row& row, WallThickness& item) {
+    item.process = row.text(0);
+    item.material = row.text(1);
+    item.source = row.text(3);
+    return readNumber(row, 2, item.minimum);
 }
 
-void read(const Row& row, Row& item) {
+bool read(const Row& row, Row& item) {
     item = row;
+    return true;
+}
+
+bool Lookups::readNumber(const Row& row, std::size_t column, double& number) {
+    const std::optional<double> value = row.number(column);
+    if (value && std::isfinite(*value)) number = *value;
+    return value && std::isfinite(*value);
+}
+
+Status Lookups::noNumber(const Row& row) {
+    CStringW values;
+    for (std::size_t column = 0; column < row.size(); ++column) {
+        if (column > 0) values += u", ";
+        if (const std::optional<double> number = row.number(column)) {
+            CStringW text;
+            text.Format(u"%g", *number);
+            values += text;
+        } else {
+            values += row[column].isNull() ? CStringW(u"NULL") : row.text(column);
+        }
+    }
+    return failure(ErrorCode::BadRow,
+                   u"A row of the reference data has no number where it needs one: " + values);
+}
+
+Status Lookups::notOpen() noexcept {
+    return driver::failureOf(ErrorCode::NotOpen, "The database is not open.");
 }
 
 void Lookups::connect(IDatabaseConnection* database, Status reason) {

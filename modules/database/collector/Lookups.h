@@ -24,13 +24,14 @@ enum class Lookup {
     Count,
 };
 
-// The rows of the lookups' statements.
-void read(const qor_db::Row& row, qor_db::DrillSize& item);
-void read(const qor_db::Row& row, qor_db::ThreadHole& item);
-void read(const qor_db::Row& row, qor_db::Material& item);
-void read(const qor_db::Row& row, qor_db::WallThickness& item);
+// The rows of the lookups' statements. False for a row of a site's own that holds something else
+// where a number belongs: a limit of 0 in place of it would let every part pass.
+bool read(const qor_db::Row& row, qor_db::DrillSize& item);
+bool read(const qor_db::Row& row, qor_db::ThreadHole& item);
+bool read(const qor_db::Row& row, qor_db::Material& item);
+bool read(const qor_db::Row& row, qor_db::WallThickness& item);
 /// The lookup settles which column is meant, so the row itself is the item.
-void read(const qor_db::Row& row, qor_db::Row& item);
+bool read(const qor_db::Row& row, qor_db::Row& item);
 
 /// The prepared statements of the lookups, each made at its first use and kept.
 class Lookups {
@@ -48,9 +49,9 @@ public:
         if (!status.ok()) return status;
         while (query->next()) {
             items.emplace_back();
-            read(query->row(), items.back());
+            if (status.ok() && !read(query->row(), items.back())) status = noNumber(query->row());
         }
-        status = query->status();
+        if (!query->status().ok()) return query->status();
         if (!status.ok()) return status;
         return items;
     }
@@ -65,14 +66,18 @@ public:
         return std::move(items->front());
     }
 
+    /// Whether a column holds a number, which then is in `number`.
+    static bool readNumber(const qor_db::Row& row, std::size_t column, double& number);
+    static qor_db::Status noNumber(const qor_db::Row& row);
     static qor_db::Status notFound(const CStringW& name);
+    static qor_db::Status notOpen() noexcept;
 
 private:
     qor_db::Status run(Lookup lookup, const std::vector<qor_db::Value>& parameters,
                        qor_db::IQuery*& query);
 
     qor_db::IDatabaseConnection* database_ = nullptr;
-    qor_db::Status reason_{qor_db::ErrorCode::NotOpen, {}, 0};
+    qor_db::Status reason_ = notOpen();
     std::array<std::unique_ptr<qor_db::IQuery>, static_cast<std::size_t>(Lookup::Count)> queries_;
 };
 

@@ -1,5 +1,6 @@
 #include "ReferenceData.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -16,6 +17,9 @@ namespace {
 // Lengths that differ by less are the same: far below what any part can show.
 constexpr double kLengthTolerance = 1e-6;  // mm
 
+// Beyond every drill. Of two lengths that are larger still, a difference may be lost in rounding.
+constexpr double kLargestDrill = 1e6;  // mm
+
 Status checkLength(double length) {
     if (std::isfinite(length) && length >= 0) return {};
     return failure(ErrorCode::BadParameter, u"A length is a number of millimetres, not below 0.");
@@ -31,6 +35,10 @@ CStringW folded(std::u16string_view name) {
         if (unit >= u'A' && unit <= u'Z') unit = static_cast<char16_t>(unit - u'A' + u'a');
     }
     return text;
+}
+
+CStringW quoted(std::u16string_view name) {
+    return u"\"" + CStringW(name) + u"\"";
 }
 
 CStringW lengthText(double length) {
@@ -69,7 +77,8 @@ Outcome<DrillSize> ReferenceData::nearestDrill(double diameter, bool preferredOn
     return guarded([&]() -> Outcome<DrillSize> {
         if (const Status status = checkLength(diameter); !status.ok()) return status;
         const int least = preferredOnly ? 1 : 0;
-        return lookups_.first<DrillSize>(Lookup::NearestDrill, {least, diameter, diameter, least},
+        const double near = std::min(diameter, kLargestDrill);
+        return lookups_.first<DrillSize>(Lookup::NearestDrill, {least, near, near, least},
                                          u"a drill of " + lengthText(diameter));
     });
 }
@@ -77,7 +86,7 @@ Outcome<DrillSize> ReferenceData::nearestDrill(double diameter, bool preferredOn
 Outcome<ThreadHole> ReferenceData::thread(std::u16string_view designation) noexcept {
     return guarded([&]() -> Outcome<ThreadHole> {
         const CStringW key = threadKey(designation);
-        const CStringW name = u"the thread " + CStringW(designation);
+        const CStringW name = u"the thread " + quoted(designation);
         Outcome<ThreadHole> found = lookups_.first<ThreadHole>(Lookup::Thread, {key}, name);
         const int pitch = key.Find(u'x');
         if (found.status().code != ErrorCode::NotFound || pitch < 0) return found;
@@ -108,8 +117,11 @@ Outcome<ClearanceHole> ReferenceData::clearanceHole(double nominal, ClearanceFit
         const std::size_t column = fit == ClearanceFit::Fine     ? 1
                                    : fit == ClearanceFit::Medium ? 2
                                                                  : 3;
-        return ClearanceHole{row->number(0).value_or(0), row->number(column).value_or(0),
-                             row->text(4)};
+        ClearanceHole hole{.source = row->text(4)};
+        if (!Lookups::readNumber(*row, 0, hole.nominal) ||
+            !Lookups::readNumber(*row, column, hole.diameter))
+            return Lookups::noNumber(*row);
+        return hole;
     });
 }
 
@@ -120,7 +132,7 @@ Outcome<std::vector<Material>> ReferenceData::materials() noexcept {
 Outcome<Material> ReferenceData::material(std::u16string_view name) noexcept {
     return guarded([&] {
         return lookups_.first<Material>(Lookup::Material, {folded(name)},
-                                        u"the material " + CStringW(name));
+                                        u"the material " + quoted(name));
     });
 }
 
@@ -134,19 +146,24 @@ Outcome<BendRadius> ReferenceData::bendRadius(std::u16string_view material, doub
         const Outcome<Row> row = lookups_.first<Row>(
             Lookup::BendRadius,
             {upper, upper, direction == BendDirection::Across ? u"across" : u"along", key, key},
-            u"bends of " + CStringW(material) + u" at " + lengthText(thickness));
+            u"bends of " + quoted(material) + u" at " + lengthText(thickness));
         if (!row.ok()) return row.status();
-        const double radius = row->number(1).value_or(row->number(2).value_or(0) * thickness);
-        return BendRadius{row->text(0), thickness, radius, row->text(3)};
+        BendRadius bend{row->text(0), thickness, 1, row->text(3)};
+        if (Lookups::readNumber(*row, 1, bend.radius)) return bend;
+        if (!(*row)[1].isNull() || !Lookups::readNumber(*row, 2, bend.radius))
+            return Lookups::noNumber(*row);
+        bend.radius *= thickness;
+        return bend;
     });
 }
 
 Outcome<WallThickness> ReferenceData::minimumWall(std::u16string_view process,
                                                   std::u16string_view material) noexcept {
     return guarded([&] {
+        const bool any = material.empty() || folded(material) == u"any";
         return lookups_.first<WallThickness>(
             Lookup::Wall, {folded(process), folded(material)},
-            u"walls by " + CStringW(process) + u" in " + CStringW(material));
+            u"walls by " + quoted(process) + (any ? CStringW() : u" in " + quoted(material)));
     });
 }
 

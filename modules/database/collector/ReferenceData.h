@@ -16,7 +16,7 @@ public:
 
     /// From now on lookups read `database`; with null they give `reason`.
     void connect(qor_db::IDatabaseConnection* database, qor_db::Status reason) noexcept;
-    void disconnect() noexcept { connect(nullptr, {qor_db::ErrorCode::NotOpen, {}, 0}); }
+    void disconnect() noexcept { connect(nullptr, Lookups::notOpen()); }
 
     qor_db::Outcome<std::vector<qor_db::DrillSize>> drillSizes(
         bool preferredOnly) noexcept override;

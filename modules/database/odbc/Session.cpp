@@ -38,7 +38,7 @@ Outcome<std::shared_ptr<Session>> Session::connect(const OpenRequest& request) {
 Session::Session(const OpenRequest& request)
     : environment_(SQL_NULL_HANDLE),
       connection_(prepared(environment_.get())),
-      secrets_(request.target),
+      passwords_(request.target),
       product_(&Product::named({})),
       timeout_(request.timeoutMilliseconds) {}
 
@@ -84,7 +84,7 @@ Status Session::fault(SQLSMALLINT type, SQLHANDLE handle, Phase phase) {
         if (!message.IsEmpty()) message += u"; ";
         message += u"[" + CStringW(diagnostic.state) + u"] " + diagnostic.message;
     }
-    return driver::failure(codeOf(*cause, *product_, phase), secrets_.hide(std::move(message)),
+    return driver::failure(codeOf(*cause, *product_, phase), passwords_.mask(message),
                            cause->nativeCode);
 }
 

@@ -5,7 +5,7 @@
 #include <corvane/database/IDatabaseDriver.h>
 
 #include "ErrorCodes.h"
-#include "Secrets.h"
+#include "common/Passwords.h"
 
 namespace qor_db::odbc {
 
@@ -49,7 +49,7 @@ private:
 
     Handle<SQL_HANDLE_ENV> environment_;
     Handle<SQL_HANDLE_DBC> connection_;
-    Secrets secrets_;
+    driver::Passwords passwords_;
     const Product* product_;
     int timeout_;
     bool connected_ = false;

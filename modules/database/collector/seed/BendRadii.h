@@ -39,35 +39,37 @@ inline constexpr const char16_t* kColdFormingSource =
 inline constexpr const char16_t* kAluminiumSource =
     u"EN 485-2:2007, recommended minimum bend radii, 90 degrees";
 
-/// A thickness of 3 mm itself belongs to the thicker range here.
-inline constexpr double kBelow3 = 2.9999;
+/// A thickness of 3 mm itself belongs to the thicker range here, and 1.5 mm is the least one. Both
+/// bounds are moved by more than the lookup takes for a rounding.
+inline constexpr double kBelow3 = 3 - 2e-6;
+inline constexpr double kFrom1_5 = 1.5 - 2e-6;
 
 inline constexpr RadiusFactor kRadiiByThickness[] = {
-    {u"S315MC", 0, kBelow3, 0.25, kColdFormingSource},
+    {u"S315MC", kFrom1_5, kBelow3, 0.25, kColdFormingSource},
     {u"S315MC", kBelow3, 6, 0.5, kColdFormingSource},
     {u"S315MC", 6, 20, 1, kColdFormingSource},
-    {u"S355MC", 0, kBelow3, 0.25, kColdFormingSource},
+    {u"S355MC", kFrom1_5, kBelow3, 0.25, kColdFormingSource},
     {u"S355MC", kBelow3, 6, 0.5, kColdFormingSource},
     {u"S355MC", 6, 20, 1, kColdFormingSource},
-    {u"S420MC", 0, kBelow3, 0.5, kColdFormingSource},
+    {u"S420MC", kFrom1_5, kBelow3, 0.5, kColdFormingSource},
     {u"S420MC", kBelow3, 6, 1, kColdFormingSource},
     {u"S420MC", 6, 20, 1.5, kColdFormingSource},
-    {u"S460MC", 0, kBelow3, 0.5, kColdFormingSource},
+    {u"S460MC", kFrom1_5, kBelow3, 0.5, kColdFormingSource},
     {u"S460MC", kBelow3, 6, 1, kColdFormingSource},
     {u"S460MC", 6, 16, 1.5, kColdFormingSource},
-    {u"S500MC", 0, kBelow3, 1, kColdFormingSource},
+    {u"S500MC", kFrom1_5, kBelow3, 1, kColdFormingSource},
     {u"S500MC", kBelow3, 6, 1.5, kColdFormingSource},
     {u"S500MC", 6, 16, 2, kColdFormingSource},
-    {u"S550MC", 0, kBelow3, 1, kColdFormingSource},
+    {u"S550MC", kFrom1_5, kBelow3, 1, kColdFormingSource},
     {u"S550MC", kBelow3, 6, 1.5, kColdFormingSource},
     {u"S550MC", 6, 16, 2, kColdFormingSource},
-    {u"S600MC", 0, kBelow3, 1, kColdFormingSource},
+    {u"S600MC", kFrom1_5, kBelow3, 1, kColdFormingSource},
     {u"S600MC", kBelow3, 6, 1.5, kColdFormingSource},
     {u"S600MC", 6, 16, 2, kColdFormingSource},
-    {u"S650MC", 0, kBelow3, 1.5, kColdFormingSource},
+    {u"S650MC", kFrom1_5, kBelow3, 1.5, kColdFormingSource},
     {u"S650MC", kBelow3, 6, 2, kColdFormingSource},
     {u"S650MC", 6, 16, 2.5, kColdFormingSource},
-    {u"S700MC", 0, kBelow3, 1.5, kColdFormingSource},
+    {u"S700MC", kFrom1_5, kBelow3, 1.5, kColdFormingSource},
     {u"S700MC", kBelow3, 6, 2, kColdFormingSource},
     {u"S700MC", 6, 16, 2.5, kColdFormingSource},
 

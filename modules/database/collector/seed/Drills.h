@@ -24,7 +24,7 @@ struct DrillRange {
 
 inline constexpr DrillRange kDrillRanges[] = {
     {100, 300, 5, kJobberDrills},        {310, 1400, 10, kJobberDrills},
-    {1425, 2000, 25, kJobberDrills},     {2025, 3200, 25, kTaperShankDrills},
+    {1425, 1600, 25, kJobberDrills},     {1625, 3200, 25, kTaperShankDrills},
     {3250, 5050, 50, kTaperShankDrills}, {5100, 10000, 100, kTaperShankDrills},
 };
 

@@ -60,20 +60,23 @@ inline constexpr MaterialRow kAluminiumSheets[] = {
 
 inline constexpr MaterialFamily kMaterials[] = {
     {u"steel", 7850, 210,
-     u"EN 10025-2:2004, table 7, thickness 3 to 16 mm; density and modulus EN 1993-1-1, 3.2.6",
+     u"EN 10025-2:2004, table 7, thickness 3 to 16 mm; modulus EN 1993-1-1, 3.2.6; density "
+     u"EN 1993-1-2, 3.2.2",
      kStructuralSteels},
     {u"steel", 7850, 210,
-     u"EN 10149-2:2013, mechanical properties, thickness 3 to 8 mm; density and modulus "
-     u"EN 1993-1-1, 3.2.6",
+     u"EN 10149-2:2013, mechanical properties, thickness 3 to 8 mm; modulus "
+     u"EN 1993-1-1, 3.2.6; density EN 1993-1-2, 3.2.2",
      kColdFormingSteels},
     {u"steel", 7850, 210,
-     u"EN 10130:2006, mechanical properties; density and modulus EN 1993-1-1, 3.2.6",
+     u"EN 10130:2006, mechanical properties; modulus EN 1993-1-1, 3.2.6; density "
+     u"EN 1993-1-2, 3.2.2",
      kDeepDrawingSteels},
     {u"stainless steel", 0, 200,
      u"EN 10088-2:2005, austenitic steels, cold rolled strip; density and modulus EN 10088-1",
      kStainlessSteels},
     {u"aluminium", 2700, 70,
-     u"EN 485-2:2007, sheet of 1.5 to 6 mm; density and modulus EN 1999-1-1, 3.2.5",
+     u"EN 485-2:2007, sheet of 1.5 to 6 mm; density and modulus: design values of "
+     u"EN 1999-1-1, 3.2.5",
      kAluminiumSheets},
 };
 
