@@ -48,7 +48,6 @@ private:
     int timeout_;
     int schemaVersion_ = 0;
     qor_db::Status status_;
-    // In this order: statements run code of the driver's module, and the module goes last.
     Driver driver_;
     std::unique_ptr<qor_db::IDatabaseConnection> connection_;
     ReferenceData reference_;

@@ -1,5 +1,10 @@
 #include "Driver.h"
 
+#include <utility>
+#include <vector>
+
+#include <corvane/platform/LoadedModule.h>
+
 #include "common/Guard.h"
 
 namespace collector {
@@ -7,6 +12,15 @@ namespace collector {
 using qor_db::ErrorCode;
 using qor_db::Status;
 using qor_db::driver::failure;
+
+namespace {
+
+void keepLoaded(corvane::LoadedModule module) {
+    static auto& modules = *new std::vector<corvane::LoadedModule>;
+    modules.push_back(std::move(module));
+}
+
+}  // namespace
 
 Status Driver::load() {
     if (open_) return {};
@@ -29,7 +43,7 @@ Status Driver::load() {
                        path_ + u" is no driver module: it does not export " +
                            CStringW(qor_db::kOpenDatabaseName) + u".");
     }
-    module_ = std::move(module);
+    keepLoaded(std::move(module));
     open_ = open;
     return {};
 }

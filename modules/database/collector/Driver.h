@@ -3,12 +3,11 @@
 #include <memory>
 
 #include <corvane/database/IDatabaseDriver.h>
-#include <corvane/platform/LoadedModule.h>
 
 namespace collector {
 
-/// The driver module of a connection, loaded at the first use and kept from then on: queries run
-/// its code as long as they live.
+/// The driver module of a connection, loaded at the first use and kept until the process ends:
+/// queries run its code, and a query may outlive everything else.
 class Driver {
 public:
     explicit Driver(CStringW modulePath) : path_(std::move(modulePath)) {}
@@ -23,7 +22,6 @@ private:
     qor_db::Status load();
 
     CStringW path_;
-    corvane::LoadedModule module_;
     qor_db::OpenDatabaseFunction open_ = nullptr;
 };
 

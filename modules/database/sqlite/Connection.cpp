@@ -1,9 +1,9 @@
 #include "Connection.h"
 
-#include <algorithm>
 #include <limits>
 #include <string>
 
+#include "LockTimeout.h"
 #include "Query.h"
 
 namespace qor_db::sqlite {
@@ -25,7 +25,7 @@ Outcome<std::unique_ptr<IQuery>> Connection::prepare(std::u16string_view stateme
 }
 
 void Connection::setTimeout(int milliseconds) noexcept {
-    sqlite3_busy_timeout(database_->handle(), std::max(milliseconds, 0));
+    setLockTimeout(database_->handle(), milliseconds);
 }
 
 bool Connection::readOnly() const noexcept {

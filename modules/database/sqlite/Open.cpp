@@ -1,8 +1,7 @@
 #include "Open.h"
 
-#include <algorithm>
-
 #include "DatabaseFile.h"
+#include "LockTimeout.h"
 #include "common/Guard.h"
 
 namespace qor_db::sqlite {
@@ -33,7 +32,7 @@ Outcome<std::shared_ptr<Database>> openFile(const std::string& name, int flags, 
     owned.release();
     if (result != SQLITE_OK) return database->fault(result);
     harden(handle);
-    sqlite3_busy_timeout(handle, std::max(timeout, 0));
+    setLockTimeout(handle, timeout);
     // A file that shrinks under a memory map would end the process.
     Status status = database->run("PRAGMA cell_size_check=ON; PRAGMA mmap_size=0");
     if (!status.ok()) return status;
