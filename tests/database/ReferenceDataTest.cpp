@@ -50,7 +50,7 @@ TEST_P(Reference, HasTapDrillsThatFitTheirThreadsAndCanBeBought) {
 }
 
 TEST_P(Reference, FindsThreadsInEveryWayOfWriting) {
-    const std::pair<const char16_t*, const char16_t*> cases[] = {
+    const std::pair<std::u16string_view, const char16_t*> cases[] = {
         {u"M6", u"M6"},
         {u"m8X1", u"M8x1"},
         {u"M8 \u00D7 1", u"M8x1"},
@@ -59,7 +59,7 @@ TEST_P(Reference, FindsThreadsInEveryWayOfWriting) {
         {u"M8x2", nullptr},
         {u"M13", nullptr},
         {u"", nullptr},
-        {u"x", nullptr},
+        {std::u16string_view(u"M6\0x", 4), nullptr},
         {u"' OR 1=1 --", nullptr},
     };
     for (const auto& [asked, found] : cases) {
@@ -72,7 +72,7 @@ TEST_P(Reference, FindsThreadsInEveryWayOfWriting) {
 TEST_P(Reference, FindsTheNearestDrillAndTheSmallerOfTwo) {
     const std::tuple<double, bool, double> cases[] = {
         {4.24, false, 4.2}, {4.26, false, 4.3}, {4.25, false, 4.2}, {1.075, false, 1.05},
-        {4.24, true, 4},    {4.26, true, 4.5},  {0, false, 0.2},    {1e9, false, 100},
+        {4.24, true, 4},    {4.26, true, 4.5},  {0, false, 0.2},    {1e17, false, 100},
     };
     for (const auto& [asked, preferred, found] : cases)
         EXPECT_EQ(reference.nearestDrill(asked, preferred)->diameter, found) << asked;
@@ -100,7 +100,7 @@ TEST_P(Reference, BendsByMaterialOrGroupInTheRangeThatHoldsTheThickness) {
     const std::tuple<const char16_t*, double, BendDirection, double> cases[] = {
         {u"S235JR", 1.5, kAcross, 1.6},   {u"s235", 1.51, kAcross, 2.5},
         {u"S235J2", 4, kAlong, 6},        {u"S355", 20, kAlong, 63},
-        {u"S355", 15 * 0.1, kAlong, 2.5}, {u"S700MC", 2.9, kAlong, 1.5 * 2.9},
+        {u"S355", 15 * 0.1, kAlong, 2.5}, {u"S700MC", 2.99995, kAlong, 1.5 * 2.99995},
         {u"S700MC", 3, kAcross, 6},       {u"EN AW-6082 T6", 2, kAcross, 7},
     };
     for (const auto& [material, thickness, direction, radius] : cases) {
@@ -108,8 +108,11 @@ TEST_P(Reference, BendsByMaterialOrGroupInTheRangeThatHoldsTheThickness) {
         ASSERT_THAT(bend.status(), IsOk());
         EXPECT_DOUBLE_EQ(bend->radius, radius) << thickness;
     }
-    for (const auto& [material, thickness] :
-         {std::pair(u"S355", 20.1), {u"S235", 1.0}, {u"DC01", 2.0}, {u"milk", 2.0}}) {
+    for (const auto& [material, thickness] : {std::pair(u"S355", 20.1),
+                                              {u"S235", 1.0},
+                                              {u"S355MC", 1.4},
+                                              {u"DC01", 2.0},
+                                              {u"milk", 2.0}}) {
         EXPECT_THAT(reference.bendRadius(material, thickness, kAlong).status(),
                     Fails(ErrorCode::NotFound));
     }
@@ -138,6 +141,11 @@ TEST_P(Reference, TakesTheWallOfTheMaterialBeforeTheOneOfAnyMaterial) {
     EXPECT_THAT(reference.minimumWall(u"die casting", u"wood").status(),
                 Fails(ErrorCode::NotFound));
     EXPECT_GT(reference.minimumWalls()->size(), 25U);
+    EXPECT_THAT(run(*collector, u"INSERT INTO qor_bend_radius VALUES (?, ?, ?, ?, ?, ?, ?)",
+                    {u"own", 0.0, 9.0, u"any", Value(), Value(), u"house rule 8"}),
+                IsOk());
+    EXPECT_THAT(reference.bendRadius(u"own", 1, BendDirection::Along).status(),
+                Fails(ErrorCode::BadRow));
 }
 
 TEST_P(Reference, RefusesWhatIsNoLength) {

@@ -31,14 +31,19 @@ std::vector<Value> around(double length) {
 
 CStringW folded(std::u16string_view name) {
     std::u16string text(name);
+    // Drivers that read a text up to its first zero would find a name that was not asked for.
+    std::replace(text.begin(), text.end(), u'\0', u'\uFFFD');
     for (char16_t& unit : text) {
         if (unit >= u'A' && unit <= u'Z') unit = static_cast<char16_t>(unit - u'A' + u'a');
     }
     return text;
 }
 
+// For a message, which no name makes endless.
 CStringW quoted(std::u16string_view name) {
-    return u"\"" + CStringW(name) + u"\"";
+    constexpr std::size_t kLongestName = 80;
+    const bool whole = name.size() <= kLongestName;
+    return u"\"" + CStringW(name.substr(0, kLongestName)) + (whole ? u"\"" : u"...\"");
 }
 
 CStringW lengthText(double length) {
@@ -163,7 +168,7 @@ Outcome<WallThickness> ReferenceData::minimumWall(std::u16string_view process,
         const bool any = material.empty() || folded(material) == u"any";
         return lookups_.first<WallThickness>(
             Lookup::Wall, {folded(process), folded(material)},
-            u"walls by " + quoted(process) + (any ? CStringW() : u" in " + quoted(material)));
+            u"walls by " + quoted(process) + u" in " + (any ? u"any material" : quoted(material)));
     });
 }
 
