@@ -92,9 +92,8 @@ Passwords::Passwords(std::u16string_view text) {
         shown = std::max(shown, end);
     }
     description_ += text.substr(shown);
-    std::stable_sort(secrets_.begin(), secrets_.end(), [](const CStringW& a, const CStringW& b) {
-        return a.GetLength() > b.GetLength();
-    });
+    std::sort(secrets_.begin(), secrets_.end(),
+              [](const CStringW& a, const CStringW& b) { return a.GetLength() > b.GetLength(); });
 }
 
 void Passwords::add(std::u16string_view secret) {
