@@ -3,7 +3,6 @@
 #include <limits>
 #include <string>
 
-#include "LockTimeout.h"
 #include "Query.h"
 
 namespace qor_db::sqlite {
@@ -25,7 +24,7 @@ Outcome<std::unique_ptr<IQuery>> Connection::prepare(std::u16string_view stateme
 }
 
 void Connection::setTimeout(int milliseconds) noexcept {
-    setLockTimeout(database_->handle(), milliseconds);
+    database_->lockTimeout.set(database_->handle(), milliseconds);
 }
 
 bool Connection::readOnly() const noexcept {

@@ -6,6 +6,8 @@
 
 #include <corvane/database/Status.h>
 
+#include "LockTimeout.h"
+
 namespace qor_db::sqlite {
 
 /// The status that a result code of the database means, with a message in place of its own.
@@ -30,6 +32,8 @@ public:
     Status run(const std::string& statements) const;
     /// The number in the first row of a statement of the driver's own.
     Outcome<std::int64_t> number(const char* statement) const;
+
+    LockTimeout lockTimeout;
 
     /// Whether begin has begun a transaction that neither commit nor rollback has ended. The
     /// database ends one by itself after some faults, which active() tells.

@@ -1,7 +1,6 @@
 #include "Open.h"
 
 #include "DatabaseFile.h"
-#include "LockTimeout.h"
 #include "common/Guard.h"
 
 namespace qor_db::sqlite {
@@ -29,10 +28,10 @@ Outcome<std::shared_ptr<Database>> openFile(const std::string& name, int flags, 
     // Memory may run out while the object is made that closes the handle from then on.
     std::unique_ptr<sqlite3, int (*)(sqlite3*)> owned(handle, sqlite3_close_v2);
     auto database = std::make_shared<Database>(handle);
-    owned.release();
+    static_cast<void>(owned.release());
     if (result != SQLITE_OK) return database->fault(result);
     harden(handle);
-    setLockTimeout(handle, timeout);
+    database->lockTimeout.set(handle, timeout);
     // A file that shrinks under a memory map would end the process.
     Status status = database->run("PRAGMA cell_size_check=ON; PRAGMA mmap_size=0");
     if (!status.ok()) return status;
