@@ -43,16 +43,17 @@ Value<T, N>::~Value() {
 template <typename T, int N>
 Value<T, N>& Value<T, N>::operator=(const Value& source) {
     if (this == &source) return *this;
-    // What can fail comes before the first change. A handle is assigned as it stands, because a
-    // copy of it would count.
+    // What can fail comes before the first change. What the value held ends when it holds the new
+    // content whole, because it may look at the value while it ends.
     auto description = copyOf(source.description_.get());
-    if constexpr (std::is_nothrow_copy_assignable_v<T>) {
+    if constexpr (std::is_convertible_v<T, IUnknown*>) {
+        // A handle of an interface sees to both, and a copy of it would count.
         key_ = source.key_;
         value_ = source.value_;
     } else {
         T value(source.value_);
         key_ = source.key_;
-        value_ = std::move(value);
+        std::swap(value_, value);
     }
     if (description) description_ = std::move(description);
     return *this;

@@ -32,6 +32,22 @@ TEST(Value, KeepsItsDescriptionUntilItIsGivenAnother) {
     EXPECT_EQ(value.key() + value.get().at(0), 5);
 }
 
+using Work = Value<std::shared_ptr<IVoidFunctor>, 23>;
+
+// Looks at the value that held it while it ends.
+struct Looking : IVoidFunctor {
+    explicit Looking(const Work& value) : holder(value) {}
+    ~Looking() override { EXPECT_FALSE(holder.get()); }
+    void operator()() override {}
+    const Work& holder;
+};
+
+TEST(Value, HoldsTheNewContentWholeWhenTheOldOneEnds) {
+    Work value(1, nullptr);
+    value.get() = std::make_shared<Looking>(value);
+    value = Work(2, nullptr);
+}
+
 TEST(Value, CountsWhatItHoldsByHandleOnly) {
     using Counted = Value<ATL::CComPtr<IUnknown>, 10>;
     Component component;

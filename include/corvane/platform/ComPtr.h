@@ -49,8 +49,7 @@ public:
 
     /// Takes over the caller's reference and releases what it held.
     void Attach(T* object) noexcept {
-        Release();
-        p = object;
+        if (T* const old = std::exchange(p, object)) old->Release();
     }
 
     /// Hands its reference to the caller and is null.
