@@ -2,26 +2,46 @@
 
 #include <utility>
 
+#include <corvane/dfx/ISchema.h>
+#include <corvane/dfx/IValue.h>
+
 namespace dfx {
+
+inline int numberOf(const IValue& value) {
+    return value.key();
+}
+
+inline short numberOf(const ISchema& schema) {
+    return schema.type();
+}
+
+/// Where a number stands in an ordered set of handles, or belongs.
+template <typename Set, typename Number>
+struct Place {
+    Place(const Set& set, Number number)
+        : at(set.lower_bound([this, number](const auto& handle) {
+              // A set searches on below a match, where all is less. Asking is what a search costs.
+              if (taken) return true;
+              const Number own = numberOf(*handle);
+              taken = own == number;
+              return own < number;
+          })) {}
+
+    bool taken = false;
+    typename Set::const_iterator at;
+};
 
 /// Puts a handle into an ordered set of handles, in place of the one that has its number. It
 /// descends once. A replacement needs no memory, and the replaced handle ends only after it.
-template <typename Set, typename Number>
-void insertOrReplace(Set& set, Number number, typename Set::value_type handle) {
-    const auto place = set.lower_bound(number);
-    if (place == set.end() || set.key_comp()(number, *place)) {
-        set.insert(place, std::move(handle));
-    } else {
+template <typename Set>
+void insertOrReplace(Set& set, typename Set::value_type handle) {
+    const Place place(set, numberOf(*handle));
+    if (place.taken) {
         // The set hands out constant elements to protect its order, which an equal number keeps.
-        const_cast<typename Set::value_type&>(*place).swap(handle);
+        const_cast<typename Set::value_type&>(*place.at).swap(handle);
+    } else {
+        set.insert(place.at, std::move(handle));
     }
-}
-
-/// The handle with that number, or an empty one.
-template <typename Set, typename Number>
-typename Set::value_type handleOf(const Set& set, Number number) {
-    const auto found = set.find(number);
-    return found == set.end() ? nullptr : *found;
 }
 
 }  // namespace dfx

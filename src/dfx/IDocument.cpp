@@ -41,13 +41,12 @@ IDocument::Schemas::const_iterator IDocument::end() const {
 }
 
 std::shared_ptr<ISchema> IDocument::getSchema(const short& type) {
-    return handleOf(schemas_, type);
+    const Place place(schemas_, type);
+    return place.taken ? *place.at : nullptr;
 }
 
 void IDocument::setSchema(const short&, std::shared_ptr<ISchema> schema) {
-    if (!schema) return;
-    const short type = schema->type();
-    insertOrReplace(schemas_, type, std::move(schema));
+    if (schema) insertOrReplace(schemas_, std::move(schema));
 }
 
 void IDocument::clear() {

@@ -58,7 +58,7 @@ template <typename I>
 std::shared_ptr<IValue> Parameters<I>::getParameter(const int& key) const {
     const Parameters* set = this;
     for (;;) {
-        if (auto value = handleOf(set->values_, key)) return value;
+        if (const Place place(set->values_, key); place.taken) return *place.at;
         const I* const parent = set->parent_.get();
         if (!parent) return nullptr;
         set = plainSet(*parent);
@@ -68,9 +68,7 @@ std::shared_ptr<IValue> Parameters<I>::getParameter(const int& key) const {
 
 template <typename I>
 void Parameters<I>::addParameter(std::shared_ptr<IValue> value) {
-    if (!value) return;
-    const int key = value->key();
-    insertOrReplace(values_, key, std::move(value));
+    if (value) insertOrReplace(values_, std::move(value));
 }
 
 template <typename I>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <memory>
 
 #include <corvane/base/Export.h>
@@ -31,8 +32,8 @@ private:
     short type_;
 };
 
-/// The order of schemas in a document: by number alone. Handles are not empty. It compares with a
-/// bare number too.
+/// The order of schemas in a document: by number alone. Handles are not empty. A document is also
+/// searched by a predicate that holds for the schemas before the sought place.
 struct IsSchemaLessThan {
     using is_transparent = void;
 
@@ -40,11 +41,9 @@ struct IsSchemaLessThan {
                     const std::shared_ptr<ISchema>& right) const {
         return left->type() < right->type();
     }
-    bool operator()(const std::shared_ptr<ISchema>& left, short right) const {
-        return left->type() < right;
-    }
-    bool operator()(short left, const std::shared_ptr<ISchema>& right) const {
-        return left < right->type();
+    template <std::predicate<const std::shared_ptr<ISchema>&> IsBefore>
+    bool operator()(const std::shared_ptr<ISchema>& left, const IsBefore& isBefore) const {
+        return isBefore(left);
     }
 };
 

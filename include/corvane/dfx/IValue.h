@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <memory>
 
 #include <corvane/base/Export.h>
@@ -15,7 +16,9 @@ namespace dfx {
 class CORVANE_EXPORT IValue {
 public:
     /// The number of a held type. Numbers 10 and 12 stand for a plain interface pointer and for a
-    /// counted handle of it alike; 11, 13 and 22 belong to no held type.
+    /// counted handle of it alike; 11, 13 and 22 belong to no held type. What stands behind the
+    /// pointer of number 9, and how far it reaches, the modules that exchange it agree on; its
+    /// handle frees it.
     enum TYPE : int {
         TYPE_BOOL = 0,
         TYPE_UCHAR = 1,
@@ -60,8 +63,8 @@ public:
     virtual const char16_t* description() const = 0;
 };
 
-/// The order of values in a set: by key alone. Handles are not empty. It compares with a bare key
-/// too, so that a set is searched without a value to search for.
+/// The order of values in a set: by key alone. Handles are not empty. A set is also searched by a
+/// predicate that holds for the values before the sought place, so without a value to search for.
 struct IsValueLessThan {
     using is_transparent = void;
 
@@ -69,11 +72,9 @@ struct IsValueLessThan {
                     const std::shared_ptr<IValue>& right) const {
         return left->key() < right->key();
     }
-    bool operator()(const std::shared_ptr<IValue>& left, int right) const {
-        return left->key() < right;
-    }
-    bool operator()(int left, const std::shared_ptr<IValue>& right) const {
-        return left < right->key();
+    template <std::predicate<const std::shared_ptr<IValue>&> IsBefore>
+    bool operator()(const std::shared_ptr<IValue>& left, const IsBefore& isBefore) const {
+        return isBefore(left);
     }
 };
 
