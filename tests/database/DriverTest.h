@@ -41,13 +41,14 @@ struct Opened {
 
 /// Opens by a driver module as the collector does.
 inline Opened openDatabase(const char16_t* module, CStringW target, bool mayCreate = true,
-                           int timeout = 50, int version = kDriverInterfaceVersion) {
+                           int timeout = 50, int version = kDriverInterfaceVersion,
+                           int statementLimit = 60000) {
     // Queries may outlive everything but their module.
     static auto& modules = *new std::map<std::u16string, corvane::LoadedModule>;
     const auto open = modules.try_emplace(module, std::u16string_view(module))
                           .first->second.function<OpenDatabaseFunction>(kOpenDatabaseName);
     Opened opened;
-    open(version, {target, mayCreate, timeout}, opened.connection, opened.status);
+    open(version, {target, mayCreate, timeout, statementLimit}, opened.connection, opened.status);
     EXPECT_EQ(opened.status.ok(), opened.connection != nullptr);
     return opened;
 }

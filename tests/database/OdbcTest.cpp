@@ -76,12 +76,16 @@ TEST(OdbcTest, TranslatesStates) {
                            {u"HY000", 1205, Failed},
                            {u"HY000", 0, BadQuery, Prepare},
                            {u"42000", 1222, Locked, Execute, kServer},
+                           {u"HYT00", 0, TimedOut, Execute, kServer},
                            {u"42000", 229, ReadOnly, Execute, kServer},
                            {u"42000", 102, BadQuery, Execute, kServer},
                            {u"HY000", 13, StorageFull, Execute, u"SQLite"}};
     for (const auto& [state, number, code, phase, product] : kCases)
         EXPECT_EQ(odbc::codeOf({state, number, u""}, odbc::Product::named(product), phase), code)
             << CStringW(state).ToUtf8() << ' ' << number;
+    for (const auto& [number, ends] : {std::pair(3609, true), {1205, true}, {1222, false}})
+        EXPECT_EQ(odbc::endsTransaction({u"42000", number, u""}, odbc::Product::named(kServer)),
+                  ends);
     const std::vector<odbc::Diagnostic> records = {{u"01000", 1, u""}, {u"23000", 2, u""}};
     EXPECT_EQ(odbc::essential(records), &records[1]);
 }

@@ -153,6 +153,8 @@ TEST_F(SqliteFileTest, ReadsWhileAnotherConnectionWrites) {
     const auto slow = reader->prepare(u"SELECT whole FROM kept");
     ASSERT_THAT(writer->begin(), IsOk());
     ASSERT_THAT(run(*writer, u"DELETE FROM kept"), IsOk());
+    // More than the database's cache holds.
+    ASSERT_THAT(run(*writer, u"INSERT INTO kept (words) VALUES (zeroblob(10000000))"), IsOk());
     EXPECT_EQ(rowsOf(*reader), Value(3));
     ASSERT_THAT((*slow)->execute({}), IsOk());
     EXPECT_TRUE((*slow)->next());
@@ -161,7 +163,7 @@ TEST_F(SqliteFileTest, ReadsWhileAnotherConnectionWrites) {
     while ((*slow)->next()) {
     }
     EXPECT_THAT(writer->commit(), IsOk());
-    EXPECT_EQ(rowsOf(*reader), Value(0));
+    EXPECT_EQ(rowsOf(*reader), Value(1));
 }
 
 TEST_F(SqliteFileTest, WaitsNoLongerThanAskedForALockedFile) {
@@ -180,6 +182,7 @@ TEST_F(SqliteFileTest, SurvivesAWriterThatIsKilled) {
             const Opened writer = open("killed.dat");
             // So small a cache writes to the file before the end of the transaction.
             const bool written = run(*writer, u"PRAGMA cache_size=2").ok() &&
+                                 run(*writer, u"PRAGMA cache_spill=2").ok() &&
                                  writer->begin().ok() &&
                                  run(*writer, u"UPDATE kept SET words = words || 'more'").ok();
             _exit(written ? 0 : 1);
@@ -233,11 +236,27 @@ TEST_F(SqliteFileTest, DoesNotTrustTheSchemaOfAFile) {
     const Opened opened = open();
     ASSERT_THAT(run(*opened, u"PRAGMA writable_schema=ON"), IsOk());
     ASSERT_THAT(run(*opened, u"CREATE VIEW trap AS SELECT load_extension('x') FROM kept"), IsOk());
-    const std::u16string_view kRefused[] = {u"SELECT * FROM trap", u"SELECT load_extension('x')",
+    const std::u16string_view kRefused[] = {u"SELECT * FROM trap",
+                                            u"SELECT load_extension('x')",
                                             u"UPDATE sqlite_schema SET sql = 'x'",
+                                            u"ATTACH 'other.dat' AS other",
+                                            u"VACUUM INTO 'other.dat'",
+                                            u"SELECT hex(zeroblob(400000000))",
                                             u"SELECT \"no such column\" FROM kept"};
     for (const std::u16string_view text : kRefused)
         EXPECT_FALSE(run(*opened, text).ok()) << CStringW(text).ToUtf8();
+    EXPECT_THAT(run(*opened, u"VACUUM"), IsOk());
+}
+
+TEST_F(SqliteFileTest, EndsAStatementThatNeverEnds) {
+    make();
+    const Opened opened = openDatabase(u"QorSqliteDatabaseu.dll", folder.wide("rules.dat"), false,
+                                       50, kDriverInterfaceVersion, 100);
+    EXPECT_THAT(run(*opened,
+                    u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i FROM n) "
+                    u"SELECT max(i) FROM n"),
+                Fails(ErrorCode::TimedOut));
+    EXPECT_EQ(rowsOf(*opened), Value(3));
 }
 
 TEST_F(SqliteFileTest, GivesTheRowsOfAChangeThatIsDone) {

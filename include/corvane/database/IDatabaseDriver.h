@@ -19,6 +19,8 @@ class IDatabaseConnection {
 public:
     virtual ~IDatabaseConnection() = default;
 
+    /// Refuses with ErrorCode::BadQuery what is no single statement, what begins or ends a
+    /// transaction or a savepoint, and on a file what opens another one (ATTACH, VACUUM INTO).
     virtual Outcome<std::unique_ptr<IQuery>> prepare(std::u16string_view statement) noexcept = 0;
     virtual Status begin() noexcept = 0;
     virtual Status commit() noexcept = 0;
@@ -41,6 +43,9 @@ struct OpenRequest {
     CStringW target;         ///< Database file or connection string.
     bool mayCreate = false;  ///< Make a missing file, and its folder.
     int timeoutMilliseconds = 0;
+    /// How long one call may work on a statement, the wait for a lock not counted: a slip in a
+    /// query, or a view of a file that never ends, must not hang the process.
+    int statementMilliseconds = 60000;
 };
 
 /// The export of a driver module: opens a connection. The version is that of this header; a driver

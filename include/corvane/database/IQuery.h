@@ -10,8 +10,8 @@ namespace qor_db {
 
 /// A prepared query. Its owner deletes it; until then it keeps its connection, also when the
 /// collector has opened another one or is gone. Read a result to its end or delete the query: one
-/// that is half read can keep others from writing. Execute it as often as needed, each time with
-/// fresh parameters:
+/// that is half read can keep others from writing. A call that runs for longer than a minute ends
+/// with ErrorCode::TimedOut. Execute it as often as needed, each time with fresh parameters:
 ///
 ///     for (Status status = query.execute({u"M6"}); query.next();) use(query.row());
 ///     if (!query.status().ok()) ...

@@ -28,7 +28,8 @@ enum class ErrorCode {
     NotOpen,          ///< There is no connection; see IDatabaseCollector::status for why.
     StorageFull,      ///< The disk or the database is full.
     OutOfMemory,
-    Failed,  ///< Anything else; the message says what.
+    TimedOut,  ///< A statement ran for longer than one may, and was ended.
+    Failed,    ///< Anything else; the message says what.
 };
 
 /// The outcome of an operation without a value. No operation of a collector raises.

@@ -62,12 +62,17 @@ const Diagnostic* essential(const std::vector<Diagnostic>& diagnostics) {
     return diagnostics.empty() ? nullptr : &diagnostics.front();
 }
 
+// Class 40: the server has rolled the transaction back.
+bool endsTransaction(const Diagnostic& diagnostic, const Product& product) {
+    const NativeCode* native = product.find(diagnostic.nativeCode);
+    return diagnostic.state.starts_with(u"40") || (native && native->endsTransaction);
+}
+
 ErrorCode codeOf(const Diagnostic& diagnostic, const Product& product, Phase phase) {
     if (phase == Phase::Connect) return whenConnecting(diagnostic.state);
-    const auto native = std::find_if(product.codes.begin(), product.codes.end(), [&](auto& entry) {
-        return entry.number == diagnostic.nativeCode;
-    });
-    if (native != product.codes.end()) return native->code;
+    if (const NativeCode* native = product.find(diagnostic.nativeCode)) return native->code;
+    // The wait for a lock has an error of its own: what ran out is the time of the whole statement.
+    if (product.lockTimeout && diagnostic.state == u"HYT00") return ErrorCode::TimedOut;
     const auto* state =
         std::find_if(std::begin(kStates), std::end(kStates),
                      [&](const auto& entry) { return diagnostic.state.starts_with(entry.first); });

@@ -25,6 +25,9 @@ std::vector<Diagnostic> diagnosticsOf(SQLSMALLINT type, SQLHANDLE handle);
 /// The record that says what is wrong; those before it are warnings. Null without a record.
 const Diagnostic* essential(const std::vector<Diagnostic>& diagnostics);
 
+/// True when the server rolls the open transaction back, or may have done so.
+bool endsTransaction(const Diagnostic& diagnostic, const Product& product);
+
 /// What a record means.
 ErrorCode codeOf(const Diagnostic& diagnostic, const Product& product, Phase phase);
 

@@ -11,6 +11,7 @@ namespace qor_db::odbc {
 struct NativeCode {
     int number;
     ErrorCode code;
+    bool endsTransaction = false;  ///< The product rolls the transaction back, or may do so.
 };
 
 /// What is particular to a database product. Nothing of it is needed: the general states and
@@ -20,6 +21,9 @@ struct Product {
     /// Statement that sets how long to wait for a lock, with the milliseconds; null for none.
     const char16_t* lockTimeout = nullptr;
     std::span<const NativeCode> codes;
+
+    /// The entry of an error; null for none.
+    const NativeCode* find(int nativeCode) const;
 
     /// The entry of this name, or the general one.
     static const Product& named(std::u16string_view name);

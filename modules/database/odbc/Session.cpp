@@ -40,7 +40,8 @@ Session::Session(const OpenRequest& request)
       connection_(prepared(environment_.get())),
       passwords_(request.target),
       product_(&Product::named({})),
-      timeout_(request.timeoutMilliseconds) {}
+      timeout_(request.timeoutMilliseconds),
+      statementLimit_(request.statementMilliseconds) {}
 
 Session::~Session() {
     if (inTransaction_) SQLEndTran(SQL_HANDLE_DBC, handle(), SQL_ROLLBACK);
@@ -77,8 +78,7 @@ Status Session::fault(SQLSMALLINT type, SQLHANDLE handle, Phase phase) {
     const std::vector<Diagnostic> diagnostics = diagnosticsOf(type, handle);
     const Diagnostic* cause = essential(diagnostics);
     if (!cause) return driver::failure(ErrorCode::Failed, u"The driver gives no reason.");
-    // Class 40: the server has rolled the transaction back.
-    if (inTransaction_ && cause->state.starts_with(u"40")) broken_ = true;
+    if (inTransaction_ && endsTransaction(*cause, *product_)) broken_ = true;
     CStringW message;
     for (const Diagnostic& diagnostic : diagnostics) {
         if (!message.IsEmpty()) message += u"; ";
@@ -98,8 +98,8 @@ void Session::setTimeout(int milliseconds) {
 }
 
 void Session::limit(const StatementHandle& statement) const {
-    if (product_->lockTimeout) return;
-    SQLSetStmtAttrW(statement.get(), SQL_ATTR_QUERY_TIMEOUT, seconds(timeout_), SQL_IS_UINTEGER);
+    const int limit = product_->lockTimeout ? statementLimit_ : timeout_;
+    SQLSetStmtAttrW(statement.get(), SQL_ATTR_QUERY_TIMEOUT, seconds(limit), SQL_IS_UINTEGER);
 }
 
 Status Session::brokenTransaction() const {
@@ -126,7 +126,11 @@ Status Session::rollback() {
 }
 
 Status Session::end(SQLSMALLINT how) {
-    if (!SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, handle(), how))) return fault(Phase::Execute);
+    if (!SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, handle(), how))) {
+        // Nobody knows what of it is kept, so that nothing may follow on this connection.
+        if (how == SQL_ROLLBACK) broken_ = true;
+        return fault(Phase::Execute);
+    }
     inTransaction_ = false;
     broken_ = false;
     // Fails only with a connection that is lost, as what follows will tell.

@@ -31,7 +31,8 @@ public:
     Status fault(Phase phase) { return fault(SQL_HANDLE_DBC, handle(), phase); }
 
     void setTimeout(int milliseconds);
-    /// Gives the statement the time-out, when that is not the product's own affair.
+    /// Limits the time that the statement takes: by the time-out, or only in the long run where the
+    /// product itself ends the wait for a lock.
     void limit(const StatementHandle& statement) const;
 
     Status begin();
@@ -52,6 +53,7 @@ private:
     driver::Passwords passwords_;
     const Product* product_;
     int timeout_;
+    int statementLimit_;
     bool connected_ = false;
     bool readOnly_ = false;
     bool inTransaction_ = false;

@@ -1,6 +1,5 @@
 #include "Connection.h"
 
-#include <limits>
 #include <string>
 
 #include "Query.h"
@@ -24,7 +23,7 @@ Outcome<std::unique_ptr<IQuery>> Connection::prepare(std::u16string_view stateme
 }
 
 void Connection::setTimeout(int milliseconds) noexcept {
-    database_->lockTimeout.set(database_->handle(), milliseconds);
+    database_->setTimeout(milliseconds);
 }
 
 bool Connection::readOnly() const noexcept {

@@ -9,6 +9,15 @@ namespace {
 /// Up to this size every page of a file is checked when it is opened, which takes milliseconds.
 constexpr std::int64_t kCheckedBytes = std::int64_t{4} << 20;
 
+// A file that shrinks under a memory map would end the process. The pages that a transaction has
+// changed stay in memory until it commits, unless they take more than these KiB: writing them
+// earlier needs a lock that keeps readers out until the transaction ends.
+constexpr const char* kSettings =
+    "PRAGMA cell_size_check=ON; PRAGMA mmap_size=0; PRAGMA cache_spill=-262144";
+
+/// The longest value and row. A schema of a few bytes can make one of any length.
+constexpr int kLongestValue = 1 << 27;
+
 // The schema of a file is its maker's program: it gets no functions with side effects, cannot
 // write what the database keeps its own books in, and a page that lies is found when it is read.
 void harden(sqlite3* handle) {
@@ -17,23 +26,23 @@ void harden(sqlite3* handle) {
     sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
+    sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, kLongestValue);
     // A column's name with a slip in it is a fault, not a text.
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
 }
 
-Outcome<std::shared_ptr<Database>> openFile(const std::string& name, int flags, int timeout) {
+Outcome<std::shared_ptr<Database>> openFile(const std::string& name, int flags,
+                                            const OpenRequest& request) {
     sqlite3* handle = nullptr;
     const int result = sqlite3_open_v2(name.c_str(), &handle, flags | SQLITE_OPEN_NOMUTEX, nullptr);
     if (!handle) throw std::bad_alloc();
     // Memory may run out while the object is made that closes the handle from then on.
     std::unique_ptr<sqlite3, int (*)(sqlite3*)> owned(handle, sqlite3_close_v2);
-    auto database = std::make_shared<Database>(handle);
+    auto database = std::make_shared<Database>(handle, request);
     static_cast<void>(owned.release());
     if (result != SQLITE_OK) return database->fault(result);
     harden(handle);
-    database->lockTimeout.set(handle, timeout);
-    // A file that shrinks under a memory map would end the process.
-    Status status = database->run("PRAGMA cell_size_check=ON; PRAGMA mmap_size=0");
+    Status status = database->run(kSettings);
     if (!status.ok()) return status;
     return database;
 }
@@ -64,7 +73,7 @@ Outcome<std::shared_ptr<Database>> openDatabase(const OpenRequest& request) {
     if (!file) return file.status();
     const int create = file->exists ? 0 : SQLITE_OPEN_CREATE;
     Outcome<std::shared_ptr<Database>> database =
-        openFile(file->path, SQLITE_OPEN_READWRITE | create, request.timeoutMilliseconds);
+        openFile(file->path, SQLITE_OPEN_READWRITE | create, request);
     if (!database) return database;
     Status status = probe(**database);
     if (status.code == ErrorCode::CannotOpen || status.code == ErrorCode::ReadOnly) {
@@ -74,14 +83,14 @@ Outcome<std::shared_ptr<Database>> openDatabase(const OpenRequest& request) {
                                    u"Changes stand in a journal beside the database file, which "
                                    u"only a user who may write there can take up.",
                                    status.nativeCode);
-        database = openFile(file->uri("?immutable=1"), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI,
-                            request.timeoutMilliseconds);
+        database =
+            openFile(file->uri("?immutable=1"), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, request);
         if (!database) return database;
         status = probe(**database);
     }
     if (status.ok()) status = checkPages(**database);
     if (!status.ok()) return status;
-    (*database)->guardTransactions();
+    (*database)->guardStatements();
     return database;
 }
 

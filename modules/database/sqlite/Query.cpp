@@ -69,8 +69,8 @@ Outcome<std::unique_ptr<IQuery>> Query::prepare(const std::shared_ptr<Database>&
     Statement statement;
     while (!statement && !rest.empty()) {
         const int result = prepareFirst(database->handle(), rest, statement);
-        if (result == SQLITE_AUTH)
-            return faultOf(result, u"A statement may not begin or end a transaction.");
+        if (result == SQLITE_TOOBIG)
+            return driver::failure(ErrorCode::BadQuery, u"The statement is too long.", result);
         if (result != SQLITE_OK) return database->fault(result);
     }
     if (!statement) return driver::failure(ErrorCode::BadQuery, u"The statement is empty.");
@@ -119,13 +119,13 @@ Status Query::bind(const std::vector<Value>& parameters) {
 Status Query::start() {
     const bool reads = sqlite3_stmt_readonly(statement_.get()) != 0;
     const std::int64_t before = sqlite3_total_changes64(database_->handle());
-    int result = sqlite3_step(statement_.get());
+    int result = database_->step(statement_.get());
     // The tables may have changed since the statement was prepared.
     if (sqlite3_stmt_status(statement_.get(), SQLITE_STMTSTATUS_REPREPARE, 1) > 0) readColumns();
     held_ = reads && result == SQLITE_ROW;
     if (held_) return {};
     // A change is only done when all of its rows were fetched.
-    for (; result == SQLITE_ROW; result = sqlite3_step(statement_.get()))
+    for (; result == SQLITE_ROW; result = database_->step(statement_.get()))
         rows_.push_back(read());
     if (result != SQLITE_DONE) return database_->fault(result);
     if (sqlite3_total_changes64(database_->handle()) != before)
@@ -149,7 +149,7 @@ Outcome<bool> Query::advance(Row& row) {
         return true;
     }
     if (!sqlite3_stmt_busy(statement_.get())) return false;
-    const int result = std::exchange(held_, false) ? SQLITE_ROW : sqlite3_step(statement_.get());
+    const int result = std::exchange(held_, false) ? SQLITE_ROW : database_->step(statement_.get());
     if (result == SQLITE_ROW) {
         row = read();
         return true;
