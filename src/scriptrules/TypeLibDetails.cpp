@@ -29,8 +29,10 @@ std::optional<RegistryKey> openKey(const CStringW& path) {
 std::vector<CStringW> subkeys(const CStringW& path) {
     std::vector<CStringW> names;
     const auto key = openKey(path);
-    for (std::size_t i = 0; key && i < key->subkeyCount(); ++i)
-        names.emplace_back(key->subkeyName(i));
+    if (!key) return names;
+    names.reserve(key->subkeyCount());
+    for (std::size_t i = 0; i < key->subkeyCount(); ++i)
+        names.push_back(key->subkeyName(i));
     return names;
 }
 

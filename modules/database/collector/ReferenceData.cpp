@@ -81,9 +81,9 @@ Outcome<std::vector<DrillSize>> ReferenceData::drillSizes(bool preferredOnly) no
 Outcome<DrillSize> ReferenceData::nearestDrill(double diameter, bool preferredOnly) noexcept {
     return guarded([&]() -> Outcome<DrillSize> {
         if (const Status status = checkLength(diameter); !status.ok()) return status;
-        const int least = preferredOnly ? 1 : 0;
-        const double near = std::min(diameter, kLargestDrill);
-        return lookups_.first<DrillSize>(Lookup::NearestDrill, {least, near, near, least},
+        std::vector<Value> parameters(4, std::min(diameter, kLargestDrill));
+        parameters.front() = parameters.back() = preferredOnly ? 1 : 0;
+        return lookups_.first<DrillSize>(Lookup::NearestDrill, parameters,
                                          u"a drill of " + lengthText(diameter));
     });
 }
