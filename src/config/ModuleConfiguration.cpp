@@ -1,6 +1,8 @@
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <corvane/config/ModuleConfiguration.h>
 
@@ -9,6 +11,7 @@
 #include "config/SettingsFolder.h"
 #include "platform/CodePage.h"
 #include "platform/Files.h"
+#include "platform/Profile.h"
 
 namespace corvane {
 namespace {
@@ -28,6 +31,16 @@ void readEntries(ModuleConfiguration& configuration, std::string_view text) {
     }
 }
 
+void readDatabaseKeys(ModuleConfiguration& configuration) {
+    constexpr const char16_t* kSection = u"RULE_DATABASE_MODULES";
+    constexpr std::size_t kWhole = std::numeric_limits<std::size_t>::max();
+    for (const char16_t* key : {u"DatabaseType", u"module1", u"ConnectionString", u"FileName"}) {
+        CStringW value = platform::profileText(kSection, key, configuration.file, kWhole);
+        if (!value.IsEmpty())
+            configuration.databaseKeys.push_back({kSection, key, std::move(value), false});
+    }
+}
+
 }  // namespace
 
 ModuleConfiguration GetModuleConfiguration() {
@@ -42,6 +55,7 @@ ModuleConfiguration GetModuleConfiguration() {
     configuration.byteOrderMark = beginsWithMark(*text);
     configuration.cutLine = platform::widen(text->substr(text->rfind('\n') + 1));
     readEntries(configuration, *text);
+    readDatabaseKeys(configuration);
     return configuration;
 }
 

@@ -81,6 +81,9 @@ TEST_F(Doctor, ExplainsWhyALineOfTheConfigurationDoesNotCount) {
          "wrong  directory .*\"directory = /x\" below .* is not read"},
         {kScripts + folder + "\n# directory = FOLDER\ndirectory = x\n", "note   directory .*= x"},
         {"[Rule_Script_Location]\n" + folder + "\n", "wrong  directory .*case and blanks count"},
+        {"[X]\n" + folder + "\n", "wrong  directory .*below \"\\[X]\" is not read"},
+        {kScripts + "ConnectionString=PWD=x\n", "wrong  ConnectionString .*=\\.\\.\\.\" below"},
+        {kScripts + "directory=/a[b]\n", "wrong  directory +the value holds"},
         {"\xEF\xBB\xBF" + kScripts + folder + "\n", "wrong  ConfigModule.ini .*byte order mark"},
         {"\xEF\xBB\xBF" + kDatabase + kScripts + folder + "\n", "note   ConfigModule.ini .*byte"},
         {kScripts + "directory=/none\n", "wrong  script folder +\"/none\" is no folder"},
@@ -95,6 +98,8 @@ TEST_F(Doctor, ExplainsWhyALineOfTheConfigurationDoesNotCount) {
     fs::remove(corvane.folder.path("data/Settings/ConfigModule.ini"));
     fs::create_directories(corvane.folder.path("data/Settings/ConfigModule.ini"));
     expectTold("wrong  ConfigModule.ini .*cannot be read");
+    corvane.folder.write("file", "");
+    expectTold("wrong  settings folder .*/file is no folder", {"--data", "@file"});
 }
 
 TEST_F(Doctor, LooksAtTheScriptsOfTheIndex) {
@@ -151,6 +156,8 @@ TEST_F(Doctor, LooksAtWhatIsRegistered) {
         corvane.folder.write("registry/user.reg", user);
         expectTold(told);
     }
+    corvane.folder.write("registry/user.reg", "x");
+    expectTold("note   user.reg .*holds no key");
     expectTold("wrong  registry +none is no folder", {"--registry", "none"});
 }
 
@@ -171,6 +178,11 @@ TEST_F(Doctor, LooksAtRuleModulesHelpAndLog) {
     level_.set("12 or so");
     expectTold("ok     QOR_EXECUTION_LEVEL +12 or so: warning, error\n");
     EXPECT_EQ(corvane.folder.read("log"), "kept");
+    fs::create_symlink("new", corvane.folder.path("link"));
+    log_.set(corvane.folder.path("link").c_str());
+    expectTold("ok     QOR_EXECUTION_LOG .*/link");
+    EXPECT_TRUE(fs::is_symlink(corvane.folder.path("link")) && !corvane.folder.exists("new"));
+    log_.set(nullptr);
     level_.set("all");
     expectTold("wrong  QOR_EXECUTION_LEVEL +\"all\" is no number");
     log_.set(corvane.folder.path("none/log").c_str());
@@ -186,7 +198,10 @@ TEST_F(Doctor, LooksAtTheDatabaseAndShowsNoPassword) {
         const char* told;
     } cases[] = {
         {file + "/file.db\n", "wrong  connection .*/file.db: "},
-        {file + "/folder\n", "wrong  connection .*/folder: .* is a folder"},
+        {file + "/folder\n", "wrong  connection .*/folder\" is a folder"},
+        {"FileName=%NO_SUCH_ROOT%/a\n", "wrong  FileName .*\"NO_SUCH_ROOT\" is not set"},
+        {file + "/file.db/a\n", "wrong  connection .*may not make it"},
+        {file + "/new.db\nFileName=b\n", "note   FileName .*not read: an earlier one"},
         {file + "/new.db\n", "note   connection .*/new.db is not there"},
         {"module1=none.dll\n", "wrong  driver module +there is no none.dll"},
         {"DatabaseType=mssql\nConnectionString=UID=a;PWD=secret\n",
@@ -200,6 +215,9 @@ TEST_F(Doctor, LooksAtTheDatabaseAndShowsNoPassword) {
     }
     EXPECT_FALSE(corvane.folder.exists("new.db"));
     EXPECT_EQ(corvane("db", {}).status, 1);
+    writeSettings("");
+    const EnvironmentScope databases("CORVANE_DATABASE_DIR", corvane.folder.path("folder"));
+    expectTold("wrong  database folder .*/folder has no separator");
     writeSettings(kDatabase + file + "/new.db\n");
     EXPECT_EQ(corvane("db", {"drills"}).status, 0);
     expectTold("ok     connection .*/new.db: open, reference tables of version [0-9]+\n");
@@ -218,7 +236,7 @@ TEST_F(Doctor, RunsWithoutTheModulesThatItMisses) {
     const ProcessResult result = runProcess({program, "doctor"});
     EXPECT_EQ(result.status, 1) << result.err;
     for (const char* told :
-         {"language module +/.*/Lang/english/CorvaneFrameworkResu.dll is not there",
+         {"language module +there is no /.*/Lang/english/CorvaneFrameworkResu.dll",
           "module +there is no QorScriptHost.dll", "collector module +there is no /"})
         EXPECT_THAT(result.out, ContainsRegex(std::string("  wrong  ") + told));
     EXPECT_THAT(result.out, ContainsRegex("  ok     language +french, the language of the user"));
@@ -228,7 +246,7 @@ TEST_F(Doctor, RunsWithoutTheModulesThatItMisses) {
     EXPECT_THAT(run.err, ContainsRegex("rules.xml: the language module .* cannot be loaded"));
     const ProcessResult database = runProcess({program, "db", "thread", "M6"});
     EXPECT_EQ(database.status, 1);
-    EXPECT_THAT(database.err, HasSubstr("there is no collector module /"));
+    EXPECT_THAT(database.err, HasSubstr("the collector module: there is no /"));
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 
 namespace corvane {
 
-/// One key of ConfigModule.ini as the reader of the script folder takes it: to the letter.
+/// One key of ConfigModule.ini.
 struct ConfigurationEntry {
     CStringW section;
     CStringW key;
@@ -25,7 +25,13 @@ struct ModuleConfiguration {
     /// The folder of the user-defined rules; nothing without a record of it.
     std::optional<CStringW> scriptFolder;
 
-    /// All keys in the order of the file.
+    /// The keys of the database's section that are set, as their reader takes them, which is not
+    /// that of the script folder; but whole, where the database is given 259 characters. The value
+    /// of ConnectionString may hold a password.
+    std::vector<ConfigurationEntry> databaseKeys;
+
+    /// All keys in the order of the file, as the reader of the script folder takes them: to the
+    /// letter.
     std::vector<ConfigurationEntry> entries;
     /// The text of the file's last line when that has no line end, and so is no entry.
     CStringW cutLine;

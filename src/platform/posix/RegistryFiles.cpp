@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include <corvane/platform/RegistrySources.h>
+
 #include "platform/Environment.h"
 #include "platform/Files.h"
 #include "platform/Modules.h"
@@ -70,15 +72,16 @@ bool isUnchanged(const std::vector<SourceFile>& before, const std::vector<Source
                       });
 }
 
+bool apply(const SourceFile& file, RegistryNode& tree) {
+    const std::optional<std::string> bytes = readFile(file.path, kLargestRegistryFile);
+    if (bytes) applyRegistryText(decodeText(*bytes, UnmarkedText::Guessed), file.root, tree);
+    return bytes.has_value();
+}
+
 std::shared_ptr<const RegistryTrees> readTrees(const std::vector<SourceFile>& files) {
     auto trees = std::make_shared<RegistryTrees>();
-    for (const SourceFile& file : files) {
-        const std::optional<std::string> bytes = readFile(file.path, kLargestRegistryFile);
-        if (!bytes) continue;
-        const bool isMachine = file.root == RegistryRoot::LocalMachine;
-        applyRegistryText(decodeText(*bytes, UnmarkedText::Guessed), file.root,
-                          isMachine ? trees->machine : trees->user);
-    }
+    for (const SourceFile& file : files)
+        apply(file, file.root == RegistryRoot::LocalMachine ? trees->machine : trees->user);
     for (const RegistryNode* root : {&trees->machine, &trees->user}) {
         if (const RegistryNode* classes = root->find(kClassesPath))
             trees->classes.overlay(*classes);
@@ -110,3 +113,18 @@ std::shared_ptr<const RegistryTrees> registryTrees() {
 }
 
 }  // namespace corvane::platform
+
+namespace corvane {
+
+std::vector<RegistrySource> GetRegistrySources() {
+    std::vector<RegistrySource> sources;
+    for (platform::SourceFile& file : platform::sourceFiles()) {
+        platform::RegistryNode tree;
+        const bool readable = platform::apply(file, tree);
+        tree.index();
+        sources.push_back({std::move(file.path), readable, !tree.subkeyNames().empty()});
+    }
+    return sources;
+}
+
+}  // namespace corvane

@@ -9,7 +9,7 @@
 #include <corvane/platform/LoadedModule.h>
 
 #include "Commands.h"
-#include "Text.h"
+#include "ModuleFault.h"
 #include "db/Actions.h"
 #include "db/Lookups.h"
 
@@ -37,19 +37,19 @@ int reportMissing(Console& console) {
     const corvane::LoadedModule module(path);
     if (module)
         console.report(module.file() + u" gives no collector");
-    else if (module.fault().empty())
-        console.report(u"there is no collector module " + shownPath(path));
     else
-        console.report(shownPath(path) + u" won't load: " + CStringW(module.fault()));
+        console.report(u"the collector module: " + moduleFault(module, path));
     return kWrong;
 }
 
 class DbCommand : public Command {
 public:
     explicit DbCommand(CLI::App& program)
-        : Command(program, "db", "Show the rule database's connection, or look something up in it",
-                  "Exit status: 0 found, 1 not found or no database, 2 bad usage. Lengths are in\n"
-                  "millimetres. A database file that is not there is made.") {
+        : Command(
+              program, "db", "Show the rule database's connection, or look something up in it",
+              "Exit status: 0 found or done, 1 not found or no database, 2 bad usage. Lengths are\n"
+              "in millimetres. A database file that is not there is made. --data DIR may stand\n"
+              "behind every command.") {
         options_.folders.declareData(parser());
         parser().require_subcommand(0, 1);
         addConnection();

@@ -1,9 +1,8 @@
-#include <algorithm>
-
 #include <corvane/platform/Environment.h>
 
 #include "Text.h"
 #include "doctor/Checks.h"
+#include "doctor/ConfigurationLines.h"
 #include "doctor/Places.h"
 
 using corvane::ConfigurationEntry;
@@ -13,62 +12,50 @@ namespace {
 
 constexpr const char16_t* kFile = u"ConfigModule.ini";
 constexpr const char16_t* kScriptSection = u"RULE_SCRIPT_LOCATION";
-constexpr const char16_t* kDatabaseSection = u"RULE_DATABASE_MODULES";
 constexpr const char16_t* kScriptKey = u"directory";
-constexpr const char16_t* kConnectionKey = u"ConnectionString";
-constexpr const char16_t* kDatabaseKeys[] = {u"DatabaseType", u"module1", kConnectionKey,
-                                             u"FileName"};
-/// The reader of the database's keys cuts what is longer.
-constexpr int kLongestDatabaseValue = 259;
+constexpr const char16_t* kScriptLine =
+    u"write \"directory=FOLDER\" below \"[RULE_SCRIPT_LOCATION]\"";
 
-/// True for what a person takes for that name.
-bool looksLike(CStringW text, const char16_t* name) {
-    return text.Trim().CompareNoCase(name) == 0;
-}
-
-CStringW nameOf(const ConfigurationEntry& entry) {
-    return CStringW(entry.key).Trim();
-}
-
-void checkFolders(Diagnosis& diagnosis, const ModuleConfiguration& configuration) {
-    const CStringW root = corvane::GetEnvironmentText(u"CORVANE_DATA_DIR");
-    if (!root.IsEmpty() && !placeOf(root).is_absolute())
-        diagnosis.note(u"data folder",
-                       root + u" is no full path and depends on the working folder");
+/// True when files in the settings folder can be reached, were there any.
+bool checkSettingsFolder(Diagnosis& diagnosis, const ModuleConfiguration& configuration) {
+    constexpr const char16_t* kSubject = u"settings folder";
+    diagnosis.noteRelative(u"data folder", corvane::GetEnvironmentText(u"CORVANE_DATA_DIR"));
     const CStringW folder = shownPath(configuration.settingsFolder);
-    switch (presenceOfFolder(folder)) {
-        case Presence::Readable:
-            diagnosis.good(u"settings folder", folder);
-            break;
-        case Presence::Missing:
-            diagnosis.note(u"settings folder",
-                           folder + u" is not there; the library makes it at its first use");
-            break;
-        case Presence::Unreadable:
-            diagnosis.wrong(u"settings folder", folder + u" cannot be read",
-                            u"let the user read the folder");
-    }
+    const Presence presence = presenceOfFolder(folder);
+    if (presence == Presence::Readable)
+        diagnosis.good(kSubject, folder);
+    else if (presence == Presence::Unreadable)
+        diagnosis.wrong(kSubject, folder + u" cannot be read", u"let the user read the folder");
+    else if (canBeMade(folder))
+        diagnosis.note(kSubject, folder + u" is not there; the library makes it at its first use");
+    else if (const CStringW file = fileInTheWayOf(folder); !file.IsEmpty())
+        diagnosis.wrong(kSubject, file + u" is no folder", u"put a folder in its place");
+    else
+        diagnosis.note(kSubject, folder + u" is not there, and the user may not make it");
+    return presence != Presence::Unreadable;
 }
 
 CStringW lineOf(const ConfigurationEntry& entry) {
-    return u"the line \"" + entry.key + u"=" + entry.value + u"\"";
+    // Any other value may be a connection string with a password.
+    const CStringW value = looksLike(entry.key, kScriptKey) ? entry.value : CStringW(u"...");
+    return u"the line \"" + entry.key + u"=" + value + u"\"";
 }
 
 bool isScriptFolder(const ConfigurationEntry& entry) {
     return entry.section == kScriptSection && entry.key == kScriptKey;
 }
 
-/// A live line that a person takes for the script folder's and the library does not.
-void checkMisspelt(Diagnosis& diagnosis, const ConfigurationEntry& entry, bool isConfigured) {
-    const bool meant = looksLike(entry.section, kScriptSection) && looksLike(entry.key, kScriptKey);
-    if (!meant || entry.commented) return;
-    const CStringW text =
-        lineOf(entry) + u" below \"[" + entry.section + u"]\" is not read: case and blanks count";
-    if (isConfigured)
-        diagnosis.note(nameOf(entry), text);
+/// A live line that nobody reads. A person may take it for the script folder's.
+void checkUnread(Diagnosis& diagnosis, const ConfigurationEntry& entry, bool isConfigured) {
+    if (entry.commented) return;
+    const bool meant = looksLike(entry.section, kScriptSection) || looksLike(entry.key, kScriptKey);
+    const CStringW text = lineOf(entry) + u" below \"[" + entry.section + u"]\" is not read";
+    if (!meant)
+        diagnosis.note(nameOf(entry), u"nothing reads this key");
+    else if (isConfigured)
+        diagnosis.note(nameOf(entry), text + u": case and blanks count");
     else
-        diagnosis.wrong(nameOf(entry), text,
-                        u"write \"directory=FOLDER\" below \"[RULE_SCRIPT_LOCATION]\"");
+        diagnosis.wrong(nameOf(entry), text + u": case and blanks count", kScriptLine);
 }
 
 /// A line that the library reads. `isFirst` says that no line before it counts.
@@ -82,20 +69,12 @@ void checkScriptEntry(Diagnosis& diagnosis, const ConfigurationEntry& entry, boo
         diagnosis.good(nameOf(entry), entry.value);
 }
 
-void checkDatabaseEntry(Diagnosis& diagnosis, const ConfigurationEntry& entry) {
-    if (entry.commented || !looksLike(entry.section, kDatabaseSection)) return;
-    const bool known = std::ranges::any_of(
-        kDatabaseKeys, [&](const char16_t* key) { return looksLike(entry.key, key); });
-    if (!known) {
-        diagnosis.note(nameOf(entry), u"nothing reads this key");
-    } else if (CStringW(entry.value).Trim().GetLength() > kLongestDatabaseValue) {
-        diagnosis.wrong(nameOf(entry), u"the value is cut to 259 characters",
-                        u"shorten it; a path may begin with %VARIABLE%");
-    } else {
-        // A connection string may hold a password.
-        const bool secret = looksLike(entry.key, kConnectionKey);
-        diagnosis.good(nameOf(entry), secret ? CStringW(u"(set)") : CStringW(entry.value).Trim());
-    }
+/// Below a heading that is a line with a value, and so may be a connection string.
+void checkOddHeading(Diagnosis& diagnosis, const ConfigurationEntry& entry, bool isConfigured) {
+    // The first character of such a heading is lost.
+    if (!isConfigured && entry.key == CStringW(kScriptKey).Mid(1))
+        diagnosis.wrong(kScriptKey, u"the value holds [ and ], so that the line is a heading",
+                        u"name a folder without brackets");
 }
 
 void checkMark(Diagnosis& diagnosis, const ModuleConfiguration& configuration) {
@@ -110,7 +89,8 @@ void checkMark(Diagnosis& diagnosis, const ModuleConfiguration& configuration) {
 /// Only the reader of the script folder needs the line end. Of the line, which may be a connection
 /// string, the key alone is told.
 void checkLastLine(Diagnosis& diagnosis, CStringW line) {
-    if (line.Trim().IsEmpty()) return;
+    const bool isUtf16 = line.Find(u'\0') >= 0;
+    if (isUtf16 || line.Trim().IsEmpty()) return;
     const int equals = line.Find(u'=');
     const CStringW key = equals < 0 ? line : line.Left(equals);
     const CStringW text = u"its last line, \"" + key + u"\", has no line end";
@@ -123,15 +103,19 @@ void checkLastLine(Diagnosis& diagnosis, CStringW line) {
 void checkLines(Diagnosis& diagnosis, const ModuleConfiguration& configuration) {
     checkMark(diagnosis, configuration);
     checkLastLine(diagnosis, configuration.cutLine);
+    checkDatabaseKeys(diagnosis, configuration);
+    const bool isConfigured = configuration.scriptFolder.has_value();
     bool found = false;
     for (const ConfigurationEntry& entry : configuration.entries) {
-        checkDatabaseEntry(diagnosis, entry);
-        if (!isScriptFolder(entry)) {
-            checkMisspelt(diagnosis, entry, configuration.scriptFolder.has_value());
-            continue;
+        if (entry.section.Find(u'=') >= 0) {
+            checkOddHeading(diagnosis, entry, isConfigured);
+        } else if (isScriptFolder(entry)) {
+            checkScriptEntry(diagnosis, entry, !found);
+            found = true;
+        } else if (!checkDatabaseLine(diagnosis, entry, configuration) &&
+                   !configuration.byteOrderMark) {  // that has been told
+            checkUnread(diagnosis, entry, isConfigured);
         }
-        checkScriptEntry(diagnosis, entry, !found);
-        found = true;
     }
 }
 
@@ -139,7 +123,7 @@ void checkLines(Diagnosis& diagnosis, const ModuleConfiguration& configuration) 
 
 void checkConfiguration(Diagnosis& diagnosis, const ModuleConfiguration& configuration) {
     diagnosis.section(u"Configuration");
-    checkFolders(diagnosis, configuration);
+    if (!checkSettingsFolder(diagnosis, configuration)) return;
     const CStringW file = shownPath(configuration.file);
     if (configuration.readable) {
         diagnosis.good(kFile, file);

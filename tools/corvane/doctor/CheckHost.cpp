@@ -1,9 +1,12 @@
+#include <corvane/app/Installation.h>
 #include <corvane/platform/ComponentRegistration.h>
+#include <corvane/platform/Environment.h>
 #include <corvane/platform/LoadedModule.h>
 #include <corvane/scriptrules/IScriptProcessor.h>
 #include <corvane/scriptrules/RegisteredTypeLibraries.h>
 #include <corvane/scriptrules/TypeLibDetails.h>
 
+#include "ModuleFault.h"
 #include "RunReason.h"
 #include "Text.h"
 #include "doctor/Checks.h"
@@ -27,16 +30,21 @@ CStringW joined(const std::vector<CStringW>& lines) {
     return text;
 }
 
+/// How to register the host.
+CStringW registering() {
+    const CStringW folder = corvane::GetEnvironmentText(u"CORVANE_REGISTRY_DIR");
+    if (folder.IsEmpty()) return kReinstall;
+    return u"add the keys of " + shownPath(corvane::GetInstallation().installFolder) +
+           u"/registry/machine.reg to machine.reg in " + folder;
+}
+
 bool checkHostModule(Diagnosis& diagnosis, const corvane::ComponentRegistration& host) {
     const corvane::LoadedModule module(host.module);
     if (module) {
         diagnosis.good(u"module", module.file());
         return true;
     }
-    const CStringW name = shownPath(host.module);
-    diagnosis.wrong(u"module",
-                    module.fault().empty() ? u"there is no " + name
-                                           : name + u" won't load: " + CStringW(module.fault()),
+    diagnosis.wrong(u"module", moduleFault(module, host.module),
                     u"put the module there with what it needs, or register another path");
     return false;
 }
@@ -75,15 +83,18 @@ private:
 
     void checkFile() {
         const CStringW path = shownPath(library_.file);
+        const Presence presence = presenceOfFile(path);
         TypeLibDetails details(path);
         if (details.ReadTypeLibAttributes())
             checkEngine(path + u", " +
                         versionText(details.majorVersion, details.minorVersion, details.lcid));
-        else if (presenceOfFile(path) == Presence::Missing)
+        else if (presence == Presence::Missing)
             diagnosis_.wrong(subject_, u"there is no " + path, u"correct the path in the registry");
+        else if (presence == Presence::Unreadable)
+            diagnosis_.wrong(subject_, path + u" cannot be read", u"let the user read the file");
         else
-            diagnosis_.wrong(subject_, path + u" is no type library that can be read",
-                             u"register a type library");
+            diagnosis_.wrong(subject_, path + u" is no type library, or a damaged one",
+                             u"put a sound type library there, or register another");
     }
 
     void checkEngine(const CStringW& text) {
@@ -93,8 +104,9 @@ private:
         }
         const corvane::ScriptRun run = tryHost(library_.file);
         if (run.status == corvane::ScriptRunStatus::EngineRefused)
-            diagnosis_.wrong(subject_, joined(reasonsOf(run)),
-                             u"put the engine's module beside its type library");
+            diagnosis_.wrong(
+                subject_, joined(reasonsOf(run)),
+                u"put the engine's module beside its type library, with what it needs");
         else
             diagnosis_.good(subject_, text);
     }
@@ -118,8 +130,7 @@ void checkHost(Diagnosis& diagnosis, const ModuleConfiguration& configuration) {
                                   : u"its class " + CStringW(host.classId) + u" has no module";
         // Whoever has no scripts needs no host.
         if (configuration.scriptFolder)
-            diagnosis.wrong(kRegistration, text,
-                            u"register the host, as registry/machine.reg does");
+            diagnosis.wrong(kRegistration, text, registering());
         else
             diagnosis.note(kRegistration, text + u": no script rule can run");
         return;

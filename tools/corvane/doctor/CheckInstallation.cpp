@@ -2,7 +2,9 @@
 #include <corvane/base/Version.h>
 #include <corvane/platform/Environment.h>
 #include <corvane/platform/LoadedModule.h>
+#include <corvane/platform/RegistrySources.h>
 
+#include "ModuleFault.h"
 #include "Text.h"
 #include "doctor/Checks.h"
 #include "doctor/Places.h"
@@ -11,8 +13,6 @@ using corvane::Installation;
 using corvane::LanguageSource;
 
 namespace {
-
-constexpr const char16_t* kReinstall = u"install the library again as a whole";
 
 const char16_t* sourceText(LanguageSource source) {
     switch (source) {
@@ -27,10 +27,9 @@ const char16_t* sourceText(LanguageSource source) {
 }
 
 /// Why a module of texts is not in use.
-CStringW moduleFault(const CStringW& path) {
+CStringW textsFault(const CStringW& path) {
     const corvane::LoadedModule module(path);
-    if (module) return u"holds no texts";
-    return module.fault().empty() ? CStringW(u"is not there") : u"won't load: " + module.fault();
+    return module ? shownPath(path) + u" holds no texts" : moduleFault(module, path);
 }
 
 void checkLibrary(Diagnosis& diagnosis, const Installation& installation) {
@@ -49,17 +48,15 @@ void checkLanguage(Diagnosis& diagnosis, const Installation& installation) {
     diagnosis.good(u"language",
                    installation.language + u", " + sourceText(installation.languageSource));
     if (installation.moduleFile.IsEmpty()) {
-        diagnosis.wrong(u"language module",
-                        shownPath(installation.triedModule) + u" " +
-                            moduleFault(installation.triedModule) +
-                            u", so that no rule file can be read",
-                        kReinstall);
+        diagnosis.wrong(
+            u"language module",
+            textsFault(installation.triedModule) + u", so that no rule file can be read",
+            kReinstall);
         return;
     }
     diagnosis.good(u"language module", installation.moduleFile);
     if (installation.triedModule == installation.wantedModule) return;
-    const CStringW text =
-        shownPath(installation.wantedModule) + u" " + moduleFault(installation.wantedModule);
+    const CStringW text = textsFault(installation.wantedModule);
     // A language may well have no texts of its own; a module that is there ought to load.
     if (corvane::LoadedModule(installation.wantedModule).fault().empty())
         diagnosis.note(installation.language, text + u": English stands in");
@@ -75,28 +72,35 @@ void checkInstallation(Diagnosis& diagnosis) {
     checkLibrary(diagnosis, installation);
     checkLanguage(diagnosis, installation);
     if (installation.englishFile.IsEmpty() && !installation.moduleFile.IsEmpty())
-        diagnosis.wrong(u"English module", u"it cannot be loaded", kReinstall);
+        diagnosis.wrong(
+            u"English module",
+            textsFault(installation.installFolder + u"\\Lang\\english\\CorvaneFrameworkResu.dll"),
+            kReinstall);
 }
 
 void checkRegistry(Diagnosis& diagnosis) {
+    constexpr const char16_t* kSubject = u"registry";
     const CStringW folder = corvane::GetEnvironmentText(u"CORVANE_REGISTRY_DIR");
-    if (folder.IsEmpty()) return;
-    if (presenceOfFolder(folder) != Presence::Readable) {
-        diagnosis.wrong(u"registry", folder + u" is no folder that can be read",
+    diagnosis.noteRelative(kSubject, folder);
+    if (!folder.IsEmpty() && presenceOfFolder(folder) != Presence::Readable) {
+        diagnosis.wrong(kSubject, folder + u" is no folder that can be read",
                         u"let --registry or CORVANE_REGISTRY_DIR name a folder, or neither");
         return;
     }
-    CStringW found;
-    for (const char16_t* name : {u"machine.reg", u"user.reg"}) {
-        const Presence presence = presenceOfFile(folder + u"/" + name);
-        if (presence == Presence::Unreadable)
-            diagnosis.wrong(name, folder + u"/" + name + u" cannot be read",
-                            u"let the user read the file");
-        if (presence == Presence::Readable)
-            found += (found.IsEmpty() ? u"" : u" and ") + CStringW(name);
+    bool any = false;
+    for (const corvane::RegistrySource& source : corvane::GetRegistrySources()) {
+        const CStringW file = shownPath(source.file);
+        if (presenceOfFile(file) == Presence::Missing) continue;
+        any = true;
+        if (!source.readable)
+            diagnosis.wrong(lastName(file), file + u" cannot be read",
+                            u"put a file there that the user can read");
+        else if (!source.hasKeys)
+            diagnosis.note(lastName(file), file + u" holds no key of the registry");
+        else
+            diagnosis.good(lastName(file), file);
     }
-    if (found.IsEmpty())
-        diagnosis.note(u"registry", folder + u" has neither machine.reg nor user.reg");
-    else
-        diagnosis.good(u"registry", found + u" in " + folder);
+    if (any) return;
+    diagnosis.note(kSubject, folder.IsEmpty() ? CStringW(u"none of its files is there")
+                                              : folder + u" has neither machine.reg nor user.reg");
 }

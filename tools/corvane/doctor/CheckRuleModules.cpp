@@ -1,8 +1,10 @@
 #include <algorithm>
+#include <optional>
 
 #include <corvane/host/RuleModule.h>
 #include <corvane/platform/LoadedModule.h>
 
+#include "ModuleFault.h"
 #include "RuleModules.h"
 #include "Text.h"
 #include "doctor/Checks.h"
@@ -17,8 +19,14 @@ public:
 
     bool any() const { return !names_.empty(); }
 
-    void checkFolder(const CStringW& folder) {
-        for (const CStringW& name : filesIn(folder))
+    void checkFolder(const CStringW& folder, bool isAsked) {
+        const std::optional<std::vector<CStringW>> names = filesIn(folder);
+        if (!names && (isAsked || presenceOfFolder(folder) != Presence::Missing))
+            diagnosis_.wrong(u"folder", folder + u" is no folder that can be read",
+                             isAsked ? u"let --modules name a folder that the user can read"
+                                     : u"let the user read the folder");
+        if (!names) return;
+        for (const CStringW& name : *names)
             if (RuleModules::isModuleName(name)) checkModule(folder, name);
     }
 
@@ -31,8 +39,10 @@ private:
         }
         names_.push_back(name);
         const corvane::LoadedModule module(path);
-        if (!module)
-            diagnosis_.wrong(name, path + u" won't load: " + CStringW(module.fault()),
+        if (!module && module.fault().empty())
+            diagnosis_.wrong(name, path + u" is no file", u"put nothing but rule modules there");
+        else if (!module)
+            diagnosis_.wrong(name, moduleFault(module, path),
                              u"install what it needs, or build it for this library");
         else if (!module.function<CreateQorRuleFunction>(kCreateQorRuleName))
             diagnosis_.wrong(
@@ -54,11 +64,7 @@ void checkRuleModules(Diagnosis& diagnosis, const std::vector<CStringW>& folders
     const RuleModules modules(folders);
     RuleModuleCheck check(diagnosis);
     for (const CStringW& folder : modules.folders()) {
-        const bool asked = std::ranges::find(folders, folder) != folders.end();
-        if (asked && presenceOfFolder(folder) != Presence::Readable)
-            diagnosis.wrong(u"folder", folder + u" is no folder that can be read",
-                            u"let --modules name a folder");
-        check.checkFolder(folder);
+        check.checkFolder(folder, std::ranges::find(folders, folder) != folders.end());
     }
     if (!check.any()) diagnosis.note(u"modules", u"none in " + shownPath(modules.folders().back()));
 }

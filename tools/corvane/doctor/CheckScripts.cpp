@@ -61,7 +61,7 @@ private:
                              u"put the script there, or correct its name in the index");
         else
             diagnosis_.wrong(subject, u"the script " + path + u" cannot be read",
-                             u"let the user read the file");
+                             u"put a file there that the user can read");
     }
 
     Diagnosis& diagnosis_;
@@ -72,9 +72,15 @@ private:
 void checkIndex(Diagnosis& diagnosis, const CStringW& folder) {
     constexpr const char16_t* kSubject = u"index";
     const CStringW path = shownPath(folder + u"\\UserDefinedFile.xml");
-    if (presenceOfFile(path) == Presence::Missing) {
+    const Presence presence = presenceOfFile(path);
+    if (presence == Presence::Missing) {
         diagnosis.note(kSubject,
                        path + u" is not there: each rule file has to define its script rules");
+        return;
+    }
+    if (presence == Presence::Unreadable) {
+        diagnosis.wrong(kSubject, path + u" cannot be read",
+                        u"put a file there that the user can read");
         return;
     }
     QorXMLDocument document;
@@ -110,9 +116,11 @@ void checkScripts(Diagnosis& diagnosis, const corvane::ModuleConfiguration& conf
         return;
     }
     const CStringW& folder = *configuration.scriptFolder;
+    diagnosis.noteRelative(u"script folder", folder);
     if (presenceOfFolder(shownPath(folder)) != Presence::Readable) {
         diagnosis.wrong(u"script folder", u"\"" + folder + u"\" is no folder that can be read",
-                        u"correct \"directory=FOLDER\" in " + shownPath(configuration.file));
+                        u"correct \"directory=FOLDER\" in " + shownPath(configuration.file) +
+                            u", or let the user read the folder");
         return;
     }
     diagnosis.good(u"script folder", shownPath(folder));

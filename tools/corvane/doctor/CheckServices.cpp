@@ -31,6 +31,7 @@ void checkSitePages(Diagnosis& diagnosis, const corvane::HelpSources& help) {
         diagnosis.note(u"site's pages", u"CORVANE_CUSTOMIZED_HELP_FOLDER_PATH is not set");
         return;
     }
+    diagnosis.noteRelative(u"site's pages", folder);
     if (help.siteFolderExists)
         diagnosis.good(u"site's pages", folder);
     else
@@ -38,10 +39,15 @@ void checkSitePages(Diagnosis& diagnosis, const corvane::HelpSources& help) {
                         u"let CORVANE_CUSTOMIZED_HELP_FOLDER_PATH name a folder");
     checkHelpFile(diagnosis, u"topic file", help.topicFile, help.topicFileExists);
     checkHelpFile(diagnosis, u"page file", help.pageFile, help.pageFileExists);
-    if (help.opener.empty())
-        diagnosis.wrong(u"opener", u"no program to open pages with is found", u"install xdg-open");
-    else
+    const CStringW opener = corvane::GetEnvironmentText(u"CORVANE_HELP_OPENER");
+    if (!help.opener.empty())
         diagnosis.good(u"opener", help.opener);
+    else if (opener.IsEmpty())
+        diagnosis.wrong(u"opener", u"there is no xdg-open, which opens the pages",
+                        u"install it, or let CORVANE_HELP_OPENER name another program");
+    else
+        diagnosis.wrong(u"opener", u"there is no program " + opener,
+                        u"let CORVANE_HELP_OPENER name a program in PATH or by its full path");
 }
 
 /// The mask at the start of a text, as the logger reads it; nothing when there is no number.
@@ -65,14 +71,13 @@ CStringW levelsText(int mask) {
 
 void checkLevel(Diagnosis& diagnosis) {
     const CStringW level = corvane::GetEnvironmentText(kLevelVariable);
-    if (level.IsEmpty() || level.GetLength() > kLongestSetting) {
-        diagnosis.good(kLevelVariable, u"not set: every level is logged");
-        return;
-    }
-    if (const std::optional<int> mask = maskOf(level))
+    if (level.IsEmpty()) return;
+    if (level.GetLength() > kLongestSetting)
+        diagnosis.note(kLevelVariable, u"it is longer than 259 characters: every level is logged");
+    else if (const std::optional<int> mask = maskOf(level))
         diagnosis.good(kLevelVariable, level + u": " + levelsText(*mask));
     else
-        diagnosis.wrong(kLevelVariable, u"\"" + level + u"\" is no number",
+        diagnosis.wrong(kLevelVariable, u"\"" + level + u"\" is no number, and whatever logs fails",
                         u"add up 1 debug, 2 info, 4 warning, 8 error");
 }
 
@@ -91,11 +96,10 @@ void checkHelp(Diagnosis& diagnosis) {
 void checkLogs(Diagnosis& diagnosis) {
     diagnosis.section(u"Execution log");
     const CStringW file = corvane::GetEnvironmentText(kLogVariable);
-    if (file.IsEmpty()) {
+    diagnosis.noteRelative(kLogVariable, file);
+    if (file.IsEmpty())
         diagnosis.note(kLogVariable, u"not set: nothing is logged");
-        return;
-    }
-    if (file.GetLength() > kLongestSetting)
+    else if (file.GetLength() > kLongestSetting)
         diagnosis.wrong(kLogVariable, u"it is longer than 259 characters: nothing is logged",
                         u"shorten the path");
     else if (!isWritable(file))

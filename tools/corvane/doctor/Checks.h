@@ -10,6 +10,8 @@
 // What `corvane doctor` looks at, each a section or a part of one. None makes a folder or a file
 // that stays.
 
+inline constexpr const char16_t* kReinstall = u"install the library again as a whole";
+
 void checkInstallation(Diagnosis& diagnosis);
 void checkRegistry(Diagnosis& diagnosis);
 void checkConfiguration(Diagnosis& diagnosis, const corvane::ModuleConfiguration& configuration);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Text.h"
+#include "doctor/Places.h"
 
 namespace {
 
@@ -39,6 +40,11 @@ void Diagnosis::note(const CStringW& subject, const CStringW& text) {
 void Diagnosis::wrong(const CStringW& subject, const CStringW& text, const CStringW& remedy) {
     ++faults_;
     lines_.push_back({Grade::Wrong, fitted(harmless(subject), kWidestSubject), text, remedy});
+}
+
+void Diagnosis::noteRelative(const CStringW& subject, const CStringW& path) {
+    if (!path.IsEmpty() && placeOf(shownPath(path)).is_relative())
+        note(subject, path + u" is no full path and depends on the working folder");
 }
 
 void Diagnosis::print(Console& console) const {

@@ -20,6 +20,9 @@ public:
     /// Something is wrong; `remedy` says how to mend it.
     void wrong(const CStringW& subject, const CStringW& text, const CStringW& remedy);
 
+    /// Notes a path of the user's that depends on the working folder; an empty one does not.
+    void noteRelative(const CStringW& subject, const CStringW& path);
+
     bool isHealthy() const { return faults_ == 0; }
     void print(Console& console) const;
 

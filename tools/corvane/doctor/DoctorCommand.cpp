@@ -13,8 +13,10 @@ public:
               "Look at the installation and its configuration, and tell what is wrong and how "
               "to mend it",
               "Exit status: 0 nothing is wrong, 1 something is, 2 bad usage. A note tells what\n"
-              "is merely not set up. Nothing is changed; modules are loaded to see whether they\n"
-              "load. The language is that which the library was loaded with, whatever --registry\n"
+              "is merely not set up. No file is made; modules are loaded to see whether they\n"
+              "load, and a database that is opened gets its tables brought up to date, as by\n"
+              "every use. The language is that which the library was loaded with, whatever "
+              "--registry\n"
               "says.") {
         folders_.declare(parser());
     }
