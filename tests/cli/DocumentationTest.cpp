@@ -59,9 +59,9 @@ TEST(Documentation, ShowsWhatTheProgramPrints) {
         const std::size_t end = page.find('\n', command);
         const std::string line = page.substr(command, end - command);
         const std::string block = page.substr(end + 1, page.find("```", end) - end - 1);
-        const ProcessResult result = runProcess(
-            {"/bin/sh", "-c",
-             "cd " + corvane.folder.path() + " && exec " CORVANE_BUILD_DIR "/bin/corvane " + line});
+        const ProcessResult result =
+            runProcess({"/bin/sh", "-c", "cd \"$1\" && exec \"$0\" " + line,
+                        CORVANE_BUILD_DIR "/bin/corvane", corvane.folder.path()});
         EXPECT_THAT(shownText(result.out), testing::MatchesRegex(patternOf(block))) << line;
         EXPECT_EQ(result.err, "");
         ++blocks;
