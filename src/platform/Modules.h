@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,10 +16,6 @@ using ModuleHandle = void*;
 /// is there and won't load.
 ModuleHandle loadModule(std::u16string_view path, std::u16string* fault = nullptr);
 void freeModule(ModuleHandle module);
-
-/// The path of the file that loadModule would load for this name, or nothing. A bare name that is
-/// not in this library's folder is loaded for the moment, since only the loader knows its places.
-std::optional<std::u16string> findModuleFile(std::u16string_view path);
 
 /// True when `folder` has a module whose name, as loadModule takes it, fits `pattern`, where "*"
 /// stands for any run of units and "?" for one: "Creo*u.dll" is found by "Creo4u.so" or

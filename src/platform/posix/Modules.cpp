@@ -4,6 +4,7 @@
 #include <dlfcn.h>
 #include <link.h>
 #include <memory>
+#include <optional>
 
 #include "platform/Paths.h"
 #include "platform/Unicode.h"
@@ -56,17 +57,6 @@ ModuleHandle loadModule(std::u16string_view path, std::u16string* fault) {
 
 void freeModule(ModuleHandle module) {
     if (module) ::dlclose(module);
-}
-
-std::optional<std::u16string> findModuleFile(std::u16string_view path) {
-    if (const std::optional<std::string> file = fileInFolder(path)) return fromUtf8(*file);
-    if (lastSeparator(path) != path.npos) return std::nullopt;
-    // Only the loader knows where it looks, and it tells by loading.
-    const ModuleHandle module = openBareName(path);
-    if (!module) return std::nullopt;
-    std::u16string file = moduleFile(module);
-    freeModule(module);
-    return file;
 }
 
 bool anyModuleFits(std::u16string_view folder, std::u16string_view pattern) {
