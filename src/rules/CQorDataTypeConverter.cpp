@@ -1,3 +1,7 @@
+#include <limits>
+#include <optional>
+#include <utility>
+
 #include <corvane/rules/CQorDataTypeConverter.h>
 
 #include "rules/ParameterNames.h"
@@ -6,6 +10,32 @@
 
 using corvane::text::ScanResult;
 namespace name = corvane::rules::name;
+
+namespace {
+
+std::u16string_view trimmed(std::u16string_view text) {
+    while (!text.empty() && corvane::text::isSpace(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && corvane::text::isSpace(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+// The words that ValueToText has for values without digits. They count whole only, so that a text
+// like "info" is no number.
+std::optional<double> valueOfWord(std::u16string_view text) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+    constexpr std::pair<std::u16string_view, double> kWords[] = {
+        {u"inf", kInfinity}, {u"-inf", -kInfinity}, {u"nan", kNaN}, {u"-nan", -kNaN}};
+    const std::u16string_view word = trimmed(text);
+    for (const auto& [known, value] : kWords) {
+        if (word == known) return value;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
 
 bool CQorDataTypeConverter::scan(std::u16string_view text, std::int32_t& number) {
     return corvane::text::scanInt32(text, number) == ScanResult::Matched;
@@ -25,7 +55,10 @@ bool CQorDataTypeConverter::TextToValue(std::u16string_view text, bool& value) c
 }
 
 bool CQorDataTypeConverter::TextToValue(std::u16string_view text, double& value) const {
-    return corvane::text::scanDouble(text, value) == ScanResult::Matched;
+    if (corvane::text::scanDouble(text, value) == ScanResult::Matched) return true;
+    const std::optional<double> word = valueOfWord(text);
+    if (word) value = *word;
+    return word.has_value();
 }
 
 bool CQorDataTypeConverter::TextToValue(std::u16string_view text, CStringW*& value) const {

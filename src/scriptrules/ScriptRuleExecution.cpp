@@ -69,7 +69,10 @@ QorLong ConcreteQORRule::ExecuteScriptRule() const {
         if (session.createHost() && session.addEngines(m_lstEngines) && findScript(run)) {
             CStringW script;
             run.scriptUnreadable = !ReadFromFile(run.scriptPath, script);
-            if (!session.runScript(script) && run.status == ScriptRunStatus::ScriptFailed) {
+            if (run.scriptUnreadable && corvane::scriptrules::isTooLarge(run.scriptPath)) {
+                run.status = ScriptRunStatus::ScriptTooLarge;
+            } else if (!session.runScript(std::move(script)) &&
+                       run.status == ScriptRunStatus::ScriptFailed) {
                 QorLong line = run.line;
                 QorLong column = run.column;
                 CStringW report = session.report();
@@ -96,9 +99,13 @@ void ConcreteQORRule::CheckForScriptError(QorLong& lineNumber, QorLong& charNumb
 }
 
 bool ConcreteQORRule::ReadFromFile(CStringW path, CStringW& text) const {
-    const std::optional<CStringW> script = corvane::scriptrules::readScript(path);
-    if (script) text += *script;
-    return script.has_value();
+    std::optional<CStringW> script = corvane::scriptrules::readScript(path);
+    if (!script) return false;
+    if (text.IsEmpty())
+        text = std::move(*script);
+    else
+        text += *script;
+    return true;
 }
 
 QorLong ConcreteQORRule::ExecuteVSTARule(const CQorData*& /*data*/,

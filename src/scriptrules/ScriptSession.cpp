@@ -76,9 +76,10 @@ bool ScriptSession::addEngines(const CStringList& engines) {
     return true;
 }
 
-bool ScriptSession::runScript(const CStringW& script) {
+bool ScriptSession::runScript(CStringW script) {
     std::int16_t success = 0;
     if (refused(host_->SetScriptText(script), u"SetScriptText")) return false;
+    script = CStringW();
     if (refused(host_->PrepareScript(&success), u"PrepareScript")) return false;
     if (success == kSuccess && refused(host_->RunScript(&success), u"RunScript")) return false;
     if (success == kSuccess) return !refused(host_->EndScript(), u"EndScript");

@@ -19,8 +19,9 @@ public:
     bool createHost();
     /// Hands over the engines up to the first that the host refuses.
     bool addEngines(const CStringList& engines);
-    /// Hands the script over, prepares it and runs it to its end.
-    bool runScript(const CStringW& script);
+    /// Hands the script over, prepares it and runs it to its end. The host has a copy of its own,
+    /// so the text is gone before the script runs.
+    bool runScript(CStringW script);
 
     /// What the user is told of a script that failed, below a line that names the rule.
     const CStringW& report() const { return report_; }

@@ -11,9 +11,7 @@
 namespace corvane::scriptrules {
 namespace {
 
-constexpr std::size_t kLargestScript = std::size_t{1} << 28;
 constexpr std::size_t kMarkUnits = 5;
-constexpr char16_t kEndOfText = 0x1A;
 constexpr char16_t kReplacement = 0xFFFD;
 
 std::u16string decodeUtf16(std::string_view bytes, bool highFirst) {
@@ -40,10 +38,10 @@ bool mayBeMark(char16_t unit) {
     return low == 0xEF || low == 0xBB || low == 0xBF || low == 0xFF || low == 0xFE;
 }
 
-// Line ends, the end mark and U+0000, in place.
+// Line ends and U+0000, in place.
 void settle(std::u16string& text) {
     std::size_t end = 0;
-    for (std::size_t at = 0; at < text.size() && text[at] != kEndOfText; ++at) {
+    for (std::size_t at = 0; at < text.size(); ++at) {
         if (text[at] == u'\r' && at + 1 < text.size() && text[at + 1] == u'\n') continue;
         text[end++] = text[at] ? text[at] : kReplacement;
     }
@@ -66,6 +64,11 @@ std::optional<CStringW> readScript(const CStringW& path) {
     const std::optional<std::string> bytes = platform::readFile(path, kLargestScript);
     if (!bytes) return std::nullopt;
     return scriptText(*bytes);
+}
+
+bool isTooLarge(const CStringW& path) {
+    const auto file = platform::InputFile::open(path);
+    return file && file->size() > kLargestScript;
 }
 
 }  // namespace corvane::scriptrules

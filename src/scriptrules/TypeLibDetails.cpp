@@ -49,8 +49,8 @@ std::optional<CStringW> countingVersion(const std::vector<CStringW>& versions) {
     return std::nullopt;
 }
 
-// False when there is none for 64-bit use; `path` is then untouched, or empty when the path there
-// cannot be used.
+// False when there is none for 64-bit use, with `path` untouched, or one that is too long, with
+// `path` empty. A registration with an empty path, or with none, is one all the same.
 bool readFile(const CStringW& guid, const CStringW& version, const CStringW& locale,
               CStringW& path) {
     CStringW registration;

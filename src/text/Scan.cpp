@@ -20,7 +20,7 @@ bool isDigit(char16_t unit) {
 
 // The longest start of the text that can belong to a number, as bytes for the conversion.
 std::string numberBytes(std::u16string_view text) {
-    constexpr std::u16string_view kOthers = u"+-.einftyaEINFTYA";
+    constexpr std::u16string_view kOthers = u"+-.eE";
     std::string bytes;
     for (const char16_t unit : text) {
         if (!isDigit(unit) && kOthers.find(unit) == std::u16string_view::npos) break;

@@ -36,6 +36,30 @@ TEST(RuleArray, GrowsInItsStepsAndStartsAnewAfterReset) {
     EXPECT_EQ(array.m_nCapacity * 100 + array.m_nGrowBy + array.m_nCount + array.GetAt(9), 1001);
 }
 
+// A buffer on the stack: freeing it would end the process.
+TEST(RuleArray, LeavesABufferAloneThatAModuleKeepsForItself) {
+    int lent[] = {7, 8};
+    const auto lend = [&lent](CQorArray<int>& array) {
+        array.Reset();
+        delete[] std::exchange(array.m_pData, lent);
+        array.m_nCount = 1;
+        array.m_nCapacity = 0;
+    };
+    CQorArray<int> array;
+    lend(array);
+    const CQorArray<int> copy(array);
+    EXPECT_EQ(copy.GetAt(0), 7);
+    array = CQorArray<int>();
+    lend(array);
+    array.Add(9);
+    EXPECT_EQ(array.GetAt(0), 7);
+    EXPECT_EQ(array.GetAt(1), 9);
+    lend(array);
+    array.Reset();
+    lend(array);
+    EXPECT_EQ(lent[1], 8);
+}
+
 TEST(RuleParameter, IsFoundByNumberAndNamedByTheTableOfTheRuleModule) {
     const corvane::StringTableEntry entries[] = {{5, u"Minimum wall"}, {3000, u"Own"}};
     const corvane::StringTable table{entries, 2};

@@ -140,6 +140,20 @@ TEST_F(RuleXML, ReadsWhatAParameterHasAndDefaultsTheRest) {
     }
 }
 
+TEST_F(RuleXML, ReadsTheWordsThatItWritesForADoubleAndNoLongerOnes) {
+    const std::pair<const char16_t*, const char16_t*> cases[] = {
+        {u"inf", u"inf"},        {u" -inf\n", u"-inf"},  {u"nan", u"nan"},
+        {u"-nan", u"-nan"},      {u"info", u"0.000000"}, {u"nano", u"0.000000"},
+        {u"inf 1", u"0.000000"}, {u"INF", u"0.000000"},  {u"1.5info", u"1.500000"}};
+    for (const auto& [text, written] : cases) {
+        auto& parameter = rule_.add<double>(Type_Double, 7);
+        parameter.PopulateFromXML(document_.load(CStringW(u"<R><Parameter Type='7'><Value>") +
+                                                 text + u"</Value></Parameter></R>"));
+        EXPECT_EQ(CQorDataTypeConverter().ValueToText(parameter.m_Values.GetAt(0)), written)
+            << CStringW(text).ToUtf8();
+    }
+}
+
 TEST_F(RuleXML, ReadsFlagsDatesAndRecordsInTheirOwnWays) {
     const auto& flags = rule_.add<bool>(Type_Bool, 7);
     const auto& dates = rule_.add<COleDateTime*>(Type_COleDateTimePtr, 7);

@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <utility>
 #include <vector>
@@ -113,7 +114,7 @@ TEST_F(ScriptRule, TakesNothingButOneForSuccessAndReportsItUnlessInBatchMode) {
     }
 }
 
-TEST_F(ScriptRule, GetsItsEnginesBeforeItsScriptIsSought) {
+TEST_F(ScriptRule, GetsItsEnginesBeforeItsScriptIsLookedFor) {
     SetBatchModeStatus(true);
     rule.m_csRuleFileName = u"gone.lua";
     run({}, Status::ScriptMissing, kEngines);
@@ -121,6 +122,10 @@ TEST_F(ScriptRule, GetsItsEnginesBeforeItsScriptIsSought) {
     site.folder.write("scripts/folder/other", "");
     EXPECT_TRUE(run({}, Status::Succeeded, kCalls.size()).scriptUnreadable);
     EXPECT_EQ(CStringW(host.script), u"");
+    site.folder.write("scripts/large.lua", "");
+    std::filesystem::resize_file(site.folder.path("scripts/large.lua"), (1U << 28) + 1U);
+    rule.m_csRuleFileName = u"large.lua";
+    run({}, Status::ScriptTooLarge, kEngines);
     rule.m_csRuleFileName = u"";
     run({}, Status::NoScriptName, kEngines);
     site.configure("[OTHER]\ndirectory=x\n");
@@ -131,7 +136,7 @@ TEST(ScriptText, IsAsLongAsTheBytesLessTheMarks) {
     const std::pair<std::string_view, std::u16string_view> cases[] = {
         {"", u""},
         {"a\rb\n\rc\r\r\nd\r", u"a\rb\n\rc\r\nd\r "},
-        {"x=1\x1Ay=2", u"x=1    "},
+        {"x=1\x1Ay=2", u"x=1\x1Ay=2"},
         {"a\0b"sv, u"a\uFFFDb"},
         {"\xF0\x9F\x98\x80", u"\U0001F600  "},
         {"a\xE4\nc", u"a\uFFFD\nc"},

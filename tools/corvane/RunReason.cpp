@@ -87,7 +87,7 @@ CStringW scriptReason(const ScriptRun& run) {
 
 CStringW reasonOf(const ScriptRun& run) {
     CStringW text;
-    if (run.scriptUnreadable) {
+    if (run.scriptUnreadable && run.status != ScriptRunStatus::ScriptTooLarge) {
         text.Format(u"the script %s cannot be read", shownPath(run.scriptPath));
         return text;
     }
@@ -113,6 +113,9 @@ CStringW reasonOf(const ScriptRun& run) {
             break;
         case ScriptRunStatus::ScriptFailed:
             return scriptReason(run);
+        case ScriptRunStatus::ScriptTooLarge:
+            text.Format(u"the script %s holds more than 256 MiB", shownPath(run.scriptPath));
+            break;
     }
     return text;
 }

@@ -6,10 +6,10 @@
 
 /// The growable array of the rule model: parameter values, storages and constraints.
 ///
-/// It owns its buffer and nothing that pointer elements point to. Elements are plain values that
-/// are copied as one block; every slot of a new buffer is zero. An index is the caller's to keep in
-/// range except where an operation says otherwise. The fields and their order are part of the
-/// interface to rule modules; change them through the operations only.
+/// It owns its buffer, unless its capacity is 0, and nothing that pointer elements point to.
+/// Elements are plain values that are copied as one block; every slot of a new buffer is zero. An
+/// index is the caller's to keep in range except where an operation says otherwise. The fields and
+/// their order are part of the interface to rule modules; change them through the operations only.
 template <typename T>
 class CQorArray {
     static_assert(std::is_trivially_copyable_v<T>);
@@ -24,21 +24,19 @@ public:
     CQorArray(const CQorArray& source)
         : m_pData(copyOf(source)),
           m_nCount(source.m_nCount),
-          m_nCapacity(source.m_nCapacity),
+          m_nCapacity(capacityOf(source)),
           m_nGrowBy(source.m_nGrowBy) {}
 
     CQorArray& operator=(const CQorArray& source) {
         if (this == &source) return *this;
-        T* const data = copyOf(source);
-        delete[] m_pData;
-        m_pData = data;
+        replaceBuffer(copyOf(source));
         m_nCount = source.m_nCount;
-        m_nCapacity = source.m_nCapacity;
+        m_nCapacity = capacityOf(source);
         m_nGrowBy = source.m_nGrowBy;
         return *this;
     }
 
-    ~CQorArray() { delete[] m_pData; }
+    ~CQorArray() { freeBuffer(); }
 
     int GetSize() const { return m_nCount; }
     T& GetAt(int index) { return m_pData[index]; }
@@ -85,16 +83,28 @@ public:
     int m_nGrowBy = kInitialGrowBy;      ///< Slots that the next growth adds.
 
 private:
-    static T* zeroed(int capacity) { return new T[static_cast<std::size_t>(capacity)](); }
+    static T* zeroed(int capacity) {
+        return capacity > 0 ? new T[static_cast<std::size_t>(capacity)]() : nullptr;
+    }
+
+    // A copy owns its buffer, so it has the capacity for what a borrowed one holds.
+    static int capacityOf(const CQorArray& source) {
+        return std::max(source.m_nCapacity, source.m_nCount);
+    }
 
     static T* copyOf(const CQorArray& source) {
-        T* const data = zeroed(source.m_nCapacity);
+        T* const data = zeroed(capacityOf(source));
         std::copy(source.begin(), source.end(), data);
         return data;
     }
 
+    // A rule module that sets the capacity to 0 keeps the buffer for itself.
+    void freeBuffer() {
+        if (m_nCapacity > 0) delete[] m_pData;
+    }
+
     void replaceBuffer(T* data) {
-        delete[] m_pData;
+        freeBuffer();
         m_pData = data;
     }
 

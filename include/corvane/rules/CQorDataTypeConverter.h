@@ -31,6 +31,8 @@ public:
     }
     /// False for "0" and true for any other text.
     bool TextToValue(std::u16string_view text, bool& value) const;
+    /// Also reads "inf", "-inf", "nan" and "-nan", as ValueToText writes them; white space aside,
+    /// the text is then nothing but the word.
     bool TextToValue(std::u16string_view text, double& value) const;
     /// A new text, owned by the caller.
     bool TextToValue(std::u16string_view text, CStringW*& value) const;

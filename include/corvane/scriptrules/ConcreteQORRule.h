@@ -23,8 +23,9 @@ public:
 
     void InitializeParamStorage() override;
     /// Runs the script. 0 for success, also when no script folder is configured; -6 for any
-    /// failure. The arguments are not used. A script that fails is reported by message box unless
-    /// batch mode is on; ScriptRunObserver.h tells more.
+    /// failure. The arguments are not used. A script file of more than 256 MiB fails unread, one
+    /// that cannot be read runs as an empty text. A script that fails is reported by message box
+    /// unless batch mode is on; ScriptRunObserver.h tells more.
     QorLong Execute(QORICadSys* cadSystem, const CQorData*& data,
                     QORResultSet*& results) const override;
     /// Reads the larger form of a rule element: like CQorRule, and status and life status (-1

@@ -13,7 +13,7 @@ struct RegisteredTypeLibrary {
     CStringW guid;
     CStringW version;
     CStringW lcid;
-    CStringW file;  ///< For 64-bit use; empty when there is none, or none that can be used.
+    CStringW file;  ///< For 64-bit use; empty when there is none, or one that is too long.
     /// What TypeLibDetails::FindTypeLibFile gives for this GUID and locale. False for a version
     /// that another one hides.
     bool found = false;

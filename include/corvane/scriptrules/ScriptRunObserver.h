@@ -19,8 +19,9 @@ enum class ScriptRunStatus {
     EngineRefused,    ///< The host refused an engine; `engine` and `code` say which and why.
     NoScriptName,     ///< The rule names no script file.
     ScriptMissing,    ///< The script file is not there.
-    HostFailed,    ///< Another call to the host failed; `operation` and `code` say which and why.
-    ScriptFailed,  ///< The script does not compile or ended in an error; see the error fields.
+    HostFailed,      ///< Another call to the host failed; `operation` and `code` say which and why.
+    ScriptFailed,    ///< The script does not compile or ended in an error; see the error fields.
+    ScriptTooLarge,  ///< The script file holds more than 256 MiB; it did not run.
 };
 
 /// One finished run of a script rule.
@@ -29,7 +30,8 @@ struct ScriptRun {
     ScriptRunStatus status = ScriptRunStatus::Succeeded;
     CStringW scriptFolder;  ///< Empty when the run ended before it was known.
     CStringW scriptPath;    ///< Empty when the run ended before it was known.
-    /// The script file is there but could not be read, so the host ran an empty script.
+    /// The script file is there but could not be read. Unless it was too large, the host ran an
+    /// empty script in its place.
     bool scriptUnreadable = false;
     CStringW engine;     ///< Path of the engine that was refused.
     CStringW operation;  ///< Name of the host's operation that failed.

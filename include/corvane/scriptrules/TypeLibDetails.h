@@ -13,8 +13,9 @@ struct CORVANE_EXPORT TypeLibDetails {
 
     /// The file that is registered for a library, for 64-bit use. The texts go into the registry
     /// path as they are. Of several registered versions the last in name order is taken, whatever
-    /// `major` and `minor` say. False when there is none; `path` is then untouched, or empty when
-    /// the registration holds no path of at most 259 code units.
+    /// `major` and `minor` say. True also for a registration whose path is empty or missing: `path`
+    /// is then empty. False without a registration, with `path` untouched, and for a path of more
+    /// than 259 code units, with `path` empty.
     bool FindTypeLibFile(CStringW& path, const CStringW& guid, const CStringW& major,
                          const CStringW& minor, CStringW lcid);
 
