@@ -188,11 +188,11 @@ TEST_F(Collector, RefusesTheTablesOfANewerReleaseAndRunsQueries) {
 }
 
 TEST_F(Collector, WorksByTheRightsOfItsUser) {
-    fs::permissions(folder.path(), fs::perms(0755));
     makeFile();
     folder.write("empty.dat", "");
     for (const char* name : {kFile, "empty.dat"})
         fs::permissions(folder.path(name), fs::perms(0444));
+    fs::permissions(folder.path(), fs::perms(0555));
     const OrdinaryUser user;
     const CollectorScope collector(file());
     EXPECT_THAT(collector->status(), IsOk());

@@ -114,21 +114,22 @@ TEST_F(SqliteFileTest, OpensReadOnlyFilesForReading) {
 
 TEST_F(SqliteFileTest, ReadsALogThatIsInUse) {
     make("rules.dat", u"PRAGMA journal_mode=WAL");
-    allow("", 0755);
     Opened writer = open();
     ASSERT_THAT(run(*writer, u"INSERT INTO kept (whole) VALUES (4)"), IsOk());
+    fs::copy(folder.path("rules.dat"), folder.path("copy.dat"));
+    fs::copy(folder.path("rules.dat-wal"), folder.path("copy.dat-wal"));
+    for (const char* name : {"rules.dat", "rules.dat-wal", "rules.dat-shm", "copy.dat"})
+        allow(name, 0444);
+    allow("", 0555);
     {
         const OrdinaryUser user;
         const Opened reader = open();
         ASSERT_THAT(reader.status, IsOk());
         EXPECT_EQ(rowsOf(*reader), Value(4));
-    }
-    fs::copy(folder.path("rules.dat"), folder.path("copy.dat"));
-    fs::copy(folder.path("rules.dat-wal"), folder.path("copy.dat-wal"));
-    {
-        const OrdinaryUser user;
         EXPECT_THAT(open("copy.dat").status, Fails(ErrorCode::CannotOpen));
     }
+    for (const char* name : {"", "rules.dat", "rules.dat-wal", "rules.dat-shm", "copy.dat"})
+        allow(name, 0755);
     EXPECT_EQ(rowsOf(*open("copy.dat")), Value(4));
 }
 
