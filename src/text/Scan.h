@@ -19,10 +19,10 @@ bool isSpace(char16_t unit);
 /// number beyond 32 bits wraps modulo 2^32, so that a colour written with "%u" comes back whole.
 ScanResult scanInt32(std::u16string_view text, std::int32_t& value);
 
-/// Reads a decimal floating-point number as "%lf" does; what follows is ignored. Words such as
-/// "inf" are no numbers here, since nothing would tell them from "info". The decimal separator is the point in every locale. Too large a number gives infinity, too small
-/// a one 0. "e" alone marks an exponent: the "d" that old run times take too ends the number here,
-/// as does "#", so that "1.#INF" is 1.
+/// Reads a decimal floating-point number, as "%lf" does, but no words such as "inf"; what follows
+/// is ignored. The decimal separator is the point in every locale. Too large a number gives
+/// infinity, too small a one 0. "e" alone marks an exponent: the "d" that old run times take too
+/// ends the number here, as does "#", so that "1.#INF" is 1.
 ScanResult scanDouble(std::u16string_view text, double& value);
 
 }  // namespace corvane::text

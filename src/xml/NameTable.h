@@ -20,6 +20,7 @@ public:
     std::u16string_view name(const xmlChar* prefix, const xmlChar* local);
     /// The name of the attribute that declares a prefix, or the default namespace for null.
     std::u16string_view declaration(const xmlChar* prefix);
+    std::size_t size() const { return names_.size(); }
 
 private:
     struct Key {

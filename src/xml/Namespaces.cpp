@@ -34,11 +34,6 @@ const Attribute* declarationOf(const Element* from, std::u16string_view prefix,
     return nullptr;
 }
 
-bool isDeclarationAllowed(std::u16string_view prefix, std::u16string_view uri) {
-    if (prefix == kXml) return uri == kXmlUri;
-    return prefix != kXmlns && !uri.empty() && uri != kXmlUri && uri != kXmlnsUri;
-}
-
 std::u16string_view namespaceOf(const Element& element, std::u16string_view prefix) {
     if (prefix == kXml) return kXmlUri;
     const Attribute* declaration = declarationOf(&element, prefix);
@@ -136,6 +131,13 @@ private:
 
 }  // namespace
 
+bool isDeclarationAllowed(std::u16string_view name, std::u16string_view uri) {
+    if (name == kXmlns) return uri != kXmlUri && uri != kXmlnsUri;
+    const std::u16string_view prefix = localNameOf(name);
+    if (prefix == kXml) return uri == kXmlUri;
+    return prefix != kXmlns && !uri.empty() && uri != kXmlUri && uri != kXmlnsUri;
+}
+
 bool isPrefixInScope(const Element* scope, std::u16string_view prefix) {
     if (prefix.empty() || prefix == kXml) return true;
     return prefix != kXmlns && declarationOf(scope, prefix);
@@ -143,10 +145,10 @@ bool isPrefixInScope(const Element* scope, std::u16string_view prefix) {
 
 bool isAttributeAllowed(const Element& element, std::u16string_view name,
                         std::u16string_view value) {
-    if (name == kXmlns) return value != kXmlUri && value != kXmlnsUri;
+    if (name == kXmlns) return isDeclarationAllowed(name, value);
     const std::u16string_view prefix = prefixOf(name);
     if (prefix == kXmlns) {
-        return isDeclarationAllowed(localNameOf(name), value) &&
+        return isDeclarationAllowed(name, value) &&
                !wouldMakeAmbiguous(element, localNameOf(name), value);
     }
     if (prefix.empty()) return true;

@@ -6,6 +6,9 @@
 
 namespace corvane::xml {
 
+/// True when an attribute of that name, "xmlns" or one with that prefix, may have that value.
+bool isDeclarationAllowed(std::u16string_view name, std::u16string_view uri);
+
 /// True when names with this prefix may stand at the element; a null element has no scope.
 bool isPrefixInScope(const Element* scope, std::u16string_view prefix);
 

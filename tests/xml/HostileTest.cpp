@@ -46,6 +46,54 @@ TEST(HostileXml, EndsEntityBombsEarly) {
     EXPECT_NE(load(document, CStringW::FromUtf8(bomb(4) + "<a b='&l3;'>&l3;</a>")), nullptr);
 }
 
+// What the parser would take the square of its size for is refused before it begins.
+TEST(HostileXml, RefusesWhatWouldCostTooMuch) {
+    const auto numbered = [](int count, const std::string& before, const std::string& after) {
+        std::string text;
+        for (int i = 0; i < count; ++i)
+            text.append(before).append(std::to_string(i)).append(after);
+        return text;
+    };
+    const std::string tokens = numbered(500, "t", "|") + "t";
+    const std::string inSubset = "<!DOCTYPE a [";
+    const struct {
+        std::string source;
+        std::string fault;
+    } cases[] = {
+        {"<a" + numbered(10'001, " a", "=''") + "/>", "Too many attributes"},
+        {"<a x='>'" + numbered(10'000, " a", "=''") + "/>", "Too many attributes"},
+        {inSubset + "<!ENTITY e \"<b" + numbered(10'001, " a", "=''") + "/>\">]><a/>",
+         "Too many attributes"},
+        {"<a>" + numbered(1'001, "<b xmlns:p", "='u'>"), "Too many prefixes in scope"},
+        {inSubset + "<!ATTLIST a b (" + tokens + ") 't1'>]><a/>",
+         "Too many tokens in an enumeration"},
+        {inSubset + "<!ENTITY % e \"<!ATTLIST a b (" + tokens + ") 't1'>\">%e;]><a/>",
+         "Too many tokens in an enumeration"},
+        {inSubset + "<!ENTITY % p '" + tokens +
+             "'><!ENTITY % e '<!ATTLIST a b (&#37;p;) \"t1\">'>%e;]><a/>",
+         "Too many tokens in parameter entities"},
+        {inSubset + numbered(20'001, "<!ELEMENT a", " EMPTY>") + "]><a/>", "Too many declarations"},
+        {"<a>" + numbered(100'001, "<b", "/>") + "</a>", "Too many different names"},
+    };
+    for (const auto& [source, fault] : cases) {
+        QorXMLDocument document;
+        EXPECT_EQ(load(document, CStringW::FromUtf8(source)), nullptr);
+        EXPECT_EQ(corvane::LastXMLFault(document).message.ToUtf8(), fault);
+    }
+    const std::string lawful[] = {
+        "<a" + numbered(10'000, " a", "='='") + ">" + std::string(20'000, '=') + "</a>",
+        "<a" + numbered(1'000, " xmlns:p", "='u'") + "><b/></a>",
+        "<a>" + numbered(999, "<b xmlns:p", "='u'/>") + "</a>",
+        inSubset + "<!ATTLIST a b (" + numbered(499, "t", "|") + "t) 't1'>]><a/>",
+        "<!-- " + std::string(20'000, '=') + "--><a/>",
+    };
+    for (const std::string& source : lawful) {
+        QorXMLDocument document;
+        EXPECT_NE(load(document, CStringW::FromUtf8(source)), nullptr)
+            << corvane::LastXMLFault(document).message.ToUtf8();
+    }
+}
+
 TEST(HostileXml, TakesDeepNestingWithoutRecursion) {
     constexpr std::size_t kDepth = 100'000;
     QorXMLDocument document;

@@ -39,6 +39,12 @@ TEST(Load, RefusesWhatIsNotWellFormed) {
         u"<!DOCTYPE a [<!ENTITY e SYSTEM '/etc/hostname'>]><a>&e;</a>",
         u"<!DOCTYPE a [<!ENTITY % e SYSTEM '/etc/hostname'>%e;]><a/>",
         u"<!DOCTYPE a [<!ENTITY e SYSTEM '/etc/hostname'>]><a x='&e;'/>",
+        u"<!DOCTYPE a [<!ENTITY e SYSTEM 'a#b'>]><a><b></a>",
+        u"<!DOCTYPE a [<!NOTATION n >]><a/>",
+        u"<!DOCTYPE a [<!ATTLIST a :k CDATA 'v'>]><a/>",
+        u"<!DOCTYPE a [<!ATTLIST a p:k CDATA 'v'>]><a/>",
+        u"<!DOCTYPE a [<!ATTLIST a xmlns:p CDATA ''>]><a/>",
+        u"<!DOCTYPE a [<!ATTLIST a xmlns CDATA 'http://www.w3.org/2000/xmlns/'>]><a/>",
     };
     for (const char16_t* source : sources) {
         QorXMLDocument document;
@@ -88,9 +94,17 @@ TEST(Load, KeepsAndDropsWhiteSpace) {
         {u"<a x='1\n2\t3'/>", u"", u"<a x=\"1 2 3\"/>"},
         {u"<!DOCTYPE a [<!ENTITY e ' <b>x&lt;</b>'>]><a x='&#65;'>&e;&e;</a>", u" x< x<",
          u"<a x=\"A\">&#32;<b>x&lt;</b>&#32;<b>x&lt;</b></a>"},
+        {u"<!DOCTYPE a [<!ENTITY e ''><!ENTITY f '<b/> x'>]><a>&e; y&f; x &e;</a>", u"y x x",
+         u"<a> y<b/>&#32;x x </a>"},
         {u"<!DOCTYPE a [<!ATTLIST a k CDATA 'v'>]><a/>", u"", u"<a k=\"v\"/>"},
+        {u"<!DOCTYPE a [<!ATTLIST a k (1|2|2) '1'><!ATTLIST a l NOTATION (n|n) 'n'>]><a/>", u"",
+         u"<a k=\"1\" l=\"n\"/>"},
+        {u"<!DOCTYPE a [<!ENTITY i SYSTEM 'c:\\a.gif'><!ENTITY j SYSTEM 'a b'>"
+         u"<!ENTITY k SYSTEM 'a#b'><!ENTITY lt 'x'><!ENTITY % lt '&#38;#60;'>]><a>&lt;</a>",
+         u"<", u"<a>&lt;</a>"},
         {u"<p:a xmlns:p=\"u\" xmlns=\"v\" p:x=\"1\"><p:b/></p:a>", u"", nullptr},
     };
+    testing::internal::CaptureStderr();
     for (const auto& [source, text, saved] : cases) {
         QorXMLDocument document;
         const QorXMLNode* root = load(document, source);
@@ -104,6 +118,7 @@ TEST(Load, KeepsAndDropsWhiteSpace) {
         EXPECT_EQ(document.GetXML(), xml);
         EXPECT_EQ(NodePtr(again->CloneNode())->GetXML(), xml);
     }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
 TEST(Load, TellsReferencesFromWhiteSpaceInLongTexts) {
