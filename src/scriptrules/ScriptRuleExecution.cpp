@@ -5,11 +5,11 @@
 #include <corvane/app/StringResources.h>
 #include <corvane/scriptrules/ConcreteQORRule.h>
 
-#include "config/ScriptFolder.h"
 #include "platform/Components.h"
 #include "platform/Files.h"
 #include "platform/MessageBox.h"
 #include "platform/Paths.h"
+#include "scriptrules/RuleIndex.h"
 #include "scriptrules/ScriptRunNotice.h"
 #include "scriptrules/ScriptSession.h"
 #include "scriptrules/ScriptText.h"
@@ -33,7 +33,7 @@ void showError(const CStringW& text) {
 // Notes the path of the rule's script in the run; when there is no script to run, why.
 bool findScript(ScriptRun& run) {
     const CStringW& file = run.rule->m_csRuleFileName;
-    const std::optional<CStringW> folder = corvane::config::scriptFolder();
+    const std::optional<CStringW> folder = corvane::scriptrules::scriptFolder();
     if (!folder) {
         run.status = ScriptRunStatus::NotConfigured;
         return false;

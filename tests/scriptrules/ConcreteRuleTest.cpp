@@ -1,8 +1,11 @@
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <thread>
 #include <tuple>
 #include <vector>
 
 #include <corvane/scriptrules/ConcreteQORRule.h>
+#include <corvane/scriptrules/RuleIndexScope.h>
 #include <corvane/scriptrules/TypeLibDetails.h>
 #include <corvane/scriptrules/VSTAQueries.h>
 
@@ -128,6 +131,66 @@ TEST_F(ConcreteRule, TakesItsDefinitionFromTheIndexAndItsSeverityFromTheRuleFile
     ConcreteQORRule rule;
     EXPECT_FALSE(rule.PopulateScriptRule(document.load(u"<Rule Severity='7'/>")));
     EXPECT_EQ(rule.m_lRuleSeverity, 3);
+}
+
+// The definition that a rule of that name gets; with the index in a scope and without one.
+TEST_F(ConcreteRule, InAScopeIsWhatTheFilesSayNow) {
+    const auto description = [this](const char16_t* name) {
+        ConcreteQORRule rule;
+        rule.m_csRuleDescription = u"unread";
+        rule.PopulateScriptRule(
+            document.load(u"<Rule Description='own' Name='" + CStringW(name) + u"'/>"));
+        return rule.m_csRuleDescription;
+    };
+    const std::string path = site.folder.path("scripts/UserDefinedFile.xml");
+    // Times of which nobody can tell a change: each index is as long as the one before it.
+    const auto write = [&](const std::string& entries) {
+        site.folder.write("scripts/UserDefinedFile.xml", "<Rules>" + entries + "</Rules>");
+        std::filesystem::last_write_time(path, {});
+    };
+    const corvane::RuleIndexScope outer;
+    const corvane::RuleIndexScope inner;
+    write("<Rule Name='BOLT' Description='1'/><Rule Name='bolt' Description='2'/>");
+    EXPECT_EQ(description(u"Bolt"), u"1");
+    EXPECT_EQ(description(u"nut"), u"own");
+    write("<Rule Name='NUTS' Description='3'/><Rule             Description='4'/>");
+    EXPECT_EQ(description(u"nuts"), u"3");
+    EXPECT_EQ(description(u""), u"4");
+    EXPECT_EQ(description(u"bolt"), u"own");
+    write("<Rule Name='bolt' Description='5'>");
+    EXPECT_EQ(description(u"bolt"), u"own");
+    std::filesystem::remove(path);
+    EXPECT_EQ(description(u"bolt"), u"own");
+    write("<Rule Name='bolt' Description='6'/>");
+    EXPECT_EQ(description(u"bolt"), u"6");
+    site.configure("");
+    EXPECT_EQ(description(u"bolt"), u"unread");
+}
+
+// A rule that marks the element that it is given shows who is given the same one.
+TEST_F(ConcreteRule, SharesTheIndexInAScopeAlone) {
+    struct MarkingRule : ConcreteQORRule {
+        void PopulateParametersFromXML(QorXMLNode* node) override {
+            CStringW text;
+            marked = node->GetAttributeValue(u"Mark", text);
+            node->AddAttribute(u"Mark", u"x");
+        }
+        bool marked = false;
+    };
+    const auto findsMark = [this] {
+        MarkingRule rule;
+        EXPECT_TRUE(rule.PopulateScriptRule(document.load(u"<Rule Name='bolt'/>")));
+        return rule.marked;
+    };
+    site.folder.write("scripts/UserDefinedFile.xml", "<Rules><Rule Name='bolt'/></Rules>");
+    {
+        const corvane::RuleIndexScope scope;
+        EXPECT_FALSE(findsMark());
+        EXPECT_TRUE(findsMark());
+        std::thread([&] { EXPECT_FALSE(findsMark()); }).join();
+    }
+    EXPECT_FALSE(findsMark());
+    EXPECT_FALSE(findsMark());
 }
 
 TEST_F(ConcreteRule, TellsOfOtherKindsByTheirOwnKeyOrFileAlone) {

@@ -16,7 +16,8 @@ public:
 
     /// Takes the definition from the first index entry of the element's name, case ignored, or else
     /// from the element itself, and the severity from the element in both cases. True when an index
-    /// entry gave the definition. With a null pointer or without script folder nothing changes.
+    /// entry gave the definition. The index is read at each call; RuleIndexScope.h keeps it for
+    /// many. With a null pointer or without script folder nothing changes.
     /// Categories and engines are added to those that the rule has. An empty node raises
     /// _com_error.
     bool PopulateScriptRule(QorXMLNode* ruleNode);

@@ -1,0 +1,168 @@
+#include "scriptrules/RuleIndex.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <corvane/app/StringResources.h>
+#include <corvane/scriptrules/RuleIndexScope.h>
+#include <corvane/xml/QorXMLDocument.h>
+
+#include "config/FrameworkUtils.h"
+#include "config/ScriptFolder.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "platform/Unicode.h"
+#include "platform/posix/FileStamp.h"
+#include "xml/ElementAccess.h"
+
+namespace corvane::scriptrules {
+namespace {
+
+using xml::ElementView;
+
+constexpr std::u16string_view kIndexFile = u"UserDefinedFile.xml";
+
+std::unique_ptr<QorXMLNode> counted(ElementView element) {
+    return element ? std::make_unique<QorXMLNode>(element.node()) : nullptr;
+}
+
+xml::ChildrenNamed entriesOf(const QorXMLNode& root) {
+    return {ElementView(root), ResourceText(resource::kRuleNode)};
+}
+
+std::u16string_view nameOf(ElementView entry) {
+    return entry.attribute(ResourceText(resource::kRuleNameAttr)).value_or(u"");
+}
+
+// An index by the names of its entries.
+class NamedEntries {
+public:
+    explicit NamedEntries(const QorXMLNode& root) {
+        for (const ElementView entry : entriesOf(root))
+            entries_.emplace_back(folded(nameOf(entry)), entry);
+        // Sorting, unlike hashing, stays fast for whatever names a hostile file holds.
+        std::stable_sort(entries_.begin(), entries_.end(),
+                         [](const auto& a, const auto& b) { return a.first < b.first; });
+    }
+
+    ElementView find(std::u16string_view name) const {
+        const std::u16string wanted = folded(name);
+        const auto at = std::lower_bound(
+            entries_.begin(), entries_.end(), wanted,
+            [](const auto& entry, const std::u16string& text) { return entry.first < text; });
+        return at != entries_.end() && at->first == wanted ? at->second : ElementView();
+    }
+
+private:
+    static std::u16string folded(std::u16string_view name) {
+        std::u16string text(name);
+        std::transform(text.begin(), text.end(), text.begin(), platform::toLower);
+        return text;
+    }
+
+    std::vector<std::pair<std::u16string, ElementView>> entries_;  // in the order of the file
+};
+
+// One state of a file. What was made from the file is good as long as isCurrent says so.
+class FileState {
+public:
+    // Stamp and bytes come before whatever reads the file: a change in between is seen later.
+    explicit FileState(CStringW path)
+        : path_(std::move(path)), stamp_(platform::FileStamp::of(path_)) {
+        if (!stamp_.proves(stamp_)) bytes_ = platform::readFile(path_);
+    }
+
+    bool isCurrent(const CStringW& path) {
+        if (path != path_) return false;
+        const auto now = platform::FileStamp::of(path_);
+        if (stamp_.proves(now)) return true;
+        if (!bytes_ || platform::readFile(path_) != bytes_) return false;
+        stamp_ = now;
+        if (stamp_.proves(stamp_)) bytes_.reset();
+        return true;
+    }
+
+private:
+    CStringW path_;
+    platform::FileStamp stamp_;
+    std::optional<std::string> bytes_;  // while the stamp alone proves nothing
+};
+
+}  // namespace
+
+class RuleIndexCache {
+public:
+    std::optional<CStringW> folder() {
+        const CStringW file = FrameworkUtils().GetConfigModuleFile();
+        if (!configuration_ || !configuration_->file.isCurrent(file)) {
+            FileState state(file);
+            configuration_.emplace(Configuration{std::move(state), config::scriptFolder(file)});
+        }
+        return configuration_->folder;
+    }
+
+    std::unique_ptr<QorXMLNode> find(const CStringW& path, const CStringW& name) {
+        if (!index_ || !index_->file.isCurrent(path)) index_ = std::make_unique<Index>(path);
+        return index_->entries ? counted(index_->entries->find(name)) : nullptr;
+    }
+
+private:
+    struct Configuration {
+        FileState file;
+        std::optional<CStringW> folder;
+    };
+
+    struct Index {
+        explicit Index(const CStringW& path) : file(path) {
+            if (const QorXMLNode* const root = document.LoadFromFile(path)) entries.emplace(*root);
+        }
+
+        FileState file;
+        QorXMLDocument document;
+        std::optional<NamedEntries> entries;  // none without a document
+    };
+
+    std::optional<Configuration> configuration_;
+    std::unique_ptr<Index> index_;
+};
+
+namespace {
+
+// What the outermost scope of this thread keeps.
+thread_local RuleIndexCache* currentCache = nullptr;
+
+}  // namespace
+
+std::optional<CStringW> scriptFolder() {
+    return currentCache ? currentCache->folder() : config::scriptFolder();
+}
+
+std::unique_ptr<QorXMLNode> findIndexEntry(const CStringW& folder, const CStringW& name) {
+    const CStringW path = platform::join(folder, kIndexFile);
+    if (currentCache) return currentCache->find(path, name);
+    QorXMLDocument index;
+    const QorXMLNode* const root = index.LoadFromFile(path);
+    if (!root) return nullptr;
+    for (const ElementView entry : entriesOf(*root)) {
+        if (platform::compareNoCase(nameOf(entry), name) == 0) return counted(entry);
+    }
+    return nullptr;
+}
+
+}  // namespace corvane::scriptrules
+
+namespace corvane {
+
+RuleIndexScope::RuleIndexScope() {
+    if (scriptrules::currentCache) return;
+    cache_ = std::make_unique<scriptrules::RuleIndexCache>();
+    scriptrules::currentCache = cache_.get();
+}
+
+RuleIndexScope::~RuleIndexScope() {
+    if (cache_) scriptrules::currentCache = nullptr;
+}
+
+}  // namespace corvane
