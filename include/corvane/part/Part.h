@@ -1,0 +1,80 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "corvane/part/Model.h"
+
+#ifdef CORVANE_STATIC_DEFINE
+#define CORVANE_PART_EXPORT
+#elif defined(_WIN32)
+#ifdef corvane_part_EXPORTS
+#define CORVANE_PART_EXPORT __declspec(dllexport)
+#else
+#define CORVANE_PART_EXPORT __declspec(dllimport)
+#endif
+#else
+#define CORVANE_PART_EXPORT __attribute__((visibility("default")))
+#endif
+
+/// The part that rules look at: reads a CAD file once and measures it once for all who ask.
+namespace corvane::part {
+
+/// A box of any direction. Its sides run along the three axes, the longest first.
+struct OrientedBox {
+    Vector centre;
+    Vector axes[3];     ///< unit, at right angles
+    double sizes[3]{};  ///< in falling order
+};
+
+class Part;
+
+struct OpenResult {
+    std::shared_ptr<const Part> part;  ///< empty if the file cannot be read
+    std::string error;                 ///< why; English
+};
+
+/// A part as it was read. Each measure is made when it is first asked for and kept. All operations
+/// may be called from several threads, and none throws but std::bad_alloc; what cannot be measured,
+/// because the shape is damaged, is empty or zero.
+class CORVANE_PART_EXPORT Part {
+public:
+    /// Reads a STEP, IGES, BREP or STL file; the content says which. `path` is UTF-8. `units`
+    /// ("mm", "cm", "m", "um", "inch", "ft") holds where the file names no unit of length; empty
+    /// means millimetres. The same file with the same units gives the same part for as long as its
+    /// size and time of change stay and somebody holds it or it is one of the last few that were
+    /// opened.
+    static OpenResult open(const std::string& path, const std::string& units = {});
+
+    Part(const Part&) = delete;
+    Part& operator=(const Part&) = delete;
+    ~Part();
+
+    /// Solids, faces and edges.
+    [[nodiscard]] const Model& model() const;
+
+    /// The model's damages and those that only a thorough check of every face finds.
+    [[nodiscard]] const std::vector<Damage>& damages() const;
+
+    /// The surface as triangles, as near to it as a two-thousandth of the part's size.
+    [[nodiscard]] const Mesh& mesh() const;
+
+    /// The smallest box along the axes that holds the part.
+    [[nodiscard]] const Box& box() const;
+
+    /// The box of least volume among those with a side along a flat face of the part or along its
+    /// axes.
+    [[nodiscard]] const OrientedBox& smallestBox() const;
+
+    [[nodiscard]] double volume() const;  ///< of all solids, mm3
+    [[nodiscard]] double area() const;    ///< of all faces, mm2
+    [[nodiscard]] Vector centre() const;  ///< of mass, all solids of one density
+
+private:
+    struct State;
+    explicit Part(std::unique_ptr<State> state);
+    std::unique_ptr<State> state_;
+};
+
+}  // namespace corvane::part

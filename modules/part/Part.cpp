@@ -1,0 +1,104 @@
+#include "corvane/part/Part.h"
+
+#include "Cache.h"
+#include "Lazy.h"
+#include "SmallestBox.h"
+#include "Vec.h"
+#include "reading/Reading.h"
+
+namespace corvane::part {
+
+struct Part::State {
+    reading::Result source;
+    Lazy<std::vector<Damage>> damages;
+    Lazy<Mesh> mesh;
+    Lazy<Box> box;
+    Lazy<OrientedBox> smallestBox;
+};
+
+namespace {
+
+constexpr double kDeviation = 1.0 / 2000.0;
+/// The kernel's mesher never ends on some shapes when it must keep far below the size of an atom.
+constexpr double kLeastDeviation = 1e-4;
+
+std::vector<Damage> allDamages(reading::Result& source) {
+    std::vector<Damage> damages = source.model.damages;
+    for (const int face : source.shape->invalidFaces())
+        damages.push_back({Damage::Kind::InvalidFace,
+                           "the border or the surface of this face contradicts itself",
+                           {source.model.face(face).point},
+                           {face}});
+    return damages;
+}
+
+}  // namespace
+
+Part::Part(std::unique_ptr<State> state) : state_(std::move(state)) {}
+Part::~Part() = default;
+
+OpenResult Part::open(const std::string& path, const std::string& units) {
+    return Cache::instance().get(path, units, [&](const std::filesystem::path& file) {
+        OpenResult opened;
+        auto state = std::make_unique<State>();
+        state->source = reading::read(file, units);
+        opened.error = state->source.error;
+        if (opened.error.empty()) opened.part.reset(new Part(std::move(state)));
+        return opened;
+    });
+}
+
+const Model& Part::model() const {
+    return state_->source.model;
+}
+
+const std::vector<Damage>& Part::damages() const {
+    return state_->damages.get([&] { return allDamages(state_->source); });
+}
+
+const Box& Part::box() const {
+    return state_->box.get([&] { return state_->source.shape->box({}); });
+}
+
+const Mesh& Part::mesh() const {
+    return state_->mesh.get([&] {
+        Box rough;
+        for (const Edge& edge : model().edges)
+            for (const Vector& point : edge.points)
+                add(rough, point);
+        const double size = diagonal(isEmpty(rough) ? box() : rough);
+        return state_->source.shape->mesh(std::max(size * kDeviation, kLeastDeviation));
+    });
+}
+
+const OrientedBox& Part::smallestBox() const {
+    return state_->smallestBox.get([&] {
+        return findSmallestBox(model(), mesh(), [&](const reading::Frame& frame) {
+            return state_->source.shape->box(frame);
+        });
+    });
+}
+
+double Part::volume() const {
+    double sum = 0.0;
+    for (const Solid& solid : model().solids)
+        sum += solid.volume;
+    return sum;
+}
+
+double Part::area() const {
+    double sum = 0.0;
+    for (const Face& face : model().faces)
+        sum += face.area;
+    return sum;
+}
+
+Vector Part::centre() const {
+    Vector sum;
+    for (const Solid& solid : model().solids)
+        sum = sum + solid.centre * solid.volume;
+    const double all = volume();
+    return all > 0.0 ? sum * (1.0 / all) : sum;
+}
+
+}  // namespace corvane::part

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <TopoDS_Shape.hxx>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "Reading.h"
+
+namespace corvane::part::reading {
+
+struct Body {
+    TopoDS_Shape shape;  // a solid, or an open shape
+    std::string name, place;
+};
+
+struct Bodies {
+    std::string error, units;
+    std::vector<Body> bodies;
+};
+
+/// What one file may hold, so that a small file that repeats itself cannot fill the memory.
+constexpr std::size_t kMostBodies = 100'000;
+
+Bodies readStep(const std::filesystem::path& file);
+Bodies readIges(const std::filesystem::path& file);
+Bodies readBrep(const std::filesystem::path& file);
+
+/// Adds the solids of `shape`, and what is in no solid sewn together.
+void addBodies(const TopoDS_Shape& shape, const std::string& name, const std::string& place,
+               Bodies& bodies);
+
+void scale(Bodies& bodies, double factor);
+
+/// The model of the bodies, without its damages. Turns a solid that is inside out. Raises what the
+/// kernel raises.
+Model snapshot(Bodies& bodies);
+
+std::unique_ptr<Shape> keep(Bodies bodies);
+
+}  // namespace corvane::part::reading

@@ -1,0 +1,47 @@
+#include <Message.hxx>
+#include <Message_Messenger.hxx>
+#include <Standard_Failure.hxx>
+#include <mutex>
+
+#include "Bodies.h"
+
+namespace corvane::part::reading {
+namespace {
+
+/// The kernel's readers share settings of the process, so one file is read at a time.
+std::mutex& readerMutex() {
+    static std::mutex mutex;
+    return mutex;
+}
+
+Bodies load(const std::filesystem::path& file, const std::string& kind) {
+    if (kind == "step") return readStep(file);
+    if (kind == "iges") return readIges(file);
+    return readBrep(file);
+}
+
+}  // namespace
+
+Result readExact(const std::filesystem::path& file, const std::string& kind, double factor) {
+    const std::lock_guard lock(readerMutex());
+    Result result;
+    // The kernel tells its progress on standard output, where the results go.
+    Message::DefaultMessenger()->ChangePrinters().Clear();
+    try {
+        Bodies bodies = load(file, kind);
+        if (bodies.error.empty() && bodies.bodies.empty()) bodies.error = "the file holds no body";
+        result.error = bodies.error;
+        if (!result.error.empty()) return result;
+        if (bodies.units.empty()) scale(bodies, factor);
+        result.model = snapshot(bodies);
+        findDamages(result.model);
+        result.shape = keep(std::move(bodies));
+    } catch (const Standard_Failure& failure) {
+        result.error = std::string("the shape cannot be read: ") + failure.GetMessageString();
+    } catch (const std::exception& failure) {
+        result.error = std::string("the shape cannot be read: ") + failure.what();
+    }
+    return result;
+}
+
+}  // namespace corvane::part::reading

@@ -1,0 +1,139 @@
+#include <array>
+#include <cctype>
+#include <fstream>
+#include <string_view>
+
+#include "../Vec.h"
+#include "Reading.h"
+
+namespace corvane::part::reading {
+namespace {
+
+constexpr std::uintmax_t kMostBytes = 2'000'000'000;
+/// A part below a tenth of a millimetre or above a hundred metres was most likely read in a wrong
+/// unit.
+constexpr double kSmallest = 0.1, kLargest = 100'000.0;
+
+std::string lower(std::string text) {
+    for (char& c : text)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return text;
+}
+
+std::string head(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    std::string bytes(4096, '\0');
+    stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    bytes.resize(static_cast<std::size_t>(stream.gcount()));
+    return bytes;
+}
+
+/// The content says what a file is; only where it does not, the name does.
+std::string kindOf(const std::filesystem::path& file, const std::string& bytes) {
+    if (bytes.find("ISO-10303-21") != bytes.npos) return "step";
+    if (bytes.find("CASCADE Topology") != bytes.npos || bytes.rfind("DBRep_DrawableShape", 0) == 0)
+        return "brep";
+    // The first section of an IGES file has an S in column 73.
+    if (bytes.size() > 80 && bytes[72] == 'S' &&
+        std::isdigit(static_cast<unsigned char>(bytes[79])))
+        return "iges";
+    const std::string ending = lower(file.extension().string());
+    if (ending == ".igs" || ending == ".iges") return "iges";
+    if (ending == ".stp" || ending == ".step") return "step";
+    if (ending == ".brep" || ending == ".brp") return "brep";
+    if (ending == ".stl" || bytes.rfind("solid", 0) == 0) return "stl";
+    return {};
+}
+
+void judgeSize(Model& model) {
+    Box box;
+    for (const Edge& edge : model.edges)
+        for (const Vector& point : edge.points)
+            add(box, point);
+    const double size = diagonal(box);
+    if (isEmpty(box) || (size >= kSmallest && size <= kLargest)) return;
+    model.damages.push_back(
+        {Damage::Kind::Size,
+         "a size of " + std::to_string(size) + " mm is implausible: is the unit of length right?",
+         {box.least},
+         {}});
+}
+
+std::vector<int> usedFaces(const Edge& edge) {
+    std::vector<int> faces;
+    for (const int face : edge.faces)
+        if (face > 0) faces.push_back(face);
+    return faces;
+}
+
+}  // namespace
+
+double millimetresIn(const std::string& unit) {
+    struct Row {
+        std::string_view name;
+        double factor;
+    };
+    static constexpr std::array<Row, 18> kUnits{{{"mm", 1},
+                                                 {"millimetre", 1},
+                                                 {"millimeter", 1},
+                                                 {"cm", 10},
+                                                 {"centimetre", 10},
+                                                 {"centimeter", 10},
+                                                 {"m", 1000},
+                                                 {"metre", 1000},
+                                                 {"meter", 1000},
+                                                 {"um", 1e-3},
+                                                 {"micrometre", 1e-3},
+                                                 {"micron", 1e-3},
+                                                 {"in", 25.4},
+                                                 {"inch", 25.4},
+                                                 {"ft", 304.8},
+                                                 {"foot", 304.8},
+                                                 {"km", 1e6},
+                                                 {"mil", 0.0254}}};
+    const std::string name = lower(unit);
+    for (const Row& row : kUnits)
+        if (row.name == name) return row.factor;
+    return 0.0;
+}
+
+void findDamages(Model& model) {
+    for (const Edge& edge : model.edges)
+        if (edge.convexity == Convexity::Open && edge.faces[1] == 0)
+            model.damages.push_back({Damage::Kind::OpenEdge, "the surface is open along this edge",
+                                     edge.points, usedFaces(edge)});
+    std::vector<int> loose;
+    for (const Face& face : model.faces)
+        if (face.solid == 0) loose.push_back(face.number);
+    if (!loose.empty())
+        model.damages.push_back({Damage::Kind::NotSolid,
+                                 "these faces enclose no volume",
+                                 {model.face(loose.front()).point},
+                                 loose});
+}
+
+Result read(const std::filesystem::path& file, const std::string& units) {
+    Result result;
+    const double factor = units.empty() ? 1.0 : millimetresIn(units);
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(file, error);
+    const std::string bytes = error ? std::string() : head(file);
+    const std::string kind = kindOf(file, bytes);
+    if (factor == 0.0) {
+        result.error = "the unit of length is unknown: " + units;
+    } else if (error || !std::filesystem::is_regular_file(file, error)) {
+        result.error = "the file is not there or cannot be read";
+    } else if (bytes.empty()) {
+        result.error = "the file is empty or cannot be read";
+    } else if (size > kMostBytes) {
+        result.error = "the file is larger than 2 GB";
+    } else if (kind.empty()) {
+        result.error = "the file is no STEP, IGES, BREP or STL file";
+    } else {
+        result = kind == "stl" ? readStl(file, factor) : readExact(file, kind, factor);
+    }
+    if (result.error.empty()) judgeSize(result.model);
+    return result;
+}
+
+}  // namespace corvane::part::reading

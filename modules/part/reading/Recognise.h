@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "corvane/part/Model.h"
+
+namespace corvane::part::reading {
+
+struct Sample {
+    Vector point, normal;  // unit, out of the material
+};
+
+/// The plane, cylinder, sphere or cone that passes within `tolerance` of all samples, with normals
+/// that agree to `slack` degrees; none if no such surface does. A plane's axis is the mean normal.
+std::optional<Surface> recognise(const std::vector<Sample>& samples, double tolerance,
+                                 double slack);
+
+/// Whether the normal points to the axis or centre: the material is around such a face.
+bool isConcave(const Surface& surface, const Sample& sample);
+
+/// The unit normal of an elementary surface at a point of it, away from the axis or centre; zero
+/// for Other.
+Vector outwardOf(const Surface& surface, const Vector& point);
+
+}  // namespace corvane::part::reading

@@ -1,0 +1,191 @@
+#include <BRepAdaptor_Curve.hxx>
+#include <BRepAdaptor_Surface.hxx>
+#include <BRepGProp.hxx>
+#include <BRepTools.hxx>
+#include <BRep_Tool.hxx>
+#include <GCPnts_AbscissaPoint.hxx>
+#include <GProp_GProps.hxx>
+#include <Geom2d_Curve.hxx>
+#include <TopExp.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopTools_IndexedDataMapOfShapeListOfShape.hxx>
+#include <TopTools_IndexedMapOfShape.hxx>
+#include <TopoDS.hxx>
+#include <TopoDS_Vertex.hxx>
+#include <TopoDS_Wire.hxx>
+#include <gp_Circ.hxx>
+
+#include "../Vec.h"
+#include "Bodies.h"
+#include "Convert.h"
+#include "FaceReader.h"
+
+namespace corvane::part::reading {
+namespace {
+
+/// Faces that meet at less than this angle are tangent: kernels join fillets to their neighbours
+/// this well.
+constexpr double kTangent = 0.5;
+constexpr int kCurveSteps = 24;
+
+struct Use {
+    TopoDS_Edge edge;  // with the direction that it has in the face
+    TopoDS_Face face;
+    int number = 0;
+};
+
+Vector outwardAt(const Use& use, double parameter) {
+    double first = 0, last = 0;
+    const Handle(Geom2d_Curve) curve = BRep_Tool::CurveOnSurface(use.edge, use.face, first, last);
+    if (curve.IsNull()) return {};
+    const gp_Pnt2d uv = curve->Value(parameter);
+    return normalAt(use.face, uv.X(), uv.Y());
+}
+
+/// Reads one body: its faces, edges and loops, numbered on from what the model has.
+class BodyReader {
+public:
+    BodyReader(Model& model, const TopoDS_Shape& shape, int solid)
+        : model_(model), shape_(shape), solid_(solid) {}
+
+    void read() {
+        for (TopExp_Explorer it(shape_, TopAbs_FACE); it.More(); it.Next())
+            if (!faces_.Contains(it.Current())) faces_.Add(it.Current());
+        TopExp::MapShapes(shape_, TopAbs_VERTEX, vertices_);
+        firstFace_ = static_cast<int>(model_.faces.size());
+        firstEdge_ = static_cast<int>(model_.edges.size());
+        for (int i = 1; i <= faces_.Extent(); ++i)
+            addFace(i);
+        for (std::size_t i = 0; i < uses_.size(); ++i)
+            addEdge(uses_[i]);
+    }
+
+private:
+    void addFace(int index) {
+        const TopoDS_Face& shape = TopoDS::Face(faces_(index));
+        Face face = readFace(shape);
+        face.number = firstFace_ + index;
+        face.solid = solid_;
+        const TopoDS_Wire outer = BRepTools::OuterWire(shape);
+        for (TopExp_Explorer wires(shape, TopAbs_WIRE); wires.More(); wires.Next()) {
+            std::vector<int> loop = addLoop(wires.Current(), shape, face.number);
+            if (loop.empty()) continue;
+            const bool first = wires.Current().IsSame(outer);
+            face.loops.insert(first ? face.loops.begin() : face.loops.end(), std::move(loop));
+        }
+        model_.faces.push_back(std::move(face));
+    }
+
+    std::vector<int> addLoop(const TopoDS_Shape& wire, const TopoDS_Face& face, int number) {
+        std::vector<int> loop;
+        for (TopExp_Explorer it(wire, TopAbs_EDGE); it.More(); it.Next()) {
+            const TopoDS_Edge& edge = TopoDS::Edge(it.Current());
+            if (BRep_Tool::Degenerated(edge)) continue;
+            const int index = edges_.Add(edge);
+            if (static_cast<std::size_t>(index) > uses_.size()) uses_.emplace_back();
+            uses_[static_cast<std::size_t>(index - 1)].push_back({edge, face, number});
+            loop.push_back(firstEdge_ + index);
+        }
+        return loop;
+    }
+
+    void addEdge(const std::vector<Use>& uses) {
+        const TopoDS_Edge& shape = uses.front().edge;
+        Edge edge;
+        edge.number = static_cast<int>(model_.edges.size()) + 1;
+        edge.faces = {uses.front().number, uses.size() > 1 ? uses[1].number : 0};
+        TopoDS_Vertex first, last;
+        TopExp::Vertices(shape, first, last);
+        edge.vertices = {vertices_.FindIndex(first), vertices_.FindIndex(last)};
+        if (!BRep_Tool::IsGeometric(shape)) {
+            model_.edges.push_back(std::move(edge));
+            return;
+        }
+        const BRepAdaptor_Curve curve(shape);
+        readCurve(curve, edge);
+        classify(uses, curve, edge);
+        model_.edges.push_back(std::move(edge));
+    }
+
+    static void readCurve(const BRepAdaptor_Curve& curve, Edge& edge) {
+        const double t0 = curve.FirstParameter(), t1 = curve.LastParameter();
+        int steps = kCurveSteps;
+        if (curve.GetType() == GeomAbs_Line) {
+            edge.kind = CurveKind::Line;
+            steps = 1;
+        } else if (curve.GetType() == GeomAbs_Circle) {
+            edge.kind = CurveKind::Circle;
+            edge.radius = curve.Circle().Radius();
+            edge.centre = from(curve.Circle().Location());
+            edge.axis = from(curve.Circle().Axis().Direction());
+        } else if (curve.GetType() == GeomAbs_Ellipse) {
+            edge.kind = CurveKind::Ellipse;
+        }
+        for (int i = 0; i <= steps; ++i)
+            edge.points.push_back(from(curve.Value(t0 + (t1 - t0) * i / steps)));
+        edge.length = edge.kind == CurveKind::Line     ? distance(edge.points[0], edge.points[1])
+                      : edge.kind == CurveKind::Circle ? edge.radius * std::abs(t1 - t0)
+                                                       : GCPnts_AbscissaPoint::Length(curve);
+    }
+
+    static void classify(const std::vector<Use>& uses, const BRepAdaptor_Curve& curve, Edge& edge) {
+        if (uses.size() < 2) return;
+        if (uses[0].number == uses[1].number) {
+            edge.convexity = Convexity::Seam;
+            return;
+        }
+        const double middle = (curve.FirstParameter() + curve.LastParameter()) / 2;
+        const Vector n0 = outwardAt(uses[0], middle), n1 = outwardAt(uses[1], middle);
+        edge.angle = angleBetween(n0, n1);
+        if (edge.angle < kTangent) {
+            edge.convexity = Convexity::Smooth;
+            return;
+        }
+        gp_Pnt point;
+        gp_Vec tangent;
+        curve.D1(middle, point, tangent);
+        Vector along = from(tangent.XYZ());
+        // A face lies to the left of its border, seen from outside.
+        if (uses[0].edge.Orientation() == TopAbs_REVERSED) along = -along;
+        edge.convexity = dot(cross(n0, n1), along) > 0 ? Convexity::Convex : Convexity::Concave;
+    }
+
+    Model& model_;
+    const TopoDS_Shape& shape_;
+    int solid_, firstFace_ = 0, firstEdge_ = 0;
+    TopTools_IndexedMapOfShape faces_, edges_, vertices_;
+    std::vector<std::vector<Use>> uses_;
+};
+
+}  // namespace
+
+Model snapshot(Bodies& bodies) {
+    Model model;
+    model.units = bodies.units;
+    int vertices = 0;
+    for (Body& body : bodies.bodies) {
+        int number = 0;
+        if (body.shape.ShapeType() == TopAbs_SOLID) {
+            GProp_GProps volume, surface;
+            BRepGProp::VolumeProperties(body.shape, volume);
+            BRepGProp::SurfaceProperties(body.shape, surface);
+            number = static_cast<int>(model.solids.size()) + 1;
+            // Some programs write a solid inside out.
+            if (volume.Mass() < 0.0) body.shape.Reverse();
+            model.solids.push_back({number, body.name, body.place, std::abs(volume.Mass()),
+                                    std::abs(surface.Mass()), from(volume.CentreOfMass())});
+        }
+        const std::size_t first = model.edges.size();
+        BodyReader(model, body.shape, number).read();
+        int most = vertices;
+        for (std::size_t i = first; i < model.edges.size(); ++i)
+            for (int& vertex : model.edges[i].vertices) {
+                if (vertex > 0) vertex += vertices;
+                most = std::max(most, vertex);
+            }
+        vertices = most;
+    }
+    return model;
+}
+
+}  // namespace corvane::part::reading

@@ -1,0 +1,106 @@
+#include <STEPCAFControl_Reader.hxx>
+#include <TColStd_SequenceOfAsciiString.hxx>
+#include <TDF_Label.hxx>
+#include <TDF_LabelSequence.hxx>
+#include <TDataStd_Name.hxx>
+#include <TDocStd_Document.hxx>
+#include <TopLoc_Location.hxx>
+#include <XCAFApp_Application.hxx>
+#include <XCAFDoc_DocumentTool.hxx>
+#include <XCAFDoc_ShapeTool.hxx>
+
+#include "Bodies.h"
+
+namespace corvane::part::reading {
+namespace {
+
+constexpr int kDeepest = 64;
+
+std::string nameOf(const TDF_Label& label) {
+    Handle(TDataStd_Name) name;
+    if (!label.FindAttribute(TDataStd_Name::GetID(), name)) return {};
+    const TCollection_ExtendedString& text = name->Get();
+    std::string bytes(static_cast<std::size_t>(text.LengthOfCString()) + 1, '\0');
+    Standard_PCharacter out = bytes.data();
+    bytes.resize(static_cast<std::size_t>(text.ToUTF8CString(out)));
+    return bytes;
+}
+
+/// Takes an assembly apart, depth first, in the order of the file.
+class Walk {
+public:
+    explicit Walk(Bodies& bodies) : bodies_(bodies) {}
+
+    void visit(const TDF_Label& label, const TopLoc_Location& location, const std::string& place,
+               int depth) {
+        if (depth > kDeepest || bodies_.bodies.size() > kMostBodies) {
+            bodies_.error = "the assembly is too deep or too large";
+            return;
+        }
+        TDF_Label target = label;
+        TopLoc_Location here = location;
+        if (XCAFDoc_ShapeTool::IsReference(label)) {
+            XCAFDoc_ShapeTool::GetReferredShape(label, target);
+            here = location * XCAFDoc_ShapeTool::GetLocation(label);
+        }
+        const std::string name = nameOf(target);
+        if (!XCAFDoc_ShapeTool::IsAssembly(target)) {
+            addBodies(XCAFDoc_ShapeTool::GetShape(target).Moved(here), name, place, bodies_);
+            return;
+        }
+        TDF_LabelSequence parts;
+        XCAFDoc_ShapeTool::GetComponents(target, parts);
+        for (const TDF_Label& part : parts)
+            visit(part, here, place.empty() ? name : place + "/" + name, depth + 1);
+    }
+
+private:
+    Bodies& bodies_;
+};
+
+/// A document of the kernel's application, closed at the end so that the application keeps nothing
+/// of it.
+class Document {
+public:
+    Document() : application_(XCAFApp_Application::GetApplication()) {
+        application_->NewDocument("BinXCAF", document_);
+    }
+    ~Document() { application_->Close(document_); }
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
+    Handle(TDocStd_Document) & get() { return document_; }
+
+private:
+    Handle(XCAFApp_Application) application_;
+    Handle(TDocStd_Document) document_;
+};
+
+}  // namespace
+
+Bodies readStep(const std::filesystem::path& file) {
+    Bodies bodies;
+    Document document;
+    STEPCAFControl_Reader reader;
+    reader.SetColorMode(false);
+    reader.SetLayerMode(false);
+    reader.SetPropsMode(false);
+    if (reader.ReadFile(file.string().c_str()) != IFSelect_RetDone) {
+        bodies.error = "the file is no readable STEP file";
+        return bodies;
+    }
+    TColStd_SequenceOfAsciiString lengths, angles, solidAngles;
+    reader.ChangeReader().FileUnits(lengths, angles, solidAngles);
+    if (!lengths.IsEmpty()) bodies.units = lengths.First().ToCString();
+    if (!reader.Transfer(document.get())) {
+        bodies.error = "the STEP file holds no shape that can be read";
+        return bodies;
+    }
+    TDF_LabelSequence roots;
+    XCAFDoc_DocumentTool::ShapeTool(document.get()->Main())->GetFreeShapes(roots);
+    Walk walk(bodies);
+    for (const TDF_Label& root : roots)
+        walk.visit(root, {}, {}, 0);
+    return bodies;
+}
+
+}  // namespace corvane::part::reading

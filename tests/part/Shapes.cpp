@@ -1,0 +1,92 @@
+#include "Shapes.h"
+
+#include <BRepAlgoAPI_Cut.hxx>
+#include <BRepAlgoAPI_Fuse.hxx>
+#include <BRepBuilderAPI_Transform.hxx>
+#include <BRepFilletAPI_MakeFillet.hxx>
+#include <BRepMesh_IncrementalMesh.hxx>
+#include <BRepPrimAPI_MakeBox.hxx>
+#include <BRepPrimAPI_MakeCone.hxx>
+#include <BRepPrimAPI_MakeCylinder.hxx>
+#include <BRepTools.hxx>
+#include <BRep_Builder.hxx>
+#include <IGESControl_Controller.hxx>
+#include <IGESControl_Writer.hxx>
+#include <Interface_Static.hxx>
+#include <STEPControl_Controller.hxx>
+#include <STEPControl_Writer.hxx>
+#include <StlAPI_Writer.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopTools_MapOfShape.hxx>
+#include <TopoDS.hxx>
+#include <TopoDS_Compound.hxx>
+#include <stdexcept>
+
+namespace shapes {
+
+TopoDS_Shape box(double x, double y, double z, gp_Pnt corner) {
+    return BRepPrimAPI_MakeBox(corner, x, y, z).Shape();
+}
+TopoDS_Shape cylinder(const gp_Ax2& axes, double radius, double height) {
+    return BRepPrimAPI_MakeCylinder(axes, radius, height).Shape();
+}
+TopoDS_Shape cone(const gp_Ax2& axes, double radius, double topRadius, double height) {
+    return BRepPrimAPI_MakeCone(axes, radius, topRadius, height).Shape();
+}
+TopoDS_Shape cut(const TopoDS_Shape& from, const TopoDS_Shape& tool) {
+    return BRepAlgoAPI_Cut(from, tool).Shape();
+}
+TopoDS_Shape fuse(const TopoDS_Shape& a, const TopoDS_Shape& b) {
+    return BRepAlgoAPI_Fuse(a, b).Shape();
+}
+
+TopoDS_Shape rounded(const TopoDS_Shape& shape, double radius) {
+    BRepFilletAPI_MakeFillet fillet(shape);
+    TopTools_MapOfShape seen;
+    for (TopExp_Explorer it(shape, TopAbs_EDGE); it.More(); it.Next())
+        if (seen.Add(it.Current())) fillet.Add(radius, TopoDS::Edge(it.Current()));
+    return fillet.Shape();
+}
+
+TopoDS_Shape compound(std::initializer_list<TopoDS_Shape> shapes) {
+    TopoDS_Compound all;
+    BRep_Builder builder;
+    builder.MakeCompound(all);
+    for (const TopoDS_Shape& shape : shapes)
+        builder.Add(all, shape);
+    return all;
+}
+
+TopoDS_Shape transformed(const TopoDS_Shape& shape, const gp_Trsf& transformation) {
+    return BRepBuilderAPI_Transform(shape, transformation, true).Shape();
+}
+
+void write(const TopoDS_Shape& shape, const std::filesystem::path& file, const char* unit) {
+    const std::string ending = file.extension().string();
+    const std::string path = file.string();
+    bool done = false;
+    if (ending == ".step") {
+        STEPControl_Controller::Init();
+        Interface_Static::SetCVal("write.step.unit", unit);
+        STEPControl_Writer writer;
+        writer.Transfer(shape, STEPControl_AsIs);
+        done = writer.Write(path.c_str()) == IFSelect_RetDone;
+        Interface_Static::SetCVal("write.step.unit", "MM");
+    } else if (ending == ".iges") {
+        IGESControl_Controller::Init();
+        IGESControl_Writer writer("MM", 0);
+        writer.AddShape(shape);
+        writer.ComputeModel();
+        done = writer.Write(path.c_str());
+    } else if (ending == ".brep") {
+        done = BRepTools::Write(shape, path.c_str());
+    } else if (ending == ".stl" || ending == ".stlb") {
+        BRepMesh_IncrementalMesh(shape, 0.02, false, 0.2);
+        StlAPI_Writer writer;
+        writer.ASCIIMode() = ending == ".stl";
+        done = writer.Write(shape, path.c_str());
+    }
+    if (!done) throw std::runtime_error("cannot write " + path);
+}
+
+}  // namespace shapes
