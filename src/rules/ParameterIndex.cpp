@@ -1,16 +1,13 @@
 #include "rules/ParameterIndex.h"
 
 #include <algorithm>
-#include <optional>
 #include <tuple>
 
 #include "rules/ParameterNames.h"
 #include "text/Scan.h"
 
 namespace corvane::rules {
-namespace {
 
-// An element without the attribute is no parameter; one without digits in it is number 0.
 std::optional<QorLong> parameterNumber(xml::ElementView parameter) {
     const auto text = parameter.attribute(name::kNumber);
     if (!text) return std::nullopt;
@@ -18,8 +15,6 @@ std::optional<QorLong> parameterNumber(xml::ElementView parameter) {
     text::scanInt32(*text, number);
     return number;
 }
-
-}  // namespace
 
 xml::ElementView findParameter(xml::ElementView parent, QorLong number) {
     for (const xml::ElementView parameter : xml::ChildrenNamed(parent, name::kParameter)) {

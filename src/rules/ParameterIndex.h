@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include <corvane/base/Types.h>
@@ -8,6 +9,10 @@
 #include "xml/ElementAccess.h"
 
 namespace corvane::rules {
+
+/// The number of a `Parameter` element. Without the attribute it is no parameter; without digits in
+/// it the number is 0.
+std::optional<QorLong> parameterNumber(xml::ElementView parameter);
 
 /// The first `Parameter` child with that number; empty when there is none. `parent` is not empty.
 xml::ElementView findParameter(xml::ElementView parent, QorLong number);

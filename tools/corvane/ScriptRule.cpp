@@ -30,7 +30,7 @@ std::unique_ptr<QorXMLNodeList> enginesOf(const QorXMLNode& rule) {
 
 void ScriptRule::PopulateParametersFromXML(QorXMLNode* node) {
     const std::size_t before = m_lstEngines.GetCount();
-    ConcreteQORRule::PopulateParametersFromXML(node);
+    ParametricScriptRule::PopulateParametersFromXML(node);
     hasDefinition_ = true;
 
     const std::unique_ptr<QorXMLNodeList> engines = enginesOf(*node);

@@ -2,12 +2,12 @@
 
 #include <vector>
 
-#include <corvane/scriptrules/ConcreteQORRule.h>
+#include <corvane/scriptrules/ParametricScriptRule.h>
 
 /// A user-defined rule that remembers what its definition asked for in vain.
-class ScriptRule : public ConcreteQORRule {
+class ScriptRule : public corvane::ParametricScriptRule {
 public:
-    using ConcreteQORRule::operator=;
+    using ParametricScriptRule::operator=;
 
     void PopulateParametersFromXML(QorXMLNode* node) override;
 
