@@ -1,3 +1,4 @@
+#include "HtmlWriter.h"
 #include "ResultJson.h"
 #include "ResultWriter.h"
 
@@ -6,7 +7,7 @@ namespace results {
 namespace {
 
 // In the order of the help.
-constexpr Format kFormats[] = {{"json", makeJsonWriter}};
+constexpr Format kFormats[] = {{"json", makeJsonWriter}, {"html", makeHtmlWriter, true}};
 
 }  // namespace
 
