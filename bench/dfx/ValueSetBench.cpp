@@ -145,21 +145,25 @@ void Copy(benchmark::State& state) {
     report(state);
 }
 
-#ifdef CORVANE_BENCH_QT
-#define COMPARE(operation)                                  \
-    BENCHMARK(operation<Dfx>)->Arg(8)->Arg(64)->Arg(1'024); \
-    BENCHMARK(operation<Any>)->Arg(8)->Arg(64)->Arg(1'024); \
-    BENCHMARK(operation<Variant>)->Arg(8)->Arg(64)->Arg(1'024)
-#else
-#define COMPARE(operation)                                  \
-    BENCHMARK(operation<Dfx>)->Arg(8)->Arg(64)->Arg(1'024); \
-    BENCHMARK(operation<Any>)->Arg(8)->Arg(64)->Arg(1'024)
-#endif
+void sizes(benchmark::internal::Benchmark* benchmark) {
+    benchmark->Arg(8)->Arg(64)->Arg(1'024);
+}
 
-COMPARE(Build);
-COMPARE(Hit);
-COMPARE(MissThroughParents);
-COMPARE(Replace);
-COMPARE(Copy);
+#ifdef CORVANE_BENCH_QT
+#define BESIDE_QT(operation, name) \
+    BENCHMARK(operation<Variant>)->Name(name ":QVariant")->Apply(sizes)
+#else
+#define BESIDE_QT(operation, name)
+#endif
+#define COMPARE(operation, name)                                     \
+    BENCHMARK(operation<Dfx>)->Name(name ":corvane")->Apply(sizes);  \
+    BENCHMARK(operation<Any>)->Name(name ":std::any")->Apply(sizes); \
+    BESIDE_QT(operation, name)
+
+COMPARE(Build, "build a set");
+COMPARE(Hit, "find a value");
+COMPARE(MissThroughParents, "miss through parents");
+COMPARE(Replace, "replace a value");
+COMPARE(Copy, "copy a set");
 
 }  // namespace

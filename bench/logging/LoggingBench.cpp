@@ -87,14 +87,14 @@ void logPeer(benchmark::State& state) {
         logger.info(kBytes);
 }
 
-BENCHMARK(logPeer<false>);
-BENCHMARK(logPeer<true>);
+BENCHMARK(logPeer<false>)->Name("filtered message:spdlog");
+BENCHMARK(logPeer<true>)->Name("message:spdlog");
 
 #endif
 
-BENCHMARK(message);
-BENCHMARK(filteredMessage);
-BENCHMARK(runLogLine);
-BENCHMARK(bareWrite);
+BENCHMARK(message)->Name("message:corvane");
+BENCHMARK(filteredMessage)->Name("filtered message:corvane");
+BENCHMARK(runLogLine)->Name("line of a run:corvane");
+BENCHMARK(bareWrite)->Name("message:write");
 
 }  // namespace

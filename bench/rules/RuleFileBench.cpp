@@ -182,11 +182,11 @@ void sizes(benchmark::internal::Benchmark* benchmark) {
     benchmark->Unit(benchmark::kMillisecond);
 }
 
-BENCHMARK(Load)->Apply(sizes);
-BENCHMARK(LibxmlParse)->Apply(sizes);
-BENCHMARK(Read)->Apply(sizes);
-BENCHMARK(Write)->Apply(sizes);
-BENCHMARK(Save)->Apply(sizes);
-BENCHMARK(LibxmlSerialise)->Apply(sizes);
+BENCHMARK(Load)->Name("load:corvane")->Apply(sizes);
+BENCHMARK(LibxmlParse)->Name("load:libxml2")->Apply(sizes);
+BENCHMARK(Read)->Name("read the rules:corvane")->Apply(sizes);
+BENCHMARK(Write)->Name("write the rules:corvane")->Apply(sizes);
+BENCHMARK(Save)->Name("save:corvane")->Apply(sizes);
+BENCHMARK(LibxmlSerialise)->Name("save:libxml2")->Apply(sizes);
 
 }  // namespace

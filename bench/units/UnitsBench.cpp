@@ -142,17 +142,17 @@ void lengthPeerArray(benchmark::State& state) {
     count(state);
 }
 
-BENCHMARK(lengthPeer);
-BENCHMARK(lengthPeerArray);
+BENCHMARK(lengthPeer)->Name("length:udunits2");
+BENCHMARK(lengthPeerArray)->Name("array of lengths:udunits2");
 
 #endif
 
-BENCHMARK(length);
-BENCHMARK(lengthArray);
-BENCHMARK(lengthArrayFromMetres);
-BENCHMARK(area);
-BENCHMARK(areaArray);
-BENCHMARK(mass);
-BENCHMARK(bareLoop);
+BENCHMARK(length)->Name("length:corvane");
+BENCHMARK(lengthArray)->Name("array of lengths:corvane");
+BENCHMARK(lengthArrayFromMetres)->Name("array of lengths from metres:corvane");
+BENCHMARK(area)->Name("area:corvane");
+BENCHMARK(areaArray)->Name("array of areas:corvane");
+BENCHMARK(mass)->Name("mass:corvane");
+BENCHMARK(bareLoop)->Name("array of lengths:loop");
 
 }  // namespace

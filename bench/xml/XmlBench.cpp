@@ -140,10 +140,10 @@ void sizes(benchmark::internal::Benchmark* benchmark) {
     benchmark->Arg(10)->Arg(1'000)->Arg(20'000)->Unit(benchmark::kMicrosecond);
 }
 
-BENCHMARK(loadFile)->Apply(sizes);
-BENCHMARK(loadBare)->Apply(sizes);
-BENCHMARK(serialise)->Apply(sizes);
-BENCHMARK(serialiseBare)->Apply(sizes);
-BENCHMARK(walk)->Apply(sizes);
+BENCHMARK(loadFile)->Name("load a file:corvane")->Apply(sizes);
+BENCHMARK(loadBare)->Name("load a file:libxml2")->Apply(sizes);
+BENCHMARK(serialise)->Name("serialise:corvane")->Apply(sizes);
+BENCHMARK(serialiseBare)->Name("serialise:libxml2")->Apply(sizes);
+BENCHMARK(walk)->Name("walk:corvane")->Apply(sizes);
 
 }  // namespace
