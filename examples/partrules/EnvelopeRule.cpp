@@ -1,15 +1,21 @@
-#include "EnvelopeRule.h"
-
 #include <algorithm>
-#include <array>
+#include <vector>
 
-#include "Texts.h"
+#include "PartRules.h"
 #include "meshengine/Measures.h"
 
 namespace partrules {
 namespace {
 
-using Size = std::array<double, 3>;
+constexpr QorLong kLargestSize = 5001;
+constexpr QorLong kMayBeTurned = 5002;
+
+constexpr corvane::ParameterDefinition kParameters[] = {
+    {kLargestSize, Type_Double, u"Largest size along x, y and z (mm)", QorOperator_Grouped},
+    {kMayBeTurned, Type_Bool, u"The part may be turned"},
+};
+
+using Size = std::vector<double>;
 
 CStringW sizeText(const Size& size) {
     CStringW text;
@@ -22,34 +28,20 @@ bool fits(Size size, Size space, bool mayBeTurned) {
         std::ranges::sort(size);
         std::ranges::sort(space);
     }
-    return size[0] <= space[0] && size[1] <= space[1] && size[2] <= space[2];
+    return std::ranges::equal(size, space, std::ranges::less_equal());
 }
 
 }  // namespace
 
-EnvelopeRule::EnvelopeRule() : PartRule("Maximum envelope", "The part fits into the machine") {
-    EnvelopeRule::InitializeParamStorage();
-}
+EnvelopeRule::EnvelopeRule(const corvane::RuleEntry& entry) : PartRule(entry, kParameters) {}
 
-void EnvelopeRule::InitializeParamStorage() {
-    addParameter(Type_Double, kLargestSize, QorOperator_Grouped);
-    addParameter(Type_Bool, kMayBeTurned);
-    largestSize_ = GetDoubleItem(kLargestSize);
-    mayBeTurned_ = GetBoolItem(kMayBeTurned);
-}
-
-void EnvelopeRule::check(const meshengine::Mesh& mesh, QORResultSet& results) const {
-    const CQorArray<double>& values = largestSize_->m_Values;
-    if (values.GetSize() != 3) {
-        results.AddFinding(u"the rule needs a largest size along x, y and z");
-        return;
-    }
-    const Size space{values.GetAt(0), values.GetAt(1), values.GetAt(2)};
+void EnvelopeRule::measure(const meshengine::Mesh& mesh, corvane::RuleCheck& run) const {
+    const Size space = values<double>(kLargestSize);
+    if (space.size() != 3) run.cannotJudge(u"the rule needs a largest size along x, y and z");
     const meshengine::Vector extent = meshengine::boundingSize(mesh);
     const Size size{extent.x, extent.y, extent.z};
-    if (fits(size, space, firstValue(*mayBeTurned_, false))) return;
-    results.AddFinding(u"the part measures " + sizeText(size) + u", the machine takes " +
-                       sizeText(space));
+    if (fits(size, space, value<bool>(kMayBeTurned))) return;
+    run.fail(u"the part measures " + sizeText(size) + u", the machine takes " + sizeText(space));
 }
 
 }  // namespace partrules

@@ -1,18 +1,30 @@
-// What the host asks the module for.
+#include "PartRules.h"
+#include "meshengine/MeshReader.h"
 
-#include <string_view>
+namespace partrules {
 
-#include <corvane/base/ModuleExport.h>
-#include <corvane/host/RuleModule.h>
-
-#include "EnvelopeRule.h"
-#include "MassRule.h"
-#include "WallRule.h"
-
-CORVANE_MODULE_EXPORT CQorRule* CreateQorRule(const char16_t* ruleName) {
-    const std::u16string_view name = ruleName;
-    if (name == u"Maximum envelope") return new partrules::EnvelopeRule;
-    if (name == u"Maximum mass") return new partrules::MassRule;
-    if (name == u"Minimum wall") return new partrules::WallRule;
-    return nullptr;
+void PartRule::check(corvane::RuleCheck& run) const {
+    if (run.partPath().IsEmpty()) run.cannotJudge(u"no part is open");
+    const meshengine::ReadResult part = meshengine::readMesh(run.partPath().ToUtf8());
+    if (!part.mesh) run.cannotJudge(CStringW::FromUtf8(part.error));
+    measure(*part.mesh, run);
 }
+
+}  // namespace partrules
+
+namespace {
+
+using namespace partrules;
+
+constexpr corvane::RuleEntry kRules[] = {
+    {u"Maximum envelope", u"The part fits into the machine", u"partrules",
+     corvane::MakeModuleRule<EnvelopeRule>},
+    {u"Maximum mass", u"The part is not too heavy", u"partrules",
+     corvane::MakeModuleRule<MassRule>},
+    {u"Minimum wall", u"No wall is thinner than its material needs", u"partrules",
+     corvane::MakeModuleRule<WallRule>},
+};
+
+}  // namespace
+
+CORVANE_RULE_MODULE(kRules)

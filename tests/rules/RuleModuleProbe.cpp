@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include <corvane/RuleModule.h>
+
 namespace {
 
 int last = 0;
@@ -96,4 +98,12 @@ extern "C" __attribute__((visibility("default"))) const RuleModuleProbe* GetRule
         [] { return static_cast<CQorRule*>(std::make_unique<FullRule>().release()); },
         [] { return last; }, fields};
     return &probe;
+}
+
+// To a host this is a rule module that was built with another interface.
+CORVANE_MODULE_EXPORT std::uint64_t CorvaneRuleInterface() {
+    return corvane::kRuleInterface + 1;
+}
+CORVANE_MODULE_EXPORT CQorRule* CreateQorRule(const char16_t*) {
+    return std::make_unique<FullRule>().release();
 }

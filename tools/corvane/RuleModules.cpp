@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include <corvane/host/RuleInterface.h>
 #include <corvane/host/RuleModule.h>
 
 #include "Text.h"
@@ -58,6 +59,13 @@ CQorRule* RuleModules::makeRule(const CStringW& file, const CStringW& ruleName, 
     if (!create) {
         problem.Format(u"%s is no rule module: it does not export %s", module.file(),
                        kCreateQorRuleName);
+        return nullptr;
+    }
+    const auto stamp = module.function<corvane::RuleInterfaceFunction>(corvane::kRuleInterfaceName);
+    if (stamp && stamp() != corvane::kRuleInterface) {
+        problem.Format(u"the rule module %s was built for another version of the library: build it "
+                       u"again",
+                       module.file());
         return nullptr;
     }
     CQorRule* rule = create(ruleName);

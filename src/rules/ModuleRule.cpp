@@ -1,0 +1,147 @@
+#include <memory>
+#include <stdexcept>
+#include <utility>
+
+#include <corvane/host/QORICadSys.h>
+#include <corvane/host/QORResultSet.h>
+#include <corvane/host/RunContext.h>
+#include <corvane/rules/CQORConstraint.h>
+#include <corvane/rules/ChildElements.h>
+#include <corvane/rules/ModuleRule.h>
+
+#include "platform/CodePage.h"
+#include "rules/ParameterVisit.h"
+#include "rules/StorageList.h"
+
+namespace corvane {
+
+CQorRule* MakeNamedRule(std::span<const RuleEntry> rules, const char16_t* name) {
+    if (!name) return nullptr;
+    for (const RuleEntry& entry : rules) {
+        if (std::u16string_view(entry.name) == name) return entry.make(entry);
+    }
+    return nullptr;
+}
+
+RuleCheck::RuleCheck(QORICadSys* cadSystem, const CQorData* data, QORResultSet* results)
+    : cadSystem_(cadSystem), data_(data), results_(results) {
+    if (cadSystem) partPath_ = cadSystem->GetActivePartPath();
+    if (partPath_.IsEmpty()) partPath_ = CurrentPartPath();
+}
+
+void RuleCheck::fail(const CStringW& message) {
+    Finding finding;
+    finding.message = message;
+    report(finding);
+}
+
+void RuleCheck::fail(const Finding& finding) {
+    report(finding);
+}
+
+void RuleCheck::note(const CStringW& message) {
+    Finding finding;
+    finding.message = message;
+    finding.isNote = true;
+    report(finding);
+}
+
+void RuleCheck::report(const Finding& finding) {
+    if (results_) return results_->ReportFinding(finding);
+    // A failure that nobody hears of would be a pass.
+    if (!finding.isNote) cannotJudge(finding.message);
+}
+
+void RuleCheck::cannotJudge(const CStringW& reason) const {
+    throw std::runtime_error(platform::narrow(reason));
+}
+
+ModuleRule::ModuleRule(const RuleEntry& entry, std::span<const ParameterDefinition> parameters,
+                       std::span<const ParameterDefinition> constraintParameters)
+    : parameters_(parameters), constraintParameters_(constraintParameters) {
+    m_csRuleName = entry.name;
+    m_csRuleDisplayName = entry.name;
+    m_csRuleDescription = entry.description;
+    m_csRuleSource = entry.source;
+    ModuleRule::InitializeParamStorage();
+}
+
+ModuleRule::~ModuleRule() {
+    ClearConstraints();
+}
+
+void ModuleRule::InitializeParamStorage() {
+    addParameters(parameters_, m_Parameters);
+}
+
+void ModuleRule::addParameters(std::span<const ParameterDefinition> definitions,
+                               CQorArray<CQorParamStorage*>& storages) {
+    for (const ParameterDefinition& definition : definitions) {
+        CQorParamStorage* const storage = CreateParamStorageObject(
+            definition.kind, definition.number, definition.op, definition.paramType, true, false);
+        storages.Add(storage);
+        if (!definition.name) continue;
+        rules::visitParameter(storage,
+                              [&](auto& parameter) { parameter.m_csName = definition.name; });
+    }
+}
+
+QorLong ModuleRule::Execute(QORICadSys* cadSystem, const CQorData*& data,
+                            QORResultSet*& results) const {
+    RuleCheck run(cadSystem, data, results);
+    check(run);
+    return 0;
+}
+
+void ModuleRule::PopulateParametersFromXML(QorXMLNode* node) {
+    CQorRule::PopulateParametersFromXML(node);
+    if (!node || constraintParameters_.empty()) return;
+    ClearConstraints();
+    for (QorXMLNode& element : ChildElements(*node, u"Constraint")) {
+        CQORConstraint* const constraint =
+            CreateConstraintObject(QORConstraintType_e(0), CStringW(), true);
+        m_Constraints.Add(constraint);
+        addParameters(constraintParameters_, constraint->m_Parameters);
+        QorXMLNode* pointer = &element;
+        constraint->PopulateFromXML(pointer);
+    }
+}
+
+QorXMLNode* ModuleRule::GetXML() {
+    std::unique_ptr<QorXMLNode> rule(CQorRule::GetXML());
+    if (!rule) return nullptr;
+    for (CQORConstraint* const constraint : m_Constraints) {
+        if (!constraint) continue;
+        const std::unique_ptr<QorXMLNode> element(constraint->GetXMLNode());
+        rule->AppendNode(element.get());
+    }
+    return rule.release();
+}
+
+bool ModuleRule::UpdateRule(CQorRule* target) {
+    return CQorRule::UpdateRule(target);
+}
+
+void ModuleRule::UpdateRule(const RuleUnitSystemStructure*, const RuleUnitSystemStructure*) {}
+
+void ModuleRule::RunRule() {}
+
+void ModuleRule::EditRule() {}
+
+const CQorParamStorage* ModuleRule::storage(QorLong number) const {
+    return rules::findStorage(m_Parameters, number);
+}
+
+const CQorParamStorage* ModuleRule::constrained(const CStringW& material, QorLong number) const {
+    if (material.IsEmpty()) return nullptr;
+    for (CQORConstraint* const constraint : m_Constraints) {
+        if (!constraint || !constraint->m_bStatus) continue;
+        if (constraint->m_Type != QORConstraint_Material) continue;
+        if (constraint->m_csValue.CompareNoCase(material) != 0) continue;
+        if (const CQorParamStorage* const storage = constraint->FindParameterInArray(number))
+            return storage;
+    }
+    return nullptr;
+}
+
+}  // namespace corvane
