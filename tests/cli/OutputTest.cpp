@@ -15,17 +15,18 @@ using testing::Not;
 
 TEST(Output, ATextFromAFileCannotSteerTheTerminal) {
     const CommandLine corvane;
-    corvane.folder.write("scripts/a.lua", "error('\\27[2J\\8\\u{9b}x\\u{202e}\\tb')");
+    corvane.folder.write("scripts/a.lua",
+                         "error('\\27[2J\\8\\u{9b}x\\u{202e}\\u{2066}\\u{2069}\\tb')");
     corvane.folder.write("rules.xml",
                          ruleFile(scriptRule("a&#x9b;b&#x202e;&#10;c", "a.lua", kMeshEngine)));
     for (const char* command : {"run", "show"}) {
         const ProcessResult result = corvane(command, {"@rules.xml"});
-        for (const char* harmful : {"\x1b", "\b", "\u009b", "\u202e"})
+        for (const char* harmful : {"\x1b", "\b", "\u009b", "\u202e", "\u2066", "\u2069"})
             EXPECT_THAT(result.out, Not(HasSubstr(harmful)));
         EXPECT_THAT(result.out, HasSubstr("a\\u009bb\\u202e c"));
     }
     EXPECT_THAT(corvane("run", {"@rules.xml"}).out,
-                HasSubstr("\\u001b[2J\\u0008\\u009bx\\u202e b"));
+                HasSubstr("\\u001b[2J\\u0008\\u009bx\\u202e\\u2066\\u2069 b"));
 }
 
 TEST(Output, ColumnsLineUpBehindWideAndLongTexts) {
@@ -35,7 +36,7 @@ TEST(Output, ColumnsLineUpBehindWideAndLongTexts) {
                                                scriptRule("\u0439e\u0301\U0001F600", "") +
                                                scriptRule("a", "") + scriptRule(lengthy, "")));
     const std::string out = corvane("run", {"@rules.xml"}).out;
-    const std::string rest = "General   2         failed  the rule names no script file,";
+    const std::string rest = "General   major     error   the rule names no script file,";
     for (const std::string& line :
          {"\u58c1\u306e\u539a\u3055" + std::string(34, ' ') + rest,
           "\u0439e\u0301\U0001F600" + std::string(38, ' ') + rest,
@@ -63,7 +64,7 @@ std::string shownOnTerminal(const CommandLine& corvane, std::vector<std::string>
 TEST(Output, ColourAndProgressAppearOnATerminalAlone) {
     const CommandLine corvane;
     corvane.folder.write("rules.xml", ruleFile(scriptRule(std::string(30, 'r'), "")));
-    const std::string red = "\x1b[31mfailed\x1b[0m";
+    const std::string red = "\x1b[31merror\x1b[0m";
     const std::string step = "\x1b[K1 of 1: " + std::string(10, 'r') + "\u2026\r";
     const ProcessResult piped = corvane("run", {"@rules.xml"});
     EXPECT_THAT(piped.out + piped.err, AllOf(Not(HasSubstr("\x1b")), Not(HasSubstr("1 of 1"))));

@@ -19,19 +19,23 @@ TEST(ScriptRules, EachOutcomeIsToldInWordsThatSayWhatToMend) {
         int status;
         const char* told;
     } cases[] = {
-        {"return true", scriptRule("r", "a.lua"), 0, "r +General +2 +passed\n"},
+        {"return true", scriptRule("r", "a.lua"), 0, "r +General +major +passed\n"},
         {"", scriptRule("r", "a.lua"), 0, "passed\n"},
-        {"\n\nerror('too thin')", scriptRule("r", "a.lua"), 1, "failed +a.lua:3:1: too thin\n"},
-        {"return false, 'too big'", scriptRule("r", "a.lua"), 1, "failed +a.lua.*: too big\n"},
-        {"x = = 1", scriptRule("r", "a.lua"), 1, "failed +a.lua:1:.*near '='"},
-        {"\nlocal t = nil\nt.x = 1", scriptRule("r", "a.lua"), 1, "a.lua:3:.*nil value"},
-        {"error('a\\nb')", scriptRule("r", "a.lua"), 1, "a.lua:1:1: a\n +b\n"},
-        {"return true", scriptRule("r", ""), 1,
-         "failed +the rule names no script file, .*/scripts/UserDefinedFile.xml: "},
-        {"return true", scriptRule("r", "b.lua"), 1, "there is no script .*/scripts/b.lua\n"},
-        {"mesh.part()", scriptRule("r", "a.lua"), 1, "a.lua:1:.*mesh"},
-        {"mesh.part()", scriptRule("r", "a.lua", kMeshEngine), 1,
+        {"\n\nerror('too thin')", scriptRule("r", "a.lua"), 3, "error +a.lua:3:1: too thin\n"},
+        {"return false, 'too big'", scriptRule("r", "a.lua"), 1, "failed +too big\n"},
+        {"x = = 1", scriptRule("r", "a.lua"), 3, "error +a.lua:1:.*near '='"},
+        {"\nlocal t = nil\nt.x = 1", scriptRule("r", "a.lua"), 3, "a.lua:3:.*nil value"},
+        {"error('a\\nb')", scriptRule("r", "a.lua"), 3, "a.lua:1:1: a\n +b\n"},
+        {"return true", scriptRule("r", ""), 3,
+         "error +the rule names no script file, .*/scripts/UserDefinedFile.xml: "},
+        {"return true", scriptRule("r", "b.lua"), 3, "there is no script .*/scripts/b.lua\n"},
+        {"mesh.part()", scriptRule("r", "a.lua"), 3, "a.lua:1:.*mesh"},
+        {"mesh.part()", scriptRule("r", "a.lua", kMeshEngine), 3,
          "a.lua:1:1: this run has no part"},
+        {"return true", scriptRule("r", "../scripts/a.lua"), 3, "outside the script folder"},
+        {"return true", scriptRule("r", "x\\..\\..\\a.lua"), 3, "outside the script folder"},
+        {"return true", scriptRule("r", "/etc/passwd"), 3, "\"/etc/passwd\" is outside"},
+        {"return true", scriptRule("r", "C:a.lua"), 3, "outside the script folder"},
     };
     for (const auto& [script, rule, status, told] : cases) {
         SCOPED_TRACE(told);
@@ -62,12 +66,12 @@ TEST(ScriptRules, WhatIsNotRegisteredOrConfiguredIsNamed) {
         int status;
         const char* told;
     } cases[] = {
-        {"", engine, 1, "failed .*QorScriptHost.ScriptProcessor is not registered"},
-        {changed(host, "QorScriptHost.dll", "None.dll"), engine, 1,
-         "failed .*its module cannot be loaded"},
-        {host, changed(engine, "mesh.tlb", "none.tlb"), 1,
-         "failed .*refused the engine .*none.tlb: there is no module"},
-        {host, changed(engine, "@=", "@=\"" + broken + "\"\n;"), 1,
+        {"", engine, 3, "error .*QorScriptHost.ScriptProcessor is not registered"},
+        {changed(host, "QorScriptHost.dll", "None.dll"), engine, 3,
+         "error .*its module cannot be loaded"},
+        {host, changed(engine, "mesh.tlb", "none.tlb"), 3,
+         "error .*refused the engine .*none.tlb: there is no module"},
+        {host, changed(engine, "@=", "@=\"" + broken + "\"\n;"), 3,
          "refused the engine .*broken.tlb.*\n +broken.lua:2: .*near '='"},
         {host, "", 0, "passed +the engine \"mesh.tlb\" .C48CD337.* is not registered"},
     };
@@ -83,8 +87,8 @@ TEST(ScriptRules, WhatIsNotRegisteredOrConfiguredIsNamed) {
     corvane.folder.write("registry/user.reg", engine);
     corvane.folder.write("data/Settings/ConfigModule.ini", "[RULE_SCRIPT_LOCATION]\n");
     const ProcessResult result = corvane("run", {"@rules.xml"});
-    EXPECT_EQ(result.status, 1) << "a rule that was not run has not passed";
-    EXPECT_THAT(result.out, AllOf(ContainsRegex("r +General +2 +not run +no script folder: "),
+    EXPECT_EQ(result.status, 3) << "a rule that was not run has not passed";
+    EXPECT_THAT(result.out, AllOf(ContainsRegex("r +General +major +not run +no script folder: "),
                                   HasSubstr(corvane.folder.path("data/Settings/ConfigModule.ini")),
                                   HasSubstr("1 rule: 0 passed, 1 not run")));
 }
@@ -99,9 +103,8 @@ TEST(ScriptRules, WhatCannotBeReadIsNamedAndFails) {
         std::string rule;
         const char* told;
     } cases[] = {
-        {folder + "\n", scriptRule("r", "folder.lua"),
-         "failed +the script .*/folder.lua cannot be"},
-        {folder + "\n", "<Rule Name='r'/>", "failed .*UserDefinedFile.xml:2:[0-9]+: "},
+        {folder + "\n", scriptRule("r", "folder.lua"), "error +the script .*/folder.lua cannot be"},
+        {folder + "\n", "<Rule Name='r'/>", "error .*UserDefinedFile.xml:2:[0-9]+: "},
         {folder, "<Rule Name='r'/>", "not run .*has no line .directory=.* ends in a line end\n"},
     };
     for (const auto& [settings, rule, told] : cases) {
@@ -110,7 +113,7 @@ TEST(ScriptRules, WhatCannotBeReadIsNamedAndFails) {
                              "[RULE_SCRIPT_LOCATION]\n" + settings);
         corvane.folder.write("rules.xml", ruleFile(rule));
         const ProcessResult result = corvane("run", {"@rules.xml"});
-        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.status, 3);
         EXPECT_THAT(result.out, ContainsRegex(told));
     }
     std::filesystem::remove(corvane.folder.path("data/Settings/ConfigModule.ini"));
@@ -125,7 +128,7 @@ TEST(ScriptRules, TheOptionsForFoldersWinOverTheEnvironment) {
     const EnvironmentScope data("CORVANE_DATA_DIR", corvane.folder.path("other"));
     const EnvironmentScope registry("CORVANE_REGISTRY_DIR", corvane.folder.path("other"));
     const EnvironmentScope part("CORVANE_PART", CommandLine::part("bracket"));
-    EXPECT_EQ(corvane("run", {"@rules.xml"}).status, 1);
+    EXPECT_EQ(corvane("run", {"@rules.xml"}).status, 3);
     const std::vector<std::string> folders{"@rules.xml", "--data", "@data", "--registry",
                                            "@registry"};
     EXPECT_EQ(corvane("run", folders).status, 0);
@@ -141,9 +144,9 @@ TEST(ScriptRules, TheIndexDefinesARuleAndTheRuleFileItsSeverity) {
     corvane.folder.write("rules.xml", ruleFile("<Rule Name='known' Severity='7'/>"
                                                "<Rule Name='Unknown' Severity='8'/>"));
     const ProcessResult run = corvane("run", {"@rules.xml"});
-    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.status, 3);
     EXPECT_THAT(run.out, AllOf(ContainsRegex("Known +General +7 +passed\n"),
-                               ContainsRegex("Unknown +8 +failed +the rule names no script")));
+                               ContainsRegex("Unknown +8 +error +the rule names no script")));
     const ProcessResult show = corvane("show", {"@rules.xml"});
     EXPECT_EQ(show.status, 0);
     EXPECT_THAT(show.out, AllOf(ContainsRegex("definition +index of user-defined rules\n"),

@@ -15,8 +15,9 @@ class Option;
 /// How a run of the program ends. What kGood and kWrong stand for, each command tells in its help.
 enum ExitStatus : int {
     kGood = 0,
-    kWrong = 1,     ///< The command did its work, and what it found is not as it should be.
-    kUnusable = 2,  ///< Bad usage, or input or output that cannot be read or written.
+    kWrong = 1,      ///< The command did its work, and what it found is not as it should be.
+    kUnusable = 2,   ///< Bad usage, or input or output that cannot be read or written.
+    kUndecided = 3,  ///< Nothing was found wrong, but a rule could not judge.
 };
 
 /// One command of the program. It declares its options to the parser, which reads them into the

@@ -8,6 +8,8 @@
 // outlive it.
 
 std::unique_ptr<Command> makeRunCommand(CLI::App& program);
+std::unique_ptr<Command> makeWorkerCommand(CLI::App& program);
+std::unique_ptr<Command> makeMergeCommand(CLI::App& program);
 std::unique_ptr<Command> makeShowCommand(CLI::App& program);
 std::unique_ptr<Command> makeSaveCommand(CLI::App& program);
 std::unique_ptr<Command> makeUnitCommand(CLI::App& program);

@@ -34,19 +34,22 @@ const char* escapeOf(Tone tone) {
 }  // namespace
 
 Console::Console(bool quiet)
-    : colour_(corvane::GetEnvironmentText(u"NO_COLOR").empty() && outputIsTerminal()),
+    : out_(&std::cout),
+      colour_(corvane::GetEnvironmentText(u"NO_COLOR").empty() && outputIsTerminal()),
       watched_(!quiet && errorIsTerminal()) {}
+
+Console::Console(std::ostream& results) : out_(&results) {}
 
 void Console::write(std::u16string_view text, Tone tone) {
     clearProgress();
     const bool coloured = colour_ && tone != Tone::Plain;
-    if (coloured) std::cout << escapeOf(tone);
-    std::cout << harmless(text).ToUtf8();
-    if (coloured) std::cout << "\x1b[0m";
+    if (coloured) *out_ << escapeOf(tone);
+    *out_ << harmless(text).ToUtf8();
+    if (coloured) *out_ << "\x1b[0m";
 }
 
 void Console::endLine() {
-    std::cout << '\n';
+    *out_ << '\n';
 }
 
 void Console::writeField(std::u16string_view label, const CStringW& text, Tone tone) {
@@ -59,7 +62,7 @@ void Console::writeField(std::u16string_view label, const CStringW& text, Tone t
 
 void Console::report(std::u16string_view message) {
     clearProgress();
-    std::cout.flush();  // on a terminal the two streams keep their order
+    out_->flush();  // on a terminal the two streams keep their order
     std::cerr << harmless(message).ToUtf8() << '\n';
 }
 
@@ -79,14 +82,18 @@ void Console::clearProgress() {
 
 bool Console::finish() {
     clearProgress();
-    return static_cast<bool>(std::cout.flush());
+    return static_cast<bool>(out_->flush());
 }
 
+MessageScope::MessageScope(std::function<void(const CStringW& text)> taker)
+    : former_(corvane::SetMessageSink([taker = std::move(taker)](const corvane::Message& message) {
+          taker(CStringW(message.text));
+      })) {}
+
 MessageScope::MessageScope(Console& console, CStringW place)
-    : former_(corvane::SetMessageSink(
-          [&console, place = std::move(place)](const corvane::Message& message) {
-              console.report(place + u": " + CStringW(message.text));
-          })) {}
+    : MessageScope([&console, place = std::move(place)](const CStringW& text) {
+          console.report(place + u": " + text);
+      }) {}
 
 MessageScope::~MessageScope() {
     corvane::SetMessageSink(std::move(former_));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <iosfwd>
 #include <string_view>
 
 #include <corvane/platform/MessageBox.h>
@@ -13,6 +15,8 @@ class Console {
 public:
     /// `quiet` leaves out the progress line.
     explicit Console(bool quiet);
+    /// Results go to a stream, plain; there is no progress.
+    explicit Console(std::ostream& results);
     Console(const Console&) = delete;
     Console& operator=(const Console&) = delete;
     ~Console() { clearProgress(); }
@@ -39,14 +43,17 @@ public:
     bool finish();
 
 private:
-    bool colour_;
-    bool watched_;
+    std::ostream* out_;
+    bool colour_ = false;
+    bool watched_ = false;
     bool progressShown_ = false;
 };
 
-/// Reports what would be a message box, for a block, with the place that it is about.
+/// Hands on what would be a message box, for a block.
 class MessageScope {
 public:
+    explicit MessageScope(std::function<void(const CStringW& text)> taker);
+    /// Reports it with the place that it is about.
     MessageScope(Console& console, CStringW place);
     MessageScope(const MessageScope&) = delete;
     MessageScope& operator=(const MessageScope&) = delete;

@@ -2,9 +2,11 @@
 #include <cstdio>
 #include <exception>
 #include <iostream>
+#include <new>
 #include <string>
 
 #include <corvane/base/Version.h>
+#include <corvane/platform/ComError.h>
 
 #include "Commands.h"
 
@@ -18,16 +20,34 @@ constexpr const char* kFooter =
     "2 bad usage, or a file that cannot be read or written.";
 
 // In the order of the help.
-constexpr std::unique_ptr<Command> (*kMakers[])(CLI::App&) = {makeRunCommand,  makeShowCommand,
-                                                              makeSaveCommand, makeUnitCommand,
-                                                              makeDbCommand,   makeDoctorCommand};
+constexpr std::unique_ptr<Command> (*kMakers[])(CLI::App&) = {
+    makeRunCommand,  makeMergeCommand, makeShowCommand,   makeSaveCommand,
+    makeUnitCommand, makeDbCommand,    makeDoctorCommand, makeWorkerCommand};
+
+/// Says why the program ends, of the exception that is being handled. It takes no memory, which may
+/// be what ran out.
+int giveUp() {
+    try {
+        throw;
+    } catch (const _com_error& error) {
+        std::fprintf(stderr, "corvane: the library failed with 0x%08X\n",
+                     static_cast<unsigned>(error.Error()));
+    } catch (const std::bad_alloc&) {
+        std::fputs("corvane: the memory ran out\n", stderr);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "corvane: %s\n", error.what());
+    } catch (...) {
+        std::fputs("corvane: an unknown error ended the program\n", stderr);
+    }
+    return kUnusable;
+}
 
 int runCommand(Command& command, Console& console) {
     try {
         return command.run(console);
-    } catch (const std::exception& error) {
-        console.report(u"corvane: " + CStringW(error.what()));
-        return kUnusable;
+    } catch (...) {
+        console.clearProgress();
+        return giveUp();
     }
 }
 
@@ -65,8 +85,7 @@ int runProgram(int argc, char** argv) {
 int main(int argc, char** argv) {
     try {
         return runProgram(argc, argv);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "corvane: %s\n", error.what());
-        return kUnusable;
+    } catch (...) {
+        return giveUp();
     }
 }

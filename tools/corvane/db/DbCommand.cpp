@@ -9,9 +9,9 @@
 #include <corvane/platform/LoadedModule.h>
 
 #include "Commands.h"
-#include "ModuleFault.h"
 #include "db/Actions.h"
 #include "db/Lookups.h"
+#include "files/ModuleFault.h"
 
 using namespace qor_db;
 

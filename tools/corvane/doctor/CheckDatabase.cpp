@@ -5,10 +5,10 @@
 #include <corvane/platform/Environment.h>
 #include <corvane/platform/LoadedModule.h>
 
-#include "ModuleFault.h"
 #include "Text.h"
 #include "doctor/Checks.h"
 #include "doctor/Places.h"
+#include "files/ModuleFault.h"
 
 using qor_db::ConfiguredDatabase;
 using qor_db::ErrorCode;

@@ -6,12 +6,12 @@
 #include <corvane/scriptrules/RegisteredTypeLibraries.h>
 #include <corvane/scriptrules/TypeLibDetails.h>
 
-#include "ModuleFault.h"
-#include "RunReason.h"
 #include "Text.h"
 #include "doctor/Checks.h"
 #include "doctor/Places.h"
 #include "doctor/ScriptTrial.h"
+#include "files/ModuleFault.h"
+#include "run/RunReason.h"
 
 using corvane::ModuleConfiguration;
 using corvane::RegisteredTypeLibrary;

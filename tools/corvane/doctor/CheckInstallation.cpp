@@ -4,10 +4,10 @@
 #include <corvane/platform/LoadedModule.h>
 #include <corvane/platform/RegistrySources.h>
 
-#include "ModuleFault.h"
 #include "Text.h"
 #include "doctor/Checks.h"
 #include "doctor/Places.h"
+#include "files/ModuleFault.h"
 
 using corvane::Installation;
 using corvane::LanguageSource;

@@ -4,11 +4,11 @@
 #include <corvane/host/RuleModule.h>
 #include <corvane/platform/LoadedModule.h>
 
-#include "ModuleFault.h"
-#include "RuleModules.h"
 #include "Text.h"
 #include "doctor/Checks.h"
 #include "doctor/Places.h"
+#include "files/ModuleFault.h"
+#include "files/RuleModules.h"
 
 namespace {
 

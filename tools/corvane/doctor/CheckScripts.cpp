@@ -5,11 +5,11 @@
 #include <corvane/xml/QorXMLDocument.h>
 #include <corvane/xml/XMLFault.h>
 
-#include "RuleFile.h"
-#include "ScriptRule.h"
 #include "Text.h"
 #include "doctor/Checks.h"
 #include "doctor/Places.h"
+#include "files/RuleFile.h"
+#include "files/ScriptRule.h"
 
 namespace {
 

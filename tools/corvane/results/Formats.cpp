@@ -1,13 +1,20 @@
-#include "HtmlWriter.h"
-#include "ResultJson.h"
-#include "ResultWriter.h"
+#include "results/HtmlWriter.h"
+#include "results/JUnitWriter.h"
+#include "results/ResultJson.h"
+#include "results/ResultWriter.h"
+#include "results/SarifWriter.h"
+#include "results/TextWriter.h"
 
 namespace results {
 
 namespace {
 
 // In the order of the help.
-constexpr Format kFormats[] = {{"json", makeJsonWriter}, {"html", makeHtmlWriter, true}};
+constexpr Format kFormats[] = {{"text", makePlainTextWriter},
+                               {"json", makeJsonWriter},
+                               {"sarif", makeSarifWriter},
+                               {"junit", makeJUnitWriter},
+                               {"html", makeHtmlWriter, true}};
 
 }  // namespace
 

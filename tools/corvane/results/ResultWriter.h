@@ -33,8 +33,6 @@ struct Format {
     bool wantsGeometry = false;  ///< Parts come with their surface.
 };
 
-/// All formats that go to a file. The table for people, "text", is TextWriter.h's: it also goes to
-/// the terminal.
 std::span<const Format> allFormats();
 const Format* findFormat(std::string_view name);
 

@@ -1,0 +1,114 @@
+#include "files/LoadedRule.h"
+
+#include <exception>
+#include <filesystem>
+#include <fstream>
+
+#include <corvane/app/StringResources.h>
+#include <corvane/config/DataFolders.h>
+#include <corvane/platform/ComError.h>
+#include <corvane/rules/CConcreteFailedRule.h>
+#include <corvane/rules/CQorDataTypeConverter.h>
+#include <corvane/xml/XMLFault.h>
+
+#include "Text.h"
+#include "files/ScriptRule.h"
+
+namespace {
+
+using namespace corvane::resource;
+
+CStringW settingsFolder() {
+    std::u16string folder(static_cast<std::size_t>(GetDataSettingsFolderPath(nullptr, nullptr)),
+                          u'\0');
+    // Room for the terminator, which a string has behind its end.
+    const auto size = static_cast<QorLong>(folder.size() + 1);
+    GetDataSettingsFolderPath(folder.data(), &size);
+    return folder;
+}
+
+CStringW missingFolderText() {
+    const CStringW file = settingsFolder() + u"ConfigModule.ini";
+    CStringW text = u"no script folder: ";
+    if (!std::ifstream(std::filesystem::path(file.Std()))) return text + file + u" cannot be read";
+    text += file;
+    // The blanks and the missing line end are not seen by a person who looks at the file.
+    return text +
+           u" has no line \"directory=FOLDER\" in section [RULE_SCRIPT_LOCATION]; the line has no "
+           u"blanks around \"=\" and ends in a line end";
+}
+
+void readModuleRule(LoadedRule& loaded, QorXMLNode& element, RuleModules& modules) {
+    CStringW problem;
+    loaded.rule.reset(modules.makeRule(attributeText(element, kRuleFileAttr),
+                                       attributeText(element, kRuleNameAttr), problem));
+    if (!loaded.rule) {
+        loaded.problems.push_back(problem);
+        return;
+    }
+    loaded.rule->PopulateParametersFromXML(&element);
+    loaded.rule->PostPopulate();
+    loaded.origin = RuleOrigin::Module;
+}
+
+void readScriptRule(LoadedRule& loaded, QorXMLNode& element) {
+    auto script = std::make_unique<ScriptRule>();
+    const bool inIndex = script->PopulateScriptRule(&element);
+    if (!script->hasDefinition()) {
+        loaded.problems.push_back(missingFolderText());
+        script->PopulateParametersFromXML(&element);
+    }
+    const std::vector<CStringW>& missing = script->missingEngines();
+    loaded.problems.insert(loaded.problems.end(), missing.begin(), missing.end());
+    if (leavesScriptFolder(script->m_csRuleFileName)) {
+        loaded.problems.push_back(u"the script \"" + script->m_csRuleFileName +
+                                  u"\" is outside the script folder and is not run");
+        loaded.isRefused = true;
+    }
+    loaded.rule.reset(script.release());
+    loaded.origin = inIndex ? RuleOrigin::Index : RuleOrigin::RuleFile;
+}
+
+void holdFailedRule(LoadedRule& loaded, const QorXMLNode& element) {
+    QorLong severity = -1;
+    CQorDataTypeConverter().TextToValue(attributeText(element, kRuleSeverityAttr), severity);
+    CStringW category = attributeText(element, kRuleCategoryAttr);
+    if (category.IsEmpty()) category = attributeText(element, kRuleCategoryTextAttr);
+    loaded.rule.reset(new CConcreteFailedRule(attributeText(element, kRuleNameAttr), severity,
+                                              std::move(category)));
+    loaded.origin = RuleOrigin::Nowhere;
+}
+
+void readRule(LoadedRule& loaded, QorXMLNode& element, RuleModules& modules) {
+    if (RuleModules::isModuleName(attributeText(element, kRuleFileAttr))) {
+        readModuleRule(loaded, element, modules);
+    } else {
+        readScriptRule(loaded, element);
+    }
+}
+
+}  // namespace
+
+LoadedRule loadRule(QorXMLNode& element, RuleModules& modules) {
+    LoadedRule loaded;
+    loaded.line = corvane::XMLLine(element);
+    try {
+        readRule(loaded, element, modules);
+    } catch (const _com_error& error) {
+        loaded.problems.push_back(u"reading the rule failed: " + statusText(error.Error()));
+        loaded.rule.reset();
+    } catch (const std::exception& error) {
+        loaded.problems.push_back(u"making the rule failed: " + CStringW(error.what()));
+        loaded.rule.reset();
+    } catch (...) {
+        loaded.problems.push_back(u"making the rule failed with an unknown exception");
+        loaded.rule.reset();
+    }
+    if (!loaded.rule) holdFailedRule(loaded, element);
+    return loaded;
+}
+
+std::vector<corvane::ScriptParameter> LoadedRule::scriptParameters(const CStringW& material) const {
+    if (!isScript()) return {};
+    return static_cast<const ScriptRule&>(*rule).GetScriptParameters(material);
+}

@@ -1,0 +1,100 @@
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <memory>
+
+#include <corvane/platform/ComError.h>
+#include <corvane/xml/CurrentDocument.h>
+#include <corvane/xml/XMLFault.h>
+
+#include "Commands.h"
+#include "Text.h"
+#include "files/LoadedRule.h"
+
+namespace {
+
+struct SaveOptions {
+    CStringW ruleFile;
+    CStringW output;
+    FolderOptions folders;
+};
+
+/// Makes a document the current one, on which rules write themselves, for a block.
+class CurrentDocumentScope {
+public:
+    explicit CurrentDocumentScope(QorXMLDocument& document) { SetXMLDoc(&document); }
+    CurrentDocumentScope(const CurrentDocumentScope&) = delete;
+    CurrentDocumentScope& operator=(const CurrentDocumentScope&) = delete;
+    ~CurrentDocumentScope() { SetXMLDoc(nullptr); }
+};
+
+/// The rule's new element, or null with one more problem.
+std::unique_ptr<QorXMLNode> writtenForm(LoadedRule& loaded) {
+    try {
+        return std::unique_ptr<QorXMLNode>(loaded.rule->GetXML());
+    } catch (const _com_error& error) {
+        loaded.problems.push_back(u"writing the rule failed: " + statusText(error.Error()));
+    } catch (const std::exception& error) {
+        loaded.problems.push_back(u"writing the rule failed: " + CStringW(error.what()));
+    } catch (...) {
+        loaded.problems.push_back(u"writing the rule failed with an unknown exception");
+    }
+    return nullptr;
+}
+
+int saveRules(const SaveOptions& options, Console& console) {
+    const std::unique_ptr<RuleFile> file = RuleFile::load(options.ruleFile, console);
+    if (!file) return kUnusable;
+
+    RuleModules modules(options.folders.modules);
+    QorXMLDocument document;
+    const CurrentDocumentScope scope(document);
+    const std::unique_ptr<QorXMLNode> root(document.CreateNode(file->rootName()));
+    document.AppendNode(root.get());
+    bool whole = true;
+    for (QorLong i = 0; i < file->size(); ++i) {
+        const MessageScope messages(console, file->place(i));
+        LoadedRule loaded = loadRule(file->element(i), modules);
+        std::unique_ptr<QorXMLNode> element = writtenForm(loaded);
+        // A rule that cannot be made is not lost: its element goes over as it stands.
+        if (!element) element.reset(file->element(i).CloneNode());
+        root->AppendNode(element.get());
+        whole = whole && loaded.problems.empty();
+        for (const CStringW& problem : loaded.problems)
+            console.report(file->place(i) + u": " + problem);
+    }
+    if (!corvane::SaveXML(document, options.output)) {
+        console.report(options.output + u": cannot be written");
+        return kUnusable;
+    }
+    return whole ? kGood : kWrong;
+}
+
+class SaveCommand : public Command {
+public:
+    explicit SaveCommand(CLI::App& program)
+        : Command(
+              program, "save",
+              "Read a rule file and write its rules to another one, with each rule's definition",
+              "Exit status: 0 every rule is whole, 1 one could not be made or has a problem; its\n"
+              "element goes over as it stands, 2 bad usage or a file that cannot be read or\n"
+              "written.") {
+        addText(parser(), "RULEFILE", options_.ruleFile, "Rule file")->required();
+        addText(parser(), "OUT", options_.output, "File to write; it is replaced as a whole")
+            ->required();
+        options_.folders.declare(parser());
+    }
+
+    int run(Console& console) override {
+        options_.folders.apply();
+        return saveRules(options_, console);
+    }
+
+private:
+    SaveOptions options_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeSaveCommand(CLI::App& program) {
+    return std::make_unique<SaveCommand>(program);
+}

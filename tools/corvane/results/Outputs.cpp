@@ -1,0 +1,78 @@
+#include "results/Outputs.h"
+
+#include <iostream>
+
+#include "results/TextWriter.h"
+
+namespace results {
+
+bool Outputs::open(const std::string& format, const std::vector<std::string>& outputs) {
+    if (format == "text") {
+        writers_.push_back(makeTextWriter(console_));
+    } else if (const Format* known = findFormat(format)) {
+        writers_.push_back(known->makeWriter(std::cout));
+    } else {
+        console_.report(u"--format takes one of " + CStringW::FromUtf8(formatNames()));
+        return false;
+    }
+    for (const std::string& output : outputs)
+        if (!openFile(output)) return false;
+    return true;
+}
+
+bool Outputs::openFile(const std::string& output) {
+    const std::size_t equals = output.find('=');
+    const Format* format = findFormat(output.substr(0, equals));
+    if (!format || equals + 1 >= output.size() || equals == std::string::npos) {
+        console_.report(u"--output takes FORMAT=FILE, with one of " +
+                        CStringW::FromUtf8(formatNames()));
+        return false;
+    }
+    auto file = std::make_unique<OutputFile>(output.substr(equals + 1));
+    if (!file->isOpen()) {
+        console_.report(CStringW::FromUtf8(file->path()) + u": cannot be written");
+        return false;
+    }
+    writers_.push_back(format->makeWriter(file->stream()));
+    files_.push_back(std::move(file));
+    return true;
+}
+
+void Outputs::begin(const RunInfo& info) {
+    for (const auto& writer : writers_)
+        writer->begin(info);
+}
+
+void Outputs::add(const PartResult& part) {
+    // A line of progress must not end up between the results.
+    console_.clearProgress();
+    for (const auto& writer : writers_)
+        writer->add(part);
+}
+
+void Outputs::end(const RunEnd& end) {
+    console_.clearProgress();
+    for (const auto& writer : writers_)
+        writer->end(end);
+}
+
+bool Outputs::commit() {
+    writers_.clear();
+    bool written = true;
+    for (const std::unique_ptr<OutputFile>& file : files_) {
+        if (file->commit()) continue;
+        console_.report(CStringW::FromUtf8(file->path()) + u": cannot be written");
+        written = false;
+    }
+    files_.clear();
+    return written;
+}
+
+std::string formatNames() {
+    std::string names;
+    for (const Format& format : allFormats())
+        names += (names.empty() ? "" : ", ") + std::string(format.name);
+    return names;
+}
+
+}  // namespace results

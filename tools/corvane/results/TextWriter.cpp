@@ -1,0 +1,144 @@
+#include "results/TextWriter.h"
+
+#include <utility>
+
+#include "Table.h"
+#include "Text.h"
+
+namespace results {
+
+namespace {
+
+Tone toneOf(Verdict verdict) {
+    switch (verdict) {
+        case Verdict::Passed:
+            return Tone::Good;
+        case Verdict::Failed:
+        case Verdict::Error:
+            return Tone::Bad;
+        case Verdict::NotRun:
+        case Verdict::Waived:
+            break;
+    }
+    return Tone::Doubtful;
+}
+
+CStringW wide(const std::string& text) {
+    return CStringW::FromUtf8(text);
+}
+
+CStringW severityText(const Severity& severity) {
+    if (!severity.name.empty()) return wide(severity.name);
+    CStringW number;
+    number.Format(u"%d", static_cast<QorLong>(severity.number));
+    return number;
+}
+
+/// What stands before a finding's message.
+CStringW prefixOf(const Finding& finding) {
+    if (finding.isNote) return u"note: ";
+    if (!finding.waiver) return {};
+    if (finding.waiver->kind == Waiver::Kind::Baseline) return u"known before: ";
+    return u"waived until " + wide(finding.waiver->expires) + u" (" + wide(finding.waiver->reason) +
+           u"): ";
+}
+
+Table::Row rowOf(const RuleResult& rule) {
+    Table::Row row{
+        {wide(rule.name), wide(rule.category), severityText(rule.severity), wordOf(rule.verdict)},
+        {},
+        toneOf(rule.verdict)};
+    for (const Finding& finding : rule.findings)
+        for (const CStringW& line : linesOf(prefixOf(finding) + wide(finding.message)))
+            row.lines.push_back(line);
+    for (const std::string& reason : rule.reasons)
+        row.lines.push_back(wide(reason));
+    return row;
+}
+
+class TextWriter : public ResultWriter {
+public:
+    explicit TextWriter(Console& console) : console_(console) {}
+
+    void begin(const RunInfo& info) override {
+        severalParts_ = info.parts > 1;
+        severalFiles_ = info.ruleFiles.size() > 1;
+    }
+
+    void add(const PartResult& part) override {
+        if (severalParts_) console_.writeLine(wide(part.path), Tone::Heading);
+        for (std::size_t first = 0; first < part.rules.size();)
+            first = writeTable(part, first);
+        ++parts_;
+    }
+
+    void end(const RunEnd& end) override {
+        CStringW text;
+        if (severalParts_)
+            text.Format(u"%d %s, ", static_cast<QorLong>(parts_), parts_ == 1 ? u"part" : u"parts");
+        if (end.interrupted) text = u"interrupted after " + text;
+        console_.writeLine(text + sumText(end.counts));
+    }
+
+private:
+    /// The rules of one file, from that place on. Gives the place after them.
+    std::size_t writeTable(const PartResult& part, std::size_t first) {
+        const std::string& file = part.rules[first].ruleFile;
+        Table table({u"Rule", u"Category", u"Severity", u"Result", u"Reason"});
+        std::size_t at = first;
+        for (; at < part.rules.size() && part.rules[at].ruleFile == file; ++at)
+            table.add(rowOf(part.rules[at]));
+        if (severalFiles_) console_.writeLine(wide(file), Tone::Heading);
+        table.print(console_);
+        console_.endLine();
+        return at;
+    }
+
+    Console& console_;
+    bool severalParts_ = false;
+    bool severalFiles_ = false;
+    std::int64_t parts_ = 0;
+};
+
+class PlainTextWriter : public ResultWriter {
+public:
+    explicit PlainTextWriter(std::ostream& out) : console_(out), writer_(console_) {}
+    void begin(const RunInfo& info) override { writer_.begin(info); }
+    void add(const PartResult& part) override { writer_.add(part); }
+    void end(const RunEnd& end) override { writer_.end(end); }
+
+private:
+    Console console_;
+    TextWriter writer_;
+};
+
+}  // namespace
+
+const char16_t* wordOf(Verdict verdict) {
+    constexpr const char16_t* kWords[] = {u"passed", u"failed", u"error", u"not run", u"waived"};
+    return kWords[static_cast<int>(verdict)];
+}
+
+CStringW sumText(const Counts& counts) {
+    CStringW text;
+    text.Format(u"%d %s: %d passed", static_cast<QorLong>(counts.all()),
+                counts.all() == 1 ? u"rule" : u"rules", static_cast<QorLong>(counts.passed));
+    const std::pair<std::int64_t, const char16_t*> others[] = {
+        {counts.failed, u"failed"},
+        {counts.error, counts.error == 1 ? u"error" : u"errors"},
+        {counts.notRun, u"not run"},
+        {counts.waived, u"waived"}};
+    for (const auto& [count, word] : others)
+        if (count > 0) text.AppendFormat(u", %d %s", static_cast<QorLong>(count), word);
+    return text;
+}
+
+std::unique_ptr<ResultWriter> makeTextWriter(Console& console) {
+    return std::make_unique<TextWriter>(console);
+}
+
+std::unique_ptr<ResultWriter> makePlainTextWriter(std::ostream& out) {
+    return std::make_unique<PlainTextWriter>(out);
+}
+
+}  // namespace results

@@ -1,0 +1,99 @@
+#include <CLI/CLI.hpp>
+#include <fstream>
+
+#include "Commands.h"
+#include "results/Outputs.h"
+#include "results/ResultJson.h"
+#include "run/FileList.h"
+#include "run/Gate.h"
+#include "run/Merge.h"
+
+namespace {
+
+CStringW wide(const std::string& text) {
+    return CStringW::FromUtf8(text);
+}
+
+class MergeCommand : public Command {
+public:
+    explicit MergeCommand(CLI::App& program)
+        : Command(
+              program, "merge", "Join files of results, such as the shares of one run",
+              "Exit status: as of \"corvane run\" with the same results; 2 also when something\n"
+              "is missing or double.") {
+        CLI::App& app = parser();
+        app.add_option("RESULTS", files_, "Files of results in JSON; folders, patterns, @LIST")
+            ->required();
+        app.add_option("--format", format_, "Format of standard output: " + results::formatNames())
+            ->type_name("FORMAT");
+        app.add_option("--output", outputs_, "Write a file too; may be repeated")
+            ->type_name("FORMAT=FILE")
+            ->allow_extra_args(false);
+        app.add_option("--fail-on", failOn_,
+                       "Let only rules of that severity or a graver one decide the exit status")
+            ->type_name("SEVERITY");
+    }
+
+    int run(Console& console) override {
+        std::vector<NamedRun> runs;
+        if (!load(runs, console)) return kUnusable;
+        const MergedRun merged = merge(std::move(runs));
+        for (const std::string& problem : merged.problems)
+            console.report(wide(problem));
+        const Severities severities(merged.run.info.severities);
+        std::optional<std::int64_t> failOn;
+        if (!failOn_.empty()) {
+            failOn = severities.find(failOn_);
+            if (!failOn || severities.nameOf(*failOn).empty()) {
+                console.report(u"--fail-on: there is no severity " + wide(failOn_));
+                return kUnusable;
+            }
+        }
+        Gate gate(severities, failOn);
+        if (!write(merged.run, gate, console) || !merged.problems.empty()) return kUnusable;
+        return gate.status();
+    }
+
+private:
+    bool load(std::vector<NamedRun>& runs, Console& console) const {
+        constexpr std::string_view kEndings[] = {".json"};
+        FileList list = expandFiles(files_, kEndings);
+        for (const std::string& path : list.files) {
+            std::ifstream file(path, std::ios::binary);
+            std::string problem = "cannot be read";
+            std::optional<results::Run> run;
+            if (file) run = results::readResults(file, problem);
+            if (run)
+                runs.push_back({path, std::move(*run)});
+            else
+                list.problems.push_back(path + ": " + problem);
+        }
+        for (const std::string& problem : list.problems)
+            console.report(wide(problem));
+        return list.problems.empty() && !runs.empty();
+    }
+
+    bool write(const results::Run& run, Gate& gate, Console& console) const {
+        results::Outputs outputs(console);
+        if (!outputs.open(format_, outputs_)) return false;
+        outputs.begin(run.info);
+        for (const results::PartResult& part : run.parts) {
+            gate.add(part);
+            outputs.add(part);
+        }
+        if (run.end.interrupted) gate.addInterruption();
+        outputs.end(run.end);
+        return outputs.commit();
+    }
+
+    std::vector<std::string> files_;
+    std::vector<std::string> outputs_;
+    std::string format_ = "text";
+    std::string failOn_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeMergeCommand(CLI::App& program) {
+    return std::make_unique<MergeCommand>(program);
+}

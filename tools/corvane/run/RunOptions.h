@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Command.h"
+
+/// What a user asks of a run.
+struct RunOptions {
+    std::vector<std::string> ruleFiles;  ///< Files, folders, patterns, lists.
+    std::vector<std::string> parts;
+    CStringW material, units;
+    bool batch = false;
+    FolderOptions folders;
+
+    // Which rules.
+    std::vector<std::string> rules, categories, severities;
+
+    // What fails the run.
+    std::string severityFile, failOn, waiverFile, baselineFile;
+
+    // Where results go.
+    std::string format = "text";
+    std::vector<std::string> outputs;  ///< "FORMAT=FILE"
+
+    // How it runs.
+    unsigned workers = 0;      ///< 0: one a core.
+    double timeout = 300;      ///< Seconds a rule.
+    std::uint64_t memory = 0;  ///< MB a worker; 0: a share of the machine's.
+    std::string cacheFolder;
+    std::string shard;  ///< "I/N"
+};

@@ -1,0 +1,54 @@
+#include "run/Severities.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "Pattern.h"
+#include "run/TomlTables.h"
+
+Severities::Severities() : all_{{1, "critical"}, {2, "major"}, {3, "minor"}, {4, "info"}} {}
+
+std::optional<Severities> Severities::load(const std::string& path, std::string& problem) {
+    const std::optional<std::vector<TomlTable>> tables =
+        loadTables(path, "severity", {"number", "name"}, problem);
+    if (!tables) return {};
+    Severities severities;
+    severities.all_.clear();
+    for (const TomlTable& table : *tables) {
+        const std::optional<std::int64_t> number = table.whole("number");
+        const std::string name = table.text("name");
+        if (!number || name.empty()) {
+            problem = table.place() + ": a severity needs a number and a name";
+            return {};
+        }
+        if (!severities.nameOf(*number).empty() || severities.find(name)) {
+            problem = table.place() + ": this number or name was there already";
+            return {};
+        }
+        severities.all_.push_back({*number, name});
+    }
+    return severities;
+}
+
+std::string Severities::nameOf(std::int64_t number) const {
+    const std::size_t at = rank(number);
+    return at == 0 ? std::string() : all_[at - 1].name;
+}
+
+std::optional<std::int64_t> Severities::find(std::string_view text) const {
+    for (const results::Severity& severity : all_)
+        if (fitsName(severity.name, text)) return severity.number;
+    std::int64_t number = 0;
+    const char* end = text.data() + text.size();
+    const auto [last, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && last == end ? std::optional(number) : std::nullopt;
+}
+
+std::size_t Severities::rank(std::int64_t number) const {
+    const auto place = std::ranges::find(all_, number, &results::Severity::number);
+    return place == all_.end() ? 0 : static_cast<std::size_t>(place - all_.begin()) + 1;
+}
+
+bool Severities::isAtLeast(std::int64_t number, std::int64_t limit) const {
+    return rank(number) <= rank(limit);
+}
