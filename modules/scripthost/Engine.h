@@ -4,20 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include <corvane/platform/Unknown.h>
-
 namespace scripthost {
-
-/// What AddEngineFile answers besides kOk.
-enum EngineStatus : HResult {
-    kEngineKnown = kFalse,                                   ///< That engine is there already.
-    kEngineNameBad = kErrorInvalidArgument,                  ///< The stem is no Lua name.
-    kEngineMissing = kErrorModuleNotFound,                   ///< No module beside the library.
-    kEngineBroken = static_cast<HResult>(0x800700C1),        ///< The module will not load.
-    kEngineWithoutEntry = static_cast<HResult>(0x8007007F),  ///< It has no function luaopen_NAME.
-    kEngineNameTaken = static_cast<HResult>(0x800700B7),     ///< Another global has the name.
-    kEngineFailed = static_cast<HResult>(0x8007045A),        ///< It raised, or gave no table.
-};
 
 /// Where an engine's implementation is sought: beside its type library, under the same stem.
 struct Engine {

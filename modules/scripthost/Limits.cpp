@@ -108,6 +108,17 @@ bool Limits::mayGrow(std::size_t bytes) noexcept {
     return false;
 }
 
+bool Limits::hold(std::size_t bytes) noexcept {
+    const std::uint64_t most = budget_.megabytes << 20;
+    if (bytes > most || memory_ > most - bytes) {
+        refusedLine_ = lineNow();
+        reach(Limit::Memory);
+    }
+    if (reached_ != Limit::None) return false;
+    memory_ += bytes;
+    return true;
+}
+
 void* Limits::allocate(void* self, void* block, std::size_t oldSize, std::size_t newSize) {
     auto& limits = *static_cast<Limits*>(self);
     // For a new block Lua gives the kind of the object in place of the size.

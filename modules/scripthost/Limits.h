@@ -46,6 +46,10 @@ public:
     bool isInTime() noexcept;
     void reach(Limit limit) noexcept;
 
+    /// Counts memory that the host keeps for the script. False when the limit is reached.
+    bool hold(std::size_t bytes) noexcept;
+    void giveBack(std::size_t bytes) noexcept { memory_ -= bytes; }
+
     /// Time counts between the two only.
     void startClock() noexcept;
     void stopClock() noexcept;

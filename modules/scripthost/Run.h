@@ -3,8 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <lua.hpp>
+#include <string>
+
+#include <corvane/text/CStringW.h>
 
 #include "Limits.h"
+#include "Lookup.h"
 
 // What the functions that scripts call know of the run that they belong to.
 //
@@ -25,7 +29,26 @@ struct Run {
     int faultLine = 0;        ///< Line in the script that an error came through, or 0.
     std::size_t printed = 0;  ///< Bytes of print so far.
     int closing = 0;          ///< Depth of coroutines that close one another.
+
+    int findings = 0;     ///< Reported so far, notes apart.
+    int findingLine = 0;  ///< Of the first one: the script's line, or 0, and its message.
+    std::string findingMessage;
+
+    // What a frame must not own that raises.
+    std::string text;
+    Lookup lookup;
 };
+
+/// Keeps the text that `make` gives in the run, in UTF-8. False when memory is short.
+template <typename Make>
+bool keepText(Run& run, Make make) noexcept {
+    try {
+        run.text = CStringW(make()).ToUtf8();
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
 
 /// The run that a state or any of its coroutines belongs to.
 Run& runOf(lua_State* lua);

@@ -5,17 +5,19 @@
 
 #include "Collector.h"
 #include "Compile.h"
+#include "ContextTables.h"
+#include "Findings.h"
 #include "Libraries.h"
 #include "ScriptLocale.h"
 
 namespace scripthost {
 
 using corvane::LoadedModule;
+using enum corvane::EngineStatus;
 
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view kNotMet = "the rule is not met";
 
 /// The time in which a state works: its clock runs and its thread has the plain locale.
 class Session {
@@ -51,7 +53,9 @@ struct EngineCall {
 
 int openEngine(lua_State* lua) {
     auto& call = *static_cast<EngineCall*>(lua_touserdata(lua, 1));
-    call.nameTaken = lua_getglobal(lua, call.name) != LUA_TNIL;
+    const bool isTaken = lua_getglobal(lua, call.name) != LUA_TNIL;
+    const bool isPart = isTaken && isHostPart(lua);
+    call.nameTaken = isTaken && !isPart;
     if (call.nameTaken) return 0;
     if (call.entry) {
         lua_pushcfunction(lua, call.entry);
@@ -61,6 +65,7 @@ int openEngine(lua_State* lua) {
     lua_pushstring(lua, call.name);
     lua_call(lua, 1, 1);
     if (!lua_istable(lua, -1)) return luaL_error(lua, "the engine gives no table");
+    if (isPart) adoptPart(lua);
     lua_setglobal(lua, call.name);
     return 0;
 }
@@ -91,10 +96,10 @@ std::unique_ptr<Script> Script::create() {
     if (!lua) return nullptr;
     script->state_.reset(lua);
     setRun(lua, script->run_);
-    lua_pushcfunction(lua, openLibraries);
-    if (lua_pcall(lua, 0, 0, 0) != LUA_OK) return nullptr;
-    lua_pushcfunction(lua, takeCollector);
-    if (lua_pcall(lua, 0, 0, 0) != LUA_OK) return nullptr;
+    for (const lua_CFunction open : {openLibraries, takeCollector, openContext, openResult}) {
+        lua_pushcfunction(lua, open);
+        if (lua_pcall(lua, 0, 0, 0) != LUA_OK) return nullptr;
+    }
     watch(lua);
     return script;
 }
@@ -187,17 +192,34 @@ bool Script::run() {
     return false;
 }
 
-/// A script says that its rule is not met by false, or by nil and a reason.
+/// A script says that its rule is not met by findings, by false, or by nil and a reason.
 bool Script::judge() {
     lua_State* lua = state_.get();
     constexpr int first = 2;
-    const bool hasReason = !lua_isnoneornil(lua, first + 1);
-    const bool isFalse = lua_isboolean(lua, first) && !lua_toboolean(lua, first);
-    if (!isFalse && !(lua_isnil(lua, first) && hasReason)) return true;
-    const int line = run_.returnLine;
-    lua_settop(lua, first + 1);
-    fail(faultFromMessage(FaultKind::NotMet, kScriptName, line,
-                          hasReason ? describe(first + 1) : std::string(kNotMet)));
+    const bool isNil = lua_isnoneornil(lua, first);
+    const bool isTrue = lua_toboolean(lua, first) != 0;
+    const int line = run_.returnLine;  // before the functions that are called here return too
+    if (isTrue && !lua_isboolean(lua, first)) {
+        fail(faultFromMessage(FaultKind::RunTime, kScriptName, line,
+                              std::string("the script returned a ") + luaL_typename(lua, first) +
+                                  " where true or false belongs"));
+        return false;
+    }
+    if (!isTrue && !(isNil && lua_isnoneornil(lua, first + 1))) {
+        lua_settop(lua, first + 1);
+        lua_pushcfunction(lua, reportReason);
+        lua_insert(lua, first + 1);
+        const int status = lua_pcall(lua, 1, 0, 1);
+        if (status == LUA_ERRMEM) run_.limits.reach(Limit::Memory);
+        if (status != LUA_OK) {
+            fail(faultFromMessage(FaultKind::RunTime, kScriptName, line, describe(-1)));
+            return false;
+        }
+    }
+    if (run_.findings == 0) return true;
+    std::string message = run_.findingMessage;
+    if (run_.findings > 1) message += " (and " + std::to_string(run_.findings - 1) + " more)";
+    fail(faultFromMessage(FaultKind::NotMet, kScriptName, run_.findingLine, std::move(message)));
     return false;
 }
 

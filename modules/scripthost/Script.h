@@ -25,7 +25,7 @@ public:
     Script(const Script&) = delete;
     Script& operator=(const Script&) = delete;
 
-    /// Makes an engine a global of the script. See EngineStatus.
+    /// Makes an engine a global of the script. 0, or a status of corvane::EngineStatus.
     HResult addEngine(std::u16string_view libraryPath);
     /// False with fault() for a text that is no script.
     bool compile(std::string text);

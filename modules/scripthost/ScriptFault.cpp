@@ -7,8 +7,6 @@
 namespace scripthost {
 namespace {
 
-/// The base of the status codes: failures that an interface defines itself.
-constexpr std::uint32_t kFirstStatus = 0x80040200;
 constexpr std::size_t kLongestMessage = 4000;
 
 /// Takes a place "NAME:LINE: " off the front of a message. The line, or 0 without such a place.
@@ -68,10 +66,6 @@ const char16_t* typeText(FaultKind kind) {
             break;
     }
     return u"Run-time error";
-}
-
-std::int32_t statusCode(FaultKind kind) {
-    return static_cast<std::int32_t>(kFirstStatus + static_cast<std::uint32_t>(kind));
 }
 
 ScriptFault faultFromMessage(FaultKind kind, std::string_view source, int line,

@@ -4,20 +4,13 @@
 #include <string>
 #include <string_view>
 
+#include <corvane/scriptrules/ScriptStatus.h>
+
 #include "Run.h"
 
 namespace scripthost {
 
-/// What kind of failure a script or an engine ended in; the value is its error number.
-enum class FaultKind {
-    Syntax = 1,
-    RunTime = 2,
-    NotMet = 3,
-    Instructions = 4,
-    Time = 5,
-    Memory = 6,
-    Engine = 7,
-};
+using FaultKind = corvane::ScriptError;
 
 /// A failure as the host reports it. Lines and characters count from 0, -1 when not known.
 struct ScriptFault {
@@ -30,8 +23,6 @@ struct ScriptFault {
 
 /// The type of a failure in words.
 const char16_t* typeText(FaultKind kind);
-/// Its status code.
-std::int32_t statusCode(FaultKind kind);
 
 /// A failure with Lua's message. A place in front of it ("script:12: ") that is in `source` moves
 /// to the line; else that is `line`, from 1, or 0 when it is not known.

@@ -137,7 +137,7 @@ HResult ScriptProcessor::GetScriptError(std::int32_t* lineNumber, std::int32_t* 
         *lineNumber = fault.line;
         *charNumber = fault.character;
         *errorNumber = static_cast<std::int32_t>(fault.kind);
-        *errorCode = statusCode(fault.kind);
+        *errorCode = corvane::ScriptErrorCode(fault.kind);
         *type = SysAllocString(typeText(fault.kind));
         *message = systemText(fault.message);
         *source = systemText(fault.source);

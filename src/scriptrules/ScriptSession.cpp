@@ -1,6 +1,7 @@
 #include "scriptrules/ScriptSession.h"
 
 #include <corvane/app/StringResources.h>
+#include <corvane/scriptrules/ScriptStatus.h>
 
 #include "platform/Components.h"
 #include "scriptrules/ScriptRunNotice.h"
@@ -8,7 +9,6 @@
 namespace corvane::scriptrules {
 namespace {
 
-constexpr HResult kErrorEngineFailed = static_cast<HResult>(0x8007045A);
 constexpr std::int16_t kSuccess = 1;
 
 // Text that the host allocates and the library frees.
@@ -68,7 +68,7 @@ bool ScriptSession::addEngines(const CStringList& engines) {
         if (!refused(host_->AddEngineFile(engine), u"AddEngineFile")) continue;
         // The status alone does not lead anyone to the line of an engine that is a script itself. A
         // run that nobody watches makes no call whose answer is lost.
-        if (run_.code == kErrorEngineFailed && isObserved()) fetchError();
+        if (run_.code == corvane::kEngineFailed && isObserved()) fetchError();
         run_.status = ScriptRunStatus::EngineRefused;
         run_.engine = engine;
         return false;

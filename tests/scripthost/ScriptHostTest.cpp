@@ -14,8 +14,8 @@ constexpr HResult kRefused = static_cast<HResult>(0x8000FFFF);
 
 TEST(ScriptHost, AScriptSaysByWhatItReturnsWhetherItsRuleIsMet) {
     for (const char* script :
-         {"", "   ", "return", "return true", "return nil", "return nil, nil", "return 0",
-          "return 1, 'no reason'", "return true, 'fine'", "\xEF\xBB\xBF#!/usr/bin/lua\nreturn true",
+         {"", "   ", "return", "return true", "return nil", "return nil, nil",
+          "return true, 'fine'", "\xEF\xBB\xBF#!/usr/bin/lua\nreturn true",
           "# only a shell reads this", "local s = ('x'):rep(3) return s == 'xxx'    ",
           "-- ends in a comment, then blanks     "}) {
         const Outcome outcome = runScript(std::string(script));
@@ -59,8 +59,14 @@ TEST(ScriptHost, EachFailureIsReportedWithItsKindAndPlace) {
         {"return nil, 'no part'", 3, 0, 0, "Rule not met", "no part"},
         {"local function check()\n  return false, 1.5\nend\nreturn check()", 3, 1, 2,
          "Rule not met", "1.5"},
-        {"if 1 > 2 then\nreturn true\nelse\nreturn false, {}\nend", 3, 3, 0, "Rule not met",
-         "an error object without text"},
+        {"if 1 > 2 then\nreturn true\nelse\nreturn false, {}\nend", 2, 3, 0, "Run-time error",
+         "a finding needs a 'message'"},
+        {"\nreturn 'the wall is thin'", 2, 1, 0, "Run-time error",
+         "returned a string where true or false belongs"},
+        {"\nreturn 0", 2, 1, 0, "Run-time error", "returned a number"},
+        {"\nreturn false, print", 2, 1, 0, "Run-time error", "a text or a table, not a function"},
+        {"\nreturn false, setmetatable({}, {__tostring = function() return 'own' end})", 3, 1, 0,
+         "Rule not met", "own"},
     };
     for (const auto& [script, number, line, character, type, message] : cases) {
         SCOPED_TRACE(script);

@@ -5,6 +5,7 @@
 #include <corvane/base/Export.h>
 #include <corvane/base/Types.h>
 #include <corvane/platform/Unknown.h>
+#include <corvane/scriptrules/ScriptStatus.h>
 #include <corvane/text/CStringW.h>
 
 class CQorRule;
@@ -19,8 +20,10 @@ enum class ScriptRunStatus {
     EngineRefused,    ///< The host refused an engine; `engine` and `code` say which and why.
     NoScriptName,     ///< The rule names no script file.
     ScriptMissing,    ///< The script file is not there.
-    HostFailed,      ///< Another call to the host failed; `operation` and `code` say which and why.
-    ScriptFailed,    ///< The script does not compile or ended in an error; see the error fields.
+    HostFailed,  ///< Another call to the host failed; `operation` and `code` say which and why.
+    /// The script does not compile, ended in an error or says that the part does not meet the rule;
+    /// see the error fields and SaysNotMet.
+    ScriptFailed,
     ScriptTooLarge,  ///< The script file holds more than 256 MiB; it did not run.
 };
 
@@ -38,7 +41,7 @@ struct ScriptRun {
     HResult code = kOk;  ///< Status of what failed.
 
     // What the host says of the error; with ScriptFailed, and with EngineRefused when `code` is
-    // 0x8007045A: the engine's own code failed.
+    // kEngineFailed: the engine's own code failed.
     QorLong line = -1;    ///< From 0; -1 when the host does not say.
     QorLong column = -1;  ///< From 0; -1 when the host does not say.
     CStringW errorType;
@@ -46,6 +49,13 @@ struct ScriptRun {
     CStringW errorMessage;
     QorLong errorNumber = -1;
     QorLong errorCode = -1;
+
+    /// True when the script judged and the part does not meet the rule; false when it passed or
+    /// could not judge.
+    bool SaysNotMet() const {
+        return status == ScriptRunStatus::ScriptFailed &&
+               corvane::SaysNotMet(errorNumber, errorCode);
+    }
 };
 
 using ScriptRunObserver = std::function<void(const ScriptRun&)>;
