@@ -60,7 +60,8 @@ TEST_F(RuleModule, SharesItsFieldsWithTheLibrary) {
     for (const CStringW& text : {copy.m_csRuleName, copy.m_csRuleModuleName,
                                  copy.m_csModuleFileName, copy.m_lstEngines.GetHead()})
         EXPECT_EQ(text, u"set by the module");
-    EXPECT_EQ(copy.m_lRuleKind + copy.m_lRuleLifeStatus, 14);
+    EXPECT_EQ(copy.m_lRuleKind, 7);
+    EXPECT_EQ(copy.m_lRuleLifeStatus, 7);
     EXPECT_EQ(copy.m_RuleTag, 0x0123456789ABCDEFU);
     EXPECT_EQ(valuesOf(*copy.GetDoubleItem(6)), std::vector{2.5});
 }

@@ -1,3 +1,4 @@
+#include <array>
 #include <gtest/gtest.h>
 #include <limits>
 #include <utility>
@@ -32,8 +33,12 @@ TEST(RuleArray, GrowsInItsStepsAndStartsAnewAfterReset) {
     const CQorArray<int> copy(array = *&array);
     array.Reset();
     EXPECT_EQ(copy.GetAt(88), 89);
-    EXPECT_EQ(copy.m_nCapacity * 100 + copy.m_nGrowBy, 9322);
-    EXPECT_EQ(array.m_nCapacity * 100 + array.m_nGrowBy + array.m_nCount + array.GetAt(9), 1001);
+    EXPECT_EQ(copy.m_nCapacity, 93);
+    EXPECT_EQ(copy.m_nGrowBy, 22);
+    EXPECT_EQ(array.m_nCapacity, 10);
+    EXPECT_EQ(array.m_nGrowBy, 1);
+    EXPECT_EQ(array.GetSize(), 0);
+    EXPECT_EQ(array.GetAt(9), 0);
 }
 
 // A buffer on the stack: freeing it would end the process.
@@ -89,7 +94,8 @@ TEST(RuleParameter, AssignmentClonesWhatPointersPointTo) {
     for (int round = 0; round < 2; ++round)
         target = &source;
     *texts.m_Values.GetAt(0) = scalar = u"changed";
-    EXPECT_EQ(*textCopy.m_Values.GetAt(0) + *textCopy.m_Scalar, u"Steelscalar");
+    EXPECT_EQ(*textCopy.m_Values.GetAt(0), u"Steel");
+    EXPECT_EQ(*textCopy.m_Scalar, u"scalar");
     EXPECT_EQ(textCopy.m_Values.GetAt(1), nullptr);
     EXPECT_EQ(textCopy.m_lType, 2);
     EXPECT_EQ(*dateCopy.m_Values.GetAt(0), COleDateTime(2.5));
@@ -143,6 +149,110 @@ TEST(Rule, AssignmentAndUpdatePassOverWhatHasNoCounterpart) {
     EXPECT_EQ(messages.shown.size(), 2U);
 }
 
+// The fields of each type, in one order for a rule to write and to read.
+template <typename R>
+auto textsOf(R& rule) {
+    return std::array{
+        &rule.m_csRuleName,     &rule.m_csRuleDisplayName,     &rule.m_csRuleDescription,
+        &rule.m_csRuleSource,   &rule.m_csRuleCategory,        &rule.m_csRuleModuleName,
+        &rule.m_csRuleFileName, &rule.m_csRuleBaseDescription, &rule.m_csModuleFileName,
+        &rule.m_csRuleExtra,    &rule.m_csRuleText1,           &rule.m_csRuleText2,
+        &rule.m_csRuleText3,    &rule.m_csRuleText4,           &rule.m_csRuleText5,
+        &rule.m_csRuleText6};
+}
+template <typename R>
+auto listsOf(R& rule) {
+    return std::array{&rule.m_lstCategories, &rule.m_lstEngines, &rule.m_lstDBModules};
+}
+template <typename R>
+auto numbersOf(R& rule) {
+    return std::array{&rule.m_lRuleKind, &rule.m_lRuleStatus, &rule.m_lRuleSeverity,
+                      &rule.m_lRuleLifeStatus, &rule.m_lRuleValue};
+}
+
+void mark(AnyRule& rule, const CStringW& text, QorLong number) {
+    for (CStringW* const field : textsOf(rule))
+        *field = text;
+    for (CStringList* const list : listsOf(rule))
+        list->AddTail(text);
+    for (QorLong* const field : numbersOf(rule))
+        *field = number;
+    rule.m_RuleTag = static_cast<std::uint64_t>(number);
+    rule.m_dRuleValue = number;
+}
+
+// The places of the fields that are marked so, by the order above.
+std::vector<int> marked(const AnyRule& rule, const CStringW& text, QorLong number) {
+    std::vector<int> places;
+    int place = 0;
+    const auto note = [&](bool has) {
+        ++place;
+        if (has) places.push_back(place);
+    };
+    for (const CStringW* const field : textsOf(rule))
+        note(*field == text);
+    for (const CStringList* const list : listsOf(rule))
+        note(list->GetCount() == 1 && list->GetHead() == text);
+    for (const QorLong* const field : numbersOf(rule))
+        note(*field == number);
+    note(rule.m_RuleTag == static_cast<std::uint64_t>(number));
+    note(rule.m_dRuleValue == number);
+    return places;
+}
+
+TEST(Rule, AssignmentAndUpdateMoveTheFieldsOfTheDefinitionAlone) {
+    AnyRule source;
+    AnyRule copy;
+    AnyRule updated;
+    mark(source, u"source", 200);
+    mark(copy, u"target", 50);
+    mark(updated, u"target", 50);
+    copy = &source;
+    EXPECT_EQ(marked(copy, u"source", 200),
+              (std::vector{1, 2, 3, 4, 5, 6, 7, 8, 9, 17, 18, 19, 20, 22, 23, 25}));
+    EXPECT_FALSE(source.UpdateRule(&updated));
+    EXPECT_EQ(marked(updated, u"source", 200), (std::vector{1, 2, 3, 4, 22}));
+}
+
+TEST(Rule, HasTheNeutralAnswersOfTheBase) {
+    AnyRule rule;
+    const CQorData* data = nullptr;
+    QORResultSet* results = nullptr;
+    EXPECT_EQ(rule.Import(nullptr, nullptr, data, nullptr, results), -7);
+    EXPECT_EQ(rule.GetRuleId(), -1);
+    EXPECT_EQ(rule.GetMaterialStatus(), 0);
+    EXPECT_EQ(rule.GetCutterStatus(), 0);
+    EXPECT_TRUE(rule.ValidateInputData());
+    EXPECT_FALSE(rule.m_bPopulated);
+    EXPECT_EQ(rule.m_RuleLinks.m_Operator, QorOperator_Default);
+    EXPECT_FALSE(rule.m_RuleLinks.m_bStatus);
+}
+
+TEST(Rule, PostPopulateTakesTheFormOfTheAddInOutOfFileNames) {
+    AnyRule rule;
+    rule.m_csRuleName = u"ProE";
+    rule.m_csRuleSource = u"PROEWalls";
+    rule.m_csRuleFileName = u"C:\\Rules\\HoleProeRulesProE.DLL";
+    rule.PostPopulate();
+    EXPECT_EQ(rule.m_csRuleFileName, u"c:\\rules\\holerules.dll");
+    EXPECT_EQ(rule.m_csRuleSource, u"walls");
+    EXPECT_EQ(rule.m_csRuleName, u"ProE");
+}
+
+TEST(Rule, ThatFailedKeepsItsPlaceAndDoesNothing) {
+    CConcreteFailedRule rule(u"Wall", 4, u"Own");
+    const CQorData* data = nullptr;
+    QORResultSet* results = nullptr;
+    EXPECT_EQ(rule.m_csRuleName, u"Wall");
+    EXPECT_EQ(rule.m_csRuleDisplayName, u"");
+    EXPECT_EQ(rule.m_lRuleSeverity, 4);
+    EXPECT_EQ(rule.Execute(nullptr, data, results), 0);
+    EXPECT_TRUE(rule.UpdateRule(nullptr));
+    AnyRule other;
+    rule = &other;
+    EXPECT_EQ(rule.m_csRuleName, u"");
+}
+
 TEST(RuleCategory, ReadsBackByItsText) {
     AnyRule rule;
     const int expected[] = {-1, 0,  1, 2,  3,  4,  5,  6,  6,  8,  9, 10,
@@ -164,7 +274,13 @@ TEST(Constraint, CopiesOwnClonesOfTheirParameters) {
     AnyRule rule;
     rule.m_Constraints.Add(rule.CreateConstraintObject(QORConstraint_Material, u"Steel", true));
     CQORConstraint& source = *rule.m_Constraints.GetAt(0);
-    rule.add(Type_CStringPtr, 11, {new CStringW(u"v")}, 2, 0, &source.m_Parameters);
+    auto& parameter =
+        rule.add(Type_CStringPtr, 11, {new CStringW(u"v")}, 2, 0, &source.m_Parameters);
+    parameter.m_csRemarks = u"why";
+    parameter.m_lMode = 5;
+    parameter.m_bStatus = false;
+    source.m_Parameters.GetAt(0)->m_bOption = true;
+    source.m_Parameters.GetAt(0)->m_bStatus = false;
     source.m_Parameters.Add(nullptr);
     CQORConstraint copy(source);
     CQORConstraint assigned(QORConstraintType_e(0), u"", false);
@@ -174,7 +290,20 @@ TEST(Constraint, CopiesOwnClonesOfTheirParameters) {
     const CurrentDocument document;
     EXPECT_EQ(xmlOf(copy.GetXMLNode()), xmlOf(assigned.GetXMLNode()));
     EXPECT_EQ(copy.FindParameterInArray(11), copy.m_Parameters.GetAt(0));
-    EXPECT_GT(xmlOf(copy.GetXMLNode()).Find(u"Type=\"11\""), 0);
+    for (const CQORConstraint* const clone : {&copy, &assigned}) {
+        const CQorParamStorage& storage = *clone->m_Parameters.GetAt(0);
+        const auto& cloned = *static_cast<CQorParameter<CStringW*>*>(storage.m_pParameter);
+        EXPECT_EQ(storage.m_lId, 11);
+        EXPECT_TRUE(storage.m_bOption);
+        EXPECT_FALSE(storage.m_bStatus);
+        EXPECT_EQ(cloned.m_lType, 11);
+        EXPECT_EQ(cloned.m_lMode, 5);
+        EXPECT_FALSE(cloned.m_bStatus);
+        EXPECT_EQ(cloned.m_csRemarks, u"why");
+        EXPECT_EQ(*cloned.m_Values.GetAt(0), u"v");
+        EXPECT_EQ(clone->m_Parameters.GetAt(1), nullptr);
+        EXPECT_EQ(clone->m_csValue, u"Steel");
+    }
 }
 
 }  // namespace

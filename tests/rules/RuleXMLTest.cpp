@@ -68,12 +68,15 @@ TEST_F(RuleXML, StopsReadingAtAnIllegalKindAndLeavesItOutInWriting) {
                                                           QorParamType_Plain, false, true));
     const auto& last = rule_.add<int>(Type_Int, 3);
     const CQorParamStorage& illegal = *rule_.FindParameterInArray(2);
-    EXPECT_TRUE(illegal.m_bOption && !illegal.m_bStatus && !illegal.m_pParameter &&
-                illegal.m_Type == 0);
+    EXPECT_TRUE(illegal.m_bOption);
+    EXPECT_FALSE(illegal.m_bStatus);
+    EXPECT_EQ(illegal.m_pParameter, nullptr);
+    EXPECT_EQ(illegal.m_Type, 0);
     read(
         u"<Parameter Type='1'><Operator>3</Operator></Parameter>"
         u"<Parameter Type='3'><Operator>3</Operator></Parameter>");
-    EXPECT_EQ(first.m_Operator + last.m_Operator, 5);
+    EXPECT_EQ(first.m_Operator, 3);
+    EXPECT_EQ(last.m_Operator, QorOperator_Default);
     EXPECT_FALSE(rule_.m_bPopulated);
     const std::unique_ptr<QorXMLNode> written(rule_.GetXML());
     EXPECT_EQ(std::unique_ptr<QorXMLNodeList>(written->GetChildNodes())->GetSize(), 2);
@@ -90,8 +93,9 @@ TEST_F(RuleXML, RaisesForWhatXMLRefusesAndGivesNothingWithoutDocument) {
     EXPECT_THROW(rule_.PopulateParametersFromXML(&empty), _com_error);
     EXPECT_THROW(rule_.GetCStringPtrItem(1)->PopulateFromXML(&empty), _com_error);
     SetXMLDoc(nullptr);
-    EXPECT_FALSE(rule_.GetXML() || constraint.GetXMLNode());
-    EXPECT_FALSE(rule_.GetCStringPtrItem(1)->GetXMLNode());
+    EXPECT_EQ(rule_.GetXML(), nullptr);
+    EXPECT_EQ(constraint.GetXMLNode(), nullptr);
+    EXPECT_EQ(rule_.GetCStringPtrItem(1)->GetXMLNode(), nullptr);
 }
 
 TEST_F(RuleXML, MakesAnElementNamedAfterTheRule) {

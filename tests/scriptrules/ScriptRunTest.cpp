@@ -110,6 +110,7 @@ TEST_F(ScriptRule, TakesNothingButOneForSuccessAndReportsItUnlessInBatchMode) {
         text.AppendFormat(u"\n" + report, ResourceText(53), ResourceText(54), ResourceText(55),
                           ResourceText(56));
         EXPECT_EQ(CStringW(messages.shown.at(0).text), text);
+        EXPECT_EQ(messages.shown.at(0).caption, ResourceText(50));
         EXPECT_EQ(messages.shown.at(0).style, 8208U);
     }
 }
@@ -118,6 +119,11 @@ TEST_F(ScriptRule, GetsItsEnginesBeforeItsScriptIsLookedFor) {
     SetBatchModeStatus(true);
     rule.m_csRuleFileName = u"gone.lua";
     run({}, Status::ScriptMissing, kEngines);
+    CStringW missing;
+    missing.Format(ResourceText(52), rule.m_csRuleName, rule.m_csRuleName);
+    EXPECT_EQ(messages.shown.at(0).text, missing);
+    EXPECT_EQ(messages.shown.at(0).caption, ResourceText(50));
+    EXPECT_EQ(messages.shown.at(0).style, 8208U);
     rule.m_csRuleFileName = u"folder";
     site.folder.write("scripts/folder/other", "");
     EXPECT_TRUE(run({}, Status::Succeeded, kCalls.size()).scriptUnreadable);
