@@ -4,6 +4,7 @@
 
 #include <corvane/rules/CQorDataTypeConverter.h>
 
+#include "rules/NumberText.h"
 #include "rules/ParameterNames.h"
 #include "text/Print.h"
 #include "text/Scan.h"
@@ -13,14 +14,6 @@ namespace name = corvane::rules::name;
 
 namespace {
 
-std::u16string_view trimmed(std::u16string_view text) {
-    while (!text.empty() && corvane::text::isSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && corvane::text::isSpace(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
 // The words that ValueToText has for values without digits. They count whole only, so that a text
 // like "info" is no number.
 std::optional<double> valueOfWord(std::u16string_view text) {
@@ -28,7 +21,7 @@ std::optional<double> valueOfWord(std::u16string_view text) {
     constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
     constexpr std::pair<std::u16string_view, double> kWords[] = {
         {u"inf", kInfinity}, {u"-inf", -kInfinity}, {u"nan", kNaN}, {u"-nan", -kNaN}};
-    const std::u16string_view word = trimmed(text);
+    const std::u16string_view word = corvane::rules::trimmed(text);
     for (const auto& [known, value] : kWords) {
         if (word == known) return value;
     }

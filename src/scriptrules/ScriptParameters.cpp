@@ -1,14 +1,12 @@
 #include "scriptrules/ScriptParameters.h"
 
 #include <algorithm>
-#include <charconv>
 #include <map>
 #include <optional>
-#include <string>
 #include <utility>
 
+#include "rules/NumberText.h"
 #include "rules/ParameterVisit.h"
-#include "text/Scan.h"
 
 namespace corvane::scriptrules {
 namespace {
@@ -24,29 +22,9 @@ std::optional<Type_e> kindOf(QorParamType_e type, bool& isList) {
     return Type_e(kind);
 }
 
-// A number in ASCII, without a plus sign; empty for what has a character that no number has.
-std::string digitsOf(std::u16string_view text) {
-    while (!text.empty() && text::isSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && text::isSpace(text.back()))
-        text.remove_suffix(1);
-    if (text.size() > 1 && text.front() == u'+' && text[1] != u'-') text.remove_prefix(1);
-    std::string digits;
-    for (const char16_t unit : text) {
-        if (std::u16string_view(u"+-.eE0123456789").find(unit) == text.npos) return {};
-        digits += static_cast<char>(unit);
-    }
-    return digits;
-}
-
 template <typename Number>
 std::optional<ScriptValue> numberIn(std::u16string_view text) {
-    const std::string digits = digitsOf(text);
-    const char* const last = digits.data() + digits.size();
-    Number number{};
-    const auto [end, error] = std::from_chars(digits.data(), last, number);
-    if (digits.empty() || error != std::errc() || end != last) return std::nullopt;
-    return number;
+    return rules::wholeNumber<Number>(text);
 }
 
 std::optional<ScriptValue> wordIn(std::u16string_view text) {
