@@ -4,12 +4,12 @@
 #include <utility>
 
 #include "app/Language.h"
-#include "platform/Modules.h"
-#include "platform/Paths.h"
+#include "system/Modules.h"
+#include "system/Paths.h"
 
 using corvane::LoadedModule;
 using corvane::StringTable;
-using corvane::platform::join;
+using corvane::system::join;
 
 namespace {
 
@@ -18,7 +18,7 @@ constexpr std::u16string_view kResourceModule = u"CorvaneFrameworkResu.dll";
 CCorvaneFrameworkApp* currentApp = nullptr;
 
 std::u16string folderOfLanguage(std::u16string_view folderName) {
-    return join(join(corvane::platform::installFolder(), u"Lang"), folderName);
+    return join(join(corvane::system::installFolder(), u"Lang"), folderName);
 }
 
 // Takes the module in a folder when it has texts; null leaves `module` empty.
@@ -68,7 +68,7 @@ int CCorvaneFrameworkApp::ExitInstance() {
 }
 
 CStringW CCorvaneFrameworkApp::GetFrameworkDllPath() const {
-    return corvane::platform::ownModuleFile();
+    return corvane::system::ownModuleFile();
 }
 
 CStringW CCorvaneFrameworkApp::wantedModulePath() const {

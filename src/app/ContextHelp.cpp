@@ -2,16 +2,16 @@
 
 #include "app/CCorvaneFrameworkApp.h"
 #include "app/HelpFiles.h"
-#include "platform/DebugOutput.h"
-#include "platform/Documents.h"
-#include "platform/Environment.h"
-#include "platform/Files.h"
-#include "platform/HelpViewer.h"
-#include "platform/Modules.h"
-#include "platform/Paths.h"
+#include "emulation/Help.h"
+#include "system/Diagnostics.h"
+#include "system/Environment.h"
+#include "system/Files.h"
+#include "system/Modules.h"
+#include "system/Paths.h"
 
 using namespace corvane::app;
-using namespace corvane::platform;
+using namespace corvane::emulation;
+using namespace corvane::system;
 
 namespace {
 

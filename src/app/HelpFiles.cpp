@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <string>
 
-#include "platform/CodePage.h"
-#include "platform/Files.h"
+#include "system/Files.h"
+#include "system/Locale.h"
 
 namespace corvane::app {
 namespace {
@@ -14,9 +14,9 @@ constexpr char16_t kByteOrderMark = u'\uFEFF';
 }  // namespace
 
 std::optional<std::u16string> readHelpFile(std::u16string_view path) {
-    const std::optional<std::string> bytes = platform::readFile(path, kLargestHelpFile);
+    const std::optional<std::string> bytes = system::readFile(path, kLargestHelpFile);
     if (!bytes) return std::nullopt;
-    std::u16string text = platform::widen(*bytes);
+    std::u16string text = system::widen(*bytes);
     if (text.starts_with(kByteOrderMark)) text.erase(0, 1);
     return text;
 }

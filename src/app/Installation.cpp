@@ -2,7 +2,7 @@
 #include <corvane/base/Version.h>
 
 #include "app/CCorvaneFrameworkApp.h"
-#include "platform/Modules.h"
+#include "system/Modules.h"
 
 namespace corvane {
 
@@ -11,7 +11,7 @@ Installation GetInstallation() {
     if (!framework) return {};
     return {.version = CStringW(kVersion),
             .libraryFile = framework->GetFrameworkDllPath(),
-            .installFolder = platform::installFolder(),
+            .installFolder = system::installFolder(),
             .language = framework->m_strLanguage,
             .languageSource = framework->languageSource(),
             .wantedModule = framework->wantedModulePath(),

@@ -6,8 +6,8 @@
 #include <iterator>
 #include <optional>
 
-#include "platform/Locale.h"
-#include "platform/Registry.h"
+#include "emulation/Language.h"
+#include "emulation/Registry.h"
 
 namespace corvane::app {
 namespace {
@@ -46,9 +46,9 @@ constexpr std::uint32_t kFollowUser = 1;
 constexpr std::uint32_t kNoValue = 0xFFFFFFFF;
 
 std::uint32_t userNumber(std::u16string_view key, std::u16string_view value) {
-    using platform::RegistryKey;
+    using emulation::RegistryKey;
     const std::optional<RegistryKey> opened =
-        RegistryKey::open(platform::RegistryRoot::CurrentUser, key);
+        RegistryKey::open(emulation::RegistryRoot::CurrentUser, key);
     return opened ? opened->number(value).value_or(kNoValue) : kNoValue;
 }
 
@@ -71,14 +71,14 @@ LanguageChoice chosenLanguage() {
     if (option == kAlwaysEnglish) return {kEnglish, LanguageSource::Option};
     if (option != kFollowUser) return {nameOf(option), LanguageSource::Option};
     if (isCadSystemEnglish()) return {kEnglish, LanguageSource::CadSystem};
-    return {nameOf(platform::userLanguageId()), LanguageSource::User};
+    return {nameOf(emulation::userLanguageId()), LanguageSource::User};
 }
 
 std::u16string languageFolderName(std::u16string_view languageName) {
     const auto* const found = std::ranges::find(kLanguages, languageName, &Language::name);
     if (found == std::end(kLanguages)) return std::u16string(kEnglish);
     if (!found->folder.empty()) return std::u16string(found->folder);
-    const platform::LocaleNames locale = platform::systemLocale();
+    const emulation::LocaleNames locale = emulation::systemLocale();
     return locale.language + u'_' + locale.country;
 }
 

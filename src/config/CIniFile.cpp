@@ -5,16 +5,16 @@
 #include <optional>
 #include <utility>
 
-#include "platform/CodePage.h"
-#include "platform/Files.h"
+#include "system/Files.h"
+#include "system/Locale.h"
 
 using corvane::config::IniReader;
 
 namespace {
 
 std::optional<std::string> readIniFile(std::string_view file) {
-    return corvane::platform::readFile(corvane::platform::widen(file),
-                                       corvane::config::kLargestIniFile);
+    return corvane::system::readFile(corvane::system::widen(file),
+                                     corvane::config::kLargestIniFile);
 }
 
 // The first records that `wanted` picks, at most `limit`; the file is read no further than that.
@@ -98,5 +98,5 @@ bool CIniFile::Save(std::string_view file, Records& content) const {
     const std::string text = corvane::config::iniFileText(content);
     // What could not be read back is not written.
     return text.size() <= corvane::config::kLargestIniFile &&
-           corvane::platform::replaceFile(corvane::platform::widen(file), text);
+           corvane::system::replaceFile(corvane::system::widen(file), text);
 }

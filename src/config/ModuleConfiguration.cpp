@@ -9,9 +9,9 @@
 #include "config/CIniFile.h"
 #include "config/ScriptFolder.h"
 #include "config/SettingsFolder.h"
-#include "platform/CodePage.h"
-#include "platform/Files.h"
-#include "platform/Profile.h"
+#include "emulation/Profile.h"
+#include "system/Files.h"
+#include "system/Locale.h"
 
 namespace corvane {
 namespace {
@@ -25,9 +25,8 @@ void readEntries(ModuleConfiguration& configuration, std::string_view text) {
     config::IniReader reader(text);
     while (const std::optional<config::IniRecord> record = reader.next()) {
         if (record->isHeading()) continue;
-        configuration.entries.push_back({platform::widen(record->Section),
-                                         platform::widen(record->Key),
-                                         platform::widen(record->Value), record->Commented != ' '});
+        configuration.entries.push_back({system::widen(record->Section), system::widen(record->Key),
+                                         system::widen(record->Value), record->Commented != ' '});
     }
 }
 
@@ -35,7 +34,7 @@ void readDatabaseKeys(ModuleConfiguration& configuration) {
     constexpr const char16_t* kSection = u"RULE_DATABASE_MODULES";
     constexpr std::size_t kWhole = std::numeric_limits<std::size_t>::max();
     for (const char16_t* key : {u"DatabaseType", u"module1", u"ConnectionString", u"FileName"}) {
-        CStringW value = platform::profileText(kSection, key, configuration.file, kWhole);
+        CStringW value = emulation::profileText(kSection, key, configuration.file, kWhole);
         if (!value.IsEmpty())
             configuration.databaseKeys.push_back({kSection, key, std::move(value), false});
     }
@@ -48,12 +47,12 @@ ModuleConfiguration GetModuleConfiguration() {
     configuration.settingsFolder = config::settingsFolderPath();
     configuration.file = configuration.settingsFolder + u"ConfigModule.ini";
     const std::optional<std::string> text =
-        platform::readFile(configuration.file, config::kLargestIniFile);
+        system::readFile(configuration.file, config::kLargestIniFile);
     if (!text) return configuration;
     configuration.readable = true;
     configuration.scriptFolder = config::scriptFolder(configuration.file);
     configuration.byteOrderMark = beginsWithMark(*text);
-    configuration.cutLine = platform::widen(text->substr(text->rfind('\n') + 1));
+    configuration.cutLine = system::widen(text->substr(text->rfind('\n') + 1));
     readEntries(configuration, *text);
     readDatabaseKeys(configuration);
     return configuration;

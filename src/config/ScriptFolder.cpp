@@ -2,7 +2,7 @@
 
 #include "config/CIniFile.h"
 #include "config/FrameworkUtils.h"
-#include "platform/CodePage.h"
+#include "system/Locale.h"
 
 namespace corvane::config {
 
@@ -11,10 +11,10 @@ std::optional<CStringW> scriptFolder() {
 }
 
 std::optional<CStringW> scriptFolder(const CStringW& configFile) {
-    const std::string file = platform::narrow(configFile);
+    const std::string file = system::narrow(configFile);
     const IniRecords found = CIniFile().GetRecord("directory", "RULE_SCRIPT_LOCATION", file);
     if (found.empty()) return std::nullopt;
-    return CStringW(platform::widen(found.front().Value));
+    return CStringW(system::widen(found.front().Value));
 }
 
 }  // namespace corvane::config

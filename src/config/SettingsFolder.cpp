@@ -4,30 +4,30 @@
 
 #include <corvane/config/DataFolders.h>
 
-#include "platform/Environment.h"
-#include "platform/Files.h"
-#include "platform/Paths.h"
+#include "system/Environment.h"
+#include "system/Files.h"
+#include "system/Paths.h"
 
 namespace corvane::config {
 namespace {
 
 std::u16string dataRoot() {
     std::u16string root =
-        platform::environmentVariable(u"CORVANE_DATA_DIR").value_or(std::u16string());
+        system::environmentVariable(u"CORVANE_DATA_DIR").value_or(std::u16string());
     if (!root.empty()) return root;
-    return platform::join(platform::join(platform::commonDataFolder(), u"TessalyLtd"), u"Corvane");
+    return system::join(system::join(system::commonDataFolder(), u"TessalyLtd"), u"Corvane");
 }
 
 }  // namespace
 
 std::u16string settingsFolderPath() {
-    return platform::join(platform::join(dataRoot(), u"Settings"), {});
+    return system::join(system::join(dataRoot(), u"Settings"), {});
 }
 
 std::u16string settingsFolder() {
     std::u16string folder = settingsFolderPath();
     // The path is of use even where no folder can be made: reading finds nothing there.
-    if (!platform::pathExists(folder)) platform::createFolders(folder);
+    if (!system::pathExists(folder)) system::createFolders(folder);
     return folder;
 }
 

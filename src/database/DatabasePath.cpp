@@ -3,9 +3,9 @@
 #include <cstdlib>
 #include <string>
 
-#include "platform/Environment.h"
-#include "platform/Files.h"
-#include "platform/Paths.h"
+#include "system/Environment.h"
+#include "system/Files.h"
+#include "system/Paths.h"
 
 namespace corvane::database {
 namespace {
@@ -32,11 +32,11 @@ CStringW expandVariable(const CStringW& text) {
 
 CStringW defaultDatabaseFile() {
     const std::u16string folder =
-        platform::environmentVariable(u"CORVANE_DATABASE_DIR").value_or(std::u16string());
-    if (!folder.empty() && platform::pathExists(folder)) return CStringW(folder) + kDefaultFileName;
-    std::u16string path = platform::commonDataFolder();
+        system::environmentVariable(u"CORVANE_DATABASE_DIR").value_or(std::u16string());
+    if (!folder.empty() && system::pathExists(folder)) return CStringW(folder) + kDefaultFileName;
+    std::u16string path = system::commonDataFolder();
     for (const char16_t* name : {u"TessalyLtd", u"Corvane", u"QORDataBase", kDefaultFileName})
-        path = platform::join(path, name);
+        path = system::join(path, name);
     return path;
 }
 

@@ -6,9 +6,9 @@
 
 #include "config/FrameworkUtils.h"
 #include "database/DatabasePath.h"
-#include "platform/Modules.h"
-#include "platform/Paths.h"
-#include "platform/Profile.h"
+#include "emulation/Profile.h"
+#include "system/Modules.h"
+#include "system/Paths.h"
 
 namespace qor_db {
 namespace {
@@ -21,11 +21,11 @@ constexpr const char16_t* kFileNameKey = u"FileName";
 constexpr std::size_t kValueCapacity = 260;
 
 CStringW besideFile(std::u16string_view file, const char16_t* name) {
-    return platform::join(platform::parentFolder(file), name);
+    return system::join(system::parentFolder(file), name);
 }
 
 CStringW databaseSetting(const char16_t* key, const CStringW& configFile) {
-    return platform::profileText(u"RULE_DATABASE_MODULES", key, configFile, kValueCapacity);
+    return emulation::profileText(u"RULE_DATABASE_MODULES", key, configFile, kValueCapacity);
 }
 
 }  // namespace
@@ -38,7 +38,7 @@ QORDataHelper& QORDataHelper::getInstance() {
 QORDataHelper::QORDataHelper(Unconnected) {
     CStringW modulePath;
     LoadDatabaseDll(modulePath);
-    m_hDatabaseModule = platform::loadModule(modulePath);
+    m_hDatabaseModule = system::loadModule(modulePath);
 }
 
 QORDataHelper::QORDataHelper() : QORDataHelper(Unconnected{}) {
@@ -62,10 +62,10 @@ ConfiguredDatabase QORDataHelper::configured() {
 }
 
 QORDataHelper::~QORDataHelper() {
-    const auto destroy = platform::moduleFunction<DestroyCollectorFunction>(m_hDatabaseModule,
-                                                                            kDestroyCollectorName);
+    const auto destroy =
+        system::moduleFunction<DestroyCollectorFunction>(m_hDatabaseModule, kDestroyCollectorName);
     if (m_pCollector && destroy) destroy(&m_pCollector);
-    platform::freeModule(m_hDatabaseModule);
+    system::freeModule(m_hDatabaseModule);
     m_hDatabaseModule = nullptr;
 }
 
@@ -115,11 +115,11 @@ std::unique_ptr<IConnectorData> QORDataHelper::makeSQLiteConnector(const CString
 }
 
 void QORDataHelper::LoadDatabaseDll(CStringW& path) {
-    path = besideFile(platform::ownModuleFile(), kCollectorModule);
+    path = besideFile(system::ownModuleFile(), kCollectorModule);
 }
 
 CStringW QORDataHelper::GetModuleFile(void* module) {
-    return platform::moduleFile(module);
+    return system::moduleFile(module);
 }
 
 CStringW QORDataHelper::GetDefaultDatabaseDll() {
@@ -136,7 +136,7 @@ CStringW QORDataHelper::ConvertToAbsolutePath(CStringW& text) const {
 
 void QORDataHelper::createCollector(const IConnectorData& connector) {
     const auto create =
-        platform::moduleFunction<CreateCollectorFunction>(m_hDatabaseModule, kCreateCollectorName);
+        system::moduleFunction<CreateCollectorFunction>(m_hDatabaseModule, kCreateCollectorName);
     if (create) create(&connector, &m_pCollector);
 }
 

@@ -3,7 +3,7 @@
 #include <new>
 #include <string>
 
-#include "platform/Unicode.h"
+#include "system/Unicode.h"
 
 namespace dfx {
 namespace {
@@ -28,13 +28,13 @@ std::string_view prefixOf(ILogSink::LOGLEVEL level) {
 ILogSink::~ILogSink() = default;
 
 FileLogSink::FileLogSink(std::u16string_view path)
-    : file_(corvane::platform::OutputFile::open(path)), good_(file_ != nullptr) {}
+    : file_(corvane::system::OutputFile::open(path)), good_(file_ != nullptr) {}
 
 void FileLogSink::log(const LOGLEVEL& level, const char16_t* message) {
     if (!good_ || !message) return;
     try {
         std::string bytes(prefixOf(level));
-        corvane::platform::appendUtf8(bytes, message);
+        corvane::system::appendUtf8(bytes, message);
         if (!file_->write(bytes)) good_ = false;
     } catch (const std::bad_alloc&) {
         good_ = false;  // whoever logs that memory is short must not fail on the log

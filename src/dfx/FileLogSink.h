@@ -6,7 +6,7 @@
 
 #include <corvane/dfx/ILogSink.h>
 
-#include "platform/Files.h"
+#include "system/Files.h"
 
 namespace dfx {
 
@@ -19,7 +19,7 @@ public:
     void log(const LOGLEVEL& level, const char16_t* message) override;
 
 private:
-    std::unique_ptr<corvane::platform::OutputFile> file_;
+    std::unique_ptr<corvane::system::OutputFile> file_;
     // Once a message is lost, a later one would read as if nothing were missing.
     std::atomic<bool> good_;
 };

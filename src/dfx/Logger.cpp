@@ -11,7 +11,7 @@
 #include <corvane/dfx/Logger.h>
 
 #include "dfx/FileLogSink.h"
-#include "platform/Environment.h"
+#include "system/Environment.h"
 
 namespace dfx {
 namespace {
@@ -22,7 +22,7 @@ constexpr int kAllLevels = ILogSink::LOGLEVEL_DEBUG | ILogSink::LOGLEVEL_INFO |
 
 // Empty for a value that is too long, as for none: a cut path would name another file.
 std::u16string setting(std::u16string_view name) {
-    std::u16string value = corvane::platform::environmentVariable(name).value_or(std::u16string());
+    std::u16string value = corvane::system::environmentVariable(name).value_or(std::u16string());
     if (value.size() > kLongestSetting) value.clear();
     return value;
 }

@@ -3,20 +3,18 @@
 #include <corvane/logging/CCorvaneLog.h>
 
 #include "logging/LogPath.h"
-#include "platform/Clock.h"
-#include "platform/Paths.h"
-#include "platform/TextStream.h"
+#include "system/Clock.h"
+#include "system/Paths.h"
+#include "system/TextStream.h"
 
 namespace {
 
-namespace platform = corvane::platform;
-
 // "[hour:minute:second] [file:line] "
 CStringW prefix(std::u16string_view sourceFile, QorLong line) {
-    const platform::LocalTime now = platform::localTime();
+    const corvane::system::LocalTime now = corvane::system::localTime();
     CStringW text;
     text.Format(u"[%d:%d:%d] [%s:%d] ", now.hour, now.minute, now.second,
-                platform::fileName(sourceFile), line);
+                corvane::system::fileName(sourceFile), line);
     return text;
 }
 
@@ -26,11 +24,11 @@ std::FILE* CCorvaneLog::CorvaneLogFile = nullptr;
 
 void CCorvaneLog::CreateLogFile(CStringW partPath) {
     if (CorvaneLogFile || partPath.IsEmpty()) return;
-    CorvaneLogFile = platform::openTextStream(corvane::logging::logPath(partPath));
+    CorvaneLogFile = corvane::system::openTextStream(corvane::logging::logPath(partPath));
 }
 
 void CCorvaneLog::OpenLogFile(CStringW logPath) {
-    if (!logPath.IsEmpty()) CorvaneLogFile = platform::openTextStream(logPath);
+    if (!logPath.IsEmpty()) CorvaneLogFile = corvane::system::openTextStream(logPath);
 }
 
 std::FILE* CCorvaneLog::GetLogFile() {
@@ -41,10 +39,10 @@ void CCorvaneLog::PrintMessage(CStringW message, const char* sourceFile, QorLong
     if (message.IsEmpty() || !CorvaneLogFile) return;
     const CStringW source(sourceFile);
     CStringW text;
-    if (platform::lastSeparator(source) != 0) text = prefix(source, line);
+    if (corvane::system::lastSeparator(source) != 0) text = prefix(source, line);
     text += message;
     text += u'\n';
-    platform::writeText(CorvaneLogFile, text);
+    corvane::system::writeText(CorvaneLogFile, text);
 }
 
 void CCorvaneLog::CloseLogFile() {

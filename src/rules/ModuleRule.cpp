@@ -9,9 +9,9 @@
 #include <corvane/rules/ChildElements.h>
 #include <corvane/rules/ModuleRule.h>
 
-#include "platform/CodePage.h"
 #include "rules/ParameterVisit.h"
 #include "rules/StorageList.h"
+#include "system/Locale.h"
 
 namespace corvane {
 
@@ -53,7 +53,7 @@ void RuleCheck::report(const Finding& finding) {
 }
 
 void RuleCheck::cannotJudge(const CStringW& reason) const {
-    throw std::runtime_error(platform::narrow(reason));
+    throw std::runtime_error(system::narrow(reason));
 }
 
 ModuleRule::ModuleRule(const RuleEntry& entry, std::span<const ParameterDefinition> parameters,

@@ -5,9 +5,9 @@
 #include <corvane/xml/CurrentDocument.h>
 #include <corvane/xml/QorXMLNode.h>
 
-#include "platform/Paths.h"
 #include "rules/ParameterVisit.h"
 #include "rules/RuleElement.h"
+#include "system/Paths.h"
 #include "xml/ElementWriter.h"
 
 namespace corvane::rules {
@@ -35,7 +35,7 @@ std::unique_ptr<QorXMLNode> makeRuleElement(const CQorRule& rule, std::uint32_t 
     add(resource::kRuleDescriptionAttr, rule.m_csRuleDescription);
     add(resource::kRuleSourceAttr, rule.m_csRuleSource);
     add(resource::kRuleModuleAttr, rule.m_csRuleModuleName);
-    add(resource::kRuleFileAttr, platform::fileName(rule.m_csRuleFileName));
+    add(resource::kRuleFileAttr, system::fileName(rule.m_csRuleFileName));
     add(resource::kRuleSeverityAttr, converter.ValueToText(rule.m_lRuleSeverity));
     add(categoryResource, rule.m_csRuleCategory);
     return element;

@@ -9,11 +9,11 @@
 #include <corvane/rules/ParameterKinds.h>
 #include <corvane/rules/WritingLoss.h>
 
-#include "platform/Paths.h"
 #include "rules/NumberText.h"
 #include "rules/ParameterIndex.h"
 #include "rules/ParameterNames.h"
 #include "rules/RequiredElement.h"
+#include "system/Paths.h"
 #include "text/Scan.h"
 
 namespace corvane {
@@ -110,7 +110,7 @@ private:
     void comparePath(ElementView before, ElementView after, std::u16string_view attribute) {
         const auto had = before.attribute(attribute);
         const auto has = after.attribute(attribute);
-        if (had && has && lowered(platform::fileName(*had)) == lowered(platform::fileName(*has)))
+        if (had && has && lowered(system::fileName(*had)) == lowered(system::fileName(*has)))
             return;
         compareAttribute(before, after, attribute, u"");
     }

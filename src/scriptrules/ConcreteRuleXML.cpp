@@ -9,10 +9,10 @@
 #include <corvane/xml/QorXMLNode.h>
 
 #include "app/CCorvaneFrameworkApp.h"
-#include "platform/Components.h"
-#include "platform/Paths.h"
+#include "emulation/Components.h"
 #include "rules/RequiredElement.h"
 #include "rules/RuleElement.h"
+#include "system/Paths.h"
 #include "xml/ElementAccess.h"
 
 using corvane::ResourceText;
@@ -76,8 +76,8 @@ void writeEngines(QorXMLNode& rule, const CStringList& engines) {
         const Node engine(list->AppendNode(ResourceText(resource::kEngineAttr)));
         TypeLibDetails library(path);
         if (!library.ReadTypeLibAttributes()) continue;
-        rules::writeText(*engine, resource::kEngineAttr, corvane::platform::fileName(path));
-        rules::writeText(*engine, resource::kGuidAttr, corvane::platform::guidText(library.guid));
+        rules::writeText(*engine, resource::kEngineAttr, corvane::system::fileName(path));
+        rules::writeText(*engine, resource::kGuidAttr, corvane::emulation::guidText(library.guid));
         writeHexadecimal(*engine, resource::kMajorAttr, library.majorVersion);
         writeHexadecimal(*engine, resource::kMinorAttr, library.minorVersion);
         writeHexadecimal(*engine, resource::kLcidAttr, library.lcid);

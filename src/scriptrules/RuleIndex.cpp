@@ -11,10 +11,10 @@
 
 #include "config/FrameworkUtils.h"
 #include "config/ScriptFolder.h"
-#include "platform/Files.h"
-#include "platform/Paths.h"
-#include "platform/Unicode.h"
-#include "platform/posix/FileStamp.h"
+#include "system/FileStamp.h"
+#include "system/Files.h"
+#include "system/Paths.h"
+#include "system/Unicode.h"
 #include "xml/ElementAccess.h"
 
 namespace corvane::scriptrules {
@@ -58,7 +58,7 @@ public:
 private:
     static std::u16string folded(std::u16string_view name) {
         std::u16string text(name);
-        std::transform(text.begin(), text.end(), text.begin(), platform::toLower);
+        std::transform(text.begin(), text.end(), text.begin(), system::toLower);
         return text;
     }
 
@@ -70,15 +70,15 @@ class FileState {
 public:
     // Stamp and bytes come before whatever reads the file: a change in between is seen later.
     explicit FileState(CStringW path)
-        : path_(std::move(path)), stamp_(platform::FileStamp::of(path_)) {
-        if (!stamp_.proves(stamp_)) bytes_ = platform::readFile(path_);
+        : path_(std::move(path)), stamp_(system::FileStamp::of(path_)) {
+        if (!stamp_.proves(stamp_)) bytes_ = system::readFile(path_);
     }
 
     bool isCurrent(const CStringW& path) {
         if (path != path_) return false;
-        const auto now = platform::FileStamp::of(path_);
+        const auto now = system::FileStamp::of(path_);
         if (stamp_.proves(now)) return true;
-        if (!bytes_ || platform::readFile(path_) != bytes_) return false;
+        if (!bytes_ || system::readFile(path_) != bytes_) return false;
         stamp_ = now;
         if (stamp_.proves(stamp_)) bytes_.reset();
         return true;
@@ -86,7 +86,7 @@ public:
 
 private:
     CStringW path_;
-    platform::FileStamp stamp_;
+    system::FileStamp stamp_;
     std::optional<std::string> bytes_;  // while the stamp alone proves nothing
 };
 
@@ -140,13 +140,13 @@ std::optional<CStringW> scriptFolder() {
 }
 
 std::unique_ptr<QorXMLNode> findIndexEntry(const CStringW& folder, const CStringW& name) {
-    const CStringW path = platform::join(folder, kIndexFile);
+    const CStringW path = system::join(folder, kIndexFile);
     if (currentCache) return currentCache->find(path, name);
     QorXMLDocument index;
     const QorXMLNode* const root = index.LoadFromFile(path);
     if (!root) return nullptr;
     for (const ElementView entry : entriesOf(*root)) {
-        if (platform::compareNoCase(nameOf(entry), name) == 0) return counted(entry);
+        if (system::compareNoCase(nameOf(entry), name) == 0) return counted(entry);
     }
     return nullptr;
 }

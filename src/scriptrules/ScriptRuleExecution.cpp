@@ -5,19 +5,18 @@
 #include <corvane/app/StringResources.h>
 #include <corvane/scriptrules/ConcreteQORRule.h>
 
-#include "platform/Components.h"
-#include "platform/Files.h"
-#include "platform/MessageBox.h"
-#include "platform/Paths.h"
+#include "emulation/Components.h"
+#include "emulation/MessageBox.h"
 #include "scriptrules/RuleIndex.h"
 #include "scriptrules/ScriptRunNotice.h"
 #include "scriptrules/ScriptSession.h"
 #include "scriptrules/ScriptText.h"
+#include "system/Files.h"
+#include "system/Paths.h"
 
 using corvane::ResourceText;
 using corvane::ScriptRun;
 using corvane::ScriptRunStatus;
-namespace platform = corvane::platform;
 namespace resource = corvane::resource;
 
 namespace {
@@ -26,8 +25,9 @@ constexpr QorLong kPassed = 0;
 constexpr QorLong kScriptRuleFailed = -6;
 
 void showError(const CStringW& text) {
-    platform::messageBox(text, ResourceText(resource::kScriptCaption),
-                         platform::kMessageIconError | platform::kMessageTaskModal);
+    corvane::emulation::messageBox(
+        text, ResourceText(resource::kScriptCaption),
+        corvane::emulation::kMessageIconError | corvane::emulation::kMessageTaskModal);
 }
 
 // Notes the path of the rule's script in the run; when there is no script to run, why.
@@ -43,8 +43,8 @@ bool findScript(ScriptRun& run) {
         run.status = ScriptRunStatus::NoScriptName;
         return false;
     }
-    run.scriptPath = platform::join(run.scriptFolder, file);
-    if (platform::pathExists(run.scriptPath)) return true;
+    run.scriptPath = corvane::system::join(run.scriptFolder, file);
+    if (corvane::system::pathExists(run.scriptPath)) return true;
     run.status = ScriptRunStatus::ScriptMissing;
     CStringW message;
     message.Format(ResourceText(resource::kScriptMissing), run.rule->m_csRuleName,
@@ -64,7 +64,7 @@ QorLong ConcreteQORRule::ExecuteScriptRule() const {
     ScriptRun run;
     run.rule = this;
     {
-        const platform::ComponentRuntime runtime;
+        const corvane::emulation::ComponentRuntime runtime;
         corvane::scriptrules::ScriptSession session(run);
         if (session.createHost() && session.addEngines(m_lstEngines) && findScript(run)) {
             CStringW script;

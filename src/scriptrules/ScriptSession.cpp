@@ -3,7 +3,7 @@
 #include <corvane/app/StringResources.h>
 #include <corvane/scriptrules/ScriptStatus.h>
 
-#include "platform/Components.h"
+#include "emulation/Components.h"
 #include "scriptrules/ScriptRunNotice.h"
 
 namespace corvane::scriptrules {
@@ -35,10 +35,10 @@ std::int32_t shownLine(std::int32_t line) {
 }  // namespace
 
 HResult ScriptSession::findHost() {
-    const auto classId = platform::classFromProgramId(IScriptProcessor::kProgramId);
+    const auto classId = emulation::classFromProgramId(IScriptProcessor::kProgramId);
     if (!classId) return kErrorNoSuchProgramId;
     void* object = nullptr;
-    HResult status = platform::createInstance(*classId, IUnknown::kInterfaceId, &object);
+    HResult status = emulation::createInstance(*classId, IUnknown::kInterfaceId, &object);
     if (failed(status)) return status;
     ATL::CComPtr<IUnknown> component;
     component.Attach(static_cast<IUnknown*>(object));

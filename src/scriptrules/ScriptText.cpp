@@ -5,8 +5,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/Files.h"
-#include "platform/Unicode.h"
+#include "system/Files.h"
+#include "system/Unicode.h"
 
 namespace corvane::scriptrules {
 namespace {
@@ -30,7 +30,7 @@ std::u16string decodeUtf16(std::string_view bytes, bool highFirst) {
 std::u16string decode(std::string_view bytes) {
     if (bytes.starts_with("\xFF\xFE")) return decodeUtf16(bytes, false);
     if (bytes.starts_with("\xFE\xFF")) return decodeUtf16(bytes, true);
-    return platform::fromUtf8(bytes);
+    return system::fromUtf8(bytes);
 }
 
 bool mayBeMark(char16_t unit) {
@@ -61,13 +61,13 @@ CStringW scriptText(std::string_view bytes) {
 }
 
 std::optional<CStringW> readScript(const CStringW& path) {
-    const std::optional<std::string> bytes = platform::readFile(path, kLargestScript);
+    const std::optional<std::string> bytes = system::readFile(path, kLargestScript);
     if (!bytes) return std::nullopt;
     return scriptText(*bytes);
 }
 
 bool isTooLarge(const CStringW& path) {
-    const auto file = platform::InputFile::open(path);
+    const auto file = system::InputFile::open(path);
     return file && file->size() > kLargestScript;
 }
 

@@ -6,12 +6,12 @@
 #include <corvane/scriptrules/RegisteredTypeLibraries.h>
 #include <corvane/scriptrules/TypeLibDetails.h>
 
-#include "platform/Components.h"
-#include "platform/Registry.h"
-#include "platform/TypeLibrary.h"
+#include "emulation/Components.h"
+#include "emulation/Registry.h"
+#include "emulation/TypeLibrary.h"
 
 using corvane::RegisteredTypeLibrary;
-using corvane::platform::RegistryKey;
+using corvane::emulation::RegistryKey;
 
 namespace {
 
@@ -23,7 +23,7 @@ constexpr int kLongestKeyName = 254;
 constexpr std::size_t kLongestPath = 259;
 
 std::optional<RegistryKey> openKey(const CStringW& path) {
-    return RegistryKey::open(corvane::platform::RegistryRoot::ClassesRoot, path);
+    return RegistryKey::open(corvane::emulation::RegistryRoot::ClassesRoot, path);
 }
 
 std::vector<CStringW> subkeys(const CStringW& path) {
@@ -90,14 +90,14 @@ TypeLibDetails::TypeLibDetails(CStringW file) : fileName(std::move(file)) {}
 bool TypeLibDetails::FindTypeLibFile(CStringW& path, const CStringW& libraryId,
                                      const CStringW& /*major*/, const CStringW& /*minor*/,
                                      CStringW localeId) {
-    const corvane::platform::ComponentRuntime runtime;
+    const corvane::emulation::ComponentRuntime runtime;
     const auto version = countingVersion(subkeys(libraryKey(libraryId)));
     return version && readFile(libraryId, *version, localeId, path);
 }
 
 bool TypeLibDetails::ReadTypeLibAttributes() {
-    const corvane::platform::ComponentRuntime runtime;
-    const auto attributes = corvane::platform::readTypeLibrary(fileName);
+    const corvane::emulation::ComponentRuntime runtime;
+    const auto attributes = corvane::emulation::readTypeLibrary(fileName);
     if (!attributes) return false;
     guid = attributes->guid;
     majorVersion = attributes->majorVersion;

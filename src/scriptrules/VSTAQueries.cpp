@@ -2,12 +2,12 @@
 
 #include <corvane/scriptrules/VSTAQueries.h>
 
-#include "platform/Modules.h"
-#include "platform/Paths.h"
-#include "platform/Registry.h"
+#include "emulation/Registry.h"
+#include "system/Modules.h"
+#include "system/Paths.h"
 
-using corvane::platform::RegistryKey;
-using corvane::platform::RegistryRoot;
+using corvane::emulation::RegistryKey;
+using corvane::emulation::RegistryRoot;
 
 namespace {
 
@@ -47,6 +47,7 @@ void CanUseVSTARules(bool* usable) {
 }
 
 void IsCorvaneForCreoParametric(bool* creo) {
-    using namespace corvane::platform;
+    using namespace corvane::emulation;
+    using namespace corvane::system;
     answer(creo, [] { return anyModuleFits(parentFolder(ownModuleFile()), kCreoModules); });
 }

@@ -2,9 +2,8 @@
 
 #include <corvane/text/CStringW.h>
 
-#include "platform/CodePage.h"
-#include "platform/Collation.h"
-#include "platform/Unicode.h"
+#include "system/Locale.h"
+#include "system/Unicode.h"
 #include "text/Scan.h"
 
 namespace {
@@ -45,18 +44,18 @@ CStringW::CStringW(const char16_t* text, int length)
 
 CStringW::CStringW(char16_t unit, int repeat) : text_(clamp(repeat, kNone), unit) {}
 
-CStringW::CStringW(const char* text) : text_(corvane::platform::widen(text ? text : "")) {}
+CStringW::CStringW(const char* text) : text_(corvane::system::widen(text ? text : "")) {}
 
 CStringW CStringW::FromUtf8(std::string_view bytes) {
-    return corvane::platform::fromUtf8(bytes);
+    return corvane::system::fromUtf8(bytes);
 }
 
 std::string CStringW::ToUtf8() const {
-    return corvane::platform::toUtf8(text_);
+    return corvane::system::toUtf8(text_);
 }
 
 std::string CStringW::ToNarrow() const {
-    return corvane::platform::narrow(text_);
+    return corvane::system::narrow(text_);
 }
 
 char16_t CStringW::GetAt(int at) const {
@@ -115,11 +114,11 @@ int CStringW::Compare(std::u16string_view other) const {
 }
 
 int CStringW::CompareNoCase(std::u16string_view other) const {
-    return corvane::platform::compareNoCase(text_, other);
+    return corvane::system::compareNoCase(text_, other);
 }
 
 int CStringW::Collate(std::u16string_view other) const {
-    return corvane::platform::collate(text_, other);
+    return corvane::system::collate(text_, other);
 }
 
 int CStringW::CollateNoCase(std::u16string_view other) const {
@@ -215,12 +214,12 @@ int CStringW::Delete(int at, int count) {
 }
 
 CStringW& CStringW::MakeLower() {
-    std::transform(text_.begin(), text_.end(), text_.begin(), corvane::platform::toLower);
+    std::transform(text_.begin(), text_.end(), text_.begin(), corvane::system::toLower);
     return *this;
 }
 
 CStringW& CStringW::MakeUpper() {
-    std::transform(text_.begin(), text_.end(), text_.begin(), corvane::platform::toUpper);
+    std::transform(text_.begin(), text_.end(), text_.begin(), corvane::system::toUpper);
     return *this;
 }
 

@@ -7,7 +7,7 @@
 #include <corvane/text/CStringW.h>
 #include <corvane/text/Format.h>
 
-#include "platform/Unicode.h"
+#include "system/Unicode.h"
 
 namespace corvane {
 namespace {
@@ -142,7 +142,7 @@ std::u16string digits(std::uint64_t value, int base, bool upper) {
     char buffer[64];
     const auto [end, error] = std::to_chars(buffer, buffer + sizeof buffer, value, base);
     std::u16string text(buffer, end);
-    if (upper) std::transform(text.begin(), text.end(), text.begin(), platform::toUpper);
+    if (upper) std::transform(text.begin(), text.end(), text.begin(), system::toUpper);
     return text;
 }
 
@@ -195,7 +195,7 @@ void appendDouble(std::u16string& out, const Conversion& conversion, double valu
     const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
                                             floatFormat(conversion.letter), precision);
     std::u16string body(buffer.data(), end);
-    if (upper) std::transform(body.begin(), body.end(), body.begin(), platform::toUpper);
+    if (upper) std::transform(body.begin(), body.end(), body.begin(), system::toUpper);
     appendField(out, conversion, prefix, body, true);
 }
 
@@ -210,7 +210,7 @@ void appendText(std::u16string& out, const Conversion& conversion,
     if (const auto* wide = std::get_if<std::u16string_view>(&value)) {
         appendString(out, conversion, *wide);
     } else if (const auto* narrow = std::get_if<std::string_view>(&value)) {
-        appendString(out, conversion, platform::fromUtf8(*narrow));
+        appendString(out, conversion, system::fromUtf8(*narrow));
     }
 }
 

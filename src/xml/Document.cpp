@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/Files.h"
+#include "system/Files.h"
 #include "xml/Access.h"
 #include "xml/DocumentNode.h"
 #include "xml/Encoding.h"
@@ -76,7 +76,7 @@ bool Document::load(Fault fault, std::string_view utf8) {
 }
 
 bool Document::loadFile(std::u16string_view path) {
-    const std::optional<std::string> bytes = platform::readFile(path, kLargestDocument);
+    const std::optional<std::string> bytes = system::readFile(path, kLargestDocument);
     if (!bytes) return load({0, 0, "The file cannot be read"}, {});
     Decoded decoded = decodeFile(*bytes);
     return load(std::move(decoded.fault), decoded.text());
@@ -88,7 +88,7 @@ bool Document::loadText(std::u16string_view text) {
 }
 
 bool Document::save(std::u16string_view path) const {
-    return root() && platform::replaceFile(path, serializedFile(*tree_));
+    return root() && system::replaceFile(path, serializedFile(*tree_));
 }
 
 QorXMLNode* Document::addRootNode() {

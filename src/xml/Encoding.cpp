@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <iterator>
 
-#include "platform/Unicode.h"
+#include "system/Unicode.h"
 #include "xml/Node.h"
 
 namespace corvane::xml {
@@ -72,8 +72,8 @@ Decoded contradicted(const std::string& declared) {
 std::size_t findHalfPair(std::u16string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] < 0xD800 || text[i] > 0xDFFF) continue;
-        const bool whole = platform::isHighSurrogate(text[i]) && i + 1 < text.size() &&
-                           platform::isLowSurrogate(text[i + 1]);
+        const bool whole = system::isHighSurrogate(text[i]) && i + 1 < text.size() &&
+                           system::isLowSurrogate(text[i + 1]);
         if (!whole) return i;
         ++i;
     }
@@ -90,7 +90,7 @@ Decoded decodeUnits(std::u16string_view text) {
         return result;
     }
     Decoded result;
-    platform::appendUtf8(result.buffer, text);
+    system::appendUtf8(result.buffer, text);
     return result;
 }
 
@@ -123,7 +123,7 @@ Decoded decodeBytes(std::string_view bytes, bool windows) {
         units += unit;
     }
     Decoded result;
-    platform::appendUtf8(result.buffer, units);
+    system::appendUtf8(result.buffer, units);
     return result;
 }
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/Unicode.h"
+#include "system/Unicode.h"
 
 namespace corvane::xml {
 namespace {
@@ -21,10 +21,10 @@ std::u16string_view NameTable::name(const xmlChar* prefix, const xmlChar* local)
     if (known.empty()) {
         std::u16string name;
         if (prefix) {
-            platform::appendFromUtf8(name, bytes(prefix));
+            system::appendFromUtf8(name, bytes(prefix));
             name += u':';
         }
-        platform::appendFromUtf8(name, bytes(local));
+        system::appendFromUtf8(name, bytes(local));
         known = pool_.copy(name);
     }
     return known;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "platform/Unicode.h"
+#include "system/Unicode.h"
 
 namespace corvane::xml {
 namespace {
@@ -45,8 +45,8 @@ bool continuesName(char32_t point) {
 char32_t takeCharacter(std::u16string_view& text) {
     const char32_t unit = text.front();
     text.remove_prefix(1);
-    if (!platform::isHighSurrogate(static_cast<char16_t>(unit)) || text.empty() ||
-        !platform::isLowSurrogate(text.front()))
+    if (!system::isHighSurrogate(static_cast<char16_t>(unit)) || text.empty() ||
+        !system::isLowSurrogate(text.front()))
         return unit;
     const char32_t low = text.front();
     text.remove_prefix(1);
@@ -74,10 +74,10 @@ bool isCarriable(std::u16string_view text) {
         const char16_t unit = text[i];
         if (unit >= 0x20 && unit < 0xD800) continue;
         if (unit == u'\t' || unit == u'\n' || unit == u'\r') continue;
-        if (unit < 0x20 || unit >= 0xFFFE || platform::isLowSurrogate(unit)) return false;
-        if (!platform::isHighSurrogate(unit)) continue;
+        if (unit < 0x20 || unit >= 0xFFFE || system::isLowSurrogate(unit)) return false;
+        if (!system::isHighSurrogate(unit)) continue;
         ++i;
-        if (i == text.size() || !platform::isLowSurrogate(text[i])) return false;
+        if (i == text.size() || !system::isLowSurrogate(text[i])) return false;
     }
     return true;
 }

@@ -4,7 +4,7 @@
 
 #include <corvane/xml/QorXMLNode.h>
 
-#include "platform/CodePage.h"
+#include "system/Locale.h"
 #include "text/Scan.h"
 #include "xml/Attributes.h"
 #include "xml/Failure.h"
@@ -46,7 +46,7 @@ bool QorXMLNode::GetAttributeValue(CStringW name, CStringW& value) const {
 bool QorXMLNode::GetAttributeValue1(const char* name, char*& value) const {
     CStringW wide;
     if (!GetAttributeValue(CStringW(name), wide)) return false;
-    const std::string narrow = corvane::platform::narrow(wide);
+    const std::string narrow = corvane::system::narrow(wide);
     auto* copy = new char[narrow.size() + 1];
     std::copy_n(narrow.c_str(), narrow.size() + 1, copy);
     value = copy;

@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Unicode.h"
+#include "system/Unicode.h"
 #include "xml/Limits.h"
 #include "xml/NameTable.h"
 #include "xml/Names.h"
@@ -60,7 +60,7 @@ std::string_view view(const xmlChar* text, int length) {
 
 std::u16string wide(std::string_view utf8) {
     std::u16string text;
-    platform::appendFromUtf8(text, utf8);
+    system::appendFromUtf8(text, utf8);
     return text;
 }
 

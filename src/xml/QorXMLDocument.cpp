@@ -4,7 +4,7 @@
 #include <corvane/xml/QorXMLDocument.h>
 #include <corvane/xml/XMLFault.h>
 
-#include "platform/MessageBox.h"
+#include "emulation/MessageBox.h"
 #include "xml/Access.h"
 #include "xml/Construction.h"
 #include "xml/Document.h"
@@ -23,8 +23,8 @@ QorXMLDocument::QorXMLDocument() {
     const HResult status = corvane::xml::makeDocument(m_pDocument);
     if (!failed(status)) return;
     m_pDocument = nullptr;
-    corvane::platform::messageBox(corvane::xml::errorText(status), u"",
-                                  corvane::platform::kMessageOk);
+    corvane::emulation::messageBox(corvane::xml::errorText(status), u"",
+                                   corvane::emulation::kMessageOk);
 }
 
 QorXMLDocument::QorXMLDocument(QorXMLDocument&) {}

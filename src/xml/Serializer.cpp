@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Unicode.h"
+#include "system/Unicode.h"
 #include "xml/Names.h"
 #include "xml/Tree.h"
 
@@ -19,7 +19,7 @@ struct Utf16Output {
 struct Utf8Output {
     std::string text;
     void put(std::string_view ascii) { text += ascii; }
-    void put(std::u16string_view units) { platform::appendUtf8(text, units); }
+    void put(std::u16string_view units) { system::appendUtf8(text, units); }
 };
 
 // What stands for a unit, or nothing when it stands for itself. White space that a load would

@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/Unicode.h"
+#include "system/Unicode.h"
 #include "xml/Names.h"
 #include "xml/Tree.h"
 
@@ -56,7 +56,7 @@ public:
 private:
     xmlNodePtr add(xmlNodePtr parent, const Element& element) {
         const std::u16string_view name = element.name.view();
-        const std::string local = platform::toUtf8(localNameOf(name));
+        const std::string local = system::toUtf8(localNameOf(name));
         xmlNodePtr node = checked(xmlNewDocNode(document_, nullptr, chars(local), nullptr));
         xmlAddChild(parent, node);
         if (!root_) root_ = node;
@@ -73,9 +73,9 @@ private:
 
     void add(xmlNodePtr node, const Attribute& attribute) {
         const std::u16string_view prefix = prefixOf(attribute.name.view());
-        const std::string local = platform::toUtf8(localNameOf(attribute.name.view()));
+        const std::string local = system::toUtf8(localNameOf(attribute.name.view()));
         if (prefix == u"xmlns" || (prefix.empty() && local == "xmlns")) return;
-        const std::string value = platform::toUtf8(attribute.value.view());
+        const std::string value = system::toUtf8(attribute.value.view());
         checked(xmlNewNsProp(node, space(prefix), chars(local), chars(value)));
         countRun();
     }
@@ -86,7 +86,7 @@ private:
             addText(parent, data);
             return;
         }
-        const std::string text = platform::toUtf8(data.text.view());
+        const std::string text = system::toUtf8(data.text.view());
         if (data.kind == Kind::Instruction)
             addInstruction(parent, text);
         else
@@ -100,7 +100,7 @@ private:
         if (first.previous && first.previous->isText()) return;
         std::string text;
         for (const Node* at = &first; at && at->isText(); at = at->next)
-            platform::appendUtf8(text, asData(at)->text.view());
+            system::appendUtf8(text, asData(at)->text.view());
         if (text.empty()) return;
         const int length = static_cast<int>(text.size());
         xmlAddChild(parent, checked(xmlNewDocTextLen(document_, chars(text), length)));
@@ -121,7 +121,7 @@ private:
         if (prefix.empty()) return nullptr;
         const auto known = spaces_.find(prefix);
         if (known != spaces_.end()) return known->second;
-        const std::string name = platform::toUtf8(prefix);
+        const std::string name = system::toUtf8(prefix);
         xmlNsPtr made =
             name == "xml" ? xmlSearchNs(document_, root_, chars(name)) : declared(chars(name));
         spaces_.emplace(prefix, checked(made));

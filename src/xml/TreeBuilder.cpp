@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/Unicode.h"
+#include "system/Unicode.h"
 #include "xml/Attributes.h"
 #include "xml/DocumentNode.h"
 #include "xml/Tree.h"
@@ -31,7 +31,7 @@ void TreeBuilder::startElement(std::u16string_view name, std::uint32_t line) {
 
 void TreeBuilder::attribute(std::u16string_view name, std::string_view utf8) {
     scratch_.clear();
-    platform::appendFromUtf8(scratch_, utf8);
+    system::appendFromUtf8(scratch_, utf8);
     if (name == u"xml:space") preserve_.back() = scratch_ == u"preserve";
     appendAttribute(*current_, Text::pooled(name), makeText(pool_.get(), scratch_));
 }
@@ -45,13 +45,13 @@ void TreeBuilder::endElement() {
 
 void TreeBuilder::characters(std::string_view utf8, bool escaped) {
     if (escaped && escapedTo_ == 0) escapedFrom_ = pending_.size();
-    platform::appendFromUtf8(pending_, utf8);
+    system::appendFromUtf8(pending_, utf8);
     if (escaped) escapedTo_ = pending_.size();
 }
 
 void TreeBuilder::data(Kind kind, std::string_view utf8) {
     scratch_.clear();
-    platform::appendFromUtf8(scratch_, utf8);
+    system::appendFromUtf8(scratch_, utf8);
     auto* node = makeNode<CharacterData>(pool_.get(), kind);
     node->text = makeText(pool_.get(), scratch_);
     place(*node);

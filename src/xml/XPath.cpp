@@ -8,7 +8,7 @@
 #include <new>
 #include <string>
 
-#include "platform/Unicode.h"
+#include "system/Unicode.h"
 #include "xml/DocumentNode.h"
 #include "xml/Names.h"
 #include "xml/Shadow.h"
@@ -53,7 +53,7 @@ xmlXPathFunction findFunction(void* self, const xmlChar* name, const xmlChar* sp
 // The evaluator has a second way for queries without brackets and "@", which stops at a depth of
 // 10,000 and counts no steps. Parentheses around the whole keep it from taking that.
 std::string evaluable(std::u16string_view query) {
-    std::string text = platform::toUtf8(query);
+    std::string text = system::toUtf8(query);
     if (text.find_first_of("[(@") == text.npos) text = "(" + text + ")";
     return text;
 }
@@ -74,7 +74,7 @@ void registerPrefixes(xmlXPathContextPtr context, std::u16string_view query) {
         while (start < colon && !isQualifiedName(query.substr(start, 1)))
             ++start;
         if (start == colon) continue;
-        const std::string prefix = platform::toUtf8(query.substr(start, colon - start));
+        const std::string prefix = system::toUtf8(query.substr(start, colon - start));
         if (prefix != "xml") xmlXPathRegisterNs(context, chars(prefix), chars(prefix));
     }
 }

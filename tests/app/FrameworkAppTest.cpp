@@ -10,10 +10,10 @@
 
 #include "app/CCorvaneFrameworkApp.h"
 #include "app/CurrentStringTable.h"
-#include "platform/Modules.h"
 #include "support/EnvironmentScope.h"
 #include "support/TemporaryFolder.h"
 #include "support/Text.h"
+#include "system/Modules.h"
 
 namespace {
 
@@ -67,9 +67,9 @@ std::string newRuleIn(const TemporaryFolder& tree, const std::vector<std::string
         fs::copy(build / "Lang" / language, tree.path("Lang/" + language));
     }
     // Never freed: what the library keeps for the life of the process would count as leaked.
-    const corvane::platform::ModuleHandle library =
-        corvane::platform::loadModule(tree.wide("lib/Copy.so"));
-    const auto text = corvane::platform::moduleFunction<decltype(&ResourceText)>(
+    const corvane::system::ModuleHandle library =
+        corvane::system::loadModule(tree.wide("lib/Copy.so"));
+    const auto text = corvane::system::moduleFunction<decltype(&ResourceText)>(
         library, "_ZN7corvane12ResourceTextEj");
     return text ? CStringW(text(resource::kNewRuleName)).ToUtf8() : "not loaded";
 }

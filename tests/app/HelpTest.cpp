@@ -5,10 +5,10 @@
 
 #include "app/CCorvaneFrameworkApp.h"
 #include "app/HelpFiles.h"
-#include "platform/Modules.h"
 #include "support/EnvironmentScope.h"
 #include "support/Programs.h"
 #include "support/Text.h"
+#include "system/Modules.h"
 
 namespace {
 
@@ -79,8 +79,8 @@ protected:
         tree_.write("lib/Copy.so",
                     tree_.readFile(CORVANE_BUILD_DIR "/lib/libCorvaneFrameworku.so"));
         // Never freed: what the library keeps for the life of the process would count as leaked.
-        show_ = corvane::platform::moduleFunction<decltype(&ShowQORHelp)>(
-            corvane::platform::loadModule(tree_.wide("lib/Copy.so")), "ShowQORHelp");
+        show_ = corvane::system::moduleFunction<decltype(&ShowQORHelp)>(
+            corvane::system::loadModule(tree_.wide("lib/Copy.so")), "ShowQORHelp");
     }
     ~HelpSite() override { std::filesystem::current_path(former_); }
 

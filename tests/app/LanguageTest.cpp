@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "app/Language.h"
-#include "platform/Locale.h"
+#include "emulation/Language.h"
 #include "support/EnvironmentScope.h"
 #include "support/TemporaryFolder.h"
 #include "support/Text.h"
@@ -56,7 +56,7 @@ TEST(Language, FollowsTheOptionThenTheCadSystemThenTheUser) {
 }
 
 TEST(Language, LeadsToTheFolderOfTheSystemsLocaleForChinese) {
-    const corvane::platform::LocaleNames locale = corvane::platform::systemLocale();
+    const corvane::emulation::LocaleNames locale = corvane::emulation::systemLocale();
     const CStringW folder = locale.language + u"_" + locale.country;
     EXPECT_EQ(languageFolderName(u"chinese"), folder.Std());
     EXPECT_EQ(languageFolderName(u"chinese-simplified"), folder.Std());

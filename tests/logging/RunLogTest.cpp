@@ -6,10 +6,10 @@
 #include <corvane/logging/CCorvaneLog.h>
 
 #include "logging/LogPath.h"
-#include "platform/TextStream.h"
 #include "support/EnvironmentScope.h"
 #include "support/TemporaryFolder.h"
 #include "support/Text.h"
+#include "system/TextStream.h"
 
 namespace {
 
@@ -89,11 +89,11 @@ TEST_F(RunLog, OpensNothingButAFile) {
 }
 
 TEST_F(RunLog, TwoProcessesOnOneFileLeaveNoHole) {
-    std::FILE* first = corvane::platform::openTextStream(folder.wide("log"));
-    corvane::platform::writeText(first, u"replaced\n");
-    std::FILE* second = corvane::platform::openTextStream(folder.wide("log"));
-    corvane::platform::writeText(first, u"one\n");
-    corvane::platform::writeText(second, u"two\n");
+    std::FILE* first = corvane::system::openTextStream(folder.wide("log"));
+    corvane::system::writeText(first, u"replaced\n");
+    std::FILE* second = corvane::system::openTextStream(folder.wide("log"));
+    corvane::system::writeText(first, u"one\n");
+    corvane::system::writeText(second, u"two\n");
     EXPECT_EQ(folder.read("log"), kMark + "one\ntwo\n");
     std::fclose(first);
     std::fclose(second);

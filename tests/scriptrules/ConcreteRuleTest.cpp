@@ -9,13 +9,13 @@
 #include <corvane/scriptrules/TypeLibDetails.h>
 #include <corvane/scriptrules/VSTAQueries.h>
 
-#include "platform/Components.h"
-#include "platform/Modules.h"
-#include "platform/Paths.h"
+#include "emulation/Components.h"
 #include "rules/AnyRule.h"
 #include "scriptrules/Site.h"
 #include "support/MessageRecorder.h"
 #include "support/Text.h"
+#include "system/Modules.h"
+#include "system/Paths.h"
 
 namespace {
 
@@ -106,7 +106,7 @@ TEST_F(ConcreteRule, FindsEnginesUnderTheLastVersionAndPassesOverWhatIsNoElement
         EXPECT_FALSE(TypeLibDetails(CStringW()).FindTypeLibFile(left, guid, u"1", u"0", u"0"));
         EXPECT_EQ(left, expected);
     }
-    EXPECT_EQ(corvane::platform::ComponentRuntime::depth(), 0);
+    EXPECT_EQ(corvane::emulation::ComponentRuntime::depth(), 0);
 }
 
 TEST_F(ConcreteRule, TakesItsDefinitionFromTheIndexAndItsSeverityFromTheRuleFile) {
@@ -208,7 +208,8 @@ TEST_F(ConcreteRule, TellsOfOtherKindsByTheirOwnKeyOrFileAlone) {
     site.enter(root, {"VSTAHost\\CorvaneServer"});
     EXPECT_EQ(answers(), (std::vector{false, true, false}));
     site.enter(root, {"VSTAHostConfig"});
-    using namespace corvane::platform;
+    using namespace corvane::emulation;
+    using namespace corvane::system;
     const auto folder = std::filesystem::path(parentFolder(ownModuleFile()));
     const std::pair<const char*, bool> files[] = {
         {"rules/QORProeAddinCreo7u.so", false}, {"QORProeAddinCreo7.so", false},

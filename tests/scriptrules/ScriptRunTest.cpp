@@ -9,7 +9,7 @@
 #include <corvane/scriptrules/ConcreteQORRule.h>
 #include <corvane/scriptrules/ScriptRunObserver.h>
 
-#include "platform/Components.h"
+#include "emulation/Components.h"
 #include "scriptrules/ScriptText.h"
 #include "scriptrules/Site.h"
 #include "scriptrules/TestHost.h"
@@ -31,7 +31,7 @@ protected:
     ScriptRule() {
         corvane::SetScriptRunObserver([this](const corvane::ScriptRun& run) {
             EXPECT_EQ(host.references, 0);
-            EXPECT_EQ(corvane::platform::ComponentRuntime::depth(), 0);
+            EXPECT_EQ(corvane::emulation::ComponentRuntime::depth(), 0);
             runs.push_back(run);
         });
         site.folder.write("scripts/check.lua", "\xEF\xBB\xBFok");

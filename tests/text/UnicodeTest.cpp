@@ -4,14 +4,14 @@
 
 #include <corvane/text/CStringW.h>
 
-#include "platform/Unicode.h"
 #include "support/Text.h"
+#include "system/Unicode.h"
 
 namespace {
 
-using corvane::platform::fromUtf8;
-using corvane::platform::isUtf8;
-using corvane::platform::toUtf8;
+using corvane::system::fromUtf8;
+using corvane::system::isUtf8;
+using corvane::system::toUtf8;
 
 TEST(Unicode, CarriesEveryScalarValueBothWays) {
     for (char32_t point = 0; point <= 0x10FFFF; point += point < 0x3000 ? 1 : 251) {

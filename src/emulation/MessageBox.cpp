@@ -1,0 +1,42 @@
+#include "emulation/MessageBox.h"
+
+#include <utility>
+
+#include <corvane/platform/MessageBox.h>
+
+#include "emulation/DefaultMessage.h"
+
+namespace corvane {
+namespace {
+
+// Never destroyed, so that a message during the end of the process finds it.
+MessageSink& currentSink() {
+    static MessageSink& sink = *new MessageSink;
+    return sink;
+}
+
+}  // namespace
+
+MessageSink SetMessageSink(MessageSink sink) {
+    return std::exchange(currentSink(), std::move(sink));
+}
+
+namespace emulation {
+
+void messageBox(std::u16string_view text, std::u16string_view caption, unsigned style) {
+    const Message message{text, caption, style};
+    // A copy: the sink may replace itself while it runs.
+    if (const MessageSink sink = currentSink())
+        sink(message);
+    else
+        showDefaultMessage(message);
+}
+
+}  // namespace emulation
+}  // namespace corvane
+
+int AfxMessageBox(const char16_t* text, unsigned style, unsigned) {
+    constexpr int kConfirmed = 1;
+    corvane::emulation::messageBox(text ? text : u"", u"", style);
+    return kConfirmed;
+}

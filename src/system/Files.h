@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace corvane::system {
+
+/// True when the path names a file or a folder that can be seen.
+bool pathExists(std::u16string_view path);
+bool folderExists(std::u16string_view path);
+
+/// The path from the root on: a relative one continues the current folder. Empty when that is gone.
+std::u16string fullPath(std::u16string_view path);
+
+/// Makes a folder with its missing parents. True when it is there afterwards. A relative or empty
+/// path is refused.
+bool createFolders(std::u16string_view path);
+
+/// The machine's common folder for application data, without a closing separator: /var/lib on
+/// POSIX.
+std::u16string commonDataFolder();
+
+/// What a file may hold at most before a read refuses it. Text files of this system are far
+/// smaller.
+inline constexpr std::size_t kLargestFile = std::size_t{1} << 31;
+
+/// The bytes of a regular file; nothing when it is missing, is no regular file, cannot be read or
+/// is larger than `limit`.
+std::optional<std::string> readFile(std::u16string_view path, std::size_t limit = kLargestFile);
+
+/// A regular file that is open for reading in any place. Closes itself.
+class InputFile {
+public:
+    /// An empty pointer when it is missing, is no regular file or cannot be read.
+    static std::unique_ptr<InputFile> open(std::u16string_view path);
+
+    virtual ~InputFile() = default;
+    /// The size of the file when it was opened, in bytes.
+    virtual std::uint64_t size() const = 0;
+    /// Fills `bytes` from `offset` on. False when the file ends before, or cannot be read.
+    virtual bool read(std::uint64_t offset, std::span<char> bytes) const = 0;
+};
+
+/// Replaces the content of a file, or makes it. Writes a temporary file in the same folder, flushes
+/// it to the disk and renames it over the old one, whose mode and (where permitted) ownership it
+/// takes; a symbolic link is followed first. Where the folder lets no file be made or replaced, the
+/// file is written in place. What is no regular file or may not be written is refused. On failure
+/// the result is false, and the old file stands whole unless it had to be written in place.
+bool replaceFile(std::u16string_view path, std::string_view bytes);
+
+/// A file that is open for writing and readable by others meanwhile. Closes itself.
+class OutputFile {
+public:
+    /// Makes the file or empties it. An empty pointer when it cannot be opened or is a folder, a
+    /// pipe or a socket.
+    static std::unique_ptr<OutputFile> open(std::u16string_view path);
+
+    virtual ~OutputFile() = default;
+    /// Hands the bytes to the system in one write, at the end of the file whoever else writes to
+    /// it. False when they did not all arrive.
+    virtual bool write(std::string_view bytes) = 0;
+};
+
+}  // namespace corvane::system

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace corvane::system {
+
+/// Handle of a loaded module; null for none.
+using ModuleHandle = void*;
+
+/// Loads a shared module by the name that Windows gives it, with or without a folder:
+/// "QORDatabaseu.dll" is the shared object of that stem ("QORDatabaseu.so" or
+/// "libQORDatabaseu.so"), found whatever its case. A bare name is sought in the folder of this
+/// library, then where the system's loader looks. Null when there is none or it won't load. Each
+/// successful load is paired with one freeModule. `fault` gets what the loader says of a file that
+/// is there and won't load.
+ModuleHandle loadModule(std::u16string_view path, std::u16string* fault = nullptr);
+void freeModule(ModuleHandle module);
+
+/// True when `folder` has a module whose name, as loadModule takes it, fits `pattern`, where "*"
+/// stands for any run of units and "?" for one: "Creo*u.dll" is found by "Creo4u.so" or
+/// "libcreo4u.so".
+bool anyModuleFits(std::u16string_view folder, std::u16string_view pattern);
+
+/// An exported function or object of a module by its case-sensitive name, or null. A null module
+/// has none.
+void* moduleSymbol(ModuleHandle module, const char* name);
+template <typename Function>
+Function moduleFunction(ModuleHandle module, const char* name) {
+    return reinterpret_cast<Function>(moduleSymbol(module, name));
+}
+
+/// The full path of a loaded module's file; empty for null.
+std::u16string moduleFile(ModuleHandle module);
+
+/// The full path of the file that holds this library's code, as the loader knows it.
+std::u16string ownModuleFile();
+
+/// The folder above the one that holds this library: the install folder.
+std::u16string installFolder();
+
+}  // namespace corvane::system

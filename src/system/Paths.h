@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace corvane::system {
+
+/// The separator that paths are joined with: "/" on POSIX.
+extern const char16_t kSeparator;
+
+/// True for what cuts a path: "/" and "\" on POSIX, so that a rule file written elsewhere works;
+/// "\" alone on Windows.
+bool isSeparator(char16_t unit);
+
+/// The position of the last separator, or npos.
+std::size_t lastSeparator(std::u16string_view path);
+
+/// What stands behind the last separator; the whole path when there is none.
+std::u16string_view fileName(std::u16string_view path);
+
+/// What stands before the last separator; empty when there is none.
+std::u16string_view parentFolder(std::u16string_view path);
+
+/// `folder`, one separator, `name`. No look at what `folder` ends in.
+std::u16string join(std::u16string_view folder, std::u16string_view name);
+
+/// The path with every separator in the platform's own form: what the system calls take. Every
+/// operation of this layer that takes a path does this itself.
+std::u16string normalise(std::u16string_view path);
+
+/// True when the whole name fits the pattern, in which "*" stands for any run of units, an empty
+/// one too, and "?" for exactly one; case is ignored.
+bool matchesPattern(std::u16string_view name, std::u16string_view pattern);
+
+}  // namespace corvane::system

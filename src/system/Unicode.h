@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace corvane::system {
+
+/// UTF-8 of 16-bit text. A lone surrogate becomes U+FFFD.
+std::string toUtf8(std::u16string_view text);
+void appendUtf8(std::string& out, std::u16string_view text);
+
+/// 16-bit text of UTF-8. Each maximal ill-formed sequence (overlong forms and surrogates too)
+/// becomes one U+FFFD.
+std::u16string fromUtf8(std::string_view bytes);
+void appendFromUtf8(std::u16string& out, std::string_view bytes);
+
+/// True when the bytes are well-formed UTF-8.
+bool isUtf8(std::string_view bytes);
+
+constexpr bool isHighSurrogate(char16_t unit) {
+    return (unit & 0xFC00) == 0xD800;
+}
+constexpr bool isLowSurrogate(char16_t unit) {
+    return (unit & 0xFC00) == 0xDC00;
+}
+
+/// The code point of a surrogate pair.
+constexpr char32_t codePoint(char16_t high, char16_t low) {
+    return 0x10000 + ((char32_t{high} & 0x3FF) << 10) + (low & 0x3FF);
+}
+
+/// The simple case mapping of one unit, in every process locale alike. Surrogates map to
+/// themselves.
+char16_t toLower(char16_t unit);
+char16_t toUpper(char16_t unit);
+
+/// Compares without regard to case, unit by unit: below 0, 0 or above 0.
+int compareNoCase(std::u16string_view a, std::u16string_view b);
+
+}  // namespace corvane::system

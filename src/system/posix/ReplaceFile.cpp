@@ -1,0 +1,164 @@
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdint>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/random.h>
+#include <unistd.h>
+
+#include "system/Files.h"
+#include "system/posix/Descriptor.h"
+#include "system/posix/NativePath.h"
+
+namespace corvane::system {
+namespace {
+
+constexpr int kMostLinks = 40;
+constexpr int kMostNames = 16;
+constexpr mode_t kPermissions = 0777;
+constexpr mode_t kGroup = 0070;
+
+std::string folderOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    if (slash == path.npos) return ".";
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+// The path of the file itself: links in its last part are followed even when they lead to nothing
+// yet, so that a link stays a link.
+std::optional<std::string> followLinks(std::string path) {
+    for (int i = 0; i < kMostLinks; ++i) {
+        std::array<char, PATH_MAX> buffer;
+        const ssize_t length = ::readlink(path.c_str(), buffer.data(), buffer.size());
+        if (length < 0) return path;
+        if (static_cast<std::size_t>(length) == buffer.size()) return std::nullopt;
+        const std::string target(buffer.data(), static_cast<std::size_t>(length));
+        if (target.starts_with('/')) {
+            path = target;
+        } else {
+            path = folderOf(path);
+            path += '/';
+            path += target;
+        }
+    }
+    return std::nullopt;
+}
+
+// A new file beside the target, removed again unless it has taken the target's place.
+class TemporaryFile {
+public:
+    TemporaryFile(const std::string& folder, mode_t mode) : file_(create(folder, mode)) {}
+    ~TemporaryFile() {
+        if (!path_.empty()) ::unlink(path_.c_str());
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    bool isOpen() const { return file_.isOpen(); }
+    int descriptor() const { return file_.get(); }
+    // The error of the attempt to make it, or to move it.
+    int error() const { return error_; }
+
+    bool moveTo(const std::string& target) {
+        error_ = 0;
+        if (!file_.close()) return false;
+        if (::rename(path_.c_str(), target.c_str()) != 0) {
+            error_ = errno;
+            return false;
+        }
+        path_.clear();
+        return true;
+    }
+
+private:
+    int create(const std::string& folder, mode_t mode) {
+        for (int i = 0; i < kMostNames; ++i) {
+            std::uint64_t number = 0;
+            if (::getrandom(&number, sizeof number, 0) != sizeof number) break;
+            std::array<char, 40> name;
+            std::snprintf(name.data(), name.size(), "/.corvane-%016llx.tmp",
+                          static_cast<unsigned long long>(number));
+            const std::string path = folder + name.data();
+            const int descriptor =
+                openFile(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
+            error_ = errno;
+            if (descriptor >= 0) path_ = path;
+            if (descriptor >= 0 || error_ != EEXIST) return descriptor;
+        }
+        return -1;
+    }
+
+    std::string path_;
+    int error_ = 0;
+    Descriptor file_;
+};
+
+// Gives the new file the old one's owner and mode before it has any content. Whoever may not give
+// it the old group must not open it to the members of another one.
+bool takeOver(int descriptor, const struct stat& old) {
+    mode_t mode = old.st_mode & kPermissions;
+    const bool sameOwner = ::fchown(descriptor, old.st_uid, old.st_gid) == 0;
+    const bool sameGroup =
+        sameOwner || ::fchown(descriptor, static_cast<uid_t>(-1), old.st_gid) == 0;
+    if (sameOwner) mode = old.st_mode & (kPermissions | S_ISUID | S_ISGID | S_ISVTX);
+    if (!sameGroup) mode &= ~kGroup | ((mode & S_IRWXO) << 3);
+    return ::fchmod(descriptor, mode) == 0;
+}
+
+bool flush(int descriptor) {
+    // Some file systems have nothing to flush and say so.
+    return ::fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
+}
+
+// Makes the rename itself last. The new file is in place whatever comes of it.
+void flushFolder(const std::string& folder) {
+    const Descriptor descriptor(openFile(folder.c_str(), O_RDONLY | O_DIRECTORY));
+    if (descriptor.isOpen()) flush(descriptor.get());
+}
+
+// A folder that takes no new file, a sticky one that keeps other people's files where they are, or
+// a file that is a mount point.
+bool isDenied(int error) {
+    return error == EACCES || error == EPERM || error == EROFS || error == EBUSY;
+}
+
+bool writeInPlace(const std::string& path, std::string_view bytes) {
+    Descriptor file(openFile(path.c_str(), O_WRONLY | O_NOFOLLOW));
+    struct stat old;
+    if (!file.isOpen() || ::fstat(file.get(), &old) != 0 || !S_ISREG(old.st_mode)) return false;
+    const auto size = static_cast<off_t>(bytes.size());
+    // Room is reserved first, so that a full disk shows before the old content is touched.
+    if (size > old.st_size && ::posix_fallocate(file.get(), 0, size) != 0) {
+        static_cast<void>(!::ftruncate(file.get(), old.st_size));
+        return false;
+    }
+    return writeAll(file.get(), bytes) && ::ftruncate(file.get(), size) == 0 && flush(file.get()) &&
+           file.close();
+}
+
+}  // namespace
+
+bool replaceFile(std::u16string_view path, std::string_view bytes) {
+    const std::optional<std::string> target = followLinks(nativePath(path));
+    if (!target || target->empty() || target->ends_with('/')) return false;
+    struct stat old;
+    const bool exists = ::lstat(target->c_str(), &old) == 0;
+    if (exists ? !S_ISREG(old.st_mode) : errno != ENOENT) return false;
+    // A rename would not mind that the file itself is protected.
+    if (exists && ::faccessat(AT_FDCWD, target->c_str(), W_OK, AT_EACCESS) != 0) return false;
+
+    const std::string folder = folderOf(*target);
+    TemporaryFile file(folder, exists ? S_IRUSR | S_IWUSR : mode_t{0666});
+    if (file.isOpen()) {
+        if (exists && !takeOver(file.descriptor(), old)) return false;
+        if (!writeAll(file.descriptor(), bytes) || !flush(file.descriptor())) return false;
+        if (file.moveTo(*target)) {
+            flushFolder(folder);
+            return true;
+        }
+    }
+    return exists && isDenied(file.error()) && writeInPlace(*target, bytes);
+}
+
+}  // namespace corvane::system
