@@ -20,7 +20,7 @@ using namespace corvane::system;
 using namespace std::string_literals;
 
 std::string dataFile(const std::string& name) {
-    return CORVANE_TEST_DATA "/platform/data/" + name;
+    return CORVANE_TEST_DATA "/emulation/data/" + name;
 }
 
 std::string content(const std::string& name) {

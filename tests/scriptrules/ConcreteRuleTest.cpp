@@ -36,7 +36,7 @@ struct ConcreteRule : testing::Test {
 };
 
 TEST_F(ConcreteRule, WritesTheLargerFormAndReadsItBackEqual) {
-    const std::string engine = CORVANE_TEST_DATA "/platform/data/full.tlb";
+    const std::string engine = CORVANE_TEST_DATA "/emulation/data/full.tlb";
     site.enter("HKEY_CLASSES_ROOT\\TypeLib\\",
                {"{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}\\9.0\\40c\\win64=" + engine});
     ConcreteQORRule rule;
