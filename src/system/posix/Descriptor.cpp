@@ -2,7 +2,8 @@
 
 #include <cerrno>
 #include <fcntl.h>
-#include <unistd.h>
+
+#include "system/posix/FileOperations.h"
 
 namespace corvane::system {
 
@@ -25,13 +26,13 @@ bool letWritesWait(int descriptor) {
 bool Descriptor::close() {
     const int number = release();
     // The descriptor is gone after EINTR too: a second close could hit another thread's file.
-    return number < 0 || ::close(number) == 0 || errno == EINTR;
+    return number < 0 || fileOperations().close(number) == 0 || errno == EINTR;
 }
 
 int openFile(const char* path, int flags, mode_t mode) {
     int number;
     do {
-        number = ::open(path, flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, mode);
+        number = fileOperations().open(path, flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, mode);
     } while (number < 0 && errno == EINTR);
     return number;
 }
@@ -44,7 +45,7 @@ int openEmptied(const char* path) {
 
 bool writeAll(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
-        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+        const ssize_t written = fileOperations().write(descriptor, bytes.data(), bytes.size());
         if (written > 0) {
             bytes.remove_prefix(static_cast<std::size_t>(written));
         } else if (written == 0 || errno != EINTR) {

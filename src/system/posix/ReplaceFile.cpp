@@ -9,6 +9,7 @@
 
 #include "system/Files.h"
 #include "system/posix/Descriptor.h"
+#include "system/posix/FileOperations.h"
 #include "system/posix/NativePath.h"
 
 namespace corvane::system {
@@ -50,7 +51,7 @@ class TemporaryFile {
 public:
     TemporaryFile(const std::string& folder, mode_t mode) : file_(create(folder, mode)) {}
     ~TemporaryFile() {
-        if (!path_.empty()) ::unlink(path_.c_str());
+        if (!path_.empty()) fileOperations().unlink(path_.c_str());
     }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -63,7 +64,7 @@ public:
     bool moveTo(const std::string& target) {
         error_ = 0;
         if (!file_.close()) return false;
-        if (::rename(path_.c_str(), target.c_str()) != 0) {
+        if (fileOperations().rename(path_.c_str(), target.c_str()) != 0) {
             error_ = errno;
             return false;
         }
@@ -108,7 +109,7 @@ bool takeOver(int descriptor, const struct stat& old) {
 
 bool flush(int descriptor) {
     // Some file systems have nothing to flush and say so.
-    return ::fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
+    return fileOperations().sync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
 }
 
 // Makes the rename itself last. The new file is in place whatever comes of it.
@@ -129,12 +130,12 @@ bool writeInPlace(const std::string& path, std::string_view bytes) {
     if (!file.isOpen() || ::fstat(file.get(), &old) != 0 || !S_ISREG(old.st_mode)) return false;
     const auto size = static_cast<off_t>(bytes.size());
     // Room is reserved first, so that a full disk shows before the old content is touched.
-    if (size > old.st_size && ::posix_fallocate(file.get(), 0, size) != 0) {
-        static_cast<void>(!::ftruncate(file.get(), old.st_size));
+    if (size > old.st_size && fileOperations().reserve(file.get(), size) != 0) {
+        static_cast<void>(!fileOperations().truncate(file.get(), old.st_size));
         return false;
     }
-    return writeAll(file.get(), bytes) && ::ftruncate(file.get(), size) == 0 && flush(file.get()) &&
-           file.close();
+    return writeAll(file.get(), bytes) && fileOperations().truncate(file.get(), size) == 0 &&
+           flush(file.get()) && file.close();
 }
 
 }  // namespace

@@ -1,0 +1,56 @@
+#include "system/posix/FileOperations.h"
+
+#include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace corvane::system {
+namespace {
+
+FileOperations* replacement = nullptr;
+
+}  // namespace
+
+int FileOperations::open(const char* path, int flags, mode_t mode) {
+    return ::open(path, flags, mode);
+}
+
+ssize_t FileOperations::write(int descriptor, const void* bytes, std::size_t count) {
+    return ::write(descriptor, bytes, count);
+}
+
+int FileOperations::sync(int descriptor) {
+    return ::fsync(descriptor);
+}
+
+int FileOperations::truncate(int descriptor, off_t size) {
+    return ::ftruncate(descriptor, size);
+}
+
+int FileOperations::reserve(int descriptor, off_t size) {
+    return ::posix_fallocate(descriptor, 0, size);
+}
+
+int FileOperations::close(int descriptor) {
+    return ::close(descriptor);
+}
+
+int FileOperations::rename(const char* from, const char* to) {
+    return ::rename(from, to);
+}
+
+int FileOperations::unlink(const char* path) {
+    return ::unlink(path);
+}
+
+FileOperations& fileOperations() {
+    // Never destroyed, so that a file that is closed during the end of the process finds it.
+    static FileOperations& own = *new FileOperations;
+    return replacement ? *replacement : own;
+}
+
+void setFileOperations(FileOperations* operations) {
+    replacement = operations;
+}
+
+}  // namespace corvane::system
