@@ -9,7 +9,7 @@ struct Component : IUnknown {
     HResult QueryInterface(const Guid& id, void** object) override {
         *object = id == kInterfaceId ? this : nullptr;
         if (*object) AddRef();
-        return *object ? kOk : kErrorNoInterface;
+        return *object ? corvane::kOk : corvane::kErrorNoInterface;
     }
     std::uint32_t AddRef() override { return ++references; }
     std::uint32_t Release() override { return --references; }
@@ -30,7 +30,7 @@ int main() {
         right = component.references == 2;
 
         ATL::CComPtr<IUnknown> other;
-        right = right && handle.QueryInterface(other) == kOk && other == borrowed.get();
+        right = right && handle.QueryInterface(other) == corvane::kOk && other == borrowed.get();
     }
     return right && component.references == 0 ? 0 : 1;
 }

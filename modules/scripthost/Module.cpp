@@ -20,31 +20,31 @@ public:
     virtual ~Factory() = default;  // behind the slots of the interface
 
     HResult QueryInterface(const Guid& interfaceId, void** object) override {
-        if (!object) return kErrorPointer;
+        if (!object) return corvane::kErrorPointer;
         *object = nullptr;
         if (interfaceId != IUnknown::kInterfaceId && interfaceId != IClassFactory::kInterfaceId)
-            return kErrorNoInterface;
+            return corvane::kErrorNoInterface;
         *object = static_cast<IClassFactory*>(this);
-        return kOk;
+        return corvane::kOk;
     }
     std::uint32_t AddRef() override { return 2; }
     std::uint32_t Release() override { return 1; }
 
     HResult CreateInstance(IUnknown* outer, const Guid& interfaceId, void** object) override {
-        if (!object) return kErrorPointer;
+        if (!object) return corvane::kErrorPointer;
         *object = nullptr;
         if (outer) return kErrorNoAggregation;
         try {
             scripthost::ScriptProcessor* processor = scripthost::ScriptProcessor::create();
-            if (!processor) return kErrorOutOfMemory;
+            if (!processor) return corvane::kErrorOutOfMemory;
             const HResult status = processor->QueryInterface(interfaceId, object);
             processor->Release();
             return status;
         } catch (const std::bad_alloc&) {
-            return kErrorOutOfMemory;
+            return corvane::kErrorOutOfMemory;
         }
     }
-    HResult LockServer(std::int32_t) override { return kOk; }
+    HResult LockServer(std::int32_t) override { return corvane::kOk; }
 };
 
 Factory factory;
@@ -53,7 +53,7 @@ Factory factory;
 
 CORVANE_MODULE_EXPORT HResult DllGetClassObject(const Guid& classId, const Guid& interfaceId,
                                                 void** object) {
-    if (!object) return kErrorPointer;
+    if (!object) return corvane::kErrorPointer;
     *object = nullptr;
     if (classId != kClassId) return kErrorClassNotAvailable;
     return factory.QueryInterface(interfaceId, object);

@@ -133,7 +133,7 @@ HResult Script::addEngine(std::u16string_view libraryPath) {
     const Session session(run_, state_.get());
     // In its place from the start: the state may hold its functions even when this throws.
     const HResult status = install(*engine, modules_.emplace_back());
-    if (status == kOk) engines_.push_back(*engine);
+    if (status == corvane::kOk) engines_.push_back(*engine);
     return status;
 }
 
@@ -160,7 +160,7 @@ HResult Script::install(const Engine& engine, LoadedModule& module) {
     lua_pushcfunction(lua, openEngine);
     lua_pushlightuserdata(lua, &call);
     const int status = lua_pcall(lua, 1, 0, 0);
-    if (status == LUA_OK) return call.nameTaken ? kEngineNameTaken : kOk;
+    if (status == LUA_OK) return call.nameTaken ? kEngineNameTaken : corvane::kOk;
     if (status == LUA_ERRMEM) run_.limits.reach(Limit::Memory);
     fail(faultFromMessage(FaultKind::Engine, chunk, 0, describe(-1)));
     lua_settop(lua, 0);

@@ -13,9 +13,9 @@ HResult guarded(Work work) noexcept {
     try {
         return work();
     } catch (const std::bad_alloc&) {
-        return kErrorOutOfMemory;
+        return corvane::kErrorOutOfMemory;
     } catch (...) {
-        return kErrorFail;
+        return corvane::kErrorFail;
     }
 }
 
@@ -29,22 +29,22 @@ ScriptProcessor* ScriptProcessor::create() {
     auto* processor = new ScriptProcessor;
     const HResult status = guarded([&] {
         processor->script_ = Script::create();
-        return processor->script_ ? kOk : kErrorOutOfMemory;
+        return processor->script_ ? corvane::kOk : corvane::kErrorOutOfMemory;
     });
-    if (status == kOk) return processor;
+    if (status == corvane::kOk) return processor;
     processor->Release();
     return nullptr;
 }
 
 HResult ScriptProcessor::QueryInterface(const Guid& interfaceId, void** object) {
-    if (!object) return kErrorPointer;
+    if (!object) return corvane::kErrorPointer;
     *object = nullptr;
     if (interfaceId != IUnknown::kInterfaceId && interfaceId != IDispatch::kInterfaceId &&
         interfaceId != IScriptProcessor::kInterfaceId)
-        return kErrorNoInterface;
+        return corvane::kErrorNoInterface;
     AddRef();
     *object = static_cast<IScriptProcessor*>(this);
-    return kOk;
+    return corvane::kOk;
 }
 
 std::uint32_t ScriptProcessor::AddRef() {
@@ -58,80 +58,80 @@ std::uint32_t ScriptProcessor::Release() {
 }
 
 HResult ScriptProcessor::GetTypeInfoCount(std::uint32_t* count) {
-    if (!count) return kErrorPointer;
+    if (!count) return corvane::kErrorPointer;
     *count = 0;
-    return kOk;
+    return corvane::kOk;
 }
 
 HResult ScriptProcessor::GetTypeInfo(std::uint32_t, std::uint32_t, void** typeInfo) {
     if (typeInfo) *typeInfo = nullptr;
-    return kErrorNotImplemented;
+    return corvane::kErrorNotImplemented;
 }
 
 HResult ScriptProcessor::GetIDsOfNames(const Guid&, char16_t**, std::uint32_t, std::uint32_t,
                                        std::int32_t*) {
-    return kErrorNotImplemented;
+    return corvane::kErrorNotImplemented;
 }
 
 HResult ScriptProcessor::Invoke(std::int32_t, const Guid&, std::uint32_t, std::uint16_t, void*,
                                 void*, void*, std::uint32_t*) {
-    return kErrorNotImplemented;
+    return corvane::kErrorNotImplemented;
 }
 
 HResult ScriptProcessor::AddEngineFile(const char16_t* path) {
-    if (!path) return kErrorPointer;
-    if (step_ > Step::HasText) return kErrorUnexpected;
+    if (!path) return corvane::kErrorPointer;
+    if (step_ > Step::HasText) return corvane::kErrorUnexpected;
     return guarded([&] { return script_->addEngine(path); });
 }
 
 HResult ScriptProcessor::SetScriptText(const char16_t* text) {
-    if (!text) return kErrorPointer;
-    if (step_ != Step::Collecting) return kErrorUnexpected;
+    if (!text) return corvane::kErrorPointer;
+    if (step_ != Step::Collecting) return corvane::kErrorUnexpected;
     return guarded([&] {
         text_ = CStringW(text).ToUtf8();
         step_ = Step::HasText;
-        return kOk;
+        return corvane::kOk;
     });
 }
 
 HResult ScriptProcessor::finish(bool done, Step next, std::int16_t* success) {
     step_ = done ? next : Step::Failed;
     *success = done ? 1 : 0;
-    return kOk;
+    return corvane::kOk;
 }
 
 HResult ScriptProcessor::PrepareScript(std::int16_t* success) {
-    if (!success) return kErrorPointer;
+    if (!success) return corvane::kErrorPointer;
     *success = 0;
-    if (step_ != Step::HasText) return kErrorUnexpected;
+    if (step_ != Step::HasText) return corvane::kErrorUnexpected;
     return guarded(
         [&] { return finish(script_->compile(std::move(text_)), Step::Prepared, success); });
 }
 
 HResult ScriptProcessor::RunScript(std::int16_t* success) {
-    if (!success) return kErrorPointer;
+    if (!success) return corvane::kErrorPointer;
     *success = 0;
-    if (step_ != Step::Prepared) return kErrorUnexpected;
+    if (step_ != Step::Prepared) return corvane::kErrorUnexpected;
     // A run that stops half way can't be run again.
     step_ = Step::Failed;
     return guarded([&] { return finish(script_->run(), Step::Succeeded, success); });
 }
 
 HResult ScriptProcessor::EndScript() {
-    if (step_ != Step::Succeeded) return kErrorUnexpected;
+    if (step_ != Step::Succeeded) return corvane::kErrorUnexpected;
     step_ = Step::Ended;
     script_.reset();
-    return kOk;
+    return corvane::kOk;
 }
 
 HResult ScriptProcessor::GetScriptError(std::int32_t* lineNumber, std::int32_t* charNumber,
                                         BSTR* message, BSTR* type, BSTR* source,
                                         std::int32_t* errorNumber, std::int32_t* errorCode) {
     if (!lineNumber || !charNumber || !message || !type || !source || !errorNumber || !errorCode)
-        return kErrorPointer;
+        return corvane::kErrorPointer;
     *lineNumber = *charNumber = *errorNumber = *errorCode = -1;
     *message = *type = *source = nullptr;
-    if (!script_ || !script_->fault()) return kErrorUnexpected;
+    if (!script_ || !script_->fault()) return corvane::kErrorUnexpected;
     return guarded([&] {
         const ScriptFault& fault = *script_->fault();
         *lineNumber = fault.line;
@@ -141,7 +141,7 @@ HResult ScriptProcessor::GetScriptError(std::int32_t* lineNumber, std::int32_t* 
         *type = SysAllocString(typeText(fault.kind));
         *message = systemText(fault.message);
         *source = systemText(fault.source);
-        return kOk;
+        return corvane::kOk;
     });
 }
 

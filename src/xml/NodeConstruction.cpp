@@ -18,7 +18,7 @@ namespace {
 // The element of a node that is an argument.
 Element& argument(const QorXMLNode& node) {
     Element* element = Access::element(node);
-    if (!element) raiseError(kErrorInvalidArgument);
+    if (!element) raiseError(corvane::kErrorInvalidArgument);
     return *element;
 }
 
@@ -30,7 +30,7 @@ QorXMLNode* QorXMLNode::AppendNode(CStringW name) {
 
 QorXMLNode* QorXMLNode::AppendNode(CStringW name, QorXMLDocument* document) {
     if (!document) return nullptr;
-    if (!Access::document(*document)) raiseError(kErrorPointer);
+    if (!Access::document(*document)) raiseError(corvane::kErrorPointer);
     Element& parent = required(m_pElement);
     auto node = Access::newNode(corvane::xml::makeElement(name, &parent));
     corvane::xml::appendElement(parent, *Access::element(*node));
@@ -47,7 +47,7 @@ bool QorXMLNode::RemoveChild(QorXMLNode* node) {
     if (!node) return false;
     const Element& parent = required(m_pElement);
     Element& child = argument(*node);
-    if (child.parent != &parent) raiseError(kErrorInvalidArgument);
+    if (child.parent != &parent) raiseError(corvane::kErrorInvalidArgument);
     corvane::xml::removeElement(child);
     return true;
 }

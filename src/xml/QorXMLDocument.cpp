@@ -21,7 +21,7 @@ using corvane::xml::required;
 
 QorXMLDocument::QorXMLDocument() {
     const HResult status = corvane::xml::makeDocument(m_pDocument);
-    if (!failed(status)) return;
+    if (!corvane::failed(status)) return;
     m_pDocument = nullptr;
     corvane::emulation::messageBox(corvane::xml::errorText(status), u"",
                                    corvane::emulation::kMessageOk);
@@ -82,7 +82,7 @@ void QorXMLDocument::AppendNode(QorXMLNode* node) {
     if (!node) return;
     Document& document = required(m_pDocument);
     Element* element = Access::element(*node);
-    if (!element) raiseError(kErrorInvalidArgument);
+    if (!element) raiseError(corvane::kErrorInvalidArgument);
     corvane::xml::appendElement(document.tree(), *element);
 }
 

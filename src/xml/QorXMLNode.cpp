@@ -20,7 +20,7 @@ using corvane::xml::required;
 namespace {
 
 Matches accepted(std::optional<Matches> matches) {
-    if (!matches) raiseError(kErrorFail);
+    if (!matches) raiseError(corvane::kErrorFail);
     return *std::move(matches);
 }
 

@@ -10,7 +10,7 @@ using namespace dfx;
 struct Component : IUnknown {
     HResult QueryInterface(const Guid&, void** object) override {
         *object = nullptr;
-        return kErrorNoInterface;
+        return corvane::kErrorNoInterface;
     }
     std::uint32_t AddRef() override { return ++calls, ++references; }
     std::uint32_t Release() override { return ++calls, --references; }

@@ -54,7 +54,7 @@ protected:
         int untouched = 0;
         void* object = &untouched;
         const HResult status = createInstance(classId(number), interfaceId, &object);
-        EXPECT_EQ(failed(status), object == nullptr) << number;
+        EXPECT_EQ(corvane::failed(status), object == nullptr) << number;
         if (object) static_cast<IUnknown*>(object)->Release();
         return status;
     }
@@ -87,8 +87,8 @@ TEST_F(Components, AreMadeOrTellWhyNot) {
         {6, 0x8007007E}, {7, 0x8007007E}, {8, 0x80040154}, {9, 0x800401F9}, {10, 0x80040154}};
     for (const auto& [number, status] : cases)
         EXPECT_EQ(make(number), static_cast<HResult>(status)) << number;
-    EXPECT_EQ(make(1, IClassFactory::kInterfaceId), kErrorNoInterface);
-    EXPECT_EQ(createInstance(classId(1), IUnknown::kInterfaceId, nullptr), kErrorPointer);
+    EXPECT_EQ(make(1, IClassFactory::kInterfaceId), corvane::kErrorNoInterface);
+    EXPECT_EQ(createInstance(classId(1), IUnknown::kInterfaceId, nullptr), corvane::kErrorPointer);
 
     const corvane::LoadedModule module(u"corvanetestcomponent.DLL");
     EXPECT_EQ(module.function<int (*)()>("LiveObjects")(), 0);

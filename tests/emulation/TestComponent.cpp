@@ -33,7 +33,7 @@ public:
         const bool known = id == IUnknown::kInterfaceId || id == Interface::kInterfaceId;
         *object = known ? this : nullptr;
         if (known) AddRef();
-        return known ? kOk : kErrorNoInterface;
+        return known ? corvane::kOk : corvane::kErrorNoInterface;
     }
     std::uint32_t AddRef() override { return ++references_; }
     std::uint32_t Release() override {
@@ -51,17 +51,17 @@ public:
     explicit Factory(std::uint32_t number) : number_(number) {}
 
     HResult CreateInstance(IUnknown*, const Guid& id, void** object) override {
-        if (number_ == FactoryGivesNull) return kOk;
+        if (number_ == FactoryGivesNull) return corvane::kOk;
         if (number_ == FactoryRefuses) {
             *object = this;
-            return kErrorOutOfMemory;
+            return corvane::kErrorOutOfMemory;
         }
         auto* made = new Counted<IUnknown>;
         const HResult status = made->QueryInterface(id, object);
         made->Release();
         return status;
     }
-    HResult LockServer(std::int32_t) override { return kOk; }
+    HResult LockServer(std::int32_t) override { return corvane::kOk; }
 
 private:
     std::uint32_t number_;
@@ -72,7 +72,7 @@ private:
 extern "C" TEST_EXPORT HResult DllGetClassObject(const Guid& classId, const Guid& interfaceId,
                                                  void** object) {
     if (classId.data1 == ModuleRefuses) return kClassNotAvailable;
-    if (classId.data1 == ModuleGivesNull) return kOk;
+    if (classId.data1 == ModuleGivesNull) return corvane::kOk;
     auto* factory = new Factory(classId.data1);
     const HResult status = factory->QueryInterface(interfaceId, object);
     factory->Release();

@@ -11,7 +11,7 @@
 
 /// What the host said of one run.
 struct Outcome {
-    HResult status = kOk;  ///< The first negative one, or that of GetScriptError.
+    HResult status = corvane::kOk;  ///< The first negative one, or that of GetScriptError.
     bool success = false;
     std::int32_t line = -2;
     std::int32_t character = -2;
@@ -29,12 +29,12 @@ inline Host makeHost() {
         0x5B0E6A0D, 0x93C4, 0x4F1B, {0x8F, 0x57, 0x2E, 0x4C, 0x1D, 0x7A, 0x96, 0xB3}};
     const auto getClass = module.function<GetClassObjectFunction>("DllGetClassObject");
     void* factory = nullptr;
-    if (!getClass || getClass(classId, IClassFactory::kInterfaceId, &factory) != kOk)
+    if (!getClass || getClass(classId, IClassFactory::kInterfaceId, &factory) != corvane::kOk)
         throw std::runtime_error("no script host");
     ATL::CComPtr<IClassFactory> made;
     made.Attach(static_cast<IClassFactory*>(factory));
     void* object = nullptr;
-    if (made->CreateInstance(nullptr, IScriptProcessor::kInterfaceId, &object) != kOk)
+    if (made->CreateInstance(nullptr, IScriptProcessor::kInterfaceId, &object) != corvane::kOk)
         throw std::runtime_error("no script host object");
     Host host;
     host.Attach(static_cast<IScriptProcessor*>(object));
@@ -65,11 +65,11 @@ inline Outcome runScript(const CStringW& text, const std::vector<CStringW>& engi
     const Host host = makeHost();
     Outcome result;
     for (const CStringW& engine : engines)
-        if (failed(result.status = host->AddEngineFile(engine))) return result;
+        if (corvane::failed(result.status = host->AddEngineFile(engine))) return result;
     std::int16_t success = 0;
-    if (failed(result.status = host->SetScriptText(text)) ||
-        failed(result.status = host->PrepareScript(&success)) ||
-        (success == 1 && failed(result.status = host->RunScript(&success))))
+    if (corvane::failed(result.status = host->SetScriptText(text)) ||
+        corvane::failed(result.status = host->PrepareScript(&success)) ||
+        (success == 1 && corvane::failed(result.status = host->RunScript(&success))))
         return result;
     if (success != 1) return askError(*host);
     result.success = true;

@@ -152,7 +152,7 @@ TEST(HostileScripts, EachEndsWithAReportWithinTheLimits) {
     for (const auto& [name, script, number] : kHostile) {
         SCOPED_TRACE(name);
         const Outcome outcome = runScript(std::string(script));
-        EXPECT_EQ(outcome.status, kOk);
+        EXPECT_EQ(outcome.status, corvane::kOk);
         if (number == -1) {
             EXPECT_TRUE(outcome.success);
             continue;

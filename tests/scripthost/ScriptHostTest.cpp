@@ -20,7 +20,7 @@ TEST(ScriptHost, AScriptSaysByWhatItReturnsWhetherItsRuleIsMet) {
           "-- ends in a comment, then blanks     "}) {
         const Outcome outcome = runScript(std::string(script));
         EXPECT_TRUE(outcome.success) << script << ": " << outcome.message;
-        EXPECT_EQ(outcome.status, kOk);
+        EXPECT_EQ(outcome.status, corvane::kOk);
     }
 }
 
@@ -101,22 +101,22 @@ TEST(ScriptHost, CallsOutOfTurnAreRefusedAndHarmNothing) {
     EXPECT_EQ(host->RunScript(&success), kRefused);
     EXPECT_EQ(host->EndScript(), kRefused);
     EXPECT_EQ(askError(*host).status, kRefused);
-    EXPECT_EQ(host->SetScriptText(nullptr), kErrorPointer);
-    EXPECT_EQ(host->AddEngineFile(nullptr), kErrorPointer);
-    ASSERT_EQ(host->SetScriptText(u"return true"), kOk);
+    EXPECT_EQ(host->SetScriptText(nullptr), corvane::kErrorPointer);
+    EXPECT_EQ(host->AddEngineFile(nullptr), corvane::kErrorPointer);
+    ASSERT_EQ(host->SetScriptText(u"return true"), corvane::kOk);
     EXPECT_EQ(host->SetScriptText(u"return false"), kRefused);
-    EXPECT_EQ(host->PrepareScript(nullptr), kErrorPointer);
-    ASSERT_EQ(host->PrepareScript(&success), kOk);
+    EXPECT_EQ(host->PrepareScript(nullptr), corvane::kErrorPointer);
+    ASSERT_EQ(host->PrepareScript(&success), corvane::kOk);
     EXPECT_EQ(success, 1);
     EXPECT_EQ(host->PrepareScript(&success), kRefused);
     EXPECT_EQ(host->AddEngineFile(u"mesh.tlb"), kRefused);
     EXPECT_EQ(host->EndScript(), kRefused);
-    ASSERT_EQ(host->RunScript(&success), kOk);
+    ASSERT_EQ(host->RunScript(&success), corvane::kOk);
     EXPECT_EQ(success, 1);
     EXPECT_EQ(host->RunScript(&success), kRefused);
     EXPECT_EQ(host->GetScriptError(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr),
-              kErrorPointer);
-    EXPECT_EQ(host->EndScript(), kOk);
+              corvane::kErrorPointer);
+    EXPECT_EQ(host->EndScript(), corvane::kOk);
     EXPECT_EQ(host->EndScript(), kRefused);
     EXPECT_EQ(askError(*host).status, kRefused);
 }
@@ -125,18 +125,19 @@ TEST(ScriptHost, ComponentsAreAskedForByClassAndInterface) {
     const corvane::LoadedModule module(u"QorScriptHost.dll");
     const auto getClass = module.function<GetClassObjectFunction>("DllGetClassObject");
     void* object = &object;
-    EXPECT_TRUE(failed(getClass(Guid{}, IClassFactory::kInterfaceId, &object)));
+    EXPECT_TRUE(corvane::failed(getClass(Guid{}, IClassFactory::kInterfaceId, &object)));
     EXPECT_EQ(object, nullptr);
     const Host host = makeHost();
     for (const Guid& known :
          {IUnknown::kInterfaceId, IDispatch::kInterfaceId, IScriptProcessor::kInterfaceId}) {
-        ASSERT_EQ(host->QueryInterface(known, &object), kOk);
+        ASSERT_EQ(host->QueryInterface(known, &object), corvane::kOk);
         EXPECT_EQ(static_cast<IScriptProcessor*>(object)->Release(), 1U);
     }
-    EXPECT_EQ(host->QueryInterface(IClassFactory::kInterfaceId, &object), kErrorNoInterface);
+    EXPECT_EQ(host->QueryInterface(IClassFactory::kInterfaceId, &object),
+              corvane::kErrorNoInterface);
     EXPECT_EQ(object, nullptr);
     std::uint32_t count = 7;
-    EXPECT_EQ(host->GetTypeInfoCount(&count), kOk);
+    EXPECT_EQ(host->GetTypeInfoCount(&count), corvane::kOk);
     EXPECT_EQ(count, 0U);
 }
 
@@ -226,7 +227,7 @@ TEST_F(ScriptEngines, ThoseThatCannotBeUsedAreRefusedWithTheirReason) {
     EXPECT_EQ(runScript("", {engine("one", "return {}"), folder.wide("other/one.tlb")}).status,
               static_cast<HResult>(0x800700B7));
     const Host host = makeHost();
-    EXPECT_TRUE(failed(host->AddEngineFile(cases[11].path)));
+    EXPECT_TRUE(corvane::failed(host->AddEngineFile(cases[11].path)));
     const Outcome outcome = askError(*host);
     EXPECT_EQ(outcome.type + "/" + outcome.source + "/" + outcome.message,
               "Engine error/raising.lua/no licence");

@@ -80,12 +80,13 @@ TEST_F(ScriptRule, EndsWithoutMessageAtTheFirstCallThatTheHostFails) {
     run({}, Status::Succeeded, kCalls.size());
     EXPECT_EQ(CStringW(host.script), u"ok  ");
     for (const char16_t* fault : {u"QueryInterface", u"null interface"})
-        EXPECT_EQ(run({.fault = fault}, Status::HostUnavailable, 0).code, kErrorNoInterface);
+        EXPECT_EQ(run({.fault = fault}, Status::HostUnavailable, 0).code,
+                  corvane::kErrorNoInterface);
     for (std::size_t at = 0; at < kCalls.size(); ++at) {
         const bool engine = at < kEngines;
         const auto seen =
             run({.fault = kCalls[at]}, engine ? Status::EngineRefused : Status::HostFailed, at + 1);
-        EXPECT_EQ(seen.code, kErrorFail);
+        EXPECT_EQ(seen.code, corvane::kErrorFail);
         EXPECT_EQ(engine ? seen.engine : seen.operation, kCalls[at]);
     }
 }

@@ -9,7 +9,7 @@ namespace {
 
 HResult answer(const char16_t* call) {
     testHost.calls.emplace_back(call);
-    return testHost.fault == call ? kErrorFail : kOk;
+    return testHost.fault == call ? corvane::kErrorFail : corvane::kOk;
 }
 
 // The host and its own factory: all references must be given back.
@@ -18,26 +18,29 @@ public:
     HResult QueryInterface(const Guid& id, void** object) override {
         const bool known =
             id == IScriptProcessor::kInterfaceId && testHost.fault != u"QueryInterface";
-        if (!known) return kErrorNoInterface;
-        return testHost.fault == u"null interface" ? kOk : CreateInstance(nullptr, id, object);
+        if (!known) return corvane::kErrorNoInterface;
+        return testHost.fault == u"null interface" ? corvane::kOk
+                                                   : CreateInstance(nullptr, id, object);
     }
     HResult CreateInstance(IUnknown*, const Guid&, void** object) override {
         *object = static_cast<IScriptProcessor*>(this);
         AddRef();
-        return kOk;
+        return corvane::kOk;
     }
-    HResult LockServer(std::int32_t) override { return kOk; }
+    HResult LockServer(std::int32_t) override { return corvane::kOk; }
     std::uint32_t AddRef() override { return static_cast<std::uint32_t>(++testHost.references); }
     std::uint32_t Release() override { return static_cast<std::uint32_t>(--testHost.references); }
-    HResult GetTypeInfoCount(std::uint32_t*) override { return kErrorFail; }
-    HResult GetTypeInfo(std::uint32_t, std::uint32_t, void**) override { return kErrorFail; }
+    HResult GetTypeInfoCount(std::uint32_t*) override { return corvane::kErrorFail; }
+    HResult GetTypeInfo(std::uint32_t, std::uint32_t, void**) override {
+        return corvane::kErrorFail;
+    }
     HResult GetIDsOfNames(const Guid&, char16_t**, std::uint32_t, std::uint32_t,
                           std::int32_t*) override {
-        return kErrorFail;
+        return corvane::kErrorFail;
     }
     HResult Invoke(std::int32_t, const Guid&, std::uint32_t, std::uint16_t, void*, void*, void*,
                    std::uint32_t*) override {
-        return kErrorFail;
+        return corvane::kErrorFail;
     }
 
     HResult RunScript(std::int16_t* success) override {
@@ -56,14 +59,14 @@ public:
     }
     HResult GetScriptError(std::int32_t* line, std::int32_t*, BSTR* message, BSTR* type,
                            BSTR* source, std::int32_t* number, std::int32_t* code) override {
-        if (failed(answer(u"GetScriptError"))) return kErrorFail;
+        if (corvane::failed(answer(u"GetScriptError"))) return corvane::kErrorFail;
         *line = testHost.line;
         *message = SysAllocString(u"too short");
         *type = SysAllocString(testHost.errorType);
         *source = SysAllocString(u"check");
         *number = 17;
-        *code = kErrorFail;
-        return kOk;
+        *code = corvane::kErrorFail;
+        return corvane::kOk;
     }
 };
 
@@ -73,5 +76,5 @@ EXPORTED HResult DllGetClassObject(const Guid&, const Guid&, void** object) {
     static Processor processor;
     *object = static_cast<IClassFactory*>(&processor);
     processor.AddRef();
-    return kOk;
+    return corvane::kOk;
 }

@@ -27,7 +27,7 @@ TEST(Document, ShowsWhyItsParserCannotBeMadeAndRaisesFromThenOn) {
         HResult code;
         const char16_t* text;
     } cases[] = {
-        {kErrorOutOfMemory, u"Not enough memory to complete the operation."},
+        {corvane::kErrorOutOfMemory, u"Not enough memory to complete the operation."},
         {static_cast<HResult>(0x80040201), u"IDispatch error #1"},
         {static_cast<HResult>(0x80040200), u"Unknown error 0x80040200"},
         {static_cast<HResult>(0x80050000), u"Unknown error 0x80050000"},
@@ -42,14 +42,14 @@ TEST(Document, ShowsWhyItsParserCannotBeMadeAndRaisesFromThenOn) {
         EXPECT_EQ(recorder.shown[0].style, 0U);
         const QorXMLNode node;
         CStringW source(u"<a/>");
-        EXPECT_EQ(codeOf([&] { document.LoadFromFile(u"x"); }), kErrorPointer);
-        EXPECT_EQ(codeOf([&] { document.LoadFromXMLString(source); }), kErrorPointer);
-        EXPECT_EQ(codeOf([&] { document.CreateNode(u"a"); }), kErrorPointer);
+        EXPECT_EQ(codeOf([&] { document.LoadFromFile(u"x"); }), corvane::kErrorPointer);
+        EXPECT_EQ(codeOf([&] { document.LoadFromXMLString(source); }), corvane::kErrorPointer);
+        EXPECT_EQ(codeOf([&] { document.CreateNode(u"a"); }), corvane::kErrorPointer);
         EXPECT_EQ(codeOf([&] {
                       QorXMLNode copy(node);
                       document.AppendNode(&copy);
                   }),
-                  kErrorPointer);
+                  corvane::kErrorPointer);
         EXPECT_TRUE(document.Save(u"x"));
         EXPECT_EQ(document.GetXML(), u"");
     }
@@ -70,7 +70,7 @@ TEST(Document, SharesByAssignmentAndCopiesNothing) {
     auto source = std::make_unique<QorXMLDocument>();
     QorXMLNode* root = load(*source, u"<a/>");
     QorXMLDocument copy(*source);
-    EXPECT_EQ(codeOf([&] { copy.CreateNode(u"a"); }), kErrorPointer);
+    EXPECT_EQ(codeOf([&] { copy.CreateNode(u"a"); }), corvane::kErrorPointer);
     QorXMLDocument target;
     load(target, u"<gone/>");
     target = *source;
@@ -80,7 +80,7 @@ TEST(Document, SharesByAssignmentAndCopiesNothing) {
     source.reset();
     EXPECT_EQ(root->GetXML(), u"<a><b/></a>");
     target = copy;
-    EXPECT_EQ(codeOf([&] { target.CreateNode(u"a"); }), kErrorPointer);
+    EXPECT_EQ(codeOf([&] { target.CreateNode(u"a"); }), corvane::kErrorPointer);
 }
 
 TEST(Document, SavesAsAWholeOrNotAtAll) {

@@ -37,7 +37,7 @@ TEST_F(NodeTest, MovesBetweenPlacesAndDocuments) {
     root->AppendNode(a.get());
     EXPECT_EQ(document_.GetXML(), u"<r>\n<b/>\n<a/></r>");
     EXPECT_TRUE(root->RemoveChild(a.get()));
-    EXPECT_EQ(codeOf([&] { root->RemoveChild(a.get()); }), kErrorInvalidArgument);
+    EXPECT_EQ(codeOf([&] { root->RemoveChild(a.get()); }), corvane::kErrorInvalidArgument);
     other.AppendNode(a.get());
     EXPECT_EQ(other.GetXML(), u"<a/>");
     a->AppendNode(root);
@@ -62,10 +62,10 @@ TEST_F(NodeTest, RefusesCyclesAndSecondRoots) {
     QorXMLNode* root = load(document_, u"<r><a><b/></a></r>");
     const NodePtr a(root->SelectSingleNode(u"a"));
     const NodePtr b(root->SelectSingleNode(u"a/b"));
-    EXPECT_EQ(codeOf([&] { b->AppendNode(a.get()); }), kErrorFail);
-    EXPECT_EQ(codeOf([&] { a->AppendNode(a.get()); }), kErrorFail);
-    EXPECT_EQ(codeOf([&] { b->AppendNode(root); }), kErrorFail);
-    EXPECT_EQ(codeOf([&] { document_.AppendNode(b.get()); }), kErrorFail);
+    EXPECT_EQ(codeOf([&] { b->AppendNode(a.get()); }), corvane::kErrorFail);
+    EXPECT_EQ(codeOf([&] { a->AppendNode(a.get()); }), corvane::kErrorFail);
+    EXPECT_EQ(codeOf([&] { b->AppendNode(root); }), corvane::kErrorFail);
+    EXPECT_EQ(codeOf([&] { document_.AppendNode(b.get()); }), corvane::kErrorFail);
     document_.AppendNode(root);
     EXPECT_EQ(document_.GetXML(), u"<r><a><b/></a></r>");
 }
@@ -87,36 +87,36 @@ TEST_F(NodeTest, AllowsOnlyNamesAndTextThatCanBeReadBack) {
          {u"",   u" ",     u"a b",     u" a",      u"1a",      u"-a",        u".a",
           u"a<", u"a&b",   u"a/",      u"a\u0001", u"\u00D7",  u"p:a",       u"a:",
           u":a", u"a:b:c", u"a\xD800", u"\xDC00",  u"xmlns:a", u"\U000F0000"}) {
-        EXPECT_EQ(codeOf([&] { make(name); }), kErrorFail) << CStringW(name).ToUtf8();
-        EXPECT_EQ(codeOf([&] { make(u"a")->AddAttribute(name, u""); }), kErrorFail);
+        EXPECT_EQ(codeOf([&] { make(name); }), corvane::kErrorFail) << CStringW(name).ToUtf8();
+        EXPECT_EQ(codeOf([&] { make(u"a")->AddAttribute(name, u""); }), corvane::kErrorFail);
     }
     const NodePtr node = make(u"a");
     node->AddAttribute(u"k", u"v");
     node->SetNodeValue(u"t");
     for (const char16_t* text :
          {u"\u0001", u"a\u001F", u"\xD800", u"\xDC00x", u"\xD800x", u"\uFFFE", u"\uFFFF"}) {
-        EXPECT_EQ(codeOf([&] { node->SetNodeValue(text); }), kErrorFail);
-        EXPECT_EQ(codeOf([&] { node->AddAttribute(u"k", text); }), kErrorFail);
-        EXPECT_EQ(codeOf([&] { node->SetAttributeValue(u"k", text); }), kErrorFail);
+        EXPECT_EQ(codeOf([&] { node->SetNodeValue(text); }), corvane::kErrorFail);
+        EXPECT_EQ(codeOf([&] { node->AddAttribute(u"k", text); }), corvane::kErrorFail);
+        EXPECT_EQ(codeOf([&] { node->SetAttributeValue(u"k", text); }), corvane::kErrorFail);
     }
     EXPECT_EQ(node->GetXML(), u"<a k=\"v\">t</a>");
 }
 
 TEST_F(NodeTest, KeepsPrefixesDeclared) {
     const NodePtr node = make(u"a");
-    EXPECT_EQ(codeOf([&] { node->AddAttribute(u"p:k", u"1"); }), kErrorFail);
+    EXPECT_EQ(codeOf([&] { node->AddAttribute(u"p:k", u"1"); }), corvane::kErrorFail);
     node->AddAttribute(u"xmlns:p", u"urn:p");
     node->AddAttribute(u"xmlns:q", u"urn:p");
     node->AddAttribute(u"p:k", u"1");
-    EXPECT_EQ(codeOf([&] { node->AddAttribute(u"q:k", u"1"); }), kErrorFail);
-    EXPECT_EQ(codeOf([&] { node->AddAttribute(u"xmlns:z", u""); }), kErrorFail);
-    EXPECT_EQ(codeOf([&] { node->AddAttribute(u"xmlns:xml", u"urn:x"); }), kErrorFail);
+    EXPECT_EQ(codeOf([&] { node->AddAttribute(u"q:k", u"1"); }), corvane::kErrorFail);
+    EXPECT_EQ(codeOf([&] { node->AddAttribute(u"xmlns:z", u""); }), corvane::kErrorFail);
+    EXPECT_EQ(codeOf([&] { node->AddAttribute(u"xmlns:xml", u"urn:x"); }), corvane::kErrorFail);
     const NodePtr child(node->AppendNode(u"p:b", &document_));
     const NodePtr clash(node->AppendNode(u"c", &document_));
     clash->AddAttribute(u"p:k", u"");
     node->AddAttribute(u"xmlns:r", u"urn:r");
     clash->AddAttribute(u"r:k", u"");
-    EXPECT_EQ(codeOf([&] { node->SetAttributeValue(u"xmlns:r", u"urn:p"); }), kErrorFail);
+    EXPECT_EQ(codeOf([&] { node->SetAttributeValue(u"xmlns:r", u"urn:p"); }), corvane::kErrorFail);
     EXPECT_NE(load(document_, node->GetXML()), nullptr);
     EXPECT_EQ(child->GetNodeName(), u"b");
     EXPECT_EQ(NodePtr(child->CloneNode())->GetXML(), u"<p:b xmlns:p=\"urn:p\"/>");
@@ -210,9 +210,9 @@ TEST_F(NodeTest, RaisesOrStaysQuietWhenEmpty) {
         [&] { empty.RemoveChild(full.get()); },
     };
     for (const auto& operation : operations)
-        EXPECT_EQ(codeOf(operation), kErrorPointer);
-    EXPECT_EQ(codeOf([&] { full->AppendNode(&empty); }), kErrorInvalidArgument);
-    EXPECT_EQ(codeOf([&] { document_.AppendNode(&empty); }), kErrorInvalidArgument);
+        EXPECT_EQ(codeOf(operation), corvane::kErrorPointer);
+    EXPECT_EQ(codeOf([&] { full->AppendNode(&empty); }), corvane::kErrorInvalidArgument);
+    EXPECT_EQ(codeOf([&] { document_.AppendNode(&empty); }), corvane::kErrorInvalidArgument);
     empty.AppendNode(static_cast<QorXMLNode*>(nullptr));
     EXPECT_FALSE(empty.RemoveChild(nullptr));
     EXPECT_EQ(empty.GetNodeName() + empty.GetNodeValue() + empty.GetXML(), u"");

@@ -70,15 +70,18 @@ TEST_F(QueryTest, RefusesWhatIsNoQueryForNodes) {
     testing::internal::CaptureStderr();
     for (const char16_t* query : queries) {
         const std::string shown = CStringW(query).ToUtf8();
-        EXPECT_EQ(codeOf([&] { ListPtr(root_->GetNodeList(query)); }), kErrorFail) << shown;
-        EXPECT_EQ(codeOf([&] { NodePtr(root_->SelectSingleNode(query)); }), kErrorFail) << shown;
-        EXPECT_EQ(codeOf([&] { NodePtr(root_->GetNodeFromXPath(query)); }), kErrorFail) << shown;
+        EXPECT_EQ(codeOf([&] { ListPtr(root_->GetNodeList(query)); }), corvane::kErrorFail)
+            << shown;
+        EXPECT_EQ(codeOf([&] { NodePtr(root_->SelectSingleNode(query)); }), corvane::kErrorFail)
+            << shown;
+        EXPECT_EQ(codeOf([&] { NodePtr(root_->GetNodeFromXPath(query)); }), corvane::kErrorFail)
+            << shown;
     }
     for (const std::string& query :
          {repeated("(", 60'000), repeated("a[", 30'000), repeated("not(", 15'000),
           repeated("-", 60'000) + "1", repeated("//*", 20'000), std::string(70'000, 'a') + "/a"}) {
         const CStringW wide = CStringW::FromUtf8(query);
-        EXPECT_EQ(codeOf([&] { ListPtr(root_->GetNodeList(wide)); }), kErrorFail);
+        EXPECT_EQ(codeOf([&] { ListPtr(root_->GetNodeList(wide)); }), corvane::kErrorFail);
     }
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
@@ -112,7 +115,7 @@ TEST_F(QueryTest, EndsQueriesThatTakeTooManySteps) {
         QorLong found = -1;
         const HResult code =
             codeOf([&, query = query] { found = ListPtr(root->GetNodeList(query))->GetSize(); });
-        EXPECT_EQ(code, size < 0 ? kErrorFail : 0);
+        EXPECT_EQ(code, size < 0 ? corvane::kErrorFail : 0);
         EXPECT_EQ(found, size) << CStringW(query).ToUtf8();
     }
 }

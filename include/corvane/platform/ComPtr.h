@@ -58,9 +58,9 @@ public:
     /// Gives `*object` the interface with one more reference, which the caller releases; null where
     /// the handle holds null. kErrorPointer when `object` is null.
     HResult CopyTo(T** object) const noexcept {
-        if (!object) return kErrorPointer;
+        if (!object) return corvane::kErrorPointer;
         *object = CComPtr(*this).Detach();
-        return kOk;
+        return corvane::kOk;
     }
 
     /// Another interface of the object, by its `kInterfaceId`. What `other` held is released;
@@ -69,8 +69,8 @@ public:
     HResult QueryInterface(CComPtr<Other>& other) const {
         void* found = nullptr;
         const HResult status =
-            p ? p->QueryInterface(Other::kInterfaceId, &found) : HResult{kErrorPointer};
-        other.Attach(static_cast<Other*>(failed(status) ? nullptr : found));
+            p ? p->QueryInterface(Other::kInterfaceId, &found) : HResult{corvane::kErrorPointer};
+        other.Attach(static_cast<Other*>(corvane::failed(status) ? nullptr : found));
         return status;
     }
 

@@ -7,8 +7,14 @@
 #include <corvane/base/Types.h>
 #include <corvane/platform/Guid.h>
 
-/// 32-bit status of a component call; negative for a failure.
+/// 32-bit status of a component call; negative for a failure. Its constants are in namespace
+/// corvane.
 using HResult = std::int32_t;
+
+namespace corvane {
+
+// The statuses that this library gives and looks for, with the values of the first platform. They
+// are not global, because a dialog has a kOk of its own, with another value.
 
 inline constexpr HResult kOk = 0;
 inline constexpr HResult kFalse = 1;
@@ -24,9 +30,12 @@ inline constexpr HResult kErrorModuleNotFound = static_cast<HResult>(0x8007007E)
 inline constexpr HResult kErrorOutOfMemory = static_cast<HResult>(0x8007000E);
 inline constexpr HResult kErrorInvalidArgument = static_cast<HResult>(0x80070057);
 
-constexpr bool failed(HResult status) {
+/// Statuses that are not negative, such as kFalse, are successes.
+[[nodiscard]] constexpr bool failed(HResult status) {
     return status < 0;
 }
+
+}  // namespace corvane
 
 /// The root of every component interface: counted references and the way from one interface to
 /// another. Its three operations are the first three slots of every table, so the order is fixed;
@@ -37,7 +46,7 @@ public:
     static constexpr Guid kInterfaceId{0, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 
     /// Gives another interface of the same object with one more reference, or null and
-    /// kErrorNoInterface.
+    /// corvane::kErrorNoInterface.
     virtual HResult QueryInterface(const Guid& interfaceId, void** object) = 0;
     virtual std::uint32_t AddRef() = 0;
     virtual std::uint32_t Release() = 0;

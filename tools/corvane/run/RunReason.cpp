@@ -24,14 +24,14 @@ CStringW hostReason(HResult code) {
     CStringW text = u"the script host ";
     text += IScriptProcessor::kProgramId;
     switch (code) {
-        case kErrorNoSuchProgramId:
-        case kErrorClassNotRegistered:
+        case corvane::kErrorNoSuchProgramId:
+        case corvane::kErrorClassNotRegistered:
             text += u" is not registered";
             break;
-        case kErrorModuleNotFound:
+        case corvane::kErrorModuleNotFound:
             text += u": its module cannot be loaded";
             break;
-        case kErrorNoInterface:
+        case corvane::kErrorNoInterface:
             text += u" is no script host";
             break;
         default:
@@ -42,9 +42,9 @@ CStringW hostReason(HResult code) {
 
 const char16_t* engineReason(HResult code) {
     switch (code) {
-        case kErrorInvalidArgument:
+        case corvane::kErrorInvalidArgument:
             return u"its name is no Lua name";
-        case kErrorModuleNotFound:
+        case corvane::kErrorModuleNotFound:
             return u"there is no module of its name beside it";
         case kModuleBroken:
             return u"the module beside it cannot be read or loaded";
