@@ -1,54 +1,136 @@
 #include "xml/Attributes.h"
 
-#include "xml/Tree.h"
+#include <algorithm>
+#include <new>
+#include <unordered_map>
+#include <utility>
 
 namespace corvane::xml {
 namespace {
 
-void linkAttribute(Element& element, Attribute* attribute) {
-    Attribute*& end = element.lastAttribute ? element.lastAttribute->next : element.firstAttribute;
-    end = attribute;
-    element.lastAttribute = attribute;
+// From here on a name is looked up in an index.
+constexpr std::size_t kMany = 16;
+constexpr std::size_t kFirstCapacity = 4;
+constexpr std::size_t kGrowth = 2;
+
+const char16_t* ownCopy(std::u16string_view text) {
+    if (text.empty()) return nullptr;
+    auto* units = new char16_t[text.size()];
+    std::copy(text.begin(), text.end(), units);
+    return units;
+}
+
+void dropValue(Attribute& attribute) noexcept {
+    if (attribute.ownsValue) delete[] attribute.units;
 }
 
 }  // namespace
 
-Attribute* findAttribute(const Element& element, std::u16string_view name) {
-    Attribute* at = element.firstAttribute;
-    while (at && at->name.view() != name)
-        at = at->next;
-    return at;
+class AttributeList::Index {
+public:
+    explicit Index(std::span<const Attribute> attributes) {
+        for (const Attribute& attribute : attributes)
+            add(attribute);
+    }
+    void add(const Attribute& attribute) {
+        places_.emplace(attribute.name->view(), static_cast<std::uint32_t>(places_.size()));
+    }
+    // The number of attributes, when there is none of that name.
+    std::size_t find(std::u16string_view name) const {
+        const auto found = places_.find(name);
+        return found == places_.end() ? places_.size() : found->second;
+    }
+
+private:
+    std::unordered_map<std::u16string_view, std::uint32_t> places_;
+};
+
+AttributeList* AttributeList::make(Pool* pool, std::size_t capacity) {
+    const std::size_t size = sizeof(AttributeList) + capacity * sizeof(Attribute);
+    void* place = pool ? pool->allocate(size, alignof(AttributeList)) : ::operator new(size);
+    auto* list = new (place) AttributeList;
+    list->capacity_ = static_cast<std::uint32_t>(capacity);
+    return list;
 }
 
-void appendAttribute(Element& element, Text name, Text value) {
-    Pool* pool = element.pool;
-    Attribute* made = pool ? new (pool->allocate(sizeof(Attribute), alignof(Attribute))) Attribute
-                           : new Attribute;
-    made->pooled = pool != nullptr;
-    made->name = std::move(name);
-    made->value = std::move(value);
-    linkAttribute(element, made);
+Attribute* findAttribute(const Element& element, std::u16string_view name) {
+    AttributeList* list = element.attributeList;
+    if (!list) return nullptr;
+    const std::span<Attribute> items = list->items();
+    if (items.size() > kMany) {
+        if (!list->index_) {
+            list->index_ = std::make_unique<AttributeList::Index>(items);
+            if (element.pool) element.pool->unseal();  // The index does not lie in it.
+        }
+        const std::size_t place = list->index_->find(name);
+        return place == items.size() ? nullptr : &items[place];
+    }
+    for (Attribute& item : items) {
+        if (item.name->view() == name) return &item;
+    }
+    return nullptr;
+}
+
+void addAttribute(Element& element, const Attribute& added, std::size_t expected) {
+    AttributeList*& list = element.attributeList;
+    if (!list) {
+        list = AttributeList::make(element.pool, std::max(expected, std::size_t{1}));
+    } else if (list->size_ == list->capacity_) {
+        AttributeList* larger = AttributeList::make(element.pool, list->capacity_ * kGrowth);
+        larger->size_ = list->size_;
+        const std::span<Attribute> items = list->items();
+        std::copy(items.begin(), items.end(), larger->items().begin());
+        larger->index_ = std::move(list->index_);
+        AttributeList* old = std::exchange(list, larger);
+        old->~AttributeList();
+        if (!element.pool) ::operator delete(old);
+    }
+    if (list->index_) list->index_->add(added);
+    ++list->size_;
+    list->items().back() = added;
+}
+
+void reserveAttributes(Element& element, std::size_t expected) {
+    if (expected > 0) element.attributeList = AttributeList::make(element.pool, expected);
+}
+
+void appendAttribute(Element& element, std::u16string_view name, std::u16string_view value) {
+    if (!element.pool) return setAttribute(element, name, value);
+    Attribute added;
+    added.name = element.pool->name(name);
+    added.units = element.pool->copy(value);
+    added.size = static_cast<std::uint32_t>(value.size());
+    addAttribute(element, added, kFirstCapacity);
 }
 
 void setAttribute(Element& element, std::u16string_view name, std::u16string_view value) {
-    noteChange(element);
-    if (Attribute* present = findAttribute(element, name)) {
-        present->value = Text::own(value);
-        return;
+    if (element.pool) element.pool->unseal();
+    std::unique_ptr<const char16_t[]> units(ownCopy(value));
+    Attribute* attribute = findAttribute(element, name);
+    if (!attribute) {
+        Attribute added;
+        std::unique_ptr<const Name, NameDrop> ownName(Name::make(name));
+        added.name = ownName.get();
+        added.ownsName = true;
+        addAttribute(element, added, kFirstCapacity);
+        static_cast<void>(ownName.release());
+        attribute = &attributesOf(element).back();
     }
-    // On the heap even for an element of a pool, which only grows until it goes.
-    linkAttribute(element, new Attribute{Text::own(name), Text::own(value)});
+    dropValue(*attribute);
+    attribute->units = units.release();
+    attribute->size = static_cast<std::uint32_t>(value.size());
+    attribute->ownsValue = attribute->units != nullptr;
 }
 
 void dropAttributes(Element& element) noexcept {
-    for (Attribute* at = element.firstAttribute; at;) {
-        Attribute* next = at->next;
-        if (at->pooled)
-            at->~Attribute();
-        else
-            delete at;
-        at = next;
+    AttributeList* list = std::exchange(element.attributeList, nullptr);
+    if (!list) return;
+    for (Attribute& attribute : list->items()) {
+        if (attribute.ownsName) Name::drop(attribute.name);
+        dropValue(attribute);
     }
+    list->~AttributeList();
+    if (!element.pool) ::operator delete(list);
 }
 
 }  // namespace corvane::xml

@@ -8,7 +8,6 @@
 
 #include "system/Files.h"
 #include "xml/Access.h"
-#include "xml/DocumentNode.h"
 #include "xml/Encoding.h"
 #include "xml/Parser.h"
 #include "xml/Serializer.h"
@@ -32,7 +31,7 @@ HResult makeSharedDocument(Document*& made) {
 DocumentFactory documentFactory = makeSharedDocument;
 
 Element* emptyTree() {
-    auto* tree = makeNode<DocumentNode>(nullptr, Kind::Document);
+    Element* tree = makeElement(nullptr, Kind::Document, nullptr);
     hold(tree);
     return tree;
 }

@@ -7,7 +7,7 @@
 #include <corvane/platform/Unknown.h>
 #include <corvane/xml/QorXMLNode.h>
 
-#include "xml/Fault.h"
+#include "xml/Failure.h"
 #include "xml/Node.h"
 
 namespace corvane::xml {

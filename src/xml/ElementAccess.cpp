@@ -2,7 +2,6 @@
 
 #include "xml/Access.h"
 #include "xml/Attributes.h"
-#include "xml/Names.h"
 #include "xml/TextContent.h"
 #include "xml/Tree.h"
 
@@ -11,11 +10,11 @@ namespace corvane::xml {
 ElementView::ElementView(const QorXMLNode& node) : element_(Access::element(node)) {}
 
 std::u16string_view ElementView::name() const {
-    return localNameOf(element_->name.view());
+    return element_->name->local();
 }
 
 std::u16string_view ElementView::fullName() const {
-    return element_->name.view();
+    return element_->name->view();
 }
 
 QorLong ElementView::line() const {
@@ -25,7 +24,7 @@ QorLong ElementView::line() const {
 std::optional<std::u16string_view> ElementView::attribute(std::u16string_view name) const {
     const Attribute* found = findAttribute(*element_, name);
     if (!found) return std::nullopt;
-    return found->value.view();
+    return found->value();
 }
 
 std::u16string_view ElementView::text(std::u16string& buffer) const {

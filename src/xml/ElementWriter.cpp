@@ -11,14 +11,16 @@
 namespace corvane::xml {
 
 std::unique_ptr<QorXMLNode> ElementWriter::make(const QorXMLDocument& document,
-                                                std::u16string_view name) {
+                                                std::u16string_view name, std::size_t attributes) {
     if (!Access::document(document)) raiseError(kErrorPointer);
     require(isQualifiedName(name) && name.find(u':') == name.npos);
     auto node = std::make_unique<QorXMLNode>();
-    const PoolUse pool;
-    auto* element = makeNode<Element>(pool.get(), Kind::Element);
-    *node = Access::node(element);  // From here on nothing that fails leaves the element behind.
-    element->name = makeText(pool.get(), name);
+    const PoolUse use;
+    Pool& pool = *use.get();
+    Element* element = makeElement(&pool, name);
+    pool.seal(element);
+    *node = Access::node(element);
+    reserveAttributes(*element, attributes);
     return node;
 }
 
@@ -26,23 +28,19 @@ ElementWriter::ElementWriter(const QorXMLNode& node) : element_(required(Access:
 
 void ElementWriter::attribute(std::u16string_view name, std::u16string_view value) {
     require(isCarriable(value));
-    noteChange(element_);
-    appendAttribute(element_, makeText(element_.pool, name), makeText(element_.pool, value));
+    appendAttribute(element_, name, value);
 }
 
-ElementWriter ElementWriter::child(std::u16string_view name) {
-    auto* made = makeNode<Element>(element_.pool, Kind::Element);
+ElementWriter ElementWriter::child(std::u16string_view name, std::size_t attributes) {
+    Element* made = makeElement(element_.pool, name);
     link(element_, *made);
-    made->name = makeText(element_.pool, name);
+    reserveAttributes(*made, attributes);
     return ElementWriter(*made);
 }
 
 void ElementWriter::text(std::u16string_view text) {
     require(isCarriable(text));
-    if (text.empty()) return;
-    auto* made = makeNode<CharacterData>(element_.pool, Kind::Text);
-    link(element_, *made);
-    made->text = makeText(element_.pool, text);
+    if (!text.empty()) link(element_, *CharacterData::make(element_.pool, Kind::Text, text));
 }
 
 }  // namespace corvane::xml

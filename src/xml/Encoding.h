@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "xml/Fault.h"
+#include "xml/Failure.h"
 
 namespace corvane::xml {
 

@@ -16,21 +16,21 @@ std::string_view bytes(const xmlChar* text) {
 
 }  // namespace
 
-std::u16string_view NameTable::name(const xmlChar* prefix, const xmlChar* local) {
-    std::u16string_view& known = names_[{prefix, local}];
-    if (known.empty()) {
+const Name* NameTable::name(const xmlChar* prefix, const xmlChar* local) {
+    const Name*& known = names_[{prefix, local}];
+    if (!known) {
         std::u16string name;
         if (prefix) {
             system::appendFromUtf8(name, bytes(prefix));
             name += u':';
         }
         system::appendFromUtf8(name, bytes(local));
-        known = pool_.copy(name);
+        known = Name::makeAt(pool_.allocate(Name::sizeFor(name), alignof(Name)), name);
     }
     return known;
 }
 
-std::u16string_view NameTable::declaration(const xmlChar* prefix) {
+const Name* NameTable::declaration(const xmlChar* prefix) {
     return prefix ? name(kXmlns, prefix) : name(nullptr, kXmlns);
 }
 

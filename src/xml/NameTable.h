@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <libxml/xmlstring.h>
-#include <string_view>
 #include <unordered_map>
 
 #include "xml/Pool.h"
@@ -17,9 +16,9 @@ public:
     explicit NameTable(Pool& pool) : pool_(pool) {}
 
     /// The name as written; the prefix may be null.
-    std::u16string_view name(const xmlChar* prefix, const xmlChar* local);
+    const Name* name(const xmlChar* prefix, const xmlChar* local);
     /// The name of the attribute that declares a prefix, or the default namespace for null.
-    std::u16string_view declaration(const xmlChar* prefix);
+    const Name* declaration(const xmlChar* prefix);
     std::size_t size() const { return names_.size(); }
 
 private:
@@ -36,7 +35,7 @@ private:
     };
 
     Pool& pool_;
-    std::unordered_map<Key, std::u16string_view, Hash> names_;
+    std::unordered_map<Key, const Name*, Hash> names_;
 };
 
 }  // namespace corvane::xml

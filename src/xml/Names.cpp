@@ -54,14 +54,19 @@ char32_t takeCharacter(std::u16string_view& text) {
 }
 
 bool isUnqualifiedName(std::u16string_view name) {
-    if (name.empty() || !startsName(takeCharacter(name))) return false;
-    while (!name.empty()) {
-        if (!continuesName(takeCharacter(name))) return false;
-    }
-    return true;
+    return !name.empty() && nameLength(name) == name.size();
 }
 
 }  // namespace
+
+std::size_t nameLength(std::u16string_view text) {
+    std::u16string_view rest = text;
+    if (rest.empty() || !startsName(takeCharacter(rest))) return 0;
+    std::size_t length = text.size() - rest.size();
+    while (!rest.empty() && continuesName(takeCharacter(rest)))
+        length = text.size() - rest.size();
+    return length;
+}
 
 bool isQualifiedName(std::u16string_view name) {
     const std::size_t colon = name.find(u':');

@@ -4,7 +4,7 @@
 
 namespace corvane::xml {
 
-/// The prefix of a name, and what stands behind it.
+/// The prefix of a name, and what comes after it.
 inline std::u16string_view prefixOf(std::u16string_view name) {
     const std::size_t colon = name.find(u':');
     return colon == name.npos ? std::u16string_view() : name.substr(0, colon);
@@ -13,6 +13,9 @@ inline std::u16string_view localNameOf(std::u16string_view name) {
     const std::size_t colon = name.find(u':');
     return colon == name.npos ? name : name.substr(colon + 1);
 }
+
+/// How many units at the start of the text are a name without colon; 0 when none is there.
+std::size_t nameLength(std::u16string_view text);
 
 /// True for an XML name with at most one colon, which has a name on either side.
 bool isQualifiedName(std::u16string_view name);

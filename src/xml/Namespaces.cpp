@@ -17,10 +17,13 @@ constexpr std::u16string_view kXmlns = u"xmlns";
 constexpr std::u16string_view kXmlUri = u"http://www.w3.org/XML/1998/namespace";
 constexpr std::u16string_view kXmlnsUri = u"http://www.w3.org/2000/xmlns/";
 
+constexpr std::size_t kFew = 8;
+
 const Attribute* declarationAt(const Element& element, std::u16string_view prefix) {
-    for (const Attribute* at = element.firstAttribute; at; at = at->next) {
-        if (prefixOf(at->name.view()) == kXmlns && localNameOf(at->name.view()) == prefix)
-            return at;
+    if (attributesOf(element).size() > kFew)
+        return findAttribute(element, std::u16string(kXmlns) + u':' + std::u16string(prefix));
+    for (const Attribute& at : attributesOf(element)) {
+        if (at.name->prefix() == kXmlns && at.name->local() == prefix) return &at;
     }
     return nullptr;
 }
@@ -34,19 +37,20 @@ const Attribute* declarationOf(const Element* from, std::u16string_view prefix,
     return nullptr;
 }
 
-std::u16string_view namespaceOf(const Element& element, std::u16string_view prefix) {
-    if (prefix == kXml) return kXmlUri;
-    const Attribute* declaration = declarationOf(&element, prefix);
-    return declaration ? declaration->value.view() : std::u16string_view();
+const Attribute* defaultDeclarationOf(const Element* from) {
+    for (; from; from = from->parent) {
+        if (const Attribute* found = findAttribute(*from, kXmlns)) return found;
+    }
+    return nullptr;
 }
 
 bool isAmbiguous(const Element& element, std::u16string_view name) {
     const std::u16string_view prefix = prefixOf(name);
     const std::u16string_view local = localNameOf(name);
-    for (const Attribute* at = element.firstAttribute; at; at = at->next) {
-        const std::u16string_view other = prefixOf(at->name.view());
+    for (const Attribute& at : attributesOf(element)) {
+        const std::u16string_view other = at.name->prefix();
         if (other.empty() || other == prefix || other == kXmlns) continue;
-        if (localNameOf(at->name.view()) == local &&
+        if (at.name->local() == local &&
             namespaceOf(element, other) == namespaceOf(element, prefix))
             return true;
     }
@@ -57,9 +61,9 @@ bool isAmbiguous(const Element& element, std::u16string_view name) {
 // declared the prefix so.
 bool wouldMakeAmbiguous(const Element& top, std::u16string_view prefix, std::u16string_view uri) {
     const auto clashes = [&](const Element& element, std::u16string_view local) {
-        for (const Attribute* at = element.firstAttribute; at; at = at->next) {
-            const std::u16string_view other = prefixOf(at->name.view());
-            if (other.empty() || other == prefix || localNameOf(at->name.view()) != local) continue;
+        for (const Attribute& at : attributesOf(element)) {
+            const std::u16string_view other = at.name->prefix();
+            if (other.empty() || other == prefix || at.name->local() != local) continue;
             if (other != kXmlns && namespaceOf(element, other) == uri) return true;
         }
         return false;
@@ -67,9 +71,8 @@ bool wouldMakeAmbiguous(const Element& top, std::u16string_view prefix, std::u16
     for (const Node* node = &top; node; node = following(node, &top)) {
         if (!node->isElement()) continue;
         const Element& element = *asElement(node);
-        for (const Attribute* at = element.firstAttribute; at; at = at->next) {
-            if (prefixOf(at->name.view()) == prefix &&
-                clashes(element, localNameOf(at->name.view())) &&
+        for (const Attribute& at : attributesOf(element)) {
+            if (at.name->prefix() == prefix && clashes(element, at.name->local()) &&
                 !declarationOf(&element, prefix, &top))
                 return true;
         }
@@ -79,8 +82,8 @@ bool wouldMakeAmbiguous(const Element& top, std::u16string_view prefix, std::u16
 
 bool anyPrefixDeclared(const Element* from) {
     for (; from; from = from->parent) {
-        for (const Attribute* at = from->firstAttribute; at; at = at->next) {
-            if (prefixOf(at->name.view()) == kXmlns) return true;
+        for (const Attribute& at : attributesOf(*from)) {
+            if (at.name->prefix() == kXmlns) return true;
         }
     }
     return false;
@@ -102,18 +105,18 @@ public:
 
 private:
     void enter(const Element& element) {
-        for (const Attribute* at = element.firstAttribute; at; at = at->next) {
-            if (prefixOf(at->name.view()) == kXmlns) ++declared_[localNameOf(at->name.view())];
+        for (const Attribute& at : attributesOf(element)) {
+            if (at.name->prefix() == kXmlns) ++declared_[at.name->local()];
         }
-        use(element.name.view());
-        for (const Attribute* at = element.firstAttribute; at; at = at->next)
-            use(at->name.view());
+        use(element.name->view());
+        for (const Attribute& at : attributesOf(element))
+            use(at.name->view());
     }
     void leave(const Node* from, const Node* to) {
         for (; from != to; from = from->parent) {
             if (!from->isElement()) continue;
-            for (const Attribute* at = asElement(from)->firstAttribute; at; at = at->next) {
-                if (prefixOf(at->name.view()) == kXmlns) --declared_[localNameOf(at->name.view())];
+            for (const Attribute& at : attributesOf(*asElement(from))) {
+                if (at.name->prefix() == kXmlns) --declared_[at.name->local()];
             }
         }
     }
@@ -130,6 +133,28 @@ private:
 };
 
 }  // namespace
+
+bool isDeclaration(std::u16string_view name) {
+    return name == kXmlns || prefixOf(name) == kXmlns;
+}
+
+std::size_t prefixesInScope(const Element& element) {
+    std::size_t count = 0;
+    for (const Element* at = &element; at; at = at->parent) {
+        const auto attributes = attributesOf(*at);
+        count += static_cast<std::size_t>(std::count_if(
+            attributes.begin(), attributes.end(),
+            [](const Attribute& attribute) { return isDeclaration(attribute.name->view()); }));
+    }
+    return count;
+}
+
+std::u16string_view namespaceOf(const Element& element, std::u16string_view prefix) {
+    if (prefix == kXml) return kXmlUri;
+    const Attribute* declaration =
+        prefix.empty() ? defaultDeclarationOf(&element) : declarationOf(&element, prefix);
+    return declaration ? declaration->value() : std::u16string_view();
+}
 
 bool isDeclarationAllowed(std::u16string_view name, std::u16string_view uri) {
     if (name == kXmlns) return uri != kXmlUri && uri != kXmlnsUri;
@@ -164,7 +189,7 @@ void copyNamespaces(const Element& source, Element& copy) {
     if (!anyPrefixDeclared(source.parent)) return;
     for (const std::u16string_view prefix : OpenPrefixes().gather(source)) {
         const Attribute* declaration = declarationOf(source.parent, prefix);
-        if (declaration) setAttribute(copy, declaration->name.view(), declaration->value.view());
+        if (declaration) setAttribute(copy, declaration->name->view(), declaration->value());
     }
 }
 

@@ -1,10 +1,20 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 #include "xml/Node.h"
 
 namespace corvane::xml {
+
+/// True for "xmlns" and the names with that prefix.
+bool isDeclaration(std::u16string_view name);
+
+/// How many declarations are in force or hidden by others at the element.
+std::size_t prefixesInScope(const Element& element);
+
+/// What is declared for the prefix, or for names without one, at the element; "" for nothing.
+std::u16string_view namespaceOf(const Element& element, std::u16string_view prefix);
 
 /// True when an attribute of that name, "xmlns" or one with that prefix, may have that value.
 bool isDeclarationAllowed(std::u16string_view name, std::u16string_view uri);

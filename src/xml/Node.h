@@ -1,11 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <new>
 #include <string_view>
 
 #include "xml/Pool.h"
-#include "xml/Text.h"
 
 namespace corvane::xml {
 
@@ -20,52 +19,71 @@ public:
 
     bool isElement() const { return kind == Kind::Element; }
     bool isText() const { return kind == Kind::Text || kind == Kind::CData; }
+    inline Node* previous() const;  ///< The sibling before this one, or null.
 
     Element* parent = nullptr;
-    Node* previous = nullptr;
     Node* next = nullptr;
-    Pool* pool = nullptr;  ///< Where the node lies; null for the heap.
+    /// The node before this one; for a first child it is the last one.
+    Node* ringPrevious = nullptr;
+    /// The place in document order, when a query has last counted.
+    mutable std::uint32_t order = 0;
     const Kind kind;
+    bool pooled = false;  ///< Lies in a pool: an element in its own, the rest in its parent's.
     /// The source has white space before this node that is no text.
     bool blankBefore = false;
 };
 
 /// A text, a section, a comment, an instruction (target, blank, data) or a document type (what
-/// stands between "<!DOCTYPE " and ">").
+/// stands between "<!DOCTYPE " and ">"). The units follow it in memory, and never change.
 class CharacterData : public Node {
 public:
-    using Node::Node;
+    /// Made on the heap for a null pool, and freed by `destroy` of Tree.h.
+    static CharacterData* make(Pool* pool, Kind kind, std::u16string_view text);
 
-    Text text;
-    /// The number of white space units at the two ends that stand unescaped in the source.
-    std::uint32_t rawLeading = 0;
-    std::uint32_t rawTrailing = 0;
+    std::u16string_view text() const {
+        return {reinterpret_cast<const char16_t*>(this + 1), size_};
+    }
+
+    // The number of white space units at the two ends that stand unescaped in the source.
+    std::uint16_t rawLeading = 0;
+    std::uint16_t rawTrailing = 0;
+
+private:
+    CharacterData(Kind ofKind, std::size_t size)
+        : Node(ofKind), size_(static_cast<std::uint32_t>(size)) {}
+
+    std::uint32_t size_;
 };
 
+/// A name and a value, each on the heap or in the pool of the element.
 struct Attribute {
-    Text name;
-    Text value;
-    Attribute* next = nullptr;
-    bool pooled = false;  ///< Lies in the pool of its element.
+    const Name* name = nullptr;
+    const char16_t* units = nullptr;
+    std::uint32_t size = 0;
+    bool ownsName = false;
+    bool ownsValue = false;
+
+    std::u16string_view value() const { return {units, size}; }
 };
+
+class AttributeList;
 
 /// An element, or the document that is the parent of a document element.
 class Element : public Node {
 public:
     explicit Element(Kind ofKind = Kind::Element) : Node(ofKind) {}
 
-    Text name;  ///< As written, with its prefix.
-    Attribute* firstAttribute = nullptr;
-    Attribute* lastAttribute = nullptr;
+    Node* lastChild() const { return firstChild ? firstChild->ringPrevious : nullptr; }
+
+    /// The source has white space between the last child and the end tag that is no text.
+    bool blankAtEnd = false;
+    const Name* name = nullptr;  ///< As written, with its prefix; on the heap unless pooled.
+    AttributeList* attributeList = nullptr;
     Node* firstChild = nullptr;
-    Node* lastChild = nullptr;
+    Pool* pool = nullptr;  ///< Where the element lies; null for the heap.
     std::uint32_t line = 0;
     /// The handles on this element and its children that are held themselves; see Tree.h.
     std::uint32_t holds = 0;
-    /// A shadow of the tree that queries use may show this element; see Shadow.h.
-    mutable bool shadowed = false;
-    /// The source has white space between the last child and the end tag that is no text.
-    bool blankAtEnd = false;
 };
 
 inline const Element* asElement(const Node* node) {
@@ -78,19 +96,13 @@ inline const CharacterData* asData(const Node* node) {
     return static_cast<const CharacterData*>(node);
 }
 
-/// A new node in the pool, or on the heap when that is null.
-template <typename Made>
-Made* makeNode(Pool* pool, Kind kind) {
-    if (!pool) return new Made(kind);
-    auto* made = new (pool->allocate(sizeof(Made), alignof(Made))) Made(kind);
-    made->pool = pool;
-    pool->hold();
-    return made;
+inline Node* Node::previous() const {
+    return parent && parent->firstChild != this ? ringPrevious : nullptr;
 }
 
-/// A copy of the text where nodes of the pool keep theirs.
-inline Text makeText(Pool* pool, std::u16string_view text) {
-    return pool ? Text::pooled(pool->copy(text)) : Text::own(text);
+/// True for an element or a document, which may have children.
+inline bool isParent(const Node& node) {
+    return node.kind <= Kind::Element;
 }
 
 inline bool isWhite(char16_t unit) {

@@ -18,7 +18,6 @@
 #include "xml/NameTable.h"
 #include "xml/Names.h"
 #include "xml/Namespaces.h"
-#include "xml/SourceCheck.h"
 #include "xml/SourceCursor.h"
 
 namespace corvane::xml {
@@ -179,7 +178,7 @@ private:
     void addMarkup(const Position& position, Kind kind, std::string_view text);
     void addDeclaredNamespaces(int count, const xmlChar** namespaces);
     void addAttributes(int count, int defaultCount, const xmlChar** attributes);
-    bool takeAttribute(std::u16string_view name, std::string_view value, bool expanded);
+    bool takeAttribute(const Name* name, std::string_view value, bool expanded);
     void countNames();
     void countDeclaration();
     bool expand(std::size_t size);
@@ -249,7 +248,9 @@ void Parse::startElement(void* self, const xmlChar* local, const xmlChar* prefix
     report(self, [=](Parse& parse, const Position& position) {
         const std::uint32_t line = parse.tagLine(position);
         ++parse.depth_;
-        parse.builder_.startElement(parse.names_.name(prefix, local), line);
+        parse.builder_.startElement(
+            parse.names_.name(prefix, local), line,
+            static_cast<std::size_t>(namespaceCount) + static_cast<std::size_t>(attributeCount));
         parse.countNames();
         if (namespaceCount > 0) parse.addDeclaredNamespaces(namespaceCount, namespaces);
         if (attributeCount > 0) parse.addAttributes(attributeCount, defaultCount, attributes);
@@ -268,9 +269,9 @@ void Parse::addDeclaredNamespaces(int count, const xmlChar** namespaces) {
     }
     for (std::ptrdiff_t i = 0; i < count; ++i) {
         const xmlChar** at = namespaces + 2 * i;
-        const std::u16string_view name = names_.declaration(at[0]);
+        const Name* name = names_.declaration(at[0]);
         // Nothing tells those apart that come from a default, which the parser does not check.
-        if (!isDeclarationAllowed(name, wide(view(at[1])))) {
+        if (!isDeclarationAllowed(name->view(), wide(view(at[1])))) {
             stop("A namespace cannot be declared as " + std::string(view(at[1])));
             return;
         }
@@ -288,8 +289,8 @@ void Parse::addAttributes(int count, int defaultCount, const xmlChar** attribute
     }
 }
 
-bool Parse::takeAttribute(std::u16string_view name, std::string_view value, bool expanded) {
-    if (expanded && !expand(name.size() + value.size() + kAttributeSyntax)) return false;
+bool Parse::takeAttribute(const Name* name, std::string_view value, bool expanded) {
+    if (expanded && !expand(name->view().size() + value.size() + kAttributeSyntax)) return false;
     builder_.attribute(name, value);
     return true;
 }

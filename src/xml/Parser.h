@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "xml/Fault.h"
+#include "xml/Failure.h"
 #include "xml/TreeBuilder.h"
 
 namespace corvane::xml {

@@ -1,21 +1,76 @@
 #include "xml/Pool.h"
 
+#include <algorithm>
+#include <new>
+
 namespace corvane::xml {
 namespace {
 
-constexpr std::size_t kSmallestBlock = 1024;
+constexpr std::size_t kSmallestBlock = 2048;
 constexpr std::size_t kLargestBlock = std::size_t{1} << 20;
+constexpr std::size_t kAlignment = alignof(std::max_align_t);
 
 }  // namespace
 
+Name::Name(std::u16string_view text)
+    : size_(static_cast<std::uint32_t>(text.size())),
+      prefix_(static_cast<std::uint32_t>(std::min(text.find(u':') + 1, text.size()))) {
+    // npos plus one is 0.
+    if (prefix_ > 0) --prefix_;
+}
+
+const Name* Name::makeAt(void* place, std::u16string_view text) {
+    auto* name = new (place) Name(text);
+    std::copy(text.begin(), text.end(), reinterpret_cast<char16_t*>(name + 1));
+    return name;
+}
+
+const Name* Name::make(std::u16string_view text) {
+    return makeAt(::operator new(sizeFor(text)), text);
+}
+
+void Name::drop(const Name* name) noexcept {
+    ::operator delete(const_cast<Name*>(name));
+}
+
+const char16_t* Pool::copy(std::u16string_view text) {
+    if (text.empty()) return nullptr;
+    auto* units =
+        static_cast<char16_t*>(allocate(text.size() * sizeof(char16_t), alignof(char16_t)));
+    std::copy(text.begin(), text.end(), units);
+    return units;
+}
+
+const Name* Pool::name(std::u16string_view text) {
+    const std::size_t hash = text.size() + text.front() + 5U * text.back();
+    const Name*& recent = recentNames_[hash % recentNames_.size()];
+    if (!recent || recent->view() != text)
+        recent = Name::makeAt(allocate(Name::sizeFor(text), alignof(Name)), text);
+    return recent;
+}
+
 void* Pool::allocateBlock(std::size_t size) {
-    // A large text gets a block of its own size; what is left of the old block is given up.
-    const std::size_t usual = std::clamp(room_ * 2, kSmallestBlock, kLargestBlock);
-    const std::size_t room = std::max(size, usual);
-    blocks_.push_back(std::make_unique_for_overwrite<std::byte[]>(room));
-    room_ = room;
-    offset_ = size;
-    return blocks_.back().get();
+    // What is left of the old block is given up, unless the new one is only for a large text.
+    constexpr std::size_t kHeader = std::max(sizeof(Block), kAlignment);
+    const std::size_t usual = std::clamp(blockSize_ * 2, kSmallestBlock, kLargestBlock);
+    const bool isLarge = size > usual / 2;
+    const std::size_t room = isLarge ? size : usual - kHeader;
+    auto* block = static_cast<Block*>(::operator new(kHeader + room));
+    block->next = blocks_;
+    blocks_ = block;
+    auto* place = reinterpret_cast<std::byte*>(block) + kHeader;
+    if (isLarge) return place;
+    blockSize_ = usual;
+    next_ = place + size;
+    room_ = room - size;
+    return place;
+}
+
+Pool::~Pool() {
+    while (Block* block = blocks_) {
+        blocks_ = block->next;
+        ::operator delete(block);
+    }
 }
 
 }  // namespace corvane::xml

@@ -1,14 +1,14 @@
-#include <exception>
+#include <memory>
 #include <utility>
 
+#include <corvane/xml/CurrentDocument.h>
 #include <corvane/xml/QorXMLDocument.h>
 #include <corvane/xml/XMLFault.h>
 
 #include "emulation/MessageBox.h"
 #include "xml/Access.h"
-#include "xml/Construction.h"
 #include "xml/Document.h"
-#include "xml/ErrorText.h"
+#include "xml/Edits.h"
 #include "xml/Failure.h"
 #include "xml/Serializer.h"
 #include "xml/Tree.h"
@@ -16,15 +16,61 @@
 using corvane::xml::Access;
 using corvane::xml::Document;
 using corvane::xml::Element;
+using corvane::xml::guarded;
 using corvane::xml::raiseError;
 using corvane::xml::required;
+
+namespace {
+
+// Codes in this range stand for the numbered errors of an automation object.
+constexpr HResult kFirstNumbered = static_cast<HResult>(0x80040200);
+constexpr HResult kAfterNumbered = static_cast<HResult>(0x80050000);
+
+const char16_t* knownText(HResult code) {
+    switch (code) {
+        case corvane::kErrorOutOfMemory:
+            return u"Not enough memory to complete the operation.";
+        case corvane::kErrorClassNotRegistered:
+            return u"The class is not registered.";
+        case corvane::kErrorModuleNotFound:
+            return u"The module could not be found.";
+        case corvane::kErrorNoInterface:
+            return u"The interface is not supported.";
+        case corvane::kErrorFail:
+            return u"Unspecified error.";
+        default:
+            return nullptr;
+    }
+}
+
+// What a message box says about a failure code.
+CStringW errorText(HResult code) {
+    if (const char16_t* known = knownText(code)) return known;
+    CStringW text;
+    if (code > kFirstNumbered && code < kAfterNumbered)
+        text.Format(u"IDispatch error #%d", code - kFirstNumbered);
+    else
+        text.Format(u"Unknown error 0x%0lX", code);
+    return text;
+}
+
+}  // namespace
+
+QorXMLDocument* g_pXMLDoc = nullptr;
+
+void SetXMLDoc(QorXMLDocument* document) {
+    g_pXMLDoc = document;
+}
+
+void SetXMLDoc2(QorXMLDocument* document) {
+    SetXMLDoc(document);
+}
 
 QorXMLDocument::QorXMLDocument() {
     const HResult status = corvane::xml::makeDocument(m_pDocument);
     if (!corvane::failed(status)) return;
     m_pDocument = nullptr;
-    corvane::emulation::messageBox(corvane::xml::errorText(status), u"",
-                                   corvane::emulation::kMessageOk);
+    corvane::emulation::messageBox(errorText(status), u"", corvane::emulation::kMessageOk);
 }
 
 QorXMLDocument::QorXMLDocument(QorXMLDocument&) {}
@@ -46,32 +92,41 @@ QorXMLDocument::~QorXMLDocument() {
 }
 
 QorXMLNode* QorXMLDocument::LoadFromFile(CStringW path) {
-    Document& document = required(m_pDocument);
-    if (!document.loadFile(path)) return nullptr;
-    Element* root = document.root();
-    corvane::xml::hold(root);
-    corvane::xml::release(std::exchange(m_pRootElement, root));
-    m_pRootNode = document.addRootNode();
-    return m_pRootNode;
+    return guarded([&]() -> QorXMLNode* {
+        Document& document = required(m_pDocument);
+        if (!document.loadFile(path)) return nullptr;
+        QorXMLNode* node = document.addRootNode();
+        Element* root = document.root();
+        corvane::xml::hold(root);
+        corvane::xml::release(std::exchange(m_pRootElement, root));
+        m_pRootNode = node;
+        return node;
+    });
 }
 
 QorXMLNode* QorXMLDocument::LoadFromFile1(const char* path) {
-    return LoadFromFile(CStringW(path));
+    return guarded([&] { return LoadFromFile(CStringW(path)); });
 }
 
 QorXMLNode* QorXMLDocument::LoadFromXMLString(CStringW& text) {
-    Document& document = required(m_pDocument);
-    if (document.loadText(text)) m_pRootNode = document.addRootNode();
-    return m_pRootNode;
+    return guarded([&] {
+        Document& document = required(m_pDocument);
+        if (document.loadText(text)) m_pRootNode = document.addRootNode();
+        return m_pRootNode;
+    });
 }
 
 QorXMLNode* QorXMLDocument::CreateNode(CStringW name) {
     required(m_pDocument);
-    return Access::newNode(corvane::xml::makeElement(name, nullptr)).release();
+    return guarded([&] {
+        auto node = std::make_unique<QorXMLNode>();
+        *node = Access::node(corvane::xml::makeFreeElement(name, nullptr));
+        return node.release();
+    });
 }
 
 QorXMLNode* QorXMLDocument::CreateNode1(const char* name) {
-    return CreateNode(CStringW(name));
+    return guarded([&] { return CreateNode(CStringW(name)); });
 }
 
 void QorXMLDocument::DeleteNode(QorXMLNode*& node) {
@@ -83,31 +138,36 @@ void QorXMLDocument::AppendNode(QorXMLNode* node) {
     Document& document = required(m_pDocument);
     Element* element = Access::element(*node);
     if (!element) raiseError(corvane::kErrorInvalidArgument);
-    corvane::xml::appendElement(document.tree(), *element);
+    guarded([&] { corvane::xml::appendElement(document.tree(), *element); });
 }
 
 bool QorXMLDocument::Save(CStringW path) {
     try {
         corvane::SaveXML(*this, path);
-    } catch (const std::exception&) {
-        // Memory has run out; whoever wants to know calls SaveXML.
+    } catch (...) {
+        // Memory has run out. SaveXML tells.
     }
     return true;
 }
 
 bool QorXMLDocument::Save1(const char* path) {
-    return Save(CStringW(path));
+    try {
+        return Save(CStringW(path));
+    } catch (...) {
+        return true;
+    }
 }
 
 CStringW QorXMLDocument::GetXML() const {
     if (m_pRootNode) return m_pRootNode->GetXML();
     const Element* root = m_pDocument ? m_pDocument->root() : nullptr;
-    return root ? corvane::xml::serialized(*root) : std::u16string();
+    if (!root) return {};
+    return guarded([&] { return CStringW(corvane::xml::serialized(*root)); });
 }
 
 bool corvane::SaveXML(QorXMLDocument& document, const CStringW& path) {
     const Document* source = Access::document(document);
-    return source && source->save(path);
+    return source && guarded([&] { return source->save(path); });
 }
 
 corvane::XMLFault corvane::LastXMLFault(const QorXMLDocument& document) {

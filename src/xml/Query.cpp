@@ -1,11 +1,19 @@
 #include "xml/Query.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "xml/Names.h"
 #include "xml/Tree.h"
-#include "xml/XPath.h"
+#include "xml/XPathValue.h"
 
 namespace corvane::xml {
 namespace {
+
+using namespace xpath;
+
+constexpr std::size_t kLongestQuery = 1 << 16;
+constexpr std::size_t kNoLimit = static_cast<std::size_t>(-1);
 
 std::u16string_view trimmed(std::u16string_view query) {
     while (!query.empty() && isWhite(query.front()))
@@ -15,11 +23,175 @@ std::u16string_view trimmed(std::u16string_view query) {
     return query;
 }
 
+class Evaluator {
+public:
+    explicit Evaluator(xpath::Tree& tree) : tree_(tree) {}
+
+    Value value(const Expression& expression, const Place& place) {
+        switch (expression.kind) {
+            case Expression::Kind::Chain:
+                return chain(expression, place);
+            case Expression::Kind::Negate:
+                return Value::of(-toNumber(tree_, value(expression.operands.front(), place)));
+            case Expression::Kind::Union:
+                return Value::of(unionOf(expression, place));
+            case Expression::Kind::Literal:
+                return Value::of(expression.text);
+            case Expression::Kind::Number:
+                return Value::of(expression.number);
+            case Expression::Kind::Call:
+                return call(expression, place);
+            default:
+                return Value::of(nodes(expression, place, kNoLimit));
+        }
+    }
+
+    // The nodes of a path; no more than the limit asks for, where that spares work.
+    Items nodes(const Expression& path, const Place& place, std::size_t limit) {
+        Items items{path.absolute ? Item{&tree_.root()} : place.item};
+        if (!path.operands.empty()) {
+            items = value(path.operands.front(), place).items;
+            for (const Expression& predicate : path.predicates)
+                filter(items, predicate);
+        }
+        for (const Step& step : path.steps)
+            items = after(std::move(items), step, &step == &path.steps.back() ? limit : kNoLimit);
+        return items;
+    }
+
+private:
+    Value chain(const Expression& expression, const Place& place) {
+        const std::vector<Expression>& operands = expression.operands;
+        const Operator first = expression.operators.front();
+        if (first == Operator::Or || first == Operator::And) {
+            const bool decides = first == Operator::Or;
+            return Value::of(
+                std::any_of(operands.begin(), operands.end(), [&](const Expression& operand) {
+                    return toBoolean(value(operand, place)) == decides;
+                }) == decides);
+        }
+        Value result = value(operands.front(), place);
+        for (std::size_t i = 0; i < expression.operators.size(); ++i)
+            result = applied(tree_, expression.operators[i], result, value(operands[i + 1], place));
+        return result;
+    }
+
+    Items unionOf(const Expression& expression, const Place& place) {
+        Items all;
+        for (const Expression& operand : expression.operands) {
+            const Items items = value(operand, place).items;
+            all.insert(all.end(), items.begin(), items.end());
+        }
+        tree_.sort(all);
+        return all;
+    }
+
+    Value call(const Expression& expression, const Place& place) {
+        std::vector<Value> arguments;
+        for (const Expression& operand : expression.operands)
+            arguments.push_back(value(operand, place));
+        return called(tree_, expression.function, arguments, place);
+    }
+
+    bool holds(const Expression& predicate, const Place& place) {
+        tree_.count(1);
+        const Value result = value(predicate, place);
+        return result.type == Type::Number ? result.number == static_cast<double>(place.position)
+                                           : toBoolean(result);
+    }
+
+    void filter(Items& items, const Expression& predicate) {
+        Items left;
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            if (holds(predicate, {items[i], i + 1, items.size()})) left.push_back(items[i]);
+        }
+        items = std::move(left);
+    }
+
+    Items after(Items contexts, const Step& step, std::size_t limit) {
+        if (step.positional) return afterByPlace(contexts, step, limit);
+        contexts = tree_.covering(std::move(contexts), step.axis);
+        const bool one = contexts.size() == 1;
+        Items found;
+        for (const Item& context : contexts) {
+            tree_.walk(context, step, [&](const Item& item) {
+                const bool all = std::all_of(step.predicates.begin(), step.predicates.end(),
+                                             [&](const Expression& predicate) {
+                                                 return holds(predicate, {item, 1, 1});
+                                             });
+                if (all) found.push_back(item);
+                return !one || isReverse(step.axis) || found.size() < limit;
+            });
+        }
+        if (one && isReverse(step.axis))
+            std::reverse(found.begin(), found.end());
+        else if (!one)
+            tree_.sort(found);
+        return found;
+    }
+
+    // Where predicates count, each context node has a count of its own.
+    Items afterByPlace(const Items& contexts, const Step& step, std::size_t limit) {
+        const bool one = contexts.size() == 1;
+        const std::size_t enough = enoughFor(step);
+        Items all;
+        for (const Item& context : contexts) {
+            Items found;
+            tree_.walk(context, step, [&](const Item& item) {
+                found.push_back(item);
+                return found.size() < enough;
+            });
+            for (const Expression& predicate : step.predicates)
+                filter(found, predicate);
+            if (isReverse(step.axis)) std::reverse(found.begin(), found.end());
+            if (one) return found;
+            all.insert(all.end(), found.begin(), found.end());
+        }
+        static_cast<void>(limit);
+        tree_.sort(all);
+        return all;
+    }
+
+    // How many nodes a first predicate that is a plain number has to see.
+    static std::size_t enoughFor(const Step& step) {
+        const Expression& first = step.predicates.front();
+        if (first.kind != Expression::Kind::Number) return kNoLimit;
+        if (!(first.number >= 1)) return 1;
+        return first.number < 1e9 ? static_cast<std::size_t>(first.number) : kNoLimit;
+    }
+
+    xpath::Tree& tree_;
+};
+
+std::optional<Matches> evaluate(const Element& context, std::u16string_view query,
+                                std::size_t limit) {
+    if (query.size() > kLongestQuery || !isCarriable(query)) return std::nullopt;
+    const std::optional<Expression> expression = parseExpression(query);
+    if (!expression || expression->type != Type::Nodes) return std::nullopt;
+    try {
+        xpath::Tree tree(context);
+        Evaluator evaluator(tree);
+        const Place place{Item{&context}};
+        const Items items = expression->kind == Expression::Kind::Path
+                                ? evaluator.nodes(*expression, place, limit)
+                                : evaluator.value(*expression, place).items;
+        Matches matches;
+        for (const Item& item : items) {
+            const bool isElement = item.kind == Item::Kind::Node && item.node->isElement();
+            matches.push_back(isElement ? item.node : nullptr);
+            if (matches.size() == limit) break;
+        }
+        return matches;
+    } catch (const TooManySteps&) {
+        return std::nullopt;
+    }
+}
+
 }  // namespace
 
 std::optional<Matches> select(const Element& context, std::u16string_view query) {
     const std::u16string_view name = trimmed(query);
-    if (!isQualifiedName(name)) return evaluateXPath(context, query);
+    if (!isQualifiedName(name)) return evaluate(context, query, kNoLimit);
     Matches matches;
     for (const Element* at = elementFrom(context.firstChild, name); at;
          at = elementFrom(at->next, name))
@@ -29,11 +201,7 @@ std::optional<Matches> select(const Element& context, std::u16string_view query)
 
 std::optional<Matches> selectFirst(const Element& context, std::u16string_view query) {
     const std::u16string_view name = trimmed(query);
-    if (!isQualifiedName(name)) {
-        std::optional<Matches> matches = evaluateXPath(context, query);
-        if (matches && matches->size() > 1) matches->erase(matches->begin() + 1, matches->end());
-        return matches;
-    }
+    if (!isQualifiedName(name)) return evaluate(context, query, 1);
     const Element* first = elementFrom(context.firstChild, name);
     return first ? Matches{first} : Matches{};
 }

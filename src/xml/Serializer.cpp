@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "system/Unicode.h"
-#include "xml/Names.h"
+#include "xml/Attributes.h"
 #include "xml/Tree.h"
 
 namespace corvane::xml {
@@ -82,7 +82,7 @@ public:
 private:
     // True when the node has children, which come next.
     bool open(const Node& node) {
-        if (node.blankBefore) lineBreak(node.previous, node);
+        if (node.blankBefore) lineBreak(node.previous(), node);
         switch (node.kind) {
             case Kind::Element:
                 return openElement(*asElement(&node));
@@ -109,15 +109,15 @@ private:
 
     bool openElement(const Element& element) {
         out_.put("<");
-        out_.put(element.name.view());
+        out_.put(element.name->view());
         bool preserve = !preserve_.empty() && preserve_.back();
-        for (const Attribute* at = element.firstAttribute; at; at = at->next) {
+        for (const Attribute& at : attributesOf(element)) {
             out_.put(" ");
-            out_.put(at->name.view());
+            out_.put(at.name->view());
             out_.put("=\"");
-            escape(at->value.view(), true);
+            escape(at.value(), true);
             out_.put("\"");
-            if (at->name.view() == u"xml:space") preserve = at->value.view() == u"preserve";
+            if (at.name->view() == u"xml:space") preserve = at.value() == u"preserve";
         }
         if (!element.firstChild) {
             out_.put("/>");
@@ -129,10 +129,10 @@ private:
     }
 
     void close(const Element& element) {
-        if (element.blankAtEnd) lineBreak(element.lastChild, element);
+        if (element.blankAtEnd) lineBreak(element.lastChild(), element);
         preserve_.pop_back();
         out_.put("</");
-        out_.put(element.name.view());
+        out_.put(element.name->view());
         out_.put(">");
     }
 
@@ -145,12 +145,12 @@ private:
 
     void enclose(std::string_view start, const Node& node, std::string_view end) {
         out_.put(start);
-        out_.put(asData(&node)->text.view());
+        out_.put(asData(&node)->text());
         out_.put(end);
     }
 
     void writeText(const CharacterData& data) {
-        std::u16string_view text = data.text.view();
+        std::u16string_view text = data.text();
         const std::u16string_view trailing = text.substr(text.size() - data.rawTrailing);
         text.remove_suffix(data.rawTrailing);
         escape(text.substr(0, data.rawLeading), false);

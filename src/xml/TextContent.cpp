@@ -6,7 +6,7 @@ namespace corvane::xml {
 namespace {
 
 std::u16string_view trimmed(const CharacterData& data, bool atStart, bool atEnd) {
-    std::u16string_view text = data.text.view();
+    std::u16string_view text = data.text();
     if (atStart) text.remove_prefix(data.rawLeading);
     if (atEnd) text.remove_suffix(data.rawTrailing);
     return text;
@@ -26,7 +26,7 @@ public:
         const Node* from = &top;
         while (const Node* to = following(from, &top)) {
             if (to->parent != from) leave(from, to->parent);
-            if (to->blankBefore && isElement(to->previous)) ++blanks_;
+            if (to->blankBefore && isElement(to->previous())) ++blanks_;
             if (to->isText()) add(*asData(to));
             from = to;
         }
@@ -40,7 +40,7 @@ private:
             leaveElement(*asElement(from));
     }
     void leaveElement(const Element& element) {
-        if (element.blankAtEnd && isElement(element.lastChild)) ++blanks_;
+        if (element.blankAtEnd && isElement(element.lastChild())) ++blanks_;
     }
     void add(const CharacterData& data) {
         const std::u16string_view text = trimmed(data, !begun_, false);

@@ -1,56 +1,83 @@
 #include "xml/Tree.h"
 
+#include <algorithm>
+#include <memory>
+#include <new>
 #include <utility>
 
 #include "xml/Attributes.h"
-#include "xml/DocumentNode.h"
 #include "xml/Namespaces.h"
-#include "xml/Shadow.h"
 
 namespace corvane::xml {
 namespace {
 
-template <typename Made>
-void freeAs(Node* node) noexcept {
-    auto* made = static_cast<Made*>(node);
-    Pool* pool = made->pool;
-    if (!pool) {
-        delete made;
+void freeNode(Node* node) noexcept {
+    if (!isParent(*node)) {
+        if (!node->pooled) ::operator delete(node);
         return;
     }
-    made->~Made();
-    pool->release();
-}
-
-void freeNode(Node* node) noexcept {
-    switch (node->kind) {
-        case Kind::Document:
-            freeAs<DocumentNode>(node);
-            break;
-        case Kind::Element:
-            dropAttributes(*asElement(node));
-            freeAs<Element>(node);
-            break;
-        default:
-            freeAs<CharacterData>(node);
-            break;
+    Element* element = asElement(node);
+    dropAttributes(*element);
+    if (Pool* pool = element->pool) {
+        pool->release();
+        return;
     }
+    if (element->name) Name::drop(element->name);
+    delete element;
 }
 
 bool isHeld(const Node& node) {
     return node.isElement() && asElement(&node)->holds > 0;
 }
 
+// Where a child lies, or is to lie.
+const Pool* poolOf(const Node& node, const Element& parent) {
+    if (isParent(node)) return asElement(&node)->pool;
+    return node.pooled ? parent.pool : nullptr;
+}
+
+// The tree of a pool is no longer what was made there.
+void noteChange(const Element& element) noexcept {
+    if (element.pool) element.pool->unseal();
+}
+
+// True when the node went with all that is below it.
+bool dropWhole(Node* node) noexcept {
+    if (!isParent(*node)) return false;
+    Pool* pool = asElement(node)->pool;
+    if (!pool || !pool->isWhole(node)) return false;
+    pool->dropWhole();
+    return true;
+}
+
 }  // namespace
 
-void noteChange(Element& element) noexcept {
-    // While a shadow stands, every element that it shows is marked, so the first one without a mark
-    // ends the way up: many changes in a deep tree clear each mark once.
-    Element* at = &element;
-    for (; at->kind != Kind::Document; at = at->parent) {
-        if (!std::exchange(at->shadowed, false) || !at->parent) return;
-    }
-    static_cast<DocumentNode*>(at)->shadow.reset();
+CharacterData* CharacterData::make(Pool* pool, Kind kind, std::u16string_view text) {
+    const std::size_t size = sizeof(CharacterData) + text.size() * sizeof(char16_t);
+    void* place = pool ? pool->allocate(size, alignof(CharacterData)) : ::operator new(size);
+    auto* made = new (place) CharacterData(kind, text.size());
+    made->pooled = pool != nullptr;
+    std::copy(text.begin(), text.end(), reinterpret_cast<char16_t*>(made + 1));
+    return made;
+}
+
+Element* makeElement(Pool* pool, Kind kind, const Name* name) {
+    Element* made = pool ? new (pool->allocate(sizeof(Element), alignof(Element))) Element(kind)
+                         : new Element(kind);
+    made->name = name;
+    if (!pool) return made;
+    made->pool = pool;
+    made->pooled = true;
+    pool->hold();
+    return made;
+}
+
+Element* makeElement(Pool* pool, std::u16string_view name) {
+    if (pool) return makeElement(pool, Kind::Element, pool->name(name));
+    std::unique_ptr<const Name, NameDrop> own(Name::make(name));
+    Element* made = makeElement(nullptr, Kind::Element, own.get());
+    static_cast<void>(own.release());
+    return made;
 }
 
 void hold(Element* element) noexcept {
@@ -70,15 +97,22 @@ void release(Element* element) noexcept {
 
 void attach(Element& parent, Node& node) noexcept {
     node.parent = &parent;
-    node.previous = parent.lastChild;
-    (parent.lastChild ? parent.lastChild->next : parent.firstChild) = &node;
-    parent.lastChild = &node;
+    node.next = nullptr;
+    Node* first = parent.firstChild;
+    if (!first) {
+        parent.firstChild = &node;
+        node.ringPrevious = &node;
+        return;
+    }
+    node.ringPrevious = first->ringPrevious;
+    node.ringPrevious->next = &node;
+    first->ringPrevious = &node;
 }
 
 void link(Element& parent, Node& node) noexcept {
-    noteChange(parent);
+    if (!parent.pool || poolOf(node, parent) != parent.pool) noteChange(parent);
     attach(parent, node);
-    // White space stays where it stood in the source: behind what was the last child.
+    // White space stays where it was in the source: after what was the last child.
     node.blankBefore = parent.blankAtEnd;
     parent.blankAtEnd = false;
     if (isHeld(node)) hold(&parent);
@@ -87,10 +121,17 @@ void link(Element& parent, Node& node) noexcept {
 void unlink(Node& node) noexcept {
     Element* parent = node.parent;
     noteChange(*parent);
-    (node.previous ? node.previous->next : parent->firstChild) = node.next;
-    (node.next ? node.next->previous : parent->lastChild) = node.previous;
+    Node* first = parent->firstChild;
+    if (node.next)
+        node.next->ringPrevious = node.ringPrevious;
+    else
+        first->ringPrevious = node.ringPrevious;
+    if (&node == first)
+        parent->firstChild = node.next;
+    else
+        node.ringPrevious->next = node.next;
     node.parent = nullptr;
-    node.previous = nullptr;
+    node.ringPrevious = nullptr;
     node.next = nullptr;
     if (isHeld(node)) release(parent);
 }
@@ -109,16 +150,70 @@ void clearContent(Element& element) {
 void destroy(Node* top) noexcept {
     Node* at = top;
     while (true) {
-        while (at->kind <= Kind::Element && asElement(at)->firstChild)
-            at = asElement(at)->firstChild;
         Element* parent = at->parent;
         Node* next = at->next;
         const bool last = at == top;
-        freeNode(at);
+        if (!dropWhole(at)) {
+            if (isParent(*at) && asElement(at)->firstChild) {
+                at = asElement(at)->firstChild;
+                continue;
+            }
+            freeNode(at);
+        }
         if (last) return;
         parent->firstChild = next;
         at = next ? next : parent;
     }
+}
+
+namespace {
+
+Node* copyNode(Pool& pool, const Node& source) {
+    if (!source.isElement()) {
+        const CharacterData* data = asData(&source);
+        CharacterData* copy = CharacterData::make(&pool, source.kind, data->text());
+        copy->rawLeading = data->rawLeading;
+        copy->rawTrailing = data->rawTrailing;
+        return copy;
+    }
+    const Element* element = asElement(&source);
+    Element* copy = makeElement(&pool, element->name->view());
+    copy->line = element->line;
+    copy->blankAtEnd = element->blankAtEnd;
+    const auto attributes = attributesOf(*element);
+    reserveAttributes(*copy, attributes.size());
+    for (const Attribute& at : attributes)
+        appendAttribute(*copy, at.name->view(), at.value());
+    return copy;
+}
+
+struct Destroyer {
+    void operator()(Element* top) const { destroy(top); }
+};
+
+}  // namespace
+
+Element* clone(const Element& source) {
+    const PoolUse pool;
+    // Goes with all that has been copied when memory ends.
+    std::unique_ptr<Element, Destroyer> top(asElement(copyNode(*pool.get(), source)));
+    const Node* from = &source;
+    Node* copy = top.get();
+    while (const Node* next = following(from, &source)) {
+        if (next->parent != from) {
+            for (; from->parent != next->parent; from = from->parent)
+                copy = copy->parent;
+            copy = copy->parent;
+        }
+        Element* parent = asElement(copy);
+        copy = copyNode(*pool.get(), *next);
+        copy->blankBefore = next->blankBefore;
+        attach(*parent, *copy);
+        from = next;
+    }
+    copyNamespaces(source, *top);
+    pool.get()->seal(top.get());
+    return top.release();
 }
 
 }  // namespace corvane::xml

@@ -5,17 +5,18 @@
 namespace corvane::xml {
 
 /// How long elements live. An element is *held* by each handle on it and by each child that is held
-/// itself, so a held element holds all that stand above it. When the hold of a top element ends, it
+/// itself, so a held element holds all that are above it. When the hold of a top element ends, it
 /// goes with all that is below it.
 void hold(Element* element) noexcept;
 void release(Element* element) noexcept;
 
-/// Drops what queries remember of the tree, before the content or an attribute of the element
-/// changes.
-void noteChange(Element& element) noexcept;
+/// A new element in the pool, or on the heap when that is null, with a name that lies there too;
+/// not held. The second one copies the name.
+Element* makeElement(Pool* pool, Kind kind, const Name* name);
+Element* makeElement(Pool* pool, std::u16string_view name);
 
-/// Puts a node that has no parent behind the children of `parent`. `attach` does it for a tree that
-/// is being made, where nothing is held and white space is known.
+/// Appends a node that has no parent to the children of `parent`. `attach` does it for a tree that
+/// is being made, where nothing is held and white space is known; the node lies in its pool.
 void attach(Element& parent, Node& node) noexcept;
 void link(Element& parent, Node& node) noexcept;
 /// Takes a node out of its parent. A node that is held lives on, and its former parent may go.
@@ -27,16 +28,16 @@ void clearContent(Element& element);
 /// Frees a node without parent and all below it; none of them is held.
 void destroy(Node* top) noexcept;
 
-/// The node that stands behind `at` in document order below `top`, its children included; null at
-/// the end.
+/// The node that comes after `at` in document order below `top`, its children included; null at the
+/// end.
 inline const Node* following(const Node* at, const Node* top) {
-    if (at->kind <= Kind::Element && asElement(at)->firstChild) return asElement(at)->firstChild;
+    if (isParent(*at) && asElement(at)->firstChild) return asElement(at)->firstChild;
     while (at != top && !at->next)
         at = at->parent;
     return at == top ? nullptr : at->next;
 }
 
-/// The first element at or behind `node` among its siblings.
+/// The first element at or after `node` among its siblings.
 inline const Element* elementFrom(const Node* node) {
     while (node && !node->isElement())
         node = node->next;
@@ -44,7 +45,7 @@ inline const Element* elementFrom(const Node* node) {
 }
 /// The same for the elements of one name, prefix included.
 inline const Element* elementFrom(const Node* node, std::u16string_view name) {
-    while (node && !(node->isElement() && asElement(node)->name.view() == name))
+    while (node && !(node->isElement() && asElement(node)->name->view() == name))
         node = node->next;
     return asElement(node);
 }

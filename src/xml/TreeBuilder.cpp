@@ -1,44 +1,55 @@
 #include "xml/TreeBuilder.h"
 
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "system/Unicode.h"
 #include "xml/Attributes.h"
-#include "xml/DocumentNode.h"
 #include "xml/Tree.h"
 
 namespace corvane::xml {
+namespace {
+
+constexpr std::size_t kMostRaw = std::numeric_limits<std::uint16_t>::max();
+
+}  // namespace
 
 TreeBuilder::TreeBuilder()
-    : document_(makeNode<DocumentNode>(pool_.get(), Kind::Document)), current_(document_) {}
+    : document_(makeElement(memory(), Kind::Document, nullptr)), current_(document_) {}
 
 TreeBuilder::~TreeBuilder() {
     if (document_) destroy(document_);
 }
 
 Element* TreeBuilder::take() {
+    pool().seal(document_);
     return std::exchange(document_, nullptr);
 }
 
-void TreeBuilder::startElement(std::u16string_view name, std::uint32_t line) {
-    auto* element = makeNode<Element>(pool_.get(), Kind::Element);
-    element->name = Text::pooled(name);
+void TreeBuilder::startElement(const Name* name, std::uint32_t line, std::size_t attributes) {
+    Element* element = makeElement(memory(), Kind::Element, name);
     element->line = line;
     place(*element);
     current_ = element;
+    expected_ = attributes;
     preserve_.push_back(preserves());
 }
 
-void TreeBuilder::attribute(std::u16string_view name, std::string_view utf8) {
+void TreeBuilder::attribute(const Name* name, std::string_view utf8) {
     scratch_.clear();
     system::appendFromUtf8(scratch_, utf8);
-    if (name == u"xml:space") preserve_.back() = scratch_ == u"preserve";
-    appendAttribute(*current_, Text::pooled(name), makeText(pool_.get(), scratch_));
+    if (name->view() == u"xml:space") preserve_.back() = scratch_ == u"preserve";
+    Attribute added;
+    added.name = name;
+    added.units = pool().copy(scratch_);
+    added.size = static_cast<std::uint32_t>(scratch_.size());
+    addAttribute(*current_, added, expected_);
 }
 
 void TreeBuilder::endElement() {
     flushText();
-    current_->blankAtEnd = std::exchange(blank_, false) && current_->lastChild;
+    current_->blankAtEnd = std::exchange(blank_, false) && current_->firstChild;
     current_ = current_->parent;
     preserve_.pop_back();
 }
@@ -52,15 +63,23 @@ void TreeBuilder::characters(std::string_view utf8, bool escaped) {
 void TreeBuilder::data(Kind kind, std::string_view utf8) {
     scratch_.clear();
     system::appendFromUtf8(scratch_, utf8);
-    auto* node = makeNode<CharacterData>(pool_.get(), kind);
-    node->text = makeText(pool_.get(), scratch_);
-    place(*node);
+    place(*CharacterData::make(memory(), kind, scratch_));
 }
 
 void TreeBuilder::place(Node& node) {
     flushText();
     node.blankBefore = std::exchange(blank_, false);
     attach(*current_, node);
+}
+
+// The pending text without white space at its ends that is more than a node can count. Nothing but
+// a save would show it again.
+std::u16string_view TreeBuilder::kept(std::size_t leading, std::size_t trailing) const {
+    std::u16string_view text = pending_;
+    if (preserves()) return text;
+    text.remove_prefix(leading - std::min(leading, kMostRaw));
+    text.remove_suffix(trailing - std::min(trailing, kMostRaw));
+    return text;
 }
 
 void TreeBuilder::flushText() {
@@ -78,11 +97,10 @@ void TreeBuilder::flushText() {
     if (leading == size && !preserves()) {
         blank_ = true;
     } else {
-        auto* node = makeNode<CharacterData>(pool_.get(), Kind::Text);
-        node->text = makeText(pool_.get(), pending_);
+        CharacterData* node = CharacterData::make(memory(), Kind::Text, kept(leading, trailing));
         if (!preserves()) {
-            node->rawLeading = static_cast<std::uint32_t>(leading);
-            node->rawTrailing = static_cast<std::uint32_t>(trailing);
+            node->rawLeading = static_cast<std::uint16_t>(std::min(leading, kMostRaw));
+            node->rawTrailing = static_cast<std::uint16_t>(std::min(trailing, kMostRaw));
         }
         attach(*current_, *node);
     }

@@ -22,10 +22,10 @@ public:
     Pool& pool() { return *pool_.get(); }
 
     /// The name lies in the pool.
-    void startElement(std::u16string_view name, std::uint32_t line);
+    void startElement(const Name* name, std::uint32_t line, std::size_t attributes);
     /// Adds to the element that has just been started. The name lies in the pool; the value is
     /// copied.
-    void attribute(std::u16string_view name, std::string_view utf8);
+    void attribute(const Name* name, std::string_view utf8);
     void endElement();
     /// A piece of text. Escaped is what a reference stands for.
     void characters(std::string_view utf8, bool escaped);
@@ -36,14 +36,17 @@ public:
     Element* take();
 
 private:
+    std::u16string_view kept(std::size_t leading, std::size_t trailing) const;
     void flushText();
     void place(Node& node);
     bool preserves() const { return preserve_.back(); }
+    Pool* memory() const { return pool_.get(); }
 
     PoolUse pool_;
     std::vector<bool> preserve_{false};
-    Element* document_;  // Behind what can fail to be made, since nothing would free it.
+    Element* document_;  // After what can fail to be made, since nothing would free it.
     Element* current_;
+    std::size_t expected_ = 0;  // Attributes of the current element.
 
     std::u16string scratch_;
     // Text that has been reported, but not yet been made a node, and the part of it from the first

@@ -15,7 +15,14 @@ struct Access;
 /// external entity and no network address; a reference to an external or undeclared entity fails
 /// the load. Entities and default attributes of an internal subset take effect, as long as they do
 /// not make the document many times as large, and a document type is kept without its internal
-/// subset. There is no limit on depth, and none on size but memory and 2 GB.
+/// subset. A declaration of one of the five predefined entities has no effect. There is no limit on
+/// depth, and none on size but memory and 2 GB. What would take the parser the square of its size
+/// is refused: more than 10,000 attributes on an element, 1,000 prefixes in scope, 100,000
+/// different names, 20,000 declarations or 1,000 default attributes in a document type, or 500
+/// tokens in an enumeration.
+///
+/// Memory that runs out raises kErrorOutOfMemory, out of a load too. Nothing is written to the
+/// process's standard error.
 ///
 /// A document whose parser cannot be made shows a message, stays alive *without parser* and raises
 /// kErrorPointer from the operations that need one, as a copy-constructed document does.

@@ -23,10 +23,11 @@ struct Access;
 /// with DeleteNode, DeleteNodeList or a plain delete.
 ///
 /// **Failure.** What is merely missing gives null or false. Everything else raises `_com_error`:
-/// kErrorPointer for an operation on an empty node (unless it says otherwise), kErrorFail for a
-/// query that is no XPath 1.0 or does not select nodes, for a name that is no XML name, for text
-/// that XML cannot carry (control characters, lone surrogates, U+FFFE, U+FFFF) and for an append
-/// that would make a cycle or a second root. A refused operation changes nothing.
+/// kErrorPointer for an operation on an empty node (unless it says otherwise), kErrorOutOfMemory
+/// when memory runs out, kErrorFail for a query that is no XPath 1.0 or does not select nodes, for
+/// a name that is no XML name, for text that XML cannot carry (control characters, lone surrogates,
+/// U+FFFE, U+FFFF) and for an append that would make a cycle or a second root. A refused operation
+/// changes nothing.
 ///
 /// **Names.** A name is compared as it is written, prefix included. A prefix other than "xml" has
 /// to be declared in scope by an "xmlns:" attribute before a name may use it. An element that
@@ -46,13 +47,12 @@ public:
     QorXMLNode& operator=(const QorXMLNode& other) noexcept;  ///< Shares the element.
     ~QorXMLNode();
 
-    /// One entry for each match of an XPath 1.0 query relative to this element; a match that is no
-    /// element is an empty node. Never null. Unprefixed names match whatever default namespace is
-    /// in force, prefixes match as they are written. A plain element name is answered by a walk
-    /// over the children; any other query works on a copy of the whole tree, which costs about a
-    /// load. That of a document stays until the tree changes, that of an unattached element is made
-    /// for each query. A query that takes too many steps raises kErrorFail, and so does any query
-    /// on a tree where over 5,000 texts and comments, or attributes, stand side by side.
+    /// One entry for each match of an XPath 1.0 query relative to this element, in document order;
+    /// a match that is no element is an empty node. Never null. Unprefixed names match whatever
+    /// default namespace is in force, prefixes match as they are written. A query may have 65,536
+    /// characters and brackets 64 deep, and may pass 10 million nodes and 32 times as many as the
+    /// tree has; one that is longer, deeper or slower raises kErrorFail. Queries that look for one
+    /// node, by its name, its place or a value, stop when they have found it.
     QorXMLNodeList* GetNodeList(CStringW query) const;
     QorXMLNodeList* GetNodeList1(const char* query) const;
     /// One entry for each child of any kind; a child that is no element is an empty node.
@@ -75,7 +75,8 @@ public:
     bool GetAttributeValue1(const char* name, char*& value) const;
     /// Changes an attribute that exists; false, and nothing is added, when it does not.
     bool SetAttributeValue(CStringW name, CStringW value);
-    /// Adds the attribute behind the others or overwrites its value. True.
+    /// Adds the attribute after the others or overwrites its value. True. An element has at most
+    /// 10,000 attributes, and 1,000 declarations of prefixes in scope.
     bool AddAttribute(CStringW name, CStringW value);
     bool AddAttribute1(const char* name, const char* value);
 

@@ -1,8 +1,6 @@
-#include "xml/SourceCheck.h"
+#include "xml/Limits.h"
 
 #include <algorithm>
-
-#include "xml/Limits.h"
 
 namespace corvane::xml {
 namespace {
