@@ -102,13 +102,17 @@ TEST(Save, WrittenRulesGiveTheSameResultsAndAreTheSameWhenWrittenAgain) {
 TEST(Save, NothingIsLostSilently) {
     const CommandLine corvane;
     const std::string kept = moduleRule("Gone", parameter(1, "<Value>x</Value>"), "none.dll");
-    corvane.folder.write("rules.xml", ruleFile(scriptRule("r", "a.lua", kMeshEngine) + kept));
+    const std::string lost = moduleRule("Minimum wall", "<Parameter Type='5011'/><Paramter/>");
+    corvane.folder.write("rules.xml",
+                         ruleFile(scriptRule("r", "a.lua", kMeshEngine) + kept + lost));
     corvane.folder.write("registry/user.reg", "");
     const ProcessResult result = corvane("save", {"@rules.xml", "@out.xml"});
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.err,
                 AllOf(ContainsRegex("rules.xml:2: the engine .* is not registered"),
-                      ContainsRegex("rules.xml:2: there is no rule module \"none.dll\"")));
+                      ContainsRegex("rules.xml:2: there is no rule module \"none.dll\""),
+                      HasSubstr("rules.xml:2: parameter 5011: left out, since without an Operator"),
+                      HasSubstr("rules.xml:2: the element <Paramter> is left out")));
     EXPECT_THAT(corvane.folder.read("out.xml"),
                 AllOf(HasSubstr("<RuleFile>"), HasSubstr("Name=\"Gone\""),
                       HasSubstr("<Value>x</Value>"), HasSubstr("File=\"a.lua\"")));

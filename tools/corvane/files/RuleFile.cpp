@@ -39,7 +39,11 @@ std::unique_ptr<RuleFile> RuleFile::load(const CStringW& path, Console& console)
 }
 
 CStringW RuleFile::place(QorLong index) const {
-    return placeText(path_, corvane::XMLLine(element(index)));
+    return placeOf(corvane::XMLLine(element(index)));
+}
+
+CStringW RuleFile::placeOf(QorLong line) const {
+    return placeText(path_, line);
 }
 
 CStringW faultText(const CStringW& path, const corvane::XMLFault& fault) {

@@ -20,6 +20,8 @@ public:
     QorXMLNode& element(QorLong index) const { return *(*elements_)[index]; }
     /// "FILE:LINE" of that element.
     CStringW place(QorLong index) const;
+    /// The same of a line; the file alone for line 0.
+    CStringW placeOf(QorLong line) const;
     CStringW rootName() const { return root_->GetNodeName(); }
 
 private:

@@ -63,9 +63,10 @@ CQorRule* RuleModules::makeRule(const CStringW& file, const CStringW& ruleName, 
     }
     const auto stamp = module.function<corvane::RuleInterfaceFunction>(corvane::kRuleInterfaceName);
     if (stamp && stamp() != corvane::kRuleInterface) {
-        problem.Format(u"the rule module %s was built for another version of the library: build it "
-                       u"again",
-                       module.file());
+        problem.Format(
+            u"the rule module %s was built for another version of the library: build it "
+            u"again",
+            module.file());
         return nullptr;
     }
     CQorRule* rule = create(ruleName);

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include <corvane/platform/ComError.h>
+#include <corvane/rules/WritingLoss.h>
 #include <corvane/xml/CurrentDocument.h>
 #include <corvane/xml/XMLFault.h>
 
@@ -57,10 +58,13 @@ int saveRules(const SaveOptions& options, Console& console) {
         std::unique_ptr<QorXMLNode> element = writtenForm(loaded);
         // A rule that cannot be made is not lost: its element goes over as it stands.
         if (!element) element.reset(file->element(i).CloneNode());
+        const auto losses = corvane::FindWritingLosses(file->element(i), *element);
         root->AppendNode(element.get());
-        whole = whole && loaded.problems.empty();
+        whole = whole && loaded.problems.empty() && losses.empty();
         for (const CStringW& problem : loaded.problems)
             console.report(file->place(i) + u": " + problem);
+        for (const corvane::WritingLoss& loss : losses)
+            console.report(file->placeOf(loss.line) + u": " + loss.text);
     }
     if (!corvane::SaveXML(document, options.output)) {
         console.report(options.output + u": cannot be written");
@@ -75,9 +79,9 @@ public:
         : Command(
               program, "save",
               "Read a rule file and write its rules to another one, with each rule's definition",
-              "Exit status: 0 every rule is whole, 1 one could not be made or has a problem; its\n"
-              "element goes over as it stands, 2 bad usage or a file that cannot be read or\n"
-              "written.") {
+              "Exit status: 0 every rule is whole, 1 one could not be made, so that its element\n"
+              "goes over as it stands, has a problem or loses something, 2 bad usage or a file\n"
+              "that cannot be read or written.") {
         addText(parser(), "RULEFILE", options_.ruleFile, "Rule file")->required();
         addText(parser(), "OUT", options_.output, "File to write; it is replaced as a whole")
             ->required();
