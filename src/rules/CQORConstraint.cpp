@@ -4,13 +4,23 @@
 
 #include <corvane/rules/CQORConstraint.h>
 #include <corvane/rules/CQorParameter.h>
+#include <corvane/xml/CurrentDocument.h>
+#include <corvane/xml/QorXMLNode.h>
 
-#include "rules/ParameterVisit.h"
-#include "rules/StorageList.h"
+#include "rules/ParameterElement.h"
+#include "rules/RuleElement.h"
+#include "rules/Storages.h"
+#include "xml/ElementWriter.h"
+
+namespace rules = corvane::rules;
 
 namespace {
 
-using corvane::rules::visitParameter;
+// Part of the rule file's format, the same in every language.
+constexpr std::u16string_view kType = u"Type";
+constexpr std::u16string_view kValue = u"Value";
+constexpr std::u16string_view kStatus = u"Status";
+constexpr std::u16string_view kMaterial = u"Material";
 
 using Storages = CQorArray<CQorParamStorage*>;
 
@@ -18,7 +28,7 @@ using Storages = CQorArray<CQorParamStorage*>;
 std::unique_ptr<CQorParamStorage> cloneStorage(const CQorParamStorage& source) {
     auto clone = std::make_unique<CQorParamStorage>();
     void* parameter = source.m_pParameter;
-    visitParameter(&source, [&]<typename T>(const CQorParameter<T>& original) {
+    rules::visitParameter(&source, [&]<typename T>(const CQorParameter<T>& original) {
         auto copy = std::make_unique<CQorParameter<T>>(CStringW(), QorOperator_Default,
                                                        QorParamType_Plain, false);
         *copy = original;
@@ -69,5 +79,47 @@ CQORConstraint& CQORConstraint::operator=(const CQORConstraint& source) {
 }
 
 CQorParamStorage* CQORConstraint::FindParameterInArray(QorLong id) {
-    return corvane::rules::findStorage(m_Parameters, id);
+    return rules::findStorage(m_Parameters, id);
+}
+
+void CQORConstraint::PopulateFromXML(QorXMLNode*& node) {
+    SetType(node);
+    SetValue(node);
+    SetStatus(node);
+    PopulateParameters(node);
+}
+
+void CQORConstraint::SetType(QorXMLNode*& node) {
+    if (!node) return;
+    const auto type = rules::requiredElement(*node).attribute(kType);
+    if (type && CStringW(*type).CompareNoCase(kMaterial) == 0) m_Type = QORConstraint_Material;
+}
+
+void CQORConstraint::SetValue(QorXMLNode*& node) {
+    if (!node) return;
+    if (const auto value = rules::requiredElement(*node).attribute(kValue)) m_csValue = *value;
+}
+
+void CQORConstraint::SetStatus(QorXMLNode*& node) {
+    if (!node) return;
+    if (const auto status = rules::requiredElement(*node).attribute(kStatus))
+        m_bStatus = *status == rules::name::kTrue;
+}
+
+void CQORConstraint::PopulateParameters(QorXMLNode*& node) {
+    if (!node) return;
+    if (!rules::readParameters(rules::requiredElement(*node), m_Parameters, Type_CustomRuleData))
+        rules::reportIllegalParameter();
+}
+
+QorXMLNode* CQORConstraint::GetXMLNode() {
+    if (!g_pXMLDoc) return nullptr;
+    auto element = corvane::xml::ElementWriter::make(*g_pXMLDoc, rules::name::kConstraint);
+    corvane::xml::ElementWriter constraint(*element);
+    constraint.attribute(kType, m_Type == QORConstraint_Material ? kMaterial : u"");
+    constraint.attribute(kValue, m_csValue);
+    constraint.attribute(kStatus, m_bStatus ? rules::name::kTrue : rules::name::kFalse);
+    rules::writeParameters(*element, m_Parameters, Type_CustomRuleData,
+                           rules::reportIllegalParameter);
+    return element.release();
 }

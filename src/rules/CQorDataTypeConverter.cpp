@@ -5,7 +5,7 @@
 #include <corvane/rules/CQorDataTypeConverter.h>
 
 #include "rules/NumberText.h"
-#include "rules/ParameterNames.h"
+#include "rules/ParameterElement.h"
 #include "text/Print.h"
 #include "text/Scan.h"
 

@@ -1,6 +1,8 @@
+#include <corvane/app/StringResources.h>
+#include <corvane/platform/MessageBox.h>
 #include <corvane/rules/CQorParamStorage.h>
 
-#include "rules/ParameterVisit.h"
+#include "rules/Storages.h"
 
 // Defined here, so that they stand among the library's exports.
 CQorParamStorage::CQorParamStorage() = default;
@@ -15,3 +17,11 @@ CQorParamStorage::~CQorParamStorage() {
         delete &parameter;
     });
 }
+
+namespace corvane::rules {
+
+void reportIllegalParameter() {
+    AfxMessageBox(ResourceText(resource::kIllegalParameter).data());
+}
+
+}  // namespace corvane::rules

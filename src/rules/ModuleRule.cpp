@@ -9,8 +9,9 @@
 #include <corvane/rules/ChildElements.h>
 #include <corvane/rules/ModuleRule.h>
 
-#include "rules/ParameterVisit.h"
-#include "rules/StorageList.h"
+#include "rules/ParameterElement.h"
+#include "rules/RuleElement.h"
+#include "rules/Storages.h"
 #include "system/Locale.h"
 
 namespace corvane {
@@ -97,7 +98,7 @@ void ModuleRule::PopulateParametersFromXML(QorXMLNode* node) {
     CQorRule::PopulateParametersFromXML(node);
     if (!node || constraintParameters_.empty()) return;
     ClearConstraints();
-    for (QorXMLNode& element : ChildElements(*node, u"Constraint")) {
+    for (QorXMLNode& element : ChildElements(*node, rules::name::kConstraint)) {
         CQORConstraint* const constraint =
             CreateConstraintObject(QORConstraintType_e(0), CStringW(), true);
         m_Constraints.Add(constraint);
@@ -110,11 +111,7 @@ void ModuleRule::PopulateParametersFromXML(QorXMLNode* node) {
 QorXMLNode* ModuleRule::GetXML() {
     std::unique_ptr<QorXMLNode> rule(CQorRule::GetXML());
     if (!rule) return nullptr;
-    for (CQORConstraint* const constraint : m_Constraints) {
-        if (!constraint) continue;
-        const std::unique_ptr<QorXMLNode> element(constraint->GetXMLNode());
-        rule->AppendNode(element.get());
-    }
+    rules::writeConstraints(*rule, m_Constraints);
     return rule.release();
 }
 
@@ -133,11 +130,8 @@ const CQorParamStorage* ModuleRule::storage(QorLong number) const {
 }
 
 const CQorParamStorage* ModuleRule::constrained(const CStringW& material, QorLong number) const {
-    if (material.IsEmpty()) return nullptr;
     for (CQORConstraint* const constraint : m_Constraints) {
-        if (!constraint || !constraint->m_bStatus) continue;
-        if (constraint->m_Type != QORConstraint_Material) continue;
-        if (constraint->m_csValue.CompareNoCase(material) != 0) continue;
+        if (!rules::meets(constraint, material)) continue;
         if (const CQorParamStorage* const storage = constraint->FindParameterInArray(number))
             return storage;
     }

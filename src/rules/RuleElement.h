@@ -4,6 +4,7 @@
 #include <memory>
 
 #include <corvane/base/Types.h>
+#include <corvane/platform/ComError.h>
 #include <corvane/rules/CQorArray.h>
 #include <corvane/rules/CQorParamStorage.h>
 #include <corvane/rules/ParameterKinds.h>
@@ -11,11 +12,20 @@
 
 #include "xml/ElementAccess.h"
 
+class CQORConstraint;
 class CQorRule;
 
 // What the two forms of the rule element share. Attributes and elements are called by the numbers
 // of their string resources; see <corvane/app/StringResources.h>.
 namespace corvane::rules {
+
+/// The element of a node that a caller hands in; an empty node raises _com_error, as it does in
+/// every other operation.
+inline xml::ElementView requiredElement(const QorXMLNode& node) {
+    const xml::ElementView element(node);
+    if (!element) throw _com_error(kErrorPointer);
+    return element;
+}
 
 // Reading. The element is not empty.
 
@@ -49,5 +59,8 @@ std::unique_ptr<QorXMLNode> makeRuleElement(const CQorRule& rule, std::uint32_t 
 /// kind or of a kind above `lastKind`.
 void writeParameters(const QorXMLNode& parent, const CQorArray<CQorParamStorage*>& parameters,
                      Type_e lastKind, void (*illegal)());
+
+/// Appends a `Constraint` element for each constraint. Needs a current document.
+void writeConstraints(QorXMLNode& parent, const CQorArray<CQORConstraint*>& constraints);
 
 }  // namespace corvane::rules

@@ -10,9 +10,8 @@
 #include <corvane/rules/WritingLoss.h>
 
 #include "rules/NumberText.h"
-#include "rules/ParameterIndex.h"
-#include "rules/ParameterNames.h"
-#include "rules/RequiredElement.h"
+#include "rules/ParameterElement.h"
+#include "rules/RuleElement.h"
 #include "system/Paths.h"
 #include "text/Scan.h"
 
@@ -22,7 +21,6 @@ namespace {
 using xml::ElementView;
 namespace name = rules::name;
 
-constexpr std::u16string_view kConstraint = u"Constraint";
 // More attributes than a reader looks at show that it left some out.
 constexpr int kAttributesCompared = 2 * name::kAttributesRead;
 
@@ -89,7 +87,7 @@ public:
         compareLists(before, after, kCategoriesNode, kCategoryNode, kCategoryNode, u"category ");
         compareLists(before, after, kEnginesNode, kEngineAttr, kGuidAttr, u"engine ");
         reportOthers(before, u"",
-                     {name::kParameter, kConstraint, ResourceText(kCategoriesNode),
+                     {name::kParameter, name::kConstraint, ResourceText(kCategoriesNode),
                       ResourceText(kEnginesNode)});
     }
 
@@ -176,9 +174,9 @@ private:
 
     void compareConstraints(ElementView before, ElementView after) {
         std::multimap<CStringW, ElementView> written;
-        for (const ElementView constraint : xml::ChildrenNamed(after, kConstraint))
+        for (const ElementView constraint : xml::ChildrenNamed(after, name::kConstraint))
             written.emplace(lowered(constraint.attribute(name::kValue).value_or(u"")), constraint);
-        for (const ElementView constraint : xml::ChildrenNamed(before, kConstraint)) {
+        for (const ElementView constraint : xml::ChildrenNamed(before, name::kConstraint)) {
             const CStringW value(constraint.attribute(name::kValue).value_or(u""));
             const CStringW label = u"constraint " + quoted(value.View()) + u": ";
             const auto at = written.find(lowered(value.View()));

@@ -4,9 +4,9 @@
 
 #include <corvane/scriptrules/ParametricScriptRule.h>
 
-#include "rules/ParameterIndex.h"
-#include "rules/ParameterNames.h"
-#include "rules/ParameterVisit.h"
+#include "rules/ParameterElement.h"
+#include "rules/RuleElement.h"
+#include "rules/Storages.h"
 #include "scriptrules/ScriptParameters.h"
 #include "xml/ElementAccess.h"
 
@@ -16,8 +16,6 @@ namespace {
 using Storages = CQorArray<CQorParamStorage*>;
 using xml::ElementView;
 namespace name = rules::name;
-
-constexpr std::u16string_view kConstraint = u"Constraint";
 
 // Reads parameters whose kind only their texts tell. What is read replaces what was there.
 class TextReader {
@@ -129,7 +127,7 @@ void ParametricScriptRule::PopulateParametersFromXML(QorXMLNode* node) {
 void ParametricScriptRule::takeConstraints(const QorXMLNode& element) {
     std::vector<std::unique_ptr<CQORConstraint>> taken;
     std::set<CStringW> materials;
-    for (const ElementView child : xml::ChildrenNamed(ElementView(element), kConstraint)) {
+    for (const ElementView child : xml::ChildrenNamed(ElementView(element), name::kConstraint)) {
         taken.push_back(readConstraint(*this, child));
         materials.insert(keyOf(*taken.back()));
     }
@@ -149,11 +147,7 @@ void ParametricScriptRule::takeConstraints(const QorXMLNode& element) {
 QorXMLNode* ParametricScriptRule::GetXML() {
     std::unique_ptr<QorXMLNode> element(ConcreteQORRule::GetXML());
     if (!element) return nullptr;
-    for (CQORConstraint* const constraint : m_Constraints) {
-        if (!constraint) continue;
-        const std::unique_ptr<QorXMLNode> child(constraint->GetXMLNode());
-        element->AppendNode(child.get());
-    }
+    rules::writeConstraints(*element, m_Constraints);
     return element.release();
 }
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "rules/NumberText.h"
-#include "rules/ParameterVisit.h"
+#include "rules/Storages.h"
 
 namespace corvane::scriptrules {
 namespace {
@@ -129,9 +129,7 @@ std::vector<Source> sourcesFor(const CQorArray<CQorParamStorage*>& parameters,
         if (storage && storage->m_pParameter) sourceOf(storage);
     }
     for (const CQORConstraint* const constraint : constraints) {
-        if (material.IsEmpty() || !constraint || !constraint->m_bStatus) continue;
-        if (constraint->m_Type != QORConstraint_Material) continue;
-        if (constraint->m_csValue.CompareNoCase(material) != 0) continue;
+        if (!rules::meets(constraint, material)) continue;
         for (const CQorParamStorage* const storage : constraint->m_Parameters) {
             if (!storage || !storage->m_pParameter) continue;
             Source& source = sourceOf(storage);

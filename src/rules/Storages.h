@@ -3,6 +3,8 @@
 #include <type_traits>
 
 #include <corvane/base/Types.h>
+#include <corvane/rules/CQORConstraint.h>
+#include <corvane/rules/CQorArray.h>
 #include <corvane/rules/CQorParamStorage.h>
 #include <corvane/rules/CQorParameter.h>
 #include <corvane/rules/ParameterKinds.h>
@@ -56,5 +58,24 @@ bool visitParameter(const CQorParamStorage* storage, Use use) {
     return visitKind(storage->m_Type,
                      [&]<typename T>(std::type_identity<T>) { use(parameterOf<T>(*storage)); });
 }
+
+/// The first storage with that number, or null.
+inline CQorParamStorage* findStorage(const CQorArray<CQorParamStorage*>& storages, QorLong id) {
+    for (CQorParamStorage* const storage : storages) {
+        if (storage && storage->m_lId == id) return storage;
+    }
+    return nullptr;
+}
+
+/// True for a constraint that is on and names the material, case ignored; an empty material meets
+/// none.
+inline bool meets(const CQORConstraint* constraint, const CStringW& material) {
+    return !material.IsEmpty() && constraint && constraint->m_bStatus &&
+           constraint->m_Type == QORConstraint_Material &&
+           constraint->m_csValue.CompareNoCase(material) == 0;
+}
+
+/// Tells the user that a rule or a constraint holds a parameter of illegal kind.
+void reportIllegalParameter();
 
 }  // namespace corvane::rules
