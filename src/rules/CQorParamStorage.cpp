@@ -2,6 +2,7 @@
 #include <corvane/platform/MessageBox.h>
 #include <corvane/rules/CQorParamStorage.h>
 
+#include "rules/StorageIndex.h"
 #include "rules/Storages.h"
 
 // Defined here, so that they stand among the library's exports.
@@ -9,6 +10,7 @@ CQorParamStorage::CQorParamStorage() = default;
 CQorParamStorage& CQorParamStorage::operator=(const CQorParamStorage&) = default;
 
 CQorParamStorage::~CQorParamStorage() {
+    corvane::rules::forgetStorage();
     corvane::rules::visitParameter(this, []<typename T>(CQorParameter<T>& parameter) {
         if constexpr (corvane::kClonedValue<T>) {
             for (const T value : parameter.m_Values)

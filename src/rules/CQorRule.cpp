@@ -10,6 +10,7 @@
 #include "app/CurrentStringTable.h"
 #include "rules/RuleCategory.h"
 #include "rules/RuleElement.h"
+#include "rules/StorageIndex.h"
 #include "rules/Storages.h"
 
 namespace rules = corvane::rules;
@@ -21,7 +22,7 @@ using Storages = CQorArray<CQorParamStorage*>;
 
 template <typename T>
 CQorParameter<T>* item(const CQorArray<CQorParamStorage*>& storages, QorLong id, Type_e type) {
-    const CQorParamStorage* const storage = rules::findStorage(storages, id);
+    const CQorParamStorage* const storage = rules::findIndexed(storages, id);
     if (!storage || storage->m_Type != type) return nullptr;
     return static_cast<CQorParameter<T>*>(storage->m_pParameter);
 }
@@ -118,7 +119,7 @@ void CQorRule::SetRuleCategory(CStringW& category) {
 }
 
 CQorParamStorage* CQorRule::FindParameterInArray(QorLong id) {
-    return rules::findStorage(m_Parameters, id);
+    return rules::findIndexed(m_Parameters, id);
 }
 
 CQorParameter<int>* CQorRule::GetIntItem(QorLong id) const {

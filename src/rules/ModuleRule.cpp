@@ -11,6 +11,7 @@
 
 #include "rules/ParameterElement.h"
 #include "rules/RuleElement.h"
+#include "rules/StorageIndex.h"
 #include "rules/Storages.h"
 #include "system/Locale.h"
 
@@ -126,7 +127,7 @@ void ModuleRule::RunRule() {}
 void ModuleRule::EditRule() {}
 
 const CQorParamStorage* ModuleRule::storage(QorLong number) const {
-    return rules::findStorage(m_Parameters, number);
+    return rules::findIndexed(m_Parameters, number);
 }
 
 const CQorParamStorage* ModuleRule::constrained(const CStringW& material, QorLong number) const {

@@ -27,7 +27,8 @@ run(0 ${work}/moved/bin/corvane run ${SOURCE}/consumer/rules.xml --modules ${wor
 file(COPY ${work}/consumer/lib/rules/ConsumerRules.so DESTINATION ${work}/moved/lib/rules)
 run(0 ${work}/moved/bin/corvane run ${SOURCE}/consumer/rules.xml)
 
-run(1 ${work}/moved/bin/corvane run ${SOURCE}/consumer/throws.xml)
-if(NOT output MATCHES "1 rule: 0 passed, 1 failed")
+# A rule that throws could not judge.
+run(3 ${work}/moved/bin/corvane run ${SOURCE}/consumer/throws.xml)
+if(NOT output MATCHES "running the rule failed with an unknown exception")
     message(FATAL_ERROR "A rule that throws ended the run:\n${output}")
 endif()

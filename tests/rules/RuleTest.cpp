@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <gtest/gtest.h>
 #include <limits>
@@ -78,6 +79,40 @@ TEST(RuleParameter, IsFoundByNumberAndNamedByTheTableOfTheRuleModule) {
     EXPECT_EQ(std::as_const(rule).GetIntItem(5), &first);
     EXPECT_EQ(rule.GetDoubleItem(5), nullptr);
     EXPECT_EQ(rule.FindParameterInArray(6), nullptr);
+}
+
+// Long lists are indexed after some look-ups; what a module then does to the list counts at once.
+TEST(RuleParameter, IsTheFirstOfItsNumberWhateverAModuleDoesToTheList) {
+    constexpr int kCount = 200;
+    AnyRule rule;
+    auto& list = rule.m_Parameters;
+    for (int i = 0; i < kCount; ++i)
+        rule.add<int>(Type_Int, i % 150);
+    const auto expectFirst = [&] {
+        for (int round = 0; round < 2; ++round) {
+            for (QorLong id = -1; id <= kCount; ++id) {
+                const auto first = std::find_if(
+                    list.begin(), list.end(), [id](const auto* s) { return s && s->m_lId == id; });
+                EXPECT_EQ(rule.FindParameterInArray(id), first == list.end() ? nullptr : *first);
+            }
+        }
+    };
+    expectFirst();
+    rule.add<int>(Type_Int, kCount);
+    expectFirst();
+    std::swap(list.GetAt(3), list.GetAt(153));
+    expectFirst();
+    delete std::exchange(list.GetAt(7), nullptr);
+    expectFirst();
+    delete list.GetAt(0);
+    list.GetAt(0) = rule.CreateParamStorageObject(Type_Int, 99, QorOperator_Default,
+                                                  QorParamType_Plain, true, false);
+    expectFirst();
+    delete list.GetAt(50);
+    list.RemoveAt(50);
+    expectFirst();
+    list.GetAt(20)->m_lId = kCount - 1;
+    EXPECT_EQ(rule.FindParameterInArray(kCount - 1), list.GetAt(20));
 }
 
 // Twice, and with nulls and scalars, so that what is shared or lost shows under the sanitizer.
