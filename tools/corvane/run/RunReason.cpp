@@ -2,6 +2,7 @@
 
 #include <corvane/platform/Unknown.h>
 #include <corvane/scriptrules/IScriptProcessor.h>
+#include <corvane/scriptrules/ScriptStatus.h>
 #include <corvane/xml/QorXMLDocument.h>
 #include <corvane/xml/XMLFault.h>
 
@@ -11,14 +12,6 @@ namespace {
 
 using corvane::ScriptRun;
 using corvane::ScriptRunStatus;
-
-// What the script host answers for an engine, beside the statuses that every component has.
-constexpr HResult kModuleBroken = static_cast<HResult>(0x800700C1);
-constexpr HResult kModuleWithoutEntry = static_cast<HResult>(0x8007007F);
-constexpr HResult kEngineFailed = static_cast<HResult>(0x8007045A);
-/// The number of the script host's report for a script that gives its verdict against the part.
-constexpr QorLong kRuleNotMet = 3;
-constexpr HResult kNameTaken = static_cast<HResult>(0x800700B7);
 
 CStringW hostReason(HResult code) {
     CStringW text = u"the script host ";
@@ -42,17 +35,17 @@ CStringW hostReason(HResult code) {
 
 const char16_t* engineReason(HResult code) {
     switch (code) {
-        case corvane::kErrorInvalidArgument:
+        case corvane::kEngineNameBad:
             return u"its name is no Lua name";
-        case corvane::kErrorModuleNotFound:
+        case corvane::kEngineMissing:
             return u"there is no module of its name beside it";
-        case kModuleBroken:
+        case corvane::kEngineBroken:
             return u"the module beside it cannot be read or loaded";
-        case kModuleWithoutEntry:
+        case corvane::kEngineWithoutEntry:
             return u"the module beside it has no function luaopen_NAME";
-        case kEngineFailed:
+        case corvane::kEngineFailed:
             return u"it raised an error, ran into a limit or gave no table";
-        case kNameTaken:
+        case corvane::kEngineNameTaken:
             return u"its name is taken";
         default:
             return u"it failed";
@@ -125,7 +118,8 @@ CStringW reasonOf(const ScriptRun& run) {
 }  // namespace
 
 bool saysNotMet(const ScriptRun& run) {
-    return run.status == ScriptRunStatus::ScriptFailed && run.errorNumber == kRuleNotMet;
+    return run.status == ScriptRunStatus::ScriptFailed &&
+           corvane::SaysNotMet(run.errorNumber, run.errorCode);
 }
 
 std::vector<CStringW> reasonsOf(const ScriptRun& run) {

@@ -1,0 +1,88 @@
+// Rules that do to their process what rules of strangers may do, and rules that tell the tests what
+// happened.
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+#include <corvane/RuleModule.h>
+
+namespace {
+
+using corvane::RuleCheck;
+
+/// A rule that is one function.
+template <void (*work)(RuleCheck&)>
+class WorkRule : public corvane::ModuleRule {
+public:
+    explicit WorkRule(const corvane::RuleEntry& entry) : ModuleRule(entry, {}) {}
+
+protected:
+    void check(RuleCheck& run) const override { work(run); }
+};
+
+/// Adds a line to the file that the test reads.
+void note(const char* what) {
+    if (const char* log = std::getenv("CORVANE_TEST_LOG"))
+        std::ofstream(log, std::ios::app) << what << ' ' << getpid() << '\n';
+}
+
+void crash(RuleCheck&) {
+    std::abort();
+}
+void leave(RuleCheck&) {
+    std::exit(0);
+}
+void hang(RuleCheck&) {
+    note("hang");
+    for (;;)
+        std::this_thread::sleep_for(std::chrono::seconds(1));
+}
+void eat(RuleCheck&) {
+    std::vector<std::unique_ptr<std::vector<char>>> all;
+    for (;;) {
+        all.push_back(std::make_unique<std::vector<char>>(1 << 20, 'x'));
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+void chat(RuleCheck&) {
+    std::puts("{\"part\":0,\"rule\":0}");
+    std::fflush(stdout);
+    if (std::getchar() != EOF) std::abort();
+}
+
+/// A finding for each line of the part: x, y, z and a message.
+void find(RuleCheck& run) {
+    note("find");
+    std::ifstream part(run.partPath().ToUtf8());
+    for (std::string line; std::getline(part, line);) {
+        std::istringstream text(line);
+        corvane::Finding finding;
+        corvane::Point point;
+        std::string message;
+        text >> point.x >> point.y >> point.z >> message;
+        finding.message = CStringW::FromUtf8(message);
+        finding.measured = point.x;
+        finding.places.push_back({corvane::Place::Kind::Point, {}, {point}, {}});
+        run.fail(finding);
+    }
+}
+
+constexpr corvane::RuleEntry kRules[] = {
+    {u"Crash", u"Crashes", u"tests", corvane::MakeModuleRule<WorkRule<crash>>},
+    {u"Leave", u"Ends its process", u"tests", corvane::MakeModuleRule<WorkRule<leave>>},
+    {u"Hang", u"Never ends", u"tests", corvane::MakeModuleRule<WorkRule<hang>>},
+    {u"Eat", u"Takes all memory", u"tests", corvane::MakeModuleRule<WorkRule<eat>>},
+    {u"Chat", u"Prints and reads", u"tests", corvane::MakeModuleRule<WorkRule<chat>>},
+    {u"Find", u"Finds what the part says", u"tests", corvane::MakeModuleRule<WorkRule<find>>},
+};
+
+}  // namespace
+
+CORVANE_RULE_MODULE(kRules)
