@@ -16,19 +16,22 @@ std::vector<std::string> linesOf(const std::string& text) {
     return lines;
 }
 
-/// What the page shows below a command: "..." stands for any lines.
+/// What the page shows below a command: "..." stands for any lines, and at the end of a line for
+/// the rest of it.
 std::string patternOf(const std::string& block) {
     std::string pattern;
-    for (const std::string& line : linesOf(block)) {
+    for (std::string line : linesOf(block)) {
         if (line == "...") {
             pattern += "(.*\n)?";
             continue;
         }
+        const bool isCut = line.ends_with("...");
+        if (isCut) line.resize(line.size() - 3);
         for (const char byte : line)
             pattern += std::string("[]()*+?.|{}^$\\").find(byte) == std::string::npos
                            ? std::string(1, byte)
                            : std::string{'\\', byte};
-        pattern += '\n';
+        pattern += isCut ? "[^\n]*\n" : "\n";
     }
     return pattern;
 }
@@ -43,30 +46,44 @@ std::string shownText(const std::string& output) {
     return text;
 }
 
+/// Writes the files that a page shows below "<!-- file NAME -->".
+void writeFiles(const std::string& page, const TemporaryFolder& folder) {
+    constexpr std::string_view kMark = "<!-- file ";
+    for (std::size_t at = page.find(kMark); at != page.npos; at = page.find(kMark, at + 1)) {
+        const std::size_t name = at + kMark.size();
+        const std::size_t begin = page.find('\n', page.find("\n```", name) + 1) + 1;
+        folder.write(page.substr(name, page.find(' ', name) - name),
+                     page.substr(begin, page.find("```", begin) - begin));
+    }
+}
+
 TEST(Documentation, ShowsWhatTheProgramPrints) {
     const CommandLine corvane;
     const std::string examples = CORVANE_BUILD_DIR "/examples/";
     const EnvironmentScope data("CORVANE_DATA_DIR", examples + "data");
     const EnvironmentScope registry("CORVANE_REGISTRY_DIR", examples + "registry");
     const EnvironmentScope log("QOR_EXECUTION_LOG", nullptr);
+    const EnvironmentScope home("HOME", corvane.folder.path());
+    const EnvironmentScope path("PATH", CORVANE_BUILD_DIR "/bin:/usr/bin:/bin");
     const std::string root = CORVANE_TEST_DATA "/..";
     std::filesystem::create_directory_symlink(root + "/examples", corvane.folder.path("examples"));
-    const std::string page = TemporaryFolder::readFile(root + "/docs/command-line.md");
     int blocks = 0;
-    constexpr std::string_view kStart = "```\n$ corvane ";
-    for (std::size_t at = page.find(kStart); at != page.npos; at = page.find(kStart, at + 1)) {
-        const std::size_t command = at + kStart.size();
-        const std::size_t end = page.find('\n', command);
-        const std::string line = page.substr(command, end - command);
-        const std::string block = page.substr(end + 1, page.find("```", end) - end - 1);
-        const ProcessResult result =
-            runProcess({"/bin/sh", "-c", "cd \"$1\" && exec \"$0\" " + line,
-                        CORVANE_BUILD_DIR "/bin/corvane", corvane.folder.path()});
-        EXPECT_THAT(shownText(result.out), testing::MatchesRegex(patternOf(block))) << line;
-        EXPECT_EQ(result.err, "");
-        ++blocks;
+    for (const char* name : {"command-line", "results", "waivers", "running-many-parts"}) {
+        const std::string page = TemporaryFolder::readFile(root + "/docs/" + name + ".md");
+        writeFiles(page, corvane.folder);
+        constexpr std::string_view kStart = "```\n$ ";
+        for (std::size_t at = page.find(kStart); at != page.npos; at = page.find(kStart, at + 1)) {
+            const std::size_t command = at + kStart.size();
+            const std::size_t end = page.find('\n', command);
+            const std::string line = page.substr(command, end - command);
+            const std::string block = page.substr(end + 1, page.find("```", end) - end - 1);
+            const ProcessResult result = runProcess(
+                {"/bin/sh", "-c", "cd \"$0\" && exec 2>&1 && " + line, corvane.folder.path()});
+            EXPECT_THAT(shownText(result.out), testing::MatchesRegex(patternOf(block))) << line;
+            ++blocks;
+        }
     }
-    EXPECT_GE(blocks, 8);
+    EXPECT_GE(blocks, 18);
 }
 
 }  // namespace

@@ -5,11 +5,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <memory>
+#include <list>
 #include <sstream>
+#include <string>
 #include <thread>
 #include <unistd.h>
-#include <vector>
 
 #include <corvane/RuleModule.h>
 
@@ -45,11 +45,9 @@ void hang(RuleCheck&) {
         std::this_thread::sleep_for(std::chrono::seconds(1));
 }
 void eat(RuleCheck&) {
-    std::vector<std::unique_ptr<std::vector<char>>> all;
-    for (;;) {
-        all.push_back(std::make_unique<std::vector<char>>(1 << 20, 'x'));
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
+    std::list<std::string> all;
+    for (;;)
+        all.emplace_back(1 << 20, 'x');
 }
 void chat(RuleCheck&) {
     std::puts("{\"part\":0,\"rule\":0}");
