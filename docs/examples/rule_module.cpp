@@ -2,7 +2,7 @@
 
 namespace {
 
-// Numbers of parameters stand in rule files: choose them once and keep them.
+// Numbers of parameters are written to rule files: choose them once and keep them.
 enum : QorLong { kLongest = 7001, kMaterial = 7002 };
 
 constexpr corvane::ParameterDefinition kParameters[] = {{kLongest, Type_Int, u"Longest path"},

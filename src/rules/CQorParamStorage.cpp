@@ -5,7 +5,7 @@
 #include "rules/StorageIndex.h"
 #include "rules/Storages.h"
 
-// Defined here, so that they stand among the library's exports.
+// Defined here, so that they are among the library's exports.
 CQorParamStorage::CQorParamStorage() = default;
 CQorParamStorage& CQorParamStorage::operator=(const CQorParamStorage&) = default;
 

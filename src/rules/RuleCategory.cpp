@@ -41,7 +41,7 @@ int categoryOf(std::u16string_view text) {
 
 }  // namespace corvane::rules
 
-// Defined here, so that it stands among the library's exports.
+// Defined here, so that it is among the library's exports.
 CQORFrameWrkUtils& CQORFrameWrkUtils::operator=(const CQORFrameWrkUtils&) = default;
 
 void CQORFrameWrkUtils::GetRuleCategoryStringList(CStringList& categories) {

@@ -25,7 +25,7 @@ constexpr std::size_t kWalksBeforeIndex = 4;
 std::atomic<bool> anyIndex = false;
 std::atomic<std::uint64_t> storagesGone = 0;
 
-// The numbers of one list. It stands outside of the rule, whose fields are fixed.
+// The numbers of one list. It is kept outside the rule, whose fields are fixed.
 class StorageIndex {
 public:
     CQorParamStorage* find(const List& list, QorLong id) {

@@ -12,7 +12,7 @@ namespace corvane::rules {
 /// for, and stays.
 CQorParamStorage* findIndexed(const CQorArray<CQorParamStorage*>& storages, QorLong id);
 
-/// A storage is gone: another one may stand at its address.
+/// A storage is gone: another one may be made at its address.
 void forgetStorage();
 
 }  // namespace corvane::rules

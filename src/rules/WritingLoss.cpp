@@ -155,7 +155,7 @@ private:
                         static_cast<int>(has.size()));
             report(before, label + text);
         } else {
-            // What a rule held before it was read stands before what was read.
+            // What a rule held before it was read comes before what was read.
             const std::size_t skipped = has.size() - had.size();
             for (std::size_t i = 0; i < had.size(); ++i) {
                 if (!sameValue(had[i], has[skipped + i]))

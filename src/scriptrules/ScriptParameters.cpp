@@ -92,7 +92,7 @@ bool isLetterOrDigit(char16_t unit) {
            (unit >= u'0' && unit <= u'9');
 }
 
-// The name as an identifier of a script: what cannot stand in one becomes one "_" between words.
+// The name as an identifier of a script: what cannot be in one becomes one "_" between words.
 CStringW identifier(const CStringW& name, QorLong number) {
     std::u16string text;
     bool gap = false;

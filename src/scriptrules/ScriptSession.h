@@ -16,7 +16,7 @@ bool isObserved();
 /// Tells the observer, if there is one, of a finished run.
 void notice(const ScriptRun& run);
 
-/// The script host for the length of one run, which stands inside a ComponentRuntime. Each step
+/// The script host for the length of one run, inside a ComponentRuntime. Each step
 /// gives false when the run ends with it, and notes in the run how.
 class ScriptSession {
 public:

@@ -19,7 +19,7 @@ inline constexpr std::size_t kLargestScript = std::size_t{1} << 28;
 /// - Ctrl-Z (U+001A) is a character like any other: a script that went on after it, and of which
 ///   only the first part ran, would pass without having checked anything.
 /// - What is ill-formed, a sequence cut at the end among it, becomes U+FFFD, so that the host
-///   complains at its place and the rest of the script stands. U+0000 does too: it would end the
+///   complains at its place and the rest of the script stays. U+0000 does too: it would end the
 ///   script for the host, which would then run a half of it.
 /// - Blanks fill the text up to as many units as the file has bytes.
 /// - Of the first five units, those whose low byte could be a piece of a byte-order mark (EF, BB,

@@ -60,7 +60,7 @@ private:
         }
     }
 
-    // One parameter of each type, which stand in the order of their kinds.
+    // One parameter of each type, in the order of their kinds.
     template <typename... T>
     void addEach(AnyRule& rule, AnyRule& twin, QorLong id) {
         int kind = 0;

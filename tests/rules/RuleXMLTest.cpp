@@ -117,7 +117,7 @@ TEST_F(RuleXML, LosesAGroupThatIsBroken) {
 }
 
 TEST_F(RuleXML, ReadsWhatAParameterHasAndDefaultsTheRest) {
-    // What is read: operator, parameter type, status and values, behind the 9 that is there.
+    // What is read: operator, parameter type, status and values, after the 9 that is there.
     const std::pair<const char16_t*, const char16_t*> cases[] = {
         {u"<Parameter Name='x' Type='7' Status='0'><Operator>3</Operator><ParameterType>5"
          u"</ParameterType><Value> 12abc</Value><Value>x</Value><Value/></Parameter>",

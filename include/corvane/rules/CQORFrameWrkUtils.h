@@ -15,7 +15,7 @@ public:
     /// the order in which they are shown. What the list holds already stays in front.
     static void GetRuleCategoryStringList(CStringList& categories);
 
-    /// The element name made from a rule's name: without blanks, "/", "(" and ")", behind
-    /// "QORRule_". Other characters stay, so the result is not always an XML name.
+    /// The element name made from a rule's name: "QORRule_" and the name without
+    /// blanks, "/", "(" and ")". Other characters stay, so the result is not always an XML name.
     static CStringW GetStringWithoutSpaces(CStringW text);
 };

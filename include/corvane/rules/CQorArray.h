@@ -112,7 +112,8 @@ private:
     // of 10 on the step grows by a fifth, so that appending stays linear over all.
     void grow() {
         constexpr int kFirstLargeStep = 10;
-        const int capacity = m_nCapacity + m_nGrowBy;
+        // A borrowed buffer may hold more than the capacity says.
+        const int capacity = std::max(m_nCapacity + m_nGrowBy, m_nCount + 1);
         T* const data = zeroed(capacity);
         std::copy(begin(), end(), data);
         replaceBuffer(data);

@@ -20,7 +20,7 @@ public:
     template <typename T>
     static constexpr bool kWholeNumber = std::integral<T> && sizeof(T) == sizeof(std::int32_t);
 
-    /// Reads a value. White space in front and anything behind a number are ignored. The result
+    /// Reads a value. White space before and anything after a number are ignored. The result
     /// says whether there was a value; without one, `value` is untouched.
     template <typename T>
     requires(kWholeNumber<T>) bool TextToValue(std::u16string_view text, T& value) const {
@@ -40,7 +40,7 @@ public:
     bool TextToValue(std::u16string_view, COleDateTime*&) const { return false; }
     bool TextToValue(std::u16string_view, QORCustomRuleData*&) const { return false; }
 
-    /// The text of a value: whole numbers in decimal, doubles with six places behind the point. A
+    /// The text of a value: whole numbers in decimal, doubles with six places after the point. A
     /// null pointer and the kinds that have no text give an empty one.
     template <typename T>
     requires(kWholeNumber<T>) CStringW ValueToText(T value)

@@ -16,7 +16,7 @@ class QorXMLNode;
 
 namespace corvane {
 
-/// True for the value types that are objects behind a pointer, which assignment clones.
+/// True for the value types that are pointers to objects, which assignment clones.
 template <typename T>
 inline constexpr bool kClonedValue =
     std::is_same_v<T, CStringW*> || std::is_same_v<T, COleDateTime*> ||
@@ -81,7 +81,7 @@ public:
 
     /// Reads the first `Parameter` child of `parent` that has this parameter's number; without one,
     /// and with null, nothing changes. An empty node raises _com_error. Operator, parameter type
-    /// and status are replaced, values are added behind those that are there. Name and remarks are
+    /// and status are replaced, values are added after those that are there. Name and remarks are
     /// never read. `parent` stays the caller's.
     void PopulateFromXML(QorXMLNode* parent);
     /// The same from an element that is found already.

@@ -90,8 +90,8 @@ public:
     virtual void SetPreExecutionData(CQorData*& data);
     virtual int GetRuleId() const;          ///< -1.
     virtual int GetMaterialStatus() const;  ///< 0.
-    /// For whoever has read a rule: makes source and file name lower case and takes every "proe"
-    /// out of them, so that one rule file serves both forms of the add-in.
+    /// To be called after a rule was read: makes source and file name lower case and takes every
+    /// "proe" out of them, so that one rule file serves both forms of the add-in.
     virtual void PostPopulate();
     virtual int GetCutterStatus() const;  ///< 0.
     virtual void Heal(QORICadSys* cadSystem, const CQorData*& data,
@@ -114,10 +114,10 @@ public:
     /// 0 without parameter.
     CQorParamStorage* CreateParamStorageObject(Type_e type, QorLong id, QorOperator_e op,
                                                QorParamType_e paramType, bool status, bool option);
-    /// A new constraint, in no list yet; the caller owns it, and once it stands in `m_Constraints`
+    /// A new constraint, in no list yet; the caller owns it, and once it is in `m_Constraints`
     /// ClearConstraints deletes it.
     CQORConstraint* CreateConstraintObject(QORConstraintType_e type, CStringW value, bool status);
-    /// Deletes and removes all constraints. The destructor does not: whoever owns the rule calls
+    /// Deletes and removes all constraints. The destructor does not: the owner of the rule calls
     /// this first.
     void ClearConstraints();
 

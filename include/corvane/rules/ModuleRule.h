@@ -12,9 +12,9 @@ namespace corvane {
 
 /// One parameter that a rule, or each of its constraints, has.
 struct ParameterDefinition {
-    QorLong number;  ///< Stands in rule files: choose it once and keep it.
+    QorLong number;  ///< Written to rule files: choose it once and keep it.
     Type_e kind;
-    /// Zero-terminated. Null stands for the text of that number in the string table that is current
+    /// Zero-terminated. Null means the text of that number in the string table that is current
     /// while the rule is made; see StringTable.h.
     const char16_t* name = nullptr;
     QorOperator_e op = QorOperator_Default;

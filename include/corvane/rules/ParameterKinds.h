@@ -2,9 +2,9 @@
 
 #include <cstdint>
 
-// Numbers that describe a parameter. They stand in rule files and pass between separately built
-// modules, so they never change. Each type holds any 32-bit number, since rule modules give meaning
-// to numbers that this library only passes on.
+// Numbers that describe a parameter. They are written to rule files and pass between separately
+// built modules, so they never change. Each type holds any 32-bit number, since rule modules give
+// meaning to numbers that this library only passes on.
 
 /// The kind of a parameter: which instantiation of CQorParameter it is. Any other number is
 /// illegal; 0 is what a storage holds before its kind is set.
@@ -30,5 +30,5 @@ enum QorOperator_e : std::int32_t {
 /// The parameter type. Every number but 24 has its values in element texts.
 enum QorParamType_e : std::int32_t {
     QorParamType_Plain = 0,        ///< What a parameter starts with.
-    QorParamType_Attributes = 24,  ///< Values stand in attributes of their elements.
+    QorParamType_Attributes = 24,  ///< Values are in attributes of their elements.
 };

@@ -22,7 +22,7 @@ class Element;
 /// is written comes in the order of the operations here. Text that XML refuses raises _com_error.
 class CORVANE_EXPORT ParameterWriter {
 public:
-    /// What stands in front of the values. It refers to the name for the length of a call.
+    /// What comes before the values. It refers to the name for the length of a call.
     struct Head {
         const CStringW& name;
         QorLong number;

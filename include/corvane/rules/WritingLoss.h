@@ -13,7 +13,7 @@ namespace corvane {
 /// Something that a rule's element held and that is not in the element that the rule writes.
 struct WritingLoss {
     CStringW text;     ///< "parameter 5011: ...", in English.
-    QorLong line = 0;  ///< Where it stands in the file that was read; 0 when it was not loaded.
+    QorLong line = 0;  ///< Where it is in the file that was read; 0 when it was not loaded.
 };
 
 /// What is lost when `after`, which a rule wrote after it had read `before`, takes the place of

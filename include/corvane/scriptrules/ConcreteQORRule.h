@@ -5,7 +5,7 @@
 /// A user-defined rule: data instead of code. Its check is a script that the script host runs; see
 /// IScriptProcessor.h.
 ///
-/// A rule file names the rule and gives its severity. The definition stands once, in the index
+/// A rule file names the rule and gives its severity. The definition is in one place, the index
 /// "UserDefinedFile.xml" of the script folder, which "directory" in section RULE_SCRIPT_LOCATION of
 /// ConfigModule.ini names.
 class CORVANE_EXPORT ConcreteQORRule : public CQorRule {

@@ -61,7 +61,7 @@ struct ScriptRun {
 using ScriptRunObserver = std::function<void(const ScriptRun&)>;
 
 /// Replaces what is told of every finished run, in batch mode too, and hands out the former
-/// observer; an empty one stands for none. It runs on the thread of the run, after the host is
+/// observer; an empty one means none. It runs on the thread of the run, after the host is
 /// released and before Execute returns. Set it before threads start.
 CORVANE_EXPORT ScriptRunObserver SetScriptRunObserver(ScriptRunObserver observer);
 

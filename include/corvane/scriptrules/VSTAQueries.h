@@ -3,8 +3,8 @@
 #include <corvane/base/Export.h>
 
 // Whether rules written with Visual Studio Tools for Applications can be offered, and which form of
-// the add-in stands beside the library. Each query answers through its argument, and does nothing
-// for a null one; what cannot be looked up counts as no. They may run on any thread.
+// the add-in is installed beside the library. Each query answers through its argument, and does
+// nothing for a null one; what cannot be looked up counts as no. They may run on any thread.
 
 extern "C" {
 

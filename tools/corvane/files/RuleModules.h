@@ -14,7 +14,7 @@ public:
     /// Sought in the given folders, in their order, then in "rules" beside the library.
     explicit RuleModules(const std::vector<CStringW>& folders);
 
-    /// Where modules are sought, in this order.
+    /// Where modules are looked for, in this order.
     const std::vector<CStringW>& folders() const { return folders_; }
 
     /// True for a name that ends like a shared module's.
