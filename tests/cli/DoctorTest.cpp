@@ -103,6 +103,9 @@ TEST_F(Doctor, ExplainsWhyALineOfTheConfigurationDoesNotCount) {
 }
 
 TEST_F(Doctor, LooksAtTheScriptsOfTheIndex) {
+    writeSettings(kScripts + "directory=.\n");
+    expectTold("note   script folder +[.] is no full path and depends on the working folder");
+    writeSettings(kScripts + scriptFolder() + "\n");
     const struct {
         std::string index;
         const char* told;

@@ -337,4 +337,26 @@ TEST_F(Runs, PartsComeFromFoldersPatternsAndLists) {
     }
 }
 
+TEST_F(Runs, AModuleThatWasCutOffCostsItsRow) {
+    const std::string whole =
+        TemporaryFolder::readFile(CORVANE_BUILD_DIR "/lib/rules/partrules.so");
+    folder.write("mine/cut.so", whole.substr(0, 4000));
+    folder.write("cut.xml", ruleFile(moduleRule("Maximum mass", "", "cut.dll")));
+    const ProcessResult result = run({"run", "cut.xml", "--modules", "mine"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.out,
+                testing::ContainsRegex("Maximum mass +Milling +major +error +the rule"));
+}
+
+TEST_F(Runs, APageShowsThePartsSurface) {
+    if (!std::filesystem::exists(CORVANE_BUILD_DIR "/lib/CorvanePartSurface.so"))
+        GTEST_SKIP() << "built without the module of parts";
+    std::filesystem::copy(CommandLine::part("bracket"), folder.path("bracket.stl"));
+    rules({"find.xml", "--parts", "bracket.stl", "parts/b.stl", "--output", "html=out.html"});
+    const std::string page = folder.read("out.html");
+    EXPECT_THAT(page, HasSubstr("class=\"geometry\" data-part=\"1\""));
+    EXPECT_THAT(page, testing::Not(HasSubstr("class=\"geometry\" data-part=\"2\"")))
+        << "an empty file has no surface";
+}
+
 }  // namespace

@@ -11,6 +11,7 @@ bool Outputs::open(const std::string& format, const std::vector<std::string>& ou
         writers_.push_back(makeTextWriter(console_));
     } else if (const Format* known = findFormat(format)) {
         writers_.push_back(known->makeWriter(std::cout));
+        wantGeometry_ = known->wantsGeometry;
     } else {
         console_.report(u"--format takes one of " + CStringW::FromUtf8(formatNames()));
         return false;
@@ -34,6 +35,7 @@ bool Outputs::openFile(const std::string& output) {
         return false;
     }
     writers_.push_back(format->makeWriter(file->stream()));
+    wantGeometry_ = wantGeometry_ || format->wantsGeometry;
     files_.push_back(std::move(file));
     return true;
 }

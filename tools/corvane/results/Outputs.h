@@ -19,6 +19,9 @@ public:
     /// and a file that cannot be made.
     bool open(const std::string& format, const std::vector<std::string>& outputs);
 
+    /// Whether one of the formats shows parts.
+    bool wantGeometry() const { return wantGeometry_; }
+
     void begin(const RunInfo& info) override;
     void add(const PartResult& part) override;
     void end(const RunEnd& end) override;
@@ -30,6 +33,7 @@ private:
     bool openFile(const std::string& output);
 
     Console& console_;
+    bool wantGeometry_ = false;
     std::vector<std::unique_ptr<OutputFile>> files_;
     std::vector<std::unique_ptr<ResultWriter>> writers_;  ///< Before the files that they write to.
 };

@@ -58,7 +58,7 @@ void Pool::assign(Slot& slot) {
 void Pool::begin(Slot& slot) {
     slot.isBusy = false;
     slot.isAtRule = false;
-    while (!slot.job.rules.empty()) {
+    while (!slot.job.rules.empty() || slot.job.wantsSurface) {
         if (!slot.process) {
             slot.process = WorkerProcess::start("worker");
             if (slot.process) slot.process->send(setup_);
@@ -71,7 +71,7 @@ void Pool::begin(Slot& slot) {
         }
         loseFirstRule(slot, "no process can be started for it");
     }
-    listener_.done(slot.job.part);
+    listener_.done(slot.job.part, {});
 }
 
 void Pool::listen(Slot& slot) {
@@ -101,7 +101,7 @@ void Pool::take(Slot& slot, const Reply& reply) {
     if (reply.kind == Reply::Kind::Done) {
         if (!reply.database.empty()) database_ = reply.database;
         slot.isBusy = false;
-        listener_.done(slot.job.part);
+        listener_.done(slot.job.part, reply.surface);
         return;
     }
     if (slot.job.rules.empty() || reply.rule != slot.job.rules.front()) return;
@@ -129,7 +129,8 @@ void Pool::checkLimits(Slot& slot) {
 /// Ends the worker, which loses the rule that it was at, and gives the rest to a new one.
 void Pool::replace(Slot& slot, const std::string& reason) {
     slot.process.reset();
-    if (slot.isAtRule || ++slot.failedStarts >= kMostFailedStarts) {
+    // Without a rule left it was at the surface.
+    if (slot.isAtRule || slot.job.rules.empty() || ++slot.failedStarts >= kMostFailedStarts) {
         slot.failedStarts = 0;
         loseFirstRule(slot, reason);
     }
@@ -137,7 +138,10 @@ void Pool::replace(Slot& slot, const std::string& reason) {
 }
 
 void Pool::loseFirstRule(Slot& slot, const std::string& reason) {
-    if (slot.job.rules.empty()) return;
+    if (slot.job.rules.empty()) {
+        slot.job.wantsSurface = false;
+        return;
+    }
     listener_.lost(slot.job.part, slot.job.rules.front(), reason);
     slot.job.rules.erase(slot.job.rules.begin());
 }

@@ -19,7 +19,8 @@ public:
     virtual void judged(std::size_t part, std::size_t rule, results::RuleResult result) = 0;
     /// The worker did not live to judge it, for this reason.
     virtual void lost(std::size_t part, std::size_t rule, const std::string& reason) = 0;
-    virtual void done(std::size_t part) = 0;
+    /// `surface` is there when the job asked for it and the part has one.
+    virtual void done(std::size_t part, std::optional<results::Geometry> surface) = 0;
     /// Called while nothing happens, and often enough for a line of progress.
     virtual void idle() = 0;
 };

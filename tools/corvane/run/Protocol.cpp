@@ -37,7 +37,10 @@ Setup setupFrom(const std::string& line) {
 }
 
 std::string lineOf(const Job& job) {
-    return results::lineOf(Json{{"part", job.part}, {"path", job.path}, {"rules", job.rules}});
+    return results::lineOf(Json{{"part", job.part},
+                                {"path", job.path},
+                                {"rules", job.rules},
+                                {"surface", job.wantsSurface}});
 }
 
 Job jobFrom(const std::string& line) {
@@ -46,6 +49,7 @@ Job jobFrom(const std::string& line) {
     json.at("part").get_to(job.part);
     json.at("path").get_to(job.path);
     json.at("rules").get_to(job.rules);
+    json.at("surface").get_to(job.wantsSurface);
     return job;
 }
 
@@ -55,6 +59,8 @@ std::string lineOf(const Reply& reply) {
         json["database"] = reply.database;
     else
         json["rule"] = reply.rule;
+    if (reply.surface)
+        json["surface"] = {reply.surface->positions, reply.surface->indices, reply.surface->faces};
     if (reply.kind == Reply::Kind::Judged) json["result"] = results::toJson(reply.result);
     return results::lineOf(json);
 }
@@ -65,6 +71,10 @@ Reply replyFrom(const std::string& line) {
     json.at("part").get_to(reply.part);
     if (!json.contains("rule")) {
         json.at("database").get_to(reply.database);
+        if (json.contains("surface")) {
+            const Json& surface = json.at("surface");
+            reply.surface = results::Geometry{surface.at(0), surface.at(1), surface.at(2)};
+        }
         return reply;
     }
     json.at("rule").get_to(reply.rule);

@@ -31,6 +31,7 @@ struct Job {
     std::size_t part = 0;
     std::string path;                ///< Absolute; empty for none.
     std::vector<std::size_t> rules;  ///< Places in Setup::rules, to be run in this order.
+    bool wantsSurface = false;       ///< After the rules, for viewers.
 };
 
 /// A line from a worker. Each rule is announced before it runs, so that the controller knows what
@@ -39,9 +40,10 @@ struct Reply {
     enum class Kind { Begins, Judged, Done };
     Kind kind = Kind::Done;
     std::size_t part = 0;
-    std::size_t rule = 0;        ///< Of Begins and Judged.
-    results::RuleResult result;  ///< Of Judged.
-    std::string database;        ///< Of Done: what was opened so far.
+    std::size_t rule = 0;                      ///< Of Begins and Judged.
+    results::RuleResult result;                ///< Of Judged.
+    std::string database;                      ///< Of Done: what was opened so far.
+    std::optional<results::Geometry> surface;  ///< Of Done.
 };
 
 std::string lineOf(const Setup& setup);

@@ -113,11 +113,12 @@ std::optional<protocol::Job> Run::next() {
         const std::size_t number = nextPart_++;
         startPart(number);
         PartState& part = *parts_[number];
-        protocol::Job job{number, plan_.parts[number].fullPath, {}};
+        protocol::Job job{number, plan_.parts[number].fullPath, {}, false};
+        job.wantsSurface = outputs_.wantGeometry() && !job.path.empty();
         for (std::size_t rule = 0; rule < plan_.rules.size(); ++rule)
             if (!part.isKnown[rule]) job.rules.push_back(rule);
-        if (!job.rules.empty()) return job;
-        done(number);
+        if (!job.rules.empty() || job.wantsSurface) return job;
+        done(number, {});
     }
     return {};
 }
@@ -217,7 +218,8 @@ void Run::lost(std::size_t part, std::size_t rule, const std::string& reason) {
     put(*parts_[part], rule, std::move(result));
 }
 
-void Run::done(std::size_t part) {
+void Run::done(std::size_t part, std::optional<results::Geometry> surface) {
+    parts_[part]->result.geometry = std::move(surface);
     parts_[part]->isDone = true;
     emitFinished();
 }

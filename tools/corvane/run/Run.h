@@ -40,7 +40,7 @@ private:
     void begins(std::size_t part, std::size_t rule) override;
     void judged(std::size_t part, std::size_t rule, results::RuleResult result) override;
     void lost(std::size_t part, std::size_t rule, const std::string& reason) override;
-    void done(std::size_t part) override;
+    void done(std::size_t part, std::optional<results::Geometry> surface) override;
     void idle() override;
 
     results::RunInfo info(const Severities& severities) const;

@@ -5,6 +5,7 @@
 
 #include <corvane/app/BatchMode.h>
 #include <corvane/platform/Environment.h>
+#include <corvane/platform/LoadedModule.h>
 #include <corvane/scriptrules/RuleIndexScope.h>
 
 #include "Command.h"
@@ -16,6 +17,7 @@
 #include "run/Protocol.h"
 #include "run/RuleDatabase.h"
 #include "run/WorkerProcess.h"
+#include "surface/PartSurface.h"
 
 namespace {
 
@@ -46,14 +48,16 @@ public:
         if (!job.path.empty()) corvane::SetEnvironmentText(u"CORVANE_PART", context_.partPath);
         for (const std::size_t rule : job.rules)
             runRule(job.part, rule);
-        channel_.write(lineOf(Reply{Reply::Kind::Done, job.part, 0, {}, database_.description()}));
+        Reply reply{Reply::Kind::Done, job.part, 0, {}, database_.description(), {}};
+        if (job.wantsSurface) reply.surface = surfaceOf(job.path);
+        channel_.write(lineOf(reply));
     }
 
 private:
     void runRule(std::size_t part, std::size_t number) {
         // Before the rule is made: its module may end the process as well as the rule itself.
-        channel_.write(lineOf(Reply{Reply::Kind::Begins, part, number, {}, {}}));
-        Reply reply{Reply::Kind::Judged, part, number, {}, {}};
+        channel_.write(lineOf(Reply{Reply::Kind::Begins, part, number, {}, {}, {}}));
+        Reply reply{Reply::Kind::Judged, part, number, {}, {}, {}};
         if (const LoadedRule* loaded = ruleOf(number)) {
             context_.database = database_.forRule(*loaded);
             context_.parameters = loaded->scriptParameters(context_.partMaterial);
@@ -63,6 +67,15 @@ private:
             reply.result.reasons.push_back("the rule file has changed since the run began");
         }
         channel_.write(lineOf(reply));
+    }
+
+    /// Nothing without the module that reads surfaces, which not every installation has.
+    std::optional<results::Geometry> surfaceOf(const std::string& path) {
+        if (!surfaceModule_) surfaceModule_.emplace(kPartSurfaceModule);
+        const auto read = surfaceModule_->function<PartSurfaceFunction>(kPartSurfaceName);
+        results::Geometry surface;
+        if (!read || !read(path.c_str(), setup_.units.c_str(), surface)) return {};
+        return surface;
     }
 
     const LoadedRule* ruleOf(std::size_t number) {
@@ -98,6 +111,7 @@ private:
     Console console_;
     RuleModules modules_;
     RuleDatabase database_;
+    std::optional<corvane::LoadedModule> surfaceModule_;
     corvane::RunContext context_;
     std::vector<std::unique_ptr<RuleFile>> files_;
     std::map<std::size_t, LoadedRule> rules_;  ///< Before the modules, whose code they need.
