@@ -75,7 +75,7 @@ TEST_F(Runs, ARuleThatEndsOrBlocksItsProcessCostsItsRow) {
     folder.write("rules.xml", ruleFile(all));
     const std::vector<std::string> arguments{"rules.xml",   "--part",   "parts/a.stl", "--part",
                                              "parts/b.stl", "-j",       "2",           "--timeout",
-                                             "3",           "--memory", "300"};
+                                             "8",           "--memory", "300"};
     const json run = results(arguments);
     EXPECT_THAT(verdicts(run, 0),
                 ElementsAre("failed", "error", "error", "error", "error", "passed", "failed"));
@@ -84,7 +84,7 @@ TEST_F(Runs, ARuleThatEndsOrBlocksItsProcessCostsItsRow) {
     const json& rules = run["parts"][1]["rules"];
     EXPECT_THAT(rules[1]["reasons"][0], HasSubstr("ended its process (signal 6"));
     EXPECT_EQ(rules[2]["reasons"][0], "the rule ended its process (exit status 0)");
-    EXPECT_EQ(rules[3]["reasons"][0], "the rule took longer than 3 s");
+    EXPECT_EQ(rules[3]["reasons"][0], "the rule took longer than 8 s");
     EXPECT_EQ(rules[4]["reasons"][0], "the rule took more than 300 MB of memory");
 }
 
