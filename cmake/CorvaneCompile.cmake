@@ -2,11 +2,13 @@
 
 option(CORVANE_SANITIZE "Build with the address and undefined behaviour sanitizers" OFF)
 
+option(CORVANE_WERROR "Take warnings for errors, as this project's presets for its developers do" OFF)
+
 add_library(corvane_compile INTERFACE)
 target_compile_features(corvane_compile INTERFACE cxx_std_20)
 # Contraction would fuse a multiplication and an addition into one rounding and change exact results.
 target_compile_options(corvane_compile INTERFACE
-    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -ffp-contract=off)
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow $<$<BOOL:${CORVANE_WERROR}>:-Werror> -ffp-contract=off)
 if(CORVANE_SANITIZE)
     target_compile_options(corvane_compile INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)

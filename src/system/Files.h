@@ -49,7 +49,8 @@ public:
 /// Replaces the content of a file, or makes it. Writes a temporary file in the same folder, flushes
 /// it to the disk and renames it over the old one, whose mode and (where permitted) ownership it
 /// takes; a symbolic link is followed first. Where the folder lets no file be made or replaced, the
-/// file is written in place. What is no regular file or may not be written is refused. On failure
+/// file is written in place. Temporary files that killed saves have left in the folder are removed.
+/// What is no regular file or may not be written is refused. On failure
 /// the result is false, and the old file stands whole unless it had to be written in place.
 bool replaceFile(std::u16string_view path, std::string_view bytes);
 

@@ -1,3 +1,8 @@
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/file.h>
+#include <unistd.h>
+
 #include <corvane/xml/CurrentDocument.h>
 
 #include "XmlFixture.h"
@@ -103,6 +108,26 @@ TEST(Document, SavesAsAWholeOrNotAtAll) {
     EXPECT_TRUE(corvane::SaveXML(document, folder.wide("b.xml")));
     EXPECT_EQ(folder.read("b.xml"), saved);
     EXPECT_FALSE(corvane::SaveXML(document, folder.wide("none/a.xml")));
+}
+
+TEST(Document, RemovesWhatKilledSavesHaveLeft) {
+    const TemporaryFolder folder;
+    const std::string dead = ".corvane-0123456789abcdef.tmp";
+    const std::string living = ".corvane-fedcba9876543210.tmp";
+    const std::string foreign = ".corvane-notes.tmp";
+    for (const std::string& name : {dead, living, foreign})
+        folder.write(name, "x");
+    const int writer = open(folder.path(living).c_str(), O_WRONLY);
+    ASSERT_EQ(flock(writer, LOCK_EX), 0);
+    QorXMLDocument document;
+    load(document, u"<a/>");
+    ASSERT_TRUE(corvane::SaveXML(document, folder.wide("a.xml")));
+    EXPECT_FALSE(std::filesystem::exists(folder.path(dead)));
+    EXPECT_TRUE(std::filesystem::exists(folder.path(living)));
+    EXPECT_TRUE(std::filesystem::exists(folder.path(foreign)));
+    close(writer);
+    ASSERT_TRUE(corvane::SaveXML(document, folder.wide("a.xml")));
+    EXPECT_FALSE(std::filesystem::exists(folder.path(living)));
 }
 
 TEST(Document, IsWhereNodesAreMadeWhenItIsTheCurrentOne) {

@@ -124,6 +124,64 @@ TEST_F(NodeTest, KeepsPrefixesDeclared) {
     EXPECT_EQ(child->GetXML(), u"<p:b xmlns:p=\"urn:p\"/>");
 }
 
+TEST_F(NodeTest, TakesAlongTheDeclarationInForceAndNoOther) {
+    // What leaves its parent, and what it is then.
+    const struct {
+        const char16_t* source;
+        const char16_t* query;
+        const char16_t* removed;
+    } cases[] = {
+        {u"<r xmlns:p='1'><a xmlns:p='2'><p:b/></a></r>", u"a", u"<a xmlns:p=\"2\"><p:b/></a>"},
+        {u"<r xmlns:p='1'><a xmlns:p='2'><p:b/></a></r>", u"a/p:b", u"<p:b xmlns:p=\"2\"/>"},
+        {u"<r xmlns:p='1'><x><a xmlns:p='2'><p:b/></a><p:c/></x></r>", u"x",
+         u"<x xmlns:p=\"1\"><a xmlns:p=\"2\"><p:b/></a><p:c/></x>"},
+        {u"<r xmlns:p='1' xmlns:q='2'><x><a q:i='' xmlns:p='3' p:j=''/></x></r>", u"x",
+         u"<x xmlns:q=\"2\"><a xmlns:p=\"3\" q:i=\"\" p:j=\"\"/></x>"},
+    };
+    for (const auto& [source, query, removed] : cases) {
+        QorXMLNode* root = load(document_, source);
+        const NodePtr node(root->SelectSingleNode(query));
+        EXPECT_EQ(NodePtr(node->CloneNode())->GetXML(), removed);
+        NodePtr(node->GetParentNode())->RemoveChild(node.get());
+        EXPECT_EQ(node->GetXML(), removed);
+    }
+}
+
+TEST_F(NodeTest, DeclaresAgainWhereNoTwoAttributesBecomeOne) {
+    const auto redeclare = [this](const char16_t* source) {
+        QorXMLNode* root = load(document_, source);
+        return codeOf([&] { root->AddAttribute(u"xmlns:p", u"1"); });
+    };
+    EXPECT_EQ(redeclare(u"<r xmlns:p='2' xmlns:q='1'><a p:k='' q:k=''/></r>"), corvane::kErrorFail);
+    EXPECT_EQ(redeclare(u"<r xmlns:p='2' xmlns:q='1'><a xmlns:p='3' p:k='' q:k=''/></r>"), 0);
+    EXPECT_EQ(redeclare(u"<r xmlns:p='2' xmlns:q='1'><a xmlns:q='3' p:k='' q:k=''/></r>"), 0);
+    EXPECT_EQ(redeclare(u"<r xmlns:p='2' xmlns:q='1'><a p:k='' q:l=''/></r>"), 0);
+}
+
+TEST_F(NodeTest, TakesManyAttributesAndNoMore) {
+    const NodePtr node = make(u"a");
+    CStringW value;
+    for (int i = 0; i < 10'000; ++i) {
+        CStringW name;
+        name.Format(u"k%d", i);
+        node->AddAttribute(name, name);
+        ASSERT_TRUE(node->GetAttributeValue(name, value));
+        ASSERT_EQ(value, name);
+    }
+    EXPECT_EQ(codeOf([&] { node->AddAttribute(u"more", u""); }), corvane::kErrorFail);
+    EXPECT_TRUE(node->AddAttribute(u"k9999", u"new"));
+    EXPECT_TRUE(node->GetAttributeValue(u"k9999", value));
+    EXPECT_EQ(value, u"new");
+    EXPECT_NE(load(document_, NodePtr(node->CloneNode())->GetXML()), nullptr);
+    const NodePtr prefixed = make(u"a");
+    for (int i = 0; i < 1'000; ++i) {
+        CStringW name;
+        name.Format(u"xmlns:p%d", i);
+        prefixed->AddAttribute(name, u"u");
+    }
+    EXPECT_EQ(codeOf([&] { prefixed->AddAttribute(u"xmlns:q", u"u"); }), corvane::kErrorFail);
+}
+
 TEST_F(NodeTest, ReadsAndChangesAttributes) {
     const NodePtr node = make(u"a");
     CStringW value(u"old");

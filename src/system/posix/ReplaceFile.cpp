@@ -3,7 +3,10 @@
 #include <climits>
 #include <cstdint>
 #include <cstdio>
+#include <dirent.h>
 #include <fcntl.h>
+#include <memory>
+#include <sys/file.h>
 #include <sys/random.h>
 #include <unistd.h>
 
@@ -46,10 +49,27 @@ std::optional<std::string> followLinks(std::string path) {
     return std::nullopt;
 }
 
-// A new file beside the target, removed again unless it has taken the target's place.
+constexpr std::string_view kTemporaryStart = ".corvane-";
+constexpr std::string_view kTemporaryEnd = ".tmp";
+constexpr std::size_t kTemporaryDigits = 16;
+
+std::string temporaryName(std::uint64_t number) {
+    std::array<char, kTemporaryDigits + 1> digits;
+    std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(number));
+    return std::string(kTemporaryStart) + digits.data() + std::string(kTemporaryEnd);
+}
+
+bool isTemporaryName(std::string_view name) {
+    return name.size() == kTemporaryStart.size() + kTemporaryDigits + kTemporaryEnd.size() &&
+           name.starts_with(kTemporaryStart) && name.ends_with(kTemporaryEnd);
+}
+
+// A new file beside the target, removed again unless it has taken the target's place. It is locked
+// while its writer lives.
 class TemporaryFile {
 public:
-    TemporaryFile(const std::string& folder, mode_t mode) : file_(create(folder, mode)) {}
+    TemporaryFile(const std::string& folder, mode_t mode)
+        : file_(create(folder, mode)), lock_(file_.isOpen() ? duplicate() : -1) {}
     ~TemporaryFile() {
         if (!path_.empty()) fileOperations().unlink(path_.c_str());
     }
@@ -77,23 +97,51 @@ private:
         for (int i = 0; i < kMostNames; ++i) {
             std::uint64_t number = 0;
             if (::getrandom(&number, sizeof number, 0) != sizeof number) break;
-            std::array<char, 40> name;
-            std::snprintf(name.data(), name.size(), "/.corvane-%016llx.tmp",
-                          static_cast<unsigned long long>(number));
-            const std::string path = folder + name.data();
-            const int descriptor =
-                openFile(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
+            const std::string path = folder + '/' + temporaryName(number);
+            Descriptor file(openFile(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, mode));
             error_ = errno;
-            if (descriptor >= 0) path_ = path;
-            if (descriptor >= 0 || error_ != EEXIST) return descriptor;
+            if (!file.isOpen() && error_ != EEXIST) return -1;
+            // Another save may have taken it for a dead one's before it was locked.
+            if (!file.isOpen() || isTaken(file.get())) continue;
+            path_ = path;
+            return file.release();
         }
         return -1;
     }
 
+    // Locks the file. Where a file system knows no locks, nobody takes it either.
+    static bool isTaken(int descriptor) {
+        if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) return true;
+        struct stat status;
+        return ::fstat(descriptor, &status) == 0 && status.st_nlink == 0;
+    }
+
+    // The lock has to outlive the closing, which comes before the move.
+    int duplicate() const { return ::fcntl(file_.get(), F_DUPFD_CLOEXEC, 0); }
+
     std::string path_;
     int error_ = 0;
     Descriptor file_;
+    Descriptor lock_;
 };
+
+// Removes the temporary file of a writer that is gone.
+void removeDead(const std::string& path) {
+    const Descriptor file(openFile(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK));
+    struct stat status;
+    if (!file.isOpen() || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return;
+    if (::flock(file.get(), LOCK_EX | LOCK_NB) == 0) fileOperations().unlink(path.c_str());
+}
+
+void removeAllDead(const std::string& folder) {
+    struct Close {
+        void operator()(DIR* open) const { ::closedir(open); }
+    };
+    const std::unique_ptr<DIR, Close> open(::opendir(folder.c_str()));
+    while (const dirent* entry = open ? ::readdir(open.get()) : nullptr) {
+        if (isTemporaryName(entry->d_name)) removeDead(folder + '/' + entry->d_name);
+    }
+}
 
 // Gives the new file the old one's owner and mode before it has any content. Whoever may not give
 // it the old group must not open it to the members of another one.
@@ -156,6 +204,7 @@ bool replaceFile(std::u16string_view path, std::string_view bytes) {
         if (!writeAll(file.descriptor(), bytes) || !flush(file.descriptor())) return false;
         if (file.moveTo(*target)) {
             flushFolder(folder);
+            removeAllDead(folder);
             return true;
         }
     }
