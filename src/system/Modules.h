@@ -12,8 +12,8 @@ using ModuleHandle = void*;
 /// "QORDatabaseu.dll" is the shared object of that stem ("QORDatabaseu.so" or
 /// "libQORDatabaseu.so"), found whatever its case. A bare name is sought in the folder of this
 /// library, then where the system's loader looks. Null when there is none or it won't load. Each
-/// successful load is paired with one freeModule. `fault` gets what the loader says of a file that
-/// is there and won't load.
+/// successful load is paired with one freeModule. `fault` gets why a file that is there won't
+/// load: what the loader says, or that the file is cut off.
 ModuleHandle loadModule(std::u16string_view path, std::u16string* fault = nullptr);
 void freeModule(ModuleHandle module);
 

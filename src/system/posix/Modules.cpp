@@ -8,6 +8,7 @@
 
 #include "system/Paths.h"
 #include "system/Unicode.h"
+#include "system/posix/ModuleFile.h"
 #include "system/posix/ModuleNames.h"
 #include "system/posix/NativePath.h"
 
@@ -47,6 +48,10 @@ std::u16string fullPath(const char* path) {
 
 ModuleHandle loadModule(std::u16string_view path, std::u16string* fault) {
     if (const std::optional<std::string> file = fileInFolder(path)) {
+        if (const std::optional<std::string> damage = moduleFileFault(*file)) {
+            if (fault) *fault = fromUtf8(*damage);
+            return nullptr;
+        }
         const ModuleHandle module = openModule(*file);
         const char* said = module || !fault ? nullptr : ::dlerror();
         if (said) *fault = fromUtf8(said);
