@@ -9,6 +9,8 @@
 
 std::unique_ptr<Command> makeRunCommand(CLI::App& program);
 std::unique_ptr<Command> makeWorkerCommand(CLI::App& program);
+std::unique_ptr<Command> makeLintCommand(CLI::App& program);
+std::unique_ptr<Command> makeLintWorkerCommand(CLI::App& program);
 std::unique_ptr<Command> makeMergeCommand(CLI::App& program);
 std::unique_ptr<Command> makeShowCommand(CLI::App& program);
 std::unique_ptr<Command> makeSaveCommand(CLI::App& program);

@@ -21,8 +21,8 @@ constexpr const char* kFooter =
 
 // In the order of the help.
 constexpr std::unique_ptr<Command> (*kMakers[])(CLI::App&) = {
-    makeRunCommand,  makeMergeCommand, makeShowCommand,   makeSaveCommand,
-    makeUnitCommand, makeDbCommand,    makeDoctorCommand, makeWorkerCommand};
+    makeRunCommand,  makeLintCommand, makeMergeCommand,  makeShowCommand,   makeSaveCommand,
+    makeUnitCommand, makeDbCommand,   makeDoctorCommand, makeWorkerCommand, makeLintWorkerCommand};
 
 /// Says why the program ends, of the exception that is being handled. It takes no memory, which may
 /// be what ran out.

@@ -1,11 +1,14 @@
 #include <CLI/CLI.hpp>
-#include <filesystem>
+#include <algorithm>
+#include <iterator>
+#include <sstream>
 
-#include <corvane/config/ModuleConfiguration.h>
 #include <corvane/platform/Environment.h>
 
 #include "Commands.h"
-#include "Text.h"
+#include "lint/LintFile.h"
+#include "lint/LintWorker.h"
+#include "lint/LintWriter.h"
 #include "run/Clock.h"
 #include "run/Run.h"
 #include "run/Worker.h"
@@ -14,21 +17,6 @@ namespace {
 
 CStringW wide(const std::string& text) {
     return CStringW::FromUtf8(text);
-}
-
-/// The severities that the site has named, in the file of the option or that of its settings.
-std::optional<Severities> findSeverities(const std::string& file, Console& console) {
-    std::string path = file;
-    if (path.empty()) {
-        const CStringW settings = shownPath(corvane::GetModuleConfiguration().settingsFolder);
-        path = (std::filesystem::path(settings.Std()) / "Severities.toml").string();
-        std::error_code status;
-        if (!std::filesystem::exists(path, status)) return Severities();
-    }
-    std::string problem;
-    std::optional<Severities> severities = Severities::load(path, problem);
-    if (!severities) console.report(wide(problem));
-    return severities;
 }
 
 /// Runs the plan that the options ask for.
@@ -45,6 +33,7 @@ public:
             return kUnusable;
         const std::optional<Plan> plan = makePlan(options_, *severities, console_);
         if (!plan) return kUnusable;
+        if (options_.isStrict && !areClean(*plan, *severities)) return kUnusable;
         if (plan->rules.empty() || (plan->parts.empty() && plan->shards == 0)) return kUnusable;
         if (!outputs_.open(options_.format, options_.outputs)) return kUnusable;
         Gate gate(*severities, failOn_);
@@ -82,6 +71,23 @@ private:
             if (!judgement_.baseline) console_.report(wide(problem));
         }
         return problem.empty();
+    }
+
+    /// Says what the rule files say in vain.
+    bool areClean(const Plan& plan, const Severities& severities) {
+        std::vector<std::string> folders;
+        for (const CStringW& folder : options_.folders.modules)
+            folders.push_back(folder.ToUtf8());
+        lint::LintProcess linter(std::move(folders), lint::wordsOf(severities));
+        std::vector<lint::Problem> problems = lint::Linter::checkSettings();
+        for (const results::Component& file : plan.ruleFiles)
+            std::ranges::move(linter.checkFile(file.name), std::back_inserter(problems));
+        std::ostringstream text;
+        lint::writeText(text, problems);
+        std::istringstream lines(text.str());
+        for (std::string line; std::getline(lines, line);)
+            console_.report(wide(line));
+        return problems.empty();
     }
 
     const RunOptions& options_;
@@ -164,6 +170,8 @@ private:
     }
 
     void declareRunning(CLI::App& app) {
+        app.add_flag("--strict", options_.isStrict,
+                     "Run nothing when lint finds something in the rule files");
         app.add_option("--format", options_.format,
                        "Format of standard output: " + results::formatNames())
             ->type_name("FORMAT");

@@ -18,6 +18,8 @@ struct RunOptions {
     // Which rules.
     std::vector<std::string> rules, categories, severities;
 
+    bool isStrict = false;  ///< What lint finds in rule files keeps the run from starting.
+
     // What fails the run.
     std::string severityFile, failOn, waiverFile, baselineFile;
 

@@ -2,8 +2,12 @@
 
 #include <algorithm>
 #include <charconv>
+#include <filesystem>
+
+#include <corvane/config/ModuleConfiguration.h>
 
 #include "Pattern.h"
+#include "Text.h"
 #include "run/TomlTables.h"
 
 Severities::Severities() : all_{{1, "critical"}, {2, "major"}, {3, "minor"}, {4, "info"}} {}
@@ -51,4 +55,18 @@ std::size_t Severities::rank(std::int64_t number) const {
 
 bool Severities::isAtLeast(std::int64_t number, std::int64_t limit) const {
     return rank(number) <= rank(limit);
+}
+
+std::optional<Severities> findSeverities(const std::string& file, Console& console) {
+    std::string path = file;
+    if (path.empty()) {
+        const CStringW settings = shownPath(corvane::GetModuleConfiguration().settingsFolder);
+        path = (std::filesystem::path(settings.Std()) / "Severities.toml").string();
+        std::error_code status;
+        if (!std::filesystem::exists(path, status)) return Severities();
+    }
+    std::string problem;
+    std::optional<Severities> severities = Severities::load(path, problem);
+    if (!severities) console.report(CStringW::FromUtf8(problem));
+    return severities;
 }

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Console.h"
 #include "results/Result.h"
 
 /// The names of severities and their order. A rule file knows numbers only; what they mean is a
@@ -35,3 +36,7 @@ private:
 
     std::vector<results::Severity> all_;
 };
+
+/// The names of a file; without one, of Settings/Severities.toml in the data folder where that is.
+/// Nothing, reported, when they cannot be read.
+std::optional<Severities> findSeverities(const std::string& file, Console& console);

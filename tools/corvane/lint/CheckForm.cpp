@@ -1,0 +1,114 @@
+#include <algorithm>
+#include <array>
+#include <span>
+
+#include "lint/Form.h"
+
+namespace lint {
+
+namespace {
+
+/// An element of the form: what may stand in it.
+struct Form {
+    std::string name;
+    std::vector<std::string> attributes;
+    std::vector<std::string> children;
+    std::vector<std::string> single;  ///< Children of which only the first one is read.
+    bool hasText = false;
+};
+
+const Form kForms[] = {
+    {"Rule",
+     {"Name", "Description", "Source", "Module", "File", "Severity", "Status", "LifeStatus",
+      "RuleCategory", "CategoryText", "ModuleFile"},
+     {"Parameter", "Constraint", "Categories", "Engines"},
+     {"Categories", "Engines"}},
+    {"Parameter",
+     {"Name", "Type", "Status"},
+     {"Operator", "ParameterType", "Value", "Remarks"},
+     {"Operator", "ParameterType", "Remarks"}},
+    {"Operator", {}, {}, {}, true},
+    {"ParameterType", {}, {}, {}, true},
+    {"Remarks", {}, {}, {}, true},
+    {"Value", {"Attribute1", "Attribute2", "Attribute3", "Attribute4"}, {}, {}, true},
+    {"Constraint", {"Type", "Value", "Status"}, {"Parameter"}, {}},
+    {"Categories", {}, {"Category"}, {}},
+    {"Category", {"Category"}, {}, {}},
+    {"Engines", {}, {"Engine"}, {}},
+    {"Engine", {"Engine", "GUID", "MajorVersion", "MinorVersion", "LCID"}, {}, {}}};
+
+const Form* formOf(const std::string& name) {
+    const auto found = std::ranges::find(kForms, name, &Form::name);
+    return found == std::end(kForms) ? nullptr : found;
+}
+
+bool has(const std::vector<std::string>& names, const std::string& name) {
+    return std::ranges::find(names, name) != names.end();
+}
+
+/// Declarations and attributes of other vocabularies, such as a schema's place, are not ours.
+bool isForeign(const std::string& name) {
+    return name == "xmlns" || name.find(':') != name.npos;
+}
+
+bool isNumbered(const std::string& name) {
+    constexpr std::string_view kStem = "Attribute";
+    return name.size() > kStem.size() && name.starts_with(kStem) &&
+           name.find_first_not_of("0123456789", kStem.size()) == name.npos;
+}
+
+void checkAttributes(const Element& element, const Form& form, Report& report) {
+    for (const Attribute& attribute : element.attributes) {
+        if (isForeign(attribute.name) || has(form.attributes, attribute.name)) continue;
+        if (form.name == "Value" && isNumbered(attribute.name)) {
+            report.add(kLostAttribute, attribute.place, "\"" + attribute.name + "\" is never read");
+            continue;
+        }
+        report.add(kUnknownAttribute, attribute.place,
+                   "<" + form.name + "> has no attribute \"" + attribute.name + "\"",
+                   didYouMean(attribute.name, form.attributes));
+    }
+}
+
+void checkText(const Element& element, Report& report) {
+    if (element.textPlace.line > 0)
+        report.add(kIgnoredText, element.textPlace,
+                   "text in <" + element.name + ">, which has none");
+}
+
+void checkElement(const Element& element, const Form& form, Report& report) {
+    checkAttributes(element, form, report);
+    if (!form.hasText) checkText(element, report);
+    std::vector<std::string> seen;
+    for (const Element& child : element.children) {
+        if (isForeign(child.name)) continue;
+        if (!has(form.children, child.name)) {
+            report.add(kUnknownElement, child.place,
+                       "<" + form.name + "> has no child <" + child.name + ">",
+                       didYouMean(child.name, form.children));
+            continue;
+        }
+        if (has(form.single, child.name) && has(seen, child.name))
+            report.add(kRepeatedElement, child.place,
+                       "another <" + child.name + "> in the same <" + form.name + ">");
+        seen.push_back(child.name);
+        checkElement(child, *formOf(child.name), report);
+    }
+}
+
+}  // namespace
+
+void checkForm(const Element& root, Report& report) {
+    const std::array<std::string, 1> known{"Rule"};
+    checkText(root, report);
+    for (const Element& child : root.children) {
+        if (child.name == "Rule")
+            checkElement(child, *formOf(child.name), report);
+        else if (!isForeign(child.name))
+            report.add(kUnknownElement, child.place,
+                       "<" + root.name + "> has no child <" + child.name + ">",
+                       didYouMean(child.name, known));
+    }
+}
+
+}  // namespace lint

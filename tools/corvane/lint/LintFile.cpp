@@ -1,0 +1,325 @@
+#include "lint/LintFile.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include <corvane/config/ModuleConfiguration.h>
+#include <corvane/platform/ComponentRegistration.h>
+#include <corvane/platform/Environment.h>
+#include <corvane/rules/CQorParamStorage.h>
+#include <corvane/rules/CQorRule.h>
+#include <corvane/scriptrules/TypeLibDetails.h>
+#include <corvane/xml/QorXMLDocument.h>
+#include <corvane/xml/XMLFault.h>
+
+#include "Text.h"
+#include "files/ScriptRule.h"
+#include "lint/LuaNames.h"
+
+namespace lint {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kLargestScript = 16U << 20U;
+
+std::string narrow(const CStringW& text) {
+    return fs::path(text.Std()).string();
+}
+
+CStringW wide(const std::string& text) {
+    return CStringW(text.c_str());
+}
+
+std::optional<std::string> bytesOf(const std::string& path) {
+    std::error_code status;
+    if (!fs::is_regular_file(path, status)) return std::nullopt;
+    std::ifstream file(path, std::ios::binary);
+    if (!file) return std::nullopt;
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+std::string valueOf(const Element& element, std::string_view name) {
+    const Attribute* attribute = element.attribute(name);
+    return attribute ? attribute->value : std::string();
+}
+
+Place placeOf(const Element& element, std::string_view name) {
+    const Attribute* attribute = element.attribute(name);
+    return attribute ? attribute->valuePlace : element.place;
+}
+
+std::string lower(const std::string& text) {
+    return narrow(wide(text).MakeLower());
+}
+
+std::map<std::int64_t, int> parametersOf(const CQorRule& rule) {
+    std::map<std::int64_t, int> kinds;
+    for (QorLong i = 0; i < rule.m_Parameters.GetSize(); ++i)
+        if (const CQorParamStorage* storage = rule.m_Parameters.GetAt(i))
+            kinds.emplace(storage->m_lId, storage->m_Type);
+    return kinds;
+}
+
+/// The names by which the script finds its parameters, those that are off included.
+std::set<std::string> parameterNames(QorXMLNode& node) {
+    ScriptRule rule;
+    rule.PopulateScriptRule(&node);
+    for (QorLong i = 0; i < rule.m_Parameters.GetSize(); ++i) {
+        const CQorParamStorage* storage = rule.m_Parameters.GetAt(i);
+        if (storage->m_Type == Type_CStringPtr)
+            static_cast<CQorParameter<CStringW*>*>(storage->m_pParameter)->m_bStatus = true;
+    }
+    std::set<std::string> names;
+    for (const corvane::ScriptParameter& parameter : rule.GetScriptParameters(CStringW()))
+        names.insert(narrow(parameter.name));
+    return names;
+}
+
+}  // namespace
+
+Linter::Linter(const std::vector<CStringW>& moduleFolders, Vocabulary words)
+    : modules_(moduleFolders), words_(std::move(words)) {
+    const std::u16string module = corvane::FindComponent(u"QorScriptHost.ScriptProcessor").module;
+    if (!module.empty()) host_ = corvane::LoadedModule(module);
+}
+
+const Linter::Index* Linter::index() {
+    if (soughtIndex_) return index_ ? &*index_ : nullptr;
+    soughtIndex_ = true;
+    const corvane::ModuleConfiguration configuration = corvane::GetModuleConfiguration();
+    if (!configuration.scriptFolder) return nullptr;
+    Index index;
+    index.folder = narrow(shownPath(*configuration.scriptFolder));
+    index.path = index.folder + "/UserDefinedFile.xml";
+    QorXMLDocument document;
+    if (const std::optional<std::string> bytes = bytesOf(index.path);
+        bytes && document.LoadFromFile(wide(index.path)))
+        index.root = readSource(*bytes);
+    index_ = std::move(index);
+    for (const Element& entry : index_->root.children)
+        if (entry.name == "Rule") index_->entries.emplace(lower(valueOf(entry, "Name")), &entry);
+    return &*index_;
+}
+
+std::vector<Problem> Linter::checkFile(const std::string& path) {
+    Report report(path);
+    const std::optional<std::string> bytes = bytesOf(path);
+    QorXMLDocument document;
+    if (!bytes) {
+        report.add(kUnreadable, {}, "there is no such file, or it cannot be read",
+                   "Correct the path.");
+    } else if (!document.LoadFromFile(wide(path))) {
+        const corvane::XMLFault fault = corvane::LastXMLFault(document);
+        report.add(kUnreadable, {fault.line, fault.column},
+                   fault.message.IsEmpty() ? "it cannot be read" : narrow(fault.message));
+    } else {
+        const Element root = readSource(*bytes);
+        checkForm(root, report);
+        checkRules(path, root, report);
+    }
+    return report.sorted();
+}
+
+std::vector<Problem> Linter::checkIndex() {
+    const Index* found = index();
+    std::error_code status;
+    if (!found || !fs::exists(found->path, status)) return {};
+    return checkFile(found->path);
+}
+
+void Linter::checkRules(const std::string& path, const Element& root, Report& report) {
+    QorXMLDocument document;
+    QorXMLNode* top = document.LoadFromFile(wide(path));
+    if (!top) return;  // It has changed since.
+    const std::unique_ptr<QorXMLNodeList> nodes(top->GetNodeList(u"Rule"));
+    std::vector<const Element*> rules;
+    for (const Element& child : root.children)
+        if (child.name == "Rule") rules.push_back(&child);
+    if (rules.empty()) report.add(kNoRule, root.place, "<" + root.name + "> has no child <Rule>");
+
+    std::error_code status;
+    const Index* known = index();
+    const bool isIndex = known && fs::equivalent(path, known->path, status);
+    checkRepetition(root, isIndex, report);
+    const std::size_t count = std::min(rules.size(), static_cast<std::size_t>(nodes->GetSize()));
+    for (std::size_t i = 0; i < count; ++i) {
+        QorXMLNode& node = *(*nodes)[static_cast<QorLong>(i)];
+        const RuleKnowledge knowledge = learn(*rules[i], node, report);
+        checkValues(*rules[i], knowledge, words_, report);
+        if (knowledge.kind != RuleKnowledge::Kind::Script) continue;
+        Definition definition{rules[i], path, rules[i]};
+        if (known && !isIndex) {
+            const auto entry = known->entries.find(lower(valueOf(*rules[i], "Name")));
+            if (entry != known->entries.end()) definition = {entry->second, known->path, rules[i]};
+        }
+        checkScript(definition, node, report);
+    }
+}
+
+void Linter::checkRepetition(const Element& root, bool isIndex, Report& report) {
+    std::map<std::string, const Element*> names;
+    for (const Element& rule : root.children) {
+        const std::string name = valueOf(rule, "Name");
+        if (rule.name != "Rule" || name.empty()) continue;
+        const auto [first, isNew] = names.try_emplace(lower(name), &rule);
+        if (!isNew)
+            report.add(isIndex ? kRepeatedEntry : kRepeatedRule, placeOf(rule, "Name"),
+                       "\"" + name + "\" is also the name of the rule on line " +
+                           std::to_string(first->second->place.line));
+    }
+}
+
+RuleKnowledge Linter::learn(const Element& rule, QorXMLNode&, Report& report) {
+    RuleKnowledge knowledge;
+    const CStringW file = wide(valueOf(rule, "File"));
+    if (!RuleModules::isModuleName(file)) {
+        knowledge.kind = RuleKnowledge::Kind::Script;
+        return knowledge;
+    }
+    knowledge.kind = RuleKnowledge::Kind::Compiled;
+    CStringW problem;
+    const std::unique_ptr<CQorRule> made(
+        modules_.makeRule(file, wide(valueOf(rule, "Name")), problem));
+    if (made)
+        knowledge.parameters = parametersOf(*made);
+    else
+        report.add(kNoModuleRule, placeOf(rule, "File"), narrow(problem));
+    return knowledge;
+}
+
+void Linter::checkScript(const Definition& definition, QorXMLNode& node, Report& report) {
+    const Index* known = index();
+    if (!known) {
+        report.add(kNoScriptFolder, definition.rule->place, "no script folder is configured");
+        return;
+    }
+    const std::string script = valueOf(*definition.element, "File");
+    const Place place = placeOf(*definition.element, "File");
+    const std::string name = valueOf(*definition.rule, "Name");
+    const std::set<std::string> engines = checkEngines(definition, report);
+    if (script.empty()) {
+        const bool isOwn = definition.element == definition.rule;
+        std::vector<std::string> names;
+        for (const auto& [lowerName, entry] : known->entries)
+            names.push_back(valueOf(*entry, "Name"));
+        report.add(kNoIndexEntry, placeOf(*definition.rule, "Name"),
+                   isOwn ? "the index has no rule \"" + name + "\", and the rule names no script"
+                         : "the entry of \"" + name + "\" in the index names no script",
+                   isOwn ? didYouMean(name, names) : std::string());
+    } else if (leavesScriptFolder(wide(script))) {
+        report.add(kOutsideScript, place, "\"" + script + "\" leads out of the script folder", {},
+                   definition.file);
+    } else {
+        const std::string path = known->folder + "/" + narrow(shownPath(wide(script)));
+        std::error_code status;
+        if (fs::is_regular_file(path, status))
+            checkScriptText(path, definition, engines, node, report);
+        else
+            report.add(kNoScript, place, "there is no script " + path, {}, definition.file);
+    }
+}
+
+void Linter::checkScriptText(const std::string& path, const Definition& definition,
+                             const std::set<std::string>& engines, QorXMLNode& node,
+                             Report& report) {
+    std::string key = path;
+    for (const std::string& engine : engines)
+        key += '\n' + engine;
+    const std::set<std::string> names = parameterNames(node);
+    for (const std::string& name : names)
+        key += "\np." + name;
+    if (!checkedScripts_.insert(key).second) return;
+
+    const std::optional<std::string> bytes = bytesOf(path);
+    if (!bytes || bytes->size() > kLargestScript) {
+        report.add(kNoScript, {}, "the script cannot be read, or is larger than 16 MiB", {}, path);
+        return;
+    }
+    const std::string text = utf8Of(*bytes);
+    if (wide(text).Find(u'\xFFFD') >= 0 && text.find("\xEF\xBF\xBD") == text.npos)
+        report.add(kScriptEncoding, {}, "the script is no UTF-8", {}, path);
+    compile(path, text, report);
+
+    const LuaNames used = namesOf(text);
+    std::vector<std::string> known(hostNames().begin(), hostNames().end());
+    known.insert(known.end(), engines.begin(), engines.end());
+    std::set<std::string> said;
+    for (const LuaName& global : used.globals)
+        if (!hostNames().contains(global.name) && !engines.contains(global.name) &&
+            said.insert(global.name).second)
+            report.add(kUnknownGlobal, {global.line, global.column},
+                       "nothing is called \"" + global.name + "\"", didYouMean(global.name, known),
+                       path);
+    const std::vector<std::string> parameters(names.begin(), names.end());
+    for (const LuaName& parameter : used.parameters)
+        if (!names.contains(parameter.name) && said.insert("params." + parameter.name).second)
+            report.add(kUnknownParam, {parameter.line, parameter.column},
+                       "the rule \"" + valueOf(*definition.rule, "Name") +
+                           "\" has no parameter \"" + parameter.name + "\"",
+                       didYouMean(parameter.name, parameters), path);
+}
+
+std::set<std::string> Linter::checkEngines(const Definition& definition, Report& report) {
+    std::set<std::string> names;
+    const Element* engines = definition.element->child("Engines");
+    if (!engines) return names;
+    for (const Element& engine : engines->children) {
+        if (engine.name != "Engine") continue;
+        const std::string guid = valueOf(engine, "GUID");
+        CStringW path;
+        TypeLibDetails library{CStringW()};
+        if (!library.FindTypeLibFile(path, wide(guid), wide(valueOf(engine, "MajorVersion")),
+                                     wide(valueOf(engine, "MinorVersion")),
+                                     wide(valueOf(engine, "LCID")))) {
+            report.add(kNoEngine, placeOf(engine, "GUID"),
+                       guid.empty() ? "the engine has no GUID"
+                                    : "no type library " + guid + " is registered",
+                       {}, definition.file);
+            continue;
+        }
+        const std::string file = narrow(shownPath(path));
+        names.insert(fs::path(file).stem().string());
+        library.fileName = path;
+        if (!library.ReadTypeLibAttributes())
+            report.add(kBadLibrary, placeOf(engine, "GUID"),
+                       file + " is missing or no type library", {}, definition.file);
+    }
+    return names;
+}
+
+void Linter::compile(const std::string& path, const std::string& text, Report& report) {
+    using Check =
+        int (*)(const char* text, std::size_t size, int* line, char* message, std::size_t capacity);
+    const auto check = host_.function<Check>("CorvaneCheckScript");
+    if (!check) return;
+    int line = 0;
+    char message[512] = "";
+    if (check(text.data(), text.size(), &line, message, sizeof message) == 0)
+        report.add(kScriptSyntax, {line, line > 0 ? 1 : 0}, message, {}, path);
+}
+
+std::vector<Problem> Linter::checkSettings() {
+    struct Limit {
+        const char16_t* variable;
+        std::int64_t most;
+    };
+    constexpr Limit kLimits[] = {{u"CORVANE_SCRIPT_MAX_INSTRUCTIONS", 1'000'000'000'000'000},
+                                 {u"CORVANE_SCRIPT_MAX_SECONDS", 86'400},
+                                 {u"CORVANE_SCRIPT_MAX_MEMORY_MB", 65'536}};
+    Report report("environment");
+    for (const Limit& limit : kLimits) {
+        const std::string text = narrow(CStringW(corvane::GetEnvironmentText(limit.variable)));
+        if (text.empty()) continue;
+        const bool isNumber = text.size() < 17 && text.find_first_not_of("0123456789") == text.npos;
+        if (isNumber && std::stoll(text) >= 1 && std::stoll(text) <= limit.most) continue;
+        report.add(kBadSetting, {}, narrow(CStringW(limit.variable)) + " is \"" + text + "\"",
+                   "Write a whole number from 1 to " + std::to_string(limit.most) + ".");
+    }
+    return report.sorted();
+}
+
+}  // namespace lint

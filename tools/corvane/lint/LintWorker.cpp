@@ -1,0 +1,128 @@
+#include "lint/LintWorker.h"
+
+#include <algorithm>
+#include <chrono>
+#include <nlohmann/json.hpp>
+
+#include <corvane/rules/CQORFrameWrkUtils.h>
+
+#include "lint/LintFile.h"
+
+namespace lint {
+
+namespace {
+
+using Json = nlohmann::json;
+
+/// A module that hangs while it makes a rule is given up after that.
+constexpr std::chrono::seconds kPatience{60};
+constexpr int kLookMilliseconds = 200;
+
+std::string dumped(const Json& json) {
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+Json toJson(const std::vector<Problem>& problems) {
+    Json list = Json::array();
+    for (const Problem& problem : problems)
+        list.push_back({problem.code->id, problem.file, problem.place.line, problem.place.column,
+                        problem.message, problem.mend});
+    return list;
+}
+
+std::vector<Problem> problemsFrom(const Json& list) {
+    std::vector<Problem> problems;
+    for (const Json& one : list) {
+        const auto id = one.at(0).get<std::string>();
+        const auto code =
+            std::ranges::find_if(allCodes(), [&id](const Code* each) { return id == each->id; });
+        if (code == allCodes().end()) continue;
+        problems.push_back({*code,
+                            one.at(1).get<std::string>(),
+                            {one.at(2).get<std::int64_t>(), one.at(3).get<std::int64_t>()},
+                            one.at(4).get<std::string>(),
+                            one.at(5).get<std::string>()});
+    }
+    return problems;
+}
+
+/// The next line of a worker; nothing when it ended or took too long.
+std::optional<std::string> lineOf(WorkerProcess& worker) {
+    const auto deadline = std::chrono::steady_clock::now() + kPatience;
+    std::vector<std::string> lines;
+    while (std::chrono::steady_clock::now() < deadline && !wasInterrupted()) {
+        WorkerProcess* const workers[] = {&worker};
+        WorkerProcess::wait(workers, kLookMilliseconds);
+        const bool isOpen = worker.receive(lines);
+        if (!lines.empty()) return lines.front();
+        if (!isOpen) return std::nullopt;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+Vocabulary wordsOf(const Severities& severities) {
+    Vocabulary words;
+    for (const results::Severity& severity : severities.all())
+        words.severities.insert(severity.number);
+    CStringList categories;
+    CQORFrameWrkUtils::GetRuleCategoryStringList(categories);
+    for (const CStringW& category : categories)
+        words.categories.insert(category.ToUtf8());
+    return words;
+}
+
+LintProcess::LintProcess(std::vector<std::string> moduleFolders, Vocabulary words)
+    : moduleFolders_(std::move(moduleFolders)), words_(std::move(words)) {}
+
+std::vector<Problem> LintProcess::checkFile(const std::string& path) {
+    return ask(path);
+}
+
+std::vector<Problem> LintProcess::checkIndex() {
+    return ask({});
+}
+
+std::vector<Problem> LintProcess::ask(const std::string& path) {
+    if (!worker_) {
+        worker_ = WorkerProcess::start(kLintWorkerCommand);
+        if (worker_)
+            worker_->send(dumped({{"modules", moduleFolders_},
+                                  {"severities", words_.severities},
+                                  {"categories", words_.categories}}));
+    }
+    std::string fate = "no process could be started";
+    if (worker_) {
+        worker_->send(dumped(path));
+        if (const std::optional<std::string> line = lineOf(*worker_)) {
+            if (const Json answer = Json::parse(*line, nullptr, false); answer.is_array())
+                return problemsFrom(answer);
+        }
+        fate = worker_->end();
+        worker_.reset();
+    }
+    Report report(path.empty() ? "index" : path);
+    report.add(kNoModuleRule, {}, "looking at its rules ended the process: " + fate,
+               "Mend the rule module that does this.");
+    return report.sorted();
+}
+
+int runLintWorker() {
+    WorkerChannel channel;
+    std::string line;
+    if (!channel.read(line)) return 0;
+    const Json settings = Json::parse(line);
+    std::vector<CStringW> folders;
+    for (const Json& folder : settings.at("modules"))
+        folders.push_back(CStringW::FromUtf8(folder.get<std::string>()));
+    Linter linter(folders, {settings.at("severities").get<std::set<std::int64_t>>(),
+                            settings.at("categories").get<std::set<std::string>>()});
+    while (channel.read(line)) {
+        const auto path = Json::parse(line).get<std::string>();
+        channel.write(dumped(toJson(path.empty() ? linter.checkIndex() : linter.checkFile(path))));
+    }
+    return 0;
+}
+
+}  // namespace lint
