@@ -20,10 +20,12 @@ using corvane::system::toUtf8;
 
 class Modules : public testing::Test {
 protected:
-    // What is said of a file with that content; empty when it is loaded.
-    std::string faultOf(const std::string& content) const {
-        folder_.write("a.so", content);
-        return loaded("a.so");
+    // What is said of a file with that content; empty when it is loaded. Each file is a new one:
+    // what the process has mapped must not be cut.
+    std::string faultOf(const std::string& content) {
+        const std::string name = std::to_string(++files_) + ".so";
+        folder_.write(name, content);
+        return loaded(name);
     }
     std::string loaded(const std::string& name) const {
         const LoadedModule module(fromUtf8(folder_.path(name)));
@@ -42,6 +44,7 @@ protected:
 
     const TemporaryFolder folder_;
     const std::string module_ = content();
+    int files_ = 0;
 };
 
 TEST_F(Modules, AreRefusedWhenTheirFileIsCutOff) {
