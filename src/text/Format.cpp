@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <string>
 #include <system_error>
 
@@ -91,7 +92,7 @@ void skipLengthLetters(std::u16string_view format, std::size_t& at) {
         ++at;
 }
 
-// Reads what stands behind a "%" and moves `at` behind it. A letter of 0 means that the format ends
+// Reads what follows a "%" and moves `at` past it. A letter of 0 means that the format ends
 // too early.
 Conversion parseConversion(std::u16string_view format, std::size_t& at, Arguments& arguments) {
     Conversion conversion;
@@ -162,20 +163,54 @@ void appendInteger(std::u16string& out, const Conversion& conversion,
         const bool negative = number.isSigned && static_cast<std::int64_t>(number.bits) < 0;
         if (number.isSigned) value = negative ? 0 - number.bits : number.bits;
         prefix = signPrefix(conversion, negative);
-    } else if (conversion.alternate && value != 0 && letter != u'u') {
-        prefix = letter == u'x' ? u"0x" : letter == u'X' ? u"0X" : u"0";
+    } else if (conversion.alternate && value != 0 && isOneOf(letter, u"xX")) {
+        prefix = letter == u'x' ? u"0x" : u"0X";
     }
     const int base = isOneOf(letter, u"xX") ? 16 : letter == u'o' ? 8 : 10;
     std::u16string body = digits(value, base, letter == u'X');
     if (conversion.precision == 0 && value == 0) body.clear();
     const auto least = static_cast<std::size_t>(std::max(conversion.precision, 0));
     if (body.size() < least) body.insert(0, least - body.size(), u'0');
+    // The alternate octal form adds a zero only where none leads already.
+    if (conversion.alternate && letter == u'o' && !body.starts_with(u'0')) body.insert(0, 1, u'0');
     appendField(out, conversion, prefix, body, conversion.precision < 0);
 }
 
-std::chars_format floatFormat(char16_t letter) {
-    if (isOneOf(letter, u"fF")) return std::chars_format::fixed;
-    return isOneOf(letter, u"eE") ? std::chars_format::scientific : std::chars_format::general;
+std::string printed(double magnitude, std::chars_format format, int precision) {
+    constexpr std::size_t kLongestWhole = 309;
+    constexpr std::size_t kOthers = 10;  // point and exponent
+    std::string text(static_cast<std::size_t>(precision) + kLongestWhole + kOthers, '\0');
+    const auto [end, error] =
+        std::to_chars(text.data(), text.data() + text.size(), magnitude, format, precision);
+    text.resize(static_cast<std::size_t>(end - text.data()));
+    return text;
+}
+
+// The general form with its trailing zeros, which std::to_chars leaves out.
+std::string printedWithZeros(double magnitude, int precision) {
+    const int digitCount = std::max(precision, 1);
+    std::string scientific = printed(magnitude, std::chars_format::scientific, digitCount - 1);
+    const int exponent = std::atoi(scientific.c_str() + scientific.find('e') + 1);
+    if (exponent < -4 || exponent >= digitCount) return scientific;
+    return printed(magnitude, std::chars_format::fixed, digitCount - 1 - exponent);
+}
+
+std::string floatBody(const Conversion& conversion, double magnitude) {
+    const int precision = conversion.precision < 0 ? 6 : conversion.precision;
+    const bool general = isOneOf(conversion.letter, u"gG");
+    std::string body;
+    if (general && conversion.alternate) {
+        body = printedWithZeros(magnitude, precision);
+    } else {
+        const std::chars_format format = general ? std::chars_format::general
+                                         : isOneOf(conversion.letter, u"eE")
+                                             ? std::chars_format::scientific
+                                             : std::chars_format::fixed;
+        body = printed(magnitude, format, precision);
+    }
+    if (conversion.alternate && body.find('.') == body.npos)
+        body.insert(std::min(body.find('e'), body.size()), 1, '.');
+    return body;
 }
 
 void appendDouble(std::u16string& out, const Conversion& conversion, double value) {
@@ -189,12 +224,8 @@ void appendDouble(std::u16string& out, const Conversion& conversion, double valu
         appendField(out, conversion, prefix, name, false);
         return;
     }
-    const int precision = conversion.precision < 0 ? 6 : conversion.precision;
-    std::string buffer(static_cast<std::size_t>(precision) + 400,
-                       '\0');  // 309 digits before the point
-    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
-                                            floatFormat(conversion.letter), precision);
-    std::u16string body(buffer.data(), end);
+    const std::string bytes = floatBody(conversion, magnitude);
+    std::u16string body(bytes.begin(), bytes.end());
     if (upper) std::transform(body.begin(), body.end(), body.begin(), system::toUpper);
     appendField(out, conversion, prefix, body, true);
 }

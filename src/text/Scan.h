@@ -5,7 +5,7 @@
 
 namespace corvane::text {
 
-/// What a scan met at the start of its text, behind any white space.
+/// What a scan met at the start of its text, after any white space.
 enum class ScanResult {
     Matched,     ///< A number; the output holds it.
     NoMatch,     ///< Something that is no number; the output is untouched.

@@ -7,6 +7,40 @@
 
 namespace {
 
+template <typename Text>
+concept IsTruth = requires(Text text) {
+    text ? 1 : 0;
+};
+template <typename Text>
+concept GivesTruth = requires(Text text) {
+    static_cast<void (*)(bool)>(nullptr)(text);
+};
+#ifdef __clang__  // GCC 12 takes the question itself for an error.
+template <typename Text>
+concept CanBeDeleted = requires(Text text) {
+    delete text;
+};
+#endif
+template <typename Text>
+concept TakesNumbers = requires(Text text) {
+    text + 1;
+}
+|| requires(Text text) {
+    1 + text;
+}
+|| requires(Text text) {
+    text - 1;
+}
+|| requires(Text text) {
+    text - text;
+};
+
+// What a pointer could do besides. A lone unit is text.
+static_assert(!IsTruth<CStringW>);
+static_assert(!GivesTruth<CStringW>);
+static_assert(!TakesNumbers<CStringW>);
+static_assert(requires(CStringW text) { text + u'1' + text + u"2"; });
+
 TEST(CStringW, TakesPositionsAndCountsOutOfRangeQuietly) {
     const CStringW text(u"hello");
     EXPECT_EQ(text.Left(-3), u"");

@@ -25,6 +25,8 @@ TEST(Format, PrintsWholeNumbersAsPrintfDoes) {
     EXPECT_EQ(formatted(u"[%5d] [%-5d] [%05d] [%+d] [% d]", 42, 42, -42, 42, 42),
               u"[   42] [42   ] [-0042] [+42] [ 42]");
     EXPECT_EQ(formatted(u"%.3d|%.0d|%*d|%-*d|", 7, 0, 4, 1, 3, 2), u"007||   1|2  |");
+    EXPECT_EQ(formatted(u"[%08.3d] [%08.3x]", 7, 10), u"[     007] [     00a]");
+    EXPECT_EQ(formatted(u"%#.3o|%#.0o|%#.0x|%#o", 8, 0, 0, 0), u"010|0||0");
     EXPECT_EQ(formatted(u"%lld %I64d", std::numeric_limits<long long>::min(), -1LL),
               u"-9223372036854775808 -1");
     EXPECT_EQ(formatted(u"%c%c", u'a', 'b'), u"ab");
@@ -37,6 +39,8 @@ TEST(Format, PrintsFloatingPointExactly) {
     EXPECT_EQ(formatted(u"%f", 1e23), u"99999999999999991611392.000000");
     EXPECT_EQ(formatted(u"%f", std::numeric_limits<double>::max()).GetLength(), 316);
     EXPECT_EQ(formatted(u"%e %G", 12345.678, 1e-10), u"1.234568e+04 1E-10");
+    EXPECT_EQ(formatted(u"%#.0f %#.0e %#g %#.0g", 3.0, 3.0, 1.5, 2.0), u"3. 3.e+00 1.50000 2.");
+    EXPECT_EQ(formatted(u"%#g %#G %#.3g", 0.0, 1e-10, 999.9), u"0.00000 1.00000E-10 1.00e+03");
     EXPECT_EQ(formatted(u"%f %f %f", INFINITY, -INFINITY, -0.0), u"inf -inf -0.000000");
 }
 

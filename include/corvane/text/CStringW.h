@@ -13,17 +13,22 @@
 
 namespace corvane {
 
-/// What a CStringW is compared with as it stands: a pointer, where null counts as empty, or a view.
+/// What a CStringW is compared with without a conversion: a pointer, where null counts as empty, or
+/// a view.
 template <typename Text>
 concept ComparableText =
     std::convertible_to<const Text&, std::u16string_view> && !std::derived_from<Text, CStringW>;
+
+/// A number that is no code unit.
+template <typename Number>
+concept PlainNumber = std::integral<Number> && !std::same_as<Number, char16_t>;
 
 }  // namespace corvane
 
 /// Text in 16-bit code units, counted, so that it may hold U+0000.
 ///
 /// Positions and lengths are in code units, from 0. **Out of range:** a negative position or count
-/// counts as 0, one behind the end as the end; a search that starts behind the end finds nothing;
+/// counts as 0, one after the end as the end; a search that starts after the end finds nothing;
 /// reading a unit outside the text gives U+0000 and writing one does nothing. **Lone surrogates**
 /// are kept as they are in memory and become U+FFFD where text turns into UTF-8; bytes that are not
 /// UTF-8 become U+FFFD, one for each ill-formed sequence.
@@ -33,6 +38,8 @@ concept ComparableText =
 /// locale alike. White space is what Unicode calls so: blank, tab, line ends, U+00A0, U+3000 and
 /// the rest.
 class CORVANE_EXPORT CStringW {
+    struct NoPointer;
+
 public:
     CStringW() = default;
     CStringW(const char16_t* text);  ///< A null pointer gives an empty text.
@@ -43,13 +50,13 @@ public:
     /// Widens 8-bit text through the process's code page. A null pointer gives an empty text.
     explicit CStringW(const char* text);
 
-    static CStringW FromUtf8(std::string_view bytes);
-    std::string ToUtf8() const;
+    [[nodiscard]] static CStringW FromUtf8(std::string_view bytes);
+    [[nodiscard]] std::string ToUtf8() const;
     /// 8-bit text in the process's code page; what it lacks becomes a replacement character.
-    std::string ToNarrow() const;
+    [[nodiscard]] std::string ToNarrow() const;
 
-    int GetLength() const { return static_cast<int>(text_.size()); }
-    bool IsEmpty() const { return text_.empty(); }
+    [[nodiscard]] int GetLength() const { return static_cast<int>(text_.size()); }
+    [[nodiscard]] bool IsEmpty() const { return text_.empty(); }
     void Empty() { text_.clear(); }
 
     char16_t GetAt(int position) const;
@@ -60,6 +67,19 @@ public:
     const char16_t* GetString() const { return text_.c_str(); }
     operator const char16_t*() const { return text_.c_str(); }
     operator std::u16string_view() const { return text_; }
+    // The pointer would also serve as a truth value, as an operand of `delete` and for arithmetic.
+    // None of them means for a text what it says, so none compiles; IsEmpty asks for a text.
+    explicit operator bool() const = delete;
+    operator const NoPointer*() const = delete;
+    template <typename Number>
+    requires corvane::PlainNumber<Number>
+    friend void operator+(const CStringW&, Number) = delete;
+    template <typename Number>
+    requires corvane::PlainNumber<Number>
+    friend void operator+(Number, const CStringW&) = delete;
+    template <std::integral Number>
+    friend void operator-(const CStringW&, Number) = delete;
+    friend void operator-(const CStringW&, const CStringW&) = delete;
     std::u16string_view View() const { return text_; }
     const std::u16string& Std() const { return text_; }
 
@@ -79,31 +99,32 @@ public:
     void AppendChar(char16_t unit) { text_ += unit; }
     void Preallocate(int length);
     void Truncate(int length);
-    /// Room for `length` units, or for the text when that is longer, behind which a zero stands.
-    /// The units may be written until ReleaseBuffer settles the length: `length`, or without one
-    /// the units before the first zero.
+    /// Room for `length` units, or for the text when that is longer, and a zero after them. The
+    /// units may be written until ReleaseBuffer sets the length: `length`, or without one the units
+    /// before the first zero.
     char16_t* GetBuffer(int length = 0);
     void ReleaseBuffer(int length = -1);
 
-    int Compare(std::u16string_view other) const;        ///< Below 0, 0 or above 0.
-    int CompareNoCase(std::u16string_view other) const;  ///< The same, without regard to case.
+    [[nodiscard]] int Compare(std::u16string_view other) const;  ///< Below 0, 0 or above 0.
+    [[nodiscard]] int CompareNoCase(
+        std::u16string_view other) const;  ///< The same, without regard to case.
     /// The same in the order of the user's language, for lists that a person reads. Texts that this
     /// order holds equal are ordered by code unit. Never for what is stored: users differ.
-    int Collate(std::u16string_view other) const;
-    int CollateNoCase(std::u16string_view other) const;
+    [[nodiscard]] int Collate(std::u16string_view other) const;
+    [[nodiscard]] int CollateNoCase(std::u16string_view other) const;
 
-    int Find(std::u16string_view text, int start = 0) const;  ///< Position, or -1.
-    int Find(char16_t unit, int start = 0) const;
-    int ReverseFind(char16_t unit) const;
-    int FindOneOf(std::u16string_view units) const;
+    [[nodiscard]] int Find(std::u16string_view text, int start = 0) const;  ///< Position, or -1.
+    [[nodiscard]] int Find(char16_t unit, int start = 0) const;
+    [[nodiscard]] int ReverseFind(char16_t unit) const;
+    [[nodiscard]] int FindOneOf(std::u16string_view units) const;
 
-    CStringW Left(int count) const;
-    CStringW Mid(int first) const;
-    CStringW Mid(int first, int count) const;
-    CStringW Right(int count) const;
-    CStringW SpanIncluding(std::u16string_view units) const;
-    CStringW SpanExcluding(std::u16string_view units) const;
-    /// The next run of units that are not in `separators`, from `position`, which moves behind it.
+    [[nodiscard]] CStringW Left(int count) const;
+    [[nodiscard]] CStringW Mid(int first) const;
+    [[nodiscard]] CStringW Mid(int first, int count) const;
+    [[nodiscard]] CStringW Right(int count) const;
+    [[nodiscard]] CStringW SpanIncluding(std::u16string_view units) const;
+    [[nodiscard]] CStringW SpanExcluding(std::u16string_view units) const;
+    /// The next run of units that are not in `separators`, from `position`, which moves past it.
     /// At the end the result is empty and `position` -1.
     CStringW Tokenize(std::u16string_view separators, int& position) const;
 

@@ -65,7 +65,7 @@ private:
 /// The argument's own type decides how it is read; a length letter is accepted and says nothing
 /// more. %s and %S take 16-bit and 8-bit text alike (8-bit text is UTF-8). A conversion without an
 /// argument, or with one of another kind, prints nothing; an unknown conversion is printed as it
-/// stands. Width and precision are cut at 4096, so that a hostile format cannot exhaust memory.
+/// is. Width and precision are cut at 4096, so that a hostile format cannot exhaust memory.
 ///
 /// Where run times differ: all digits of a large number are exact, a value in the middle between
 /// two results goes to the even one, exponents have two digits or more, and what is not finite
