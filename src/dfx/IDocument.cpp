@@ -6,6 +6,9 @@
 
 namespace dfx {
 
+ISchema::ISchema(const short& type) : type_(type) {}
+ISchema::ISchema(const ISchema& source) = default;
+ISchema& ISchema::operator=(const ISchema& source) = default;
 ISchema::~ISchema() = default;
 
 short ISchema::type() const {

@@ -64,6 +64,26 @@ Logger& Logger::instance() {
     return logger;
 }
 
+Logger::Logger(const Logger& source) = default;
+Logger& Logger::operator=(const Logger& source) = default;
+Logger::~Logger() = default;
+
+void Logger::info(const char16_t* message) const {
+    print(ILogSink::LOGLEVEL_INFO, message);
+}
+
+void Logger::error(const char16_t* message) const {
+    print(ILogSink::LOGLEVEL_ERROR, message);
+}
+
+void Logger::print(const ILogSink::LOGLEVEL& level, const char16_t* message) const {
+    if (sink_ && (mask_ & level) != 0) sink_->log(level, message);
+}
+
+void Logger::setLevel(const int& level) {
+    mask_ = level;
+}
+
 std::shared_ptr<ILogSink> createLoggingSink() {
     const std::u16string path = setting(u"QOR_EXECUTION_LOG");
     if (path.empty()) return nullptr;

@@ -5,6 +5,9 @@ namespace dfx {
 
 IParameters::~IParameters() = default;
 IResult::~IResult() = default;
+Criteria::Criteria() = default;
+Criteria::Criteria(const Criteria& source) = default;
+Criteria& Criteria::operator=(const Criteria& source) = default;
 Criteria::~Criteria() = default;
 Result::~Result() = default;
 

@@ -8,9 +8,9 @@ namespace dfx {
 /// a set like any other.
 class CORVANE_EXPORT Criteria : public Parameters<IParameters> {
 public:
-    Criteria() = default;
-    Criteria(const Criteria&) = default;
-    Criteria& operator=(const Criteria&) = default;
+    Criteria();
+    Criteria(const Criteria& source);
+    Criteria& operator=(const Criteria& source);
     ~Criteria() override;
 };
 

@@ -14,10 +14,10 @@ namespace dfx {
 /// The order of the virtual operations is part of the interface to modules.
 class CORVANE_EXPORT ISchema {
 public:
-    explicit ISchema(const short& type) : type_(type) {}
-    ISchema(const ISchema&) = default;
+    explicit ISchema(const short& type);
+    ISchema(const ISchema& source);
     /// Takes over the number too, so the target must not stand in a document under another one.
-    ISchema& operator=(const ISchema&) = default;
+    ISchema& operator=(const ISchema& source);
     virtual ~ISchema();
 
     /// The number of the schema. The body gives the one from the constructor; each schema defines
@@ -33,7 +33,7 @@ private:
 };
 
 /// The order of schemas in a document: by number alone. Handles are not empty. A document is also
-/// searched by a predicate that holds for the schemas before the sought place.
+/// searched by a predicate that holds for the schemas before the place that is looked for.
 struct IsSchemaLessThan {
     using is_transparent = void;
 

@@ -36,21 +36,19 @@ public:
     static Logger& instance();
 
     /// A copy writes to the same file and has a mask of its own.
-    Logger(const Logger&) = default;
-    Logger& operator=(const Logger&) = default;
-    ~Logger() = default;
+    Logger(const Logger& source);
+    Logger& operator=(const Logger& source);
+    ~Logger();
 
-    void info(const char16_t* message) const { print(ILogSink::LOGLEVEL_INFO, message); }
-    void error(const char16_t* message) const { print(ILogSink::LOGLEVEL_ERROR, message); }
+    void info(const char16_t* message) const;
+    void error(const char16_t* message) const;
 
     /// Logs a zero-terminated message when its level and the mask have a bit in common. This is the
     /// way for debug messages and warnings. A null message is dropped.
-    void print(const ILogSink::LOGLEVEL& level, const char16_t* message) const {
-        if (sink_ && (mask_ & level) != 0) sink_->log(level, message);
-    }
+    void print(const ILogSink::LOGLEVEL& level, const char16_t* message) const;
 
     /// Replaces the mask, whatever the environment said.
-    void setLevel(const int& level) { mask_ = level; }
+    void setLevel(const int& level);
 
 private:
     Logger(std::shared_ptr<ILogSink> sink, int level);
