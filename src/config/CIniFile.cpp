@@ -6,14 +6,14 @@
 #include <utility>
 
 #include "system/Files.h"
-#include "system/Locale.h"
+#include "system/Paths.h"
 
 using corvane::config::IniReader;
 
 namespace {
 
 std::optional<std::string> readIniFile(std::string_view file) {
-    return corvane::system::readFile(corvane::system::widen(file),
+    return corvane::system::readFile(corvane::system::pathOfBytes(file),
                                      corvane::config::kLargestIniFile);
 }
 
@@ -98,5 +98,5 @@ bool CIniFile::Save(std::string_view file, Records& content) const {
     const std::string text = corvane::config::iniFileText(content);
     // What could not be read back is not written.
     return text.size() <= corvane::config::kLargestIniFile &&
-           corvane::system::replaceFile(corvane::system::widen(file), text);
+           corvane::system::replaceFile(corvane::system::pathOfBytes(file), text);
 }

@@ -32,4 +32,8 @@ std::u16string normalise(std::u16string_view path);
 /// one too, and "?" for exactly one; case is ignored.
 bool matchesPattern(std::u16string_view name, std::u16string_view pattern);
 
+/// The path with these bytes as its name. On POSIX a name need not be UTF-8: each byte that is none
+/// becomes a lone surrogate, which the operations on files turn back into that byte.
+std::u16string pathOfBytes(std::string_view bytes);
+
 }  // namespace corvane::system

@@ -122,6 +122,16 @@ TEST_F(IniFileOperations, AreQuietAboutWhatCannotBeRead) {
     EXPECT_TRUE(ini_.Create(folder_.path("missing")) && ini_.FileExists(folder_.path("missing")));
 }
 
+TEST_F(IniFileOperations, TakeFileNamesThatAreNoUtf8) {
+    for (const char* name : {"\xE4.ini", "\xC3\xA4\xE4\xFF.ini", "\xED\xB2\x80.ini"}) {
+        folder_.write(name, "[S]\nk=v\n");
+        const std::string file = folder_.path(name);
+        EXPECT_EQ(ini_.GetValue("k", "S", file), "v");
+        EXPECT_TRUE(ini_.SetValue("k", "w", "S", file));
+        EXPECT_EQ(folder_.read(name), " [S]\n k=w\n");
+    }
+}
+
 TEST_F(IniFileOperations, KeepEveryValueThroughAnySequenceOfChanges) {
     std::mt19937 random(7);
     const auto below = [&](std::size_t count) { return random() % count; };
