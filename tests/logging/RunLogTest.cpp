@@ -1,4 +1,5 @@
 #include <ctime>
+#include <cwchar>
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
@@ -35,6 +36,13 @@ TEST_F(RunLog, LiesBesideThePartWhateverTheSeparators) {
         EXPECT_EQ(CStringW(corvane::logging::logPath(part)), log);
     CCorvaneLog::CreateLogFile(folder.wide() + u"\\bracket.prt");
     EXPECT_EQ(folder.read("Corvane_bracket.corvanelog"), kMark);
+}
+
+TEST_F(RunLog, OutlivesWideTextThatAModuleWritesToTheStream) {
+    CCorvaneLog::OpenLogFile(folder.wide("wide.log"));
+    EXPECT_LT(std::fputws(L"wide", CCorvaneLog::GetLogFile()), 0);
+    CCorvaneLog::PrintMessage(u"after", "/rule.cpp", 1);
+    EXPECT_EQ(folder.read("wide.log"), kMark + "after\n");
 }
 
 TEST_F(RunLog, ALineHasTimeSourceAndThePlainMessageAndIsThereAtOnce) {

@@ -1,5 +1,6 @@
 #include "system/TextStream.h"
 
+#include <cwchar>
 #include <string>
 
 #include "system/Unicode.h"
@@ -21,6 +22,8 @@ std::FILE* openTextStream(std::u16string_view path) {
     file.release();
     // A buffer would divide what is longer than itself.
     std::setvbuf(stream, nullptr, _IONBF, 0);
+    // The first wide text would turn the stream into one that refuses all bytes after it.
+    std::fwide(stream, -1);
     return stream;
 }
 
