@@ -26,7 +26,7 @@ int main() {
     if (!select) return 6;
     IQuery& query = **select;
     CStringW last;
-    for (query.execute({5.0}); query.next();)
+    for (Status status = query.execute({5.0}); query.next();)
         last = query.row().text(0);
     if (!query.status().ok()) return 7;
 

@@ -64,7 +64,11 @@ ConfiguredDatabase QORDataHelper::configured() {
 QORDataHelper::~QORDataHelper() {
     const auto destroy =
         system::moduleFunction<DestroyCollectorFunction>(m_hDatabaseModule, kDestroyCollectorName);
-    if (m_pCollector && destroy) destroy(&m_pCollector);
+    try {
+        if (m_pCollector && destroy) destroy(&m_pCollector);
+    } catch (...) {
+        m_pCollector = nullptr;
+    }
     system::freeModule(m_hDatabaseModule);
     m_hDatabaseModule = nullptr;
 }
@@ -137,7 +141,16 @@ CStringW QORDataHelper::ConvertToAbsolutePath(CStringW& text) const {
 void QORDataHelper::createCollector(const IConnectorData& connector) {
     const auto create =
         system::moduleFunction<CreateCollectorFunction>(m_hDatabaseModule, kCreateCollectorName);
-    if (create) create(&connector, &m_pCollector);
+    if (!create) return;
+    // What a module throws is caught here, because its type may lie in that module, which this
+    // object keeps loaded.
+    IDatabaseCollector* made = m_pCollector;
+    try {
+        create(&connector, &made);
+    } catch (...) {
+        return;
+    }
+    m_pCollector = made;
 }
 
 }  // namespace qor_db

@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <sys/wait.h>
 
+#include "cli/Process.h"
+#include "support/EnvironmentScope.h"
 #include "support/OrdinaryUser.h"
 
 namespace {
@@ -225,6 +227,17 @@ TEST_F(Collector, SaysThatAnotherOneHoldsTheLock) {
     ASSERT_THAT(other->commit(), IsOk());
     EXPECT_THAT(collector.reference().thread(u"M6").status(), Fails(ErrorCode::NotFound));
     EXPECT_THAT(collector->begin(), IsOk());
+}
+
+TEST_F(Collector, LetsTheToolReadWhileSomebodyMayWrite) {
+    const char* tool = CORVANE_BUILD_DIR "/bin/corvane";
+    if (!fs::exists(tool)) GTEST_SKIP() << "built without the tools";
+    makeFile();
+    const EnvironmentScope databases("CORVANE_DATABASE_DIR", folder.path() + "/");
+    const CollectorScope writer(file());
+    const Transaction transaction(*writer);
+    ASSERT_THAT(transaction.status(), IsOk());
+    EXPECT_EQ(runProcess({tool, "db", "query", "SELECT count(*) FROM qor_thread"}).err, "");
 }
 
 TEST_F(Collector, LetsManyProcessesMakeOneFile) {

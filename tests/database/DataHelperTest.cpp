@@ -89,6 +89,9 @@ TEST_F(DataHelper, GivesNoCollectorWithoutAModuleThatMakesOne) {
         const EnvironmentScope fails("CREATE_FAILS", "1");
         EXPECT_EQ(ask().substr(0, 5), "none\n");
         EXPECT_EQ(ask().find("destroy"), std::string::npos);
+        const EnvironmentScope throws("CREATE_FAILS", "throws");
+        EXPECT_EQ(ask().substr(0, 5), "none\n");
+        EXPECT_NE(ask().find("caught\n"), std::string::npos);
     }
     const fs::path module = tree.path("lib/qordatabaseU.so");
     fs::remove(module);

@@ -3,10 +3,18 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <stdexcept>
+#include <string_view>
 
 #include <corvane/base/ModuleExport.h>
 #include <corvane/database/MSSQLConnectorData.h>
 #include <corvane/database/SQLLiteConnectorData.h>
+
+// A class that no other module knows, so the module must outlive what it throws.
+struct OwnException : std::runtime_error {
+    OwnException() : std::runtime_error("no collector") {}
+    ~OwnException() override { std::ofstream(std::getenv("RECORD"), std::ios::app) << "caught\n"; }
+};
 
 static void note(const CStringW& text) {
     std::ofstream(std::getenv("RECORD"), std::ios::app) << text.ToUtf8() << '\n';
@@ -22,7 +30,9 @@ CORVANE_MODULE_EXPORT int create(const qor_db::IConnectorData* connector, std::i
         note(u"sqlite " + module + u" | " +
              static_cast<const SQLLiteConnectorData*>(connector)->databaseFile());
     }
-    if (std::getenv("CREATE_FAILS")) return -1;
+    const char* failure = std::getenv("CREATE_FAILS");
+    if (failure && std::string_view(failure) == "throws") throw OwnException();
+    if (failure) return -1;
     *result = ++made;
     return 0;
 }

@@ -70,7 +70,8 @@ public:
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
     ~Transaction() {
-        if (open_) collector_.rollback();
+        // A fault leaves it to the database, which ends the transaction with the connection.
+        if (open_) static_cast<void>(collector_.rollback());
     }
 
     /// What became of begin.

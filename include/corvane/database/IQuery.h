@@ -26,7 +26,7 @@ public:
     /// query without result rows has done its work when this returns.
     virtual Status execute(const std::vector<Value>& parameters) noexcept = 0;
 
-    /// Goes to the next row, at first to the first one. False behind the last row, before the
+    /// Goes to the next row, at first to the first one. False after the last row, before the
     /// first execute, and when reading fails, which status() tells.
     virtual bool next() noexcept = 0;
 
@@ -41,6 +41,10 @@ public:
 
     /// The status of the last execute or next.
     virtual const Status& status() const noexcept = 0;
+
+    /// True when the database promises that the query changes nothing. False also where it cannot
+    /// tell, as on a server.
+    virtual bool onlyReads() const noexcept = 0;
 };
 
 }  // namespace qor_db

@@ -33,7 +33,7 @@ enum class ErrorCode {
 };
 
 /// The outcome of an operation without a value. No operation of a collector raises.
-struct Status {
+struct [[nodiscard]] Status {
     ErrorCode code = ErrorCode::Ok;
     CStringW message;    ///< What is wrong, in English and for people; never holds a password.
     int nativeCode = 0;  ///< The database's own number for the error, 0 when it has none.
@@ -43,16 +43,21 @@ struct Status {
 
 /// A value, or the reason why there is none.
 template <typename Value>
-class Outcome {
+class [[nodiscard]] Outcome {
 public:
     Outcome(Value value) : value_(std::move(value)) {}
-    Outcome(Status error) : status_(std::move(error)) {}
+    /// A status that reports no failure does not say why there is no value, so it counts as one.
+    Outcome(Status error) : status_(std::move(error)) {
+        if (!status_.ok()) return;
+        status_.code = ErrorCode::Failed;
+        status_.message = u"There is no value, and no reason was given.";
+    }
 
     bool ok() const { return value_.has_value(); }
     explicit operator bool() const { return ok(); }
     const Status& status() const { return status_; }
 
-    /// The value. Only to be asked for when ok().
+    /// The value. Ask for it only when ok().
     Value& operator*() & { return *value_; }
     const Value& operator*() const& { return *value_; }
     /// By value, so that a loop over `*reference.materials()` has something to walk.

@@ -1,9 +1,6 @@
 #include "Driver.h"
 
 #include <utility>
-#include <vector>
-
-#include <corvane/platform/LoadedModule.h>
 
 #include "common/Guard.h"
 
@@ -13,14 +10,10 @@ using qor_db::ErrorCode;
 using qor_db::Status;
 using qor_db::driver::failure;
 
-namespace {
-
-void keepLoaded(corvane::LoadedModule module) {
-    static auto& modules = *new std::vector<corvane::LoadedModule>;
-    modules.push_back(std::move(module));
+std::vector<corvane::LoadedModule>& loadedDrivers() {
+    static std::vector<corvane::LoadedModule> modules;
+    return modules;
 }
-
-}  // namespace
 
 Status Driver::load() {
     if (open_) return {};
@@ -43,7 +36,7 @@ Status Driver::load() {
                        path_ + u" is no driver module: it does not export " +
                            CStringW(qor_db::kOpenDatabaseName) + u".");
     }
-    keepLoaded(std::move(module));
+    loadedDrivers().push_back(std::move(module));
     open_ = open;
     return {};
 }

@@ -1,13 +1,19 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include <corvane/database/IDatabaseDriver.h>
+#include <corvane/platform/LoadedModule.h>
 
 namespace collector {
 
-/// The driver module of a connection, loaded at the first use and kept until the process ends:
-/// queries run its code, and a query may outlive everything else.
+/// The drivers that are loaded. They go with this module and not with their collector, because
+/// queries run their code and may outlive it.
+std::vector<corvane::LoadedModule>& loadedDrivers();
+
+/// The driver module of a connection, loaded at the first use and kept as long as this
+/// module: queries run its code, and a query may outlive its collector.
 class Driver {
 public:
     explicit Driver(CStringW modulePath) : path_(std::move(modulePath)) {}

@@ -15,7 +15,11 @@ constexpr int kNotMade = -1;
 
 // All collectors of the module. One whose maker has forgotten it goes with the module, since rule
 // modules may still hold it.
-std::vector<std::unique_ptr<collector::Collector>> collectors;
+struct Collectors : std::vector<std::unique_ptr<collector::Collector>> {
+    // Made after the list of the drivers, and so ended before their code goes.
+    Collectors() { collector::loadedDrivers(); }
+};
+Collectors collectors;
 
 }  // namespace
 
@@ -28,7 +32,8 @@ CORVANE_MODULE_EXPORT int create(const qor_db::IConnectorData* connector,
     } catch (...) {
         return kNotMade;
     }
-    collectors.back()->open();
+    // The collector keeps what became of it.
+    static_cast<void>(collectors.back()->open());
     *result = collectors.back().get();
     return kMade;
 }

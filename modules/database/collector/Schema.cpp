@@ -83,7 +83,7 @@ Status upgradeSchema(IDatabaseConnection& database) {
         status = guarded([&] { return takeStep(database, done); });
         if (status.ok()) status = database.commit();
         if (!status.ok()) {
-            database.rollback();
+            static_cast<void>(database.rollback());
             return status;
         }
     }

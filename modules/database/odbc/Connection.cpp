@@ -22,10 +22,11 @@ Outcome<std::unique_ptr<IQuery>> Connection::prepare(std::u16string_view stateme
 }
 
 void Connection::setTimeout(int milliseconds) noexcept {
-    driver::guarded([&] {
+    // Without memory for a message the time-out stays as it was.
+    static_cast<void>(driver::guarded([&] {
         session_->setTimeout(milliseconds);
         return Status();
-    });
+    }));
 }
 
 Outcome<std::unique_ptr<IQuery>> Connection::execute(std::u16string_view text,
@@ -92,7 +93,7 @@ Status Connection::beginTransaction() {
     Status status = session_->begin();
     if (!status.ok() || !*there) return status;
     status = execute(u"UPDATE QorSchema SET version = version").status();
-    if (!status.ok()) session_->rollback();
+    if (!status.ok()) static_cast<void>(session_->rollback());
     // The table is there: what is wrong with the statement is the right to change it.
     if (status.code == ErrorCode::BadQuery) status.code = ErrorCode::ReadOnly;
     return status;

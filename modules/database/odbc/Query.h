@@ -21,6 +21,7 @@ public:
         : session_(std::move(session)), statement_(session_->handle()) {}
 
     int parameterCount() const noexcept override { return parameterCount_; }
+    bool onlyReads() const noexcept override { return false; }
 
 private:
     Status prepare(std::u16string_view text);

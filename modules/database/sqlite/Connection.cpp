@@ -15,7 +15,7 @@ constexpr std::int64_t kApplicationId = 0x516F7252;
 
 // Queries may hold the file open for longer.
 Connection::~Connection() {
-    rollback();
+    static_cast<void>(rollback());
 }
 
 Outcome<std::unique_ptr<IQuery>> Connection::prepare(std::u16string_view statement) noexcept {

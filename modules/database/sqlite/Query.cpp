@@ -117,7 +117,7 @@ Status Query::bind(const std::vector<Value>& parameters) {
 }
 
 Status Query::start() {
-    const bool reads = sqlite3_stmt_readonly(statement_.get()) != 0;
+    const bool reads = onlyReads();
     const std::int64_t before = sqlite3_total_changes64(database_->handle());
     int result = database_->step(statement_.get());
     // The tables may have changed since the statement was prepared.

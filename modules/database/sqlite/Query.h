@@ -26,6 +26,10 @@ public:
         return sqlite3_bind_parameter_count(statement_.get());
     }
 
+    bool onlyReads() const noexcept override {
+        return sqlite3_stmt_readonly(statement_.get()) != 0;
+    }
+
 private:
     Status run(const std::vector<Value>& parameters) override;
     Outcome<bool> advance(Row& row) override;

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -69,12 +70,15 @@ Status readingOnly() {
 int runQuery(qor_db::IDatabaseCollector& collector, std::u16string_view statement, int limit,
              Console& console) {
     if (!isReadingStatement(statement)) return reportStatus(readingOnly(), console);
-    // Whatever a statement changes in spite of its first word is taken back.
-    const qor_db::Transaction transaction(collector);
-    if (!transaction.status().ok() && transaction.status().code != ErrorCode::ReadOnly)
-        return reportStatus(transaction.status(), console);
     const qor_db::Outcome<std::unique_ptr<IQuery>> query = collector.prepare(statement);
     if (!query.ok()) return reportStatus(query.status(), console);
+    // A transaction locks, so it is for what may change something in spite of its first word: that
+    // is taken back at the end.
+    std::optional<qor_db::Transaction> transaction;
+    if (!(*query)->onlyReads()) transaction.emplace(collector);
+    if (transaction && !transaction->status().ok() &&
+        transaction->status().code != ErrorCode::ReadOnly)
+        return reportStatus(transaction->status(), console);
     const Status status = (*query)->execute({});
     if (!status.ok()) return reportStatus(status, console);
     if ((*query)->columns().empty()) return reportStatus(readingOnly(), console);
