@@ -20,7 +20,14 @@ int finishProtected(lua_State* lua, int status, lua_KContext before) {
     return 2;
 }
 
+/// Before a protected call that may yield; see armHook.
+void prepareProtected(lua_State* lua) {
+    checkStack(lua);
+    if (lua_isyieldable(lua)) runOf(lua).limits.settle();
+}
+
 int protectedCall(lua_State* lua) {
+    prepareProtected(lua);
     luaL_checkany(lua, 1);
     lua_pushboolean(lua, 1);
     lua_insert(lua, 1);
@@ -39,6 +46,7 @@ int handleMessage(lua_State* lua) {
 }
 
 int protectedCallWithHandler(lua_State* lua) {
+    prepareProtected(lua);
     const int arguments = lua_gettop(lua) - 2;
     luaL_checktype(lua, 2, LUA_TFUNCTION);
     lua_pushvalue(lua, 2);
@@ -118,6 +126,7 @@ int load(lua_State* lua) {
         status = compileText(lua, {text, size}, name);
     } else {
         luaL_checktype(lua, 1, LUA_TFUNCTION);
+        checkStack(lua);
         lua_settop(lua, kPieceSlot);
         std::string_view rest;
         status = lua_load(lua, readPiece, &rest, name, "t");
@@ -150,6 +159,7 @@ void addPrintable(luaL_Buffer* line, const char* text, std::size_t size) {
 
 /// To standard error, because standard output is the host's, and without control characters.
 int print(lua_State* lua) {
+    checkStack(lua);
     const int count = lua_gettop(lua);
     for (int i = 1; i <= count; ++i) {
         std::size_t size = 0;

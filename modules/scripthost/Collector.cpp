@@ -35,7 +35,9 @@ int takeCollector(lua_State* lua) {
     lua_setmetatable(guard, kMetatables);
     lua_pushstring(guard, kField);
     lua_gc(lua, LUA_GCSTOP);
-    runOf(lua).limits.guard = guard;
+    Limits& limits = runOf(lua).limits;
+    limits.guard = guard;
+    limits.setCollectAt(std::max(2 * limits.memory(), kLeastToCollect));
     return 0;
 }
 
@@ -77,10 +79,10 @@ void dropWeakKeys(lua_State* guard) noexcept {
 
 void collectWhenDue(lua_State* lua) {
     Limits& limits = runOf(lua).limits;
-    if (limits.memory() < limits.collectAt) return;
+    if (limits.memory() < limits.collectAt()) return;
     dropWeakKeys(limits.guard);
     lua_gc(lua, LUA_GCCOLLECT);
-    limits.collectAt = std::max(2 * limits.memory(), kLeastToCollect);
+    limits.setCollectAt(std::max(2 * limits.memory(), kLeastToCollect));
 }
 
 }  // namespace scripthost

@@ -10,8 +10,14 @@ namespace {
 constexpr std::size_t kPiece = 512;
 constexpr std::uint64_t kStepsForByte = 8;
 
-const char* read(lua_State* lua, void* text, std::size_t* size) {
-    return takePiece(lua, *static_cast<std::string_view*>(text), size);
+struct Source {
+    std::string_view prefix;
+    std::string_view text;
+};
+
+const char* read(lua_State* lua, void* data, std::size_t* size) {
+    auto& source = *static_cast<Source*>(data);
+    return takePiece(lua, source.prefix.empty() ? source.text : source.prefix, size);
 }
 
 }  // namespace
@@ -25,8 +31,9 @@ const char* takePiece(lua_State* lua, std::string_view& text, std::size_t* size)
     return piece;
 }
 
-int compileText(lua_State* lua, std::string_view text, const char* chunk) {
-    return lua_load(lua, read, &text, chunk, "t");
+int compileText(lua_State* lua, std::string_view text, const char* chunk, std::string_view prefix) {
+    Source source{prefix, text};
+    return lua_load(lua, read, &source, chunk, "t");
 }
 
 }  // namespace scripthost

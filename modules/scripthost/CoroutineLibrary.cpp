@@ -4,8 +4,7 @@
 namespace scripthost {
 namespace {
 
-/// A coroutine's first instructions are not counted by its hook, so that it could be made over and
-/// over to run for nothing.
+/// To make one takes far longer than to run an instruction.
 constexpr std::uint64_t kStepsToCreate = 100;
 /// Closing takes C stack that Lua counts where the coroutine was resumed last, not where it is
 /// closed.
@@ -34,12 +33,13 @@ int resumeWith(lua_State* lua, lua_State* coroutine, int arguments) {
         return -1;
     }
     spend(lua, 1);
+    checkStack(lua);
     lua_xmove(lua, coroutine, arguments);
     Limits& limits = runOf(lua).limits;
-    limits.running = coroutine;
+    limits.setRunning(coroutine);
     int results = 0;
     const int status = lua_resume(coroutine, lua, arguments, &results);
-    limits.running = lua;
+    limits.setRunning(lua);
     stopIfOver(lua, status);
     if (status != LUA_OK && status != LUA_YIELD) {
         lua_xmove(coroutine, lua, 1);
@@ -68,10 +68,12 @@ int resume(lua_State* lua) {
 bool closeVariables(lua_State* lua, lua_State* coroutine) {
     Run& run = runOf(lua);
     if (run.closing >= kDeepestClosing) luaL_error(lua, "C stack overflow");
+    spend(lua, 1);
+    checkStack(lua);
     ++run.closing;
-    run.limits.running = coroutine;
+    run.limits.setRunning(coroutine);
     const int status = lua_resetthread(coroutine);
-    run.limits.running = lua;
+    run.limits.setRunning(lua);
     --run.closing;
     stopIfOver(lua, status);
     return status == LUA_OK;

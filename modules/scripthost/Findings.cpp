@@ -328,6 +328,7 @@ void deliverOrRaise(lua_State* lua, Draft& draft, int line) {
 }
 
 int report(lua_State* lua, bool isNote) {
+    checkStack(lua);
     const int type = lua_type(lua, 1);
     luaL_argexpected(lua, type == LUA_TTABLE || type == LUA_TSTRING, 1, "table or text");
     lua_settop(lua, 1);

@@ -57,6 +57,7 @@ int charged(lua_State* lua) {
     for (int i = 1; i <= lua_gettop(lua) && i <= most; ++i)
         if (lua_type(lua, i) == LUA_TSTRING) bytes += lua_rawlen(lua, i);
     spendBytes(lua, bytes);
+    checkStack(lua);
     return lua_tocfunction(lua, lua_upvalueindex(1))(lua);
 }
 

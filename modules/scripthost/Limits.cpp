@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
+#include <thread>
 
 #include <corvane/platform/Environment.h>
 
@@ -12,10 +13,9 @@
 namespace scripthost {
 namespace {
 
-constexpr std::uint64_t kStepsBetweenLooks = 100;
-/// Allocations between two looks at the clock, in bytes; small ones count as more than they are.
-constexpr std::uint64_t kBytesBetweenLooks = 262'144;
-constexpr std::uint64_t kCostOfAllocation = 256;
+/// What a millisecond of running counts as: what an interpreter that counts each instruction gets
+/// through in that time.
+constexpr std::uint64_t kStepsInSlice = 200'000;
 /// What unwinding may still use when the limit is reached. Without it each step of it would cost a
 /// full collection.
 constexpr std::uint64_t kReserve = 1'048'576;
@@ -44,57 +44,124 @@ Budget Budget::fromEnvironment() {
     return budget;
 }
 
+/// Keeps the thread that interrupts and the script's own apart. Setting a hook walks over the
+/// records of all running functions, so none of them may be given back meanwhile.
+class Limits::Exclusion {
+public:
+    explicit Exclusion(std::atomic_flag& flag) noexcept : flag_(flag) {
+        while (flag_.test_and_set(std::memory_order_acquire))
+            std::this_thread::yield();
+    }
+    Exclusion(const Exclusion&) = delete;
+    Exclusion& operator=(const Exclusion&) = delete;
+    ~Exclusion() { flag_.clear(std::memory_order_release); }
+
+private:
+    std::atomic_flag& flag_;
+};
+
 Limits::Limits(const Budget& budget)
-    : budget_(budget), left_(std::chrono::seconds(budget.seconds)) {}
+    : budget_(budget),
+      left_(budget.instructions),
+      sliceStart_(budget.instructions),
+      timeLeft_(std::chrono::seconds(budget.seconds)) {}
 
 void Limits::startClock() noexcept {
-    deadline_ = Clock::now() + left_;
+    deadline_ = Clock::now() + timeLeft_;
 }
 
 void Limits::stopClock() noexcept {
-    left_ = deadline_ - Clock::now();
+    timeLeft_ = deadline_ - Clock::now();
     deadline_ = Clock::time_point::max();
 }
 
 void Limits::reach(Limit limit) noexcept {
     if (reached_ != Limit::None) return;
     reached_ = limit;
+    left_ = 0;
     line_ = limit == Limit::Memory ? refusedLine_ : lineNow();
 }
 
 int Limits::lineNow() const noexcept {
-    return running ? scriptLine(running) : 0;
+    lua_State* lua = running_.load(std::memory_order_relaxed);
+    return lua ? scriptLine(lua) : 0;
 }
 
-bool Limits::spend(std::uint64_t steps) noexcept {
+bool Limits::look(std::uint64_t steps) noexcept {
+    if (isDue_.exchange(false, std::memory_order_relaxed)) endSlice();
     if (reached_ != Limit::None) return false;
-    if (steps > budget_.instructions - steps_) {
+    if (steps > left_) {
         reach(Limit::Instructions);
         return false;
     }
-    steps_ += steps;
-    sinceLook_ += steps;
-    return sinceLook_ < kStepsBetweenLooks || isInTime();
+    left_ -= steps;
+    return true;
+}
+
+/// Counts the millisecond, less what the library has counted in it already.
+void Limits::endSlice() noexcept {
+    const std::uint64_t counted = sliceStart_ - left_;
+    const std::uint64_t rest = counted < kStepsInSlice ? kStepsInSlice - counted : 0;
+    if (!isInTime()) return;
+    if (rest > left_) {
+        reach(Limit::Instructions);
+        return;
+    }
+    left_ -= rest;
+    sliceStart_ = left_;
 }
 
 bool Limits::isInTime() noexcept {
-    sinceLook_ = 0;
     if (Clock::now() > deadline_) reach(Limit::Time);
     return reached_ == Limit::None;
 }
 
-bool Limits::mayGrow(std::size_t bytes) noexcept {
-    allocated_ += bytes + kCostOfAllocation;
-    if (allocated_ > kBytesBetweenLooks) {
-        allocated_ = 0;
-        isInTime();
+void Limits::interrupt() noexcept {
+    isDue_.store(true, std::memory_order_relaxed);
+    // The script holds it for moments only; the next millisecond comes soon.
+    if (isArming_.test_and_set(std::memory_order_acquire)) return;
+    if (lua_State* lua = running_.load(std::memory_order_relaxed)) armHook(lua);
+    isArming_.clear(std::memory_order_release);
+}
+
+bool Limits::resume(lua_State* lua) noexcept {
+    {
+        const Exclusion alone(isArming_);
+        disarmHook(lua);
     }
+    if (isDue_.exchange(false, std::memory_order_relaxed)) endSlice();
+    return reached_ == Limit::None;
+}
+
+void Limits::arm(lua_State* lua) noexcept {
+    const Exclusion alone(isArming_);
+    armHook(lua);
+}
+
+void Limits::settle() noexcept {
+    const Exclusion alone(isArming_);
+}
+
+void Limits::setCollectAt(std::uint64_t memory) noexcept {
+    collectAt_ = memory;
+    isCollectAsked_ = false;
+}
+
+void Limits::askToCollect() noexcept {
+    lua_State* lua = running_.load(std::memory_order_relaxed);
+    if (!lua || memory_ < collectAt_ || isCollectAsked_) return;
+    isCollectAsked_ = true;
+    arm(lua);
+}
+
+bool Limits::mayGrow(std::size_t bytes) noexcept {
+    if (isDue_.load(std::memory_order_relaxed)) look(0);
     const bool over = reached_ != Limit::None;
     if (over && refusals_ < kRefusalsForAnError) {
         ++refusals_;
         return false;
     }
-    const std::uint64_t most = (budget_.megabytes << 20) + (over ? kReserve : 0);
+    const std::uint64_t most = budget_.bytes() + (over ? kReserve : 0);
     if (bytes <= most && memory_ <= most - bytes) {
         refused_ = false;
         return true;
@@ -109,7 +176,7 @@ bool Limits::mayGrow(std::size_t bytes) noexcept {
 }
 
 bool Limits::hold(std::size_t bytes) noexcept {
-    const std::uint64_t most = budget_.megabytes << 20;
+    const std::uint64_t most = budget_.bytes();
     if (bytes > most || memory_ > most - bytes) {
         refusedLine_ = lineNow();
         reach(Limit::Memory);
@@ -124,6 +191,7 @@ void* Limits::allocate(void* self, void* block, std::size_t oldSize, std::size_t
     // For a new block Lua gives the kind of the object in place of the size.
     const std::size_t size = block ? oldSize : 0;
     if (newSize == 0) {
+        const Exclusion alone(limits.isArming_);
         std::free(block);
         limits.memory_ -= size;
         return nullptr;
@@ -136,6 +204,7 @@ void* Limits::allocate(void* self, void* block, std::size_t oldSize, std::size_t
         return nullptr;
     }
     limits.memory_ += newSize - size;
+    limits.askToCollect();
     return result;
 }
 

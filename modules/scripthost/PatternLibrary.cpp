@@ -176,6 +176,7 @@ bool addReplacement(lua_State* lua, luaL_Buffer* result, Matcher& matcher, const
 }
 
 int substitute(lua_State* lua) {
+    checkStack(lua);
     const Text subject = checkText(lua, 1);
     Text pattern = checkText(lua, 2);
     const int type = lua_type(lua, kReplacement);

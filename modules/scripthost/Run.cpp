@@ -5,14 +5,10 @@
 #include <cstring>
 
 #include "Collector.h"
+#include "HostThread.h"
 
 namespace scripthost {
 namespace {
-
-/// Instructions between two looks at the limits. Few, because one instruction can be slow: it may
-/// compare or look through megabytes.
-constexpr int kPeriod = 100;
-constexpr std::uint64_t kBytesInAStep = 32;
 
 /// Address of the error value of a limit; it takes no memory to raise.
 char limitTag;
@@ -45,25 +41,9 @@ int depthOf(lua_State* lua) {
     return beyond;
 }
 
-void noteReturn(lua_State* lua, lua_Debug* record) {
-    lua_Debug caller;
-    if (lua_getstack(lua, 1, &caller)) return;
-    lua_getinfo(lua, "Sl", record);
-    runOf(lua).returnLine =
-        std::strcmp(record->source, kScriptChunk) == 0 ? record->currentline : 0;
-}
-
-void hook(lua_State* lua, lua_Debug* record) {
-    if (record->event == LUA_HOOKRET) {
-        noteReturn(lua, record);
-    } else {
-        spend(lua, kPeriod);
-        collectWhenDue(lua);
-    }
-}
-
-void setHook(lua_State* lua, int period) {
-    lua_sethook(lua, hook, LUA_MASKCOUNT | LUA_MASKRET, period);
+void hook(lua_State* lua, lua_Debug*) {
+    if (!runOf(lua).limits.resume(lua)) raiseLimit(lua);
+    collectWhenDue(lua);
 }
 
 }  // namespace
@@ -76,8 +56,16 @@ void setRun(lua_State* lua, Run& run) {
     *static_cast<Run**>(lua_getextraspace(lua)) = &run;
 }
 
-void watch(lua_State* lua) {
-    setHook(lua, kPeriod);
+void armHook(lua_State* lua) noexcept {
+    lua_sethook(lua, hook, LUA_MASKCOUNT, 1);
+}
+
+void disarmHook(lua_State* lua) noexcept {
+    lua_sethook(lua, nullptr, 0, 0);
+}
+
+void checkStack(lua_State* lua) {
+    if (stackPosition() < runOf(lua).stackFloor) luaL_error(lua, "C stack overflow");
 }
 
 int scriptLine(lua_State* lua) noexcept {
@@ -88,7 +76,7 @@ int scriptLine(lua_State* lua) noexcept {
 
 void raiseLimit(lua_State* lua) {
     // A handler or a closing variable that runs while the error goes up fails at once.
-    setHook(lua, 1);
+    runOf(lua).limits.arm(lua);
     lua_pushlightuserdata(lua, &limitTag);
     lua_error(lua);
     std::abort();

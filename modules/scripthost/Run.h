@@ -25,10 +25,11 @@ struct Run {
     explicit Run(const Budget& budget) : limits(budget) {}
 
     Limits limits;
-    int returnLine = 0;       ///< Line in the script of the last return to the host, or 0.
-    int faultLine = 0;        ///< Line in the script that an error came through, or 0.
-    std::size_t printed = 0;  ///< Bytes of print so far.
-    int closing = 0;          ///< Depth of coroutines that close one another.
+    std::uintptr_t stackFloor = 0;  ///< Where functions with large frames end; see checkStack.
+    int returnLine = 0;             ///< Line in the script of the last return to the host, or 0.
+    int faultLine = 0;              ///< Line in the script that an error came through, or 0.
+    std::size_t printed = 0;        ///< Bytes of print so far.
+    int closing = 0;                ///< Depth of coroutines that close one another.
 
     int findings = 0;     ///< Reported so far, notes apart.
     int findingLine = 0;  ///< Of the first one: the script's line, or 0, and its message.
@@ -54,11 +55,21 @@ bool keepText(Run& run, Make make) noexcept {
 Run& runOf(lua_State* lua);
 void setRun(lua_State* lua, Run& run);
 
-/// Counts the instructions of a state, and of the coroutines that it makes from now on.
-void watch(lua_State* lua);
+/// Has the limits looked at by a state's next instruction.
+///
+/// Lua allows this from a signal, which may come at any moment. From another thread two things are
+/// different: a running function's record may be given back or reused while its mark is set.
+/// Limits::allocate holds the former off. Of the latter, one member is at the place of the mark
+/// that a C function uses, in protected calls that can yield; they call Limits::settle first.
+void armHook(lua_State* lua) noexcept;
+void disarmHook(lua_State* lua) noexcept;
 
 /// The line of the innermost running function of the script, from 1; 0 when there is none.
 int scriptLine(lua_State* lua) noexcept;
+
+/// Raises an error when little is left of the thread's stack. For functions with large frames that
+/// call back; what Lua needs for all its levels of calls in C is left.
+void checkStack(lua_State* lua);
 
 /// Raises the error that no script can catch.
 [[noreturn]] void raiseLimit(lua_State* lua);
@@ -70,6 +81,7 @@ void stopIfOver(lua_State* lua, int status = LUA_OK);
 /// Takes steps of work that Lua does not count itself, before it is done.
 void spend(lua_State* lua, std::uint64_t steps);
 /// The same for a look through so many bytes.
+inline constexpr std::uint64_t kBytesInAStep = 32;
 void spendBytes(lua_State* lua, std::uint64_t bytes);
 
 }  // namespace scripthost

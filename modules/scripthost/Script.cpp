@@ -7,8 +7,9 @@
 #include "Compile.h"
 #include "ContextTables.h"
 #include "Findings.h"
+#include "HostThread.h"
 #include "Libraries.h"
-#include "ScriptLocale.h"
+#include "Watcher.h"
 
 namespace scripthost {
 
@@ -17,22 +18,41 @@ using enum corvane::EngineStatus;
 
 namespace {
 
+/// What Lua needs at most for the levels of calls in C that it allows, 200, and the host for one
+/// function with a large frame. Measured: 150 KB.
+constexpr std::uintptr_t kStackForLua = 262'144;
+constexpr const char* kNoStack =
+    "the thread has less than 256 KB of stack left, which scripts need";
+
+/// Stands before a script and has the host called when its main part returns; see noteEnd. It is in
+/// the first line, so that lines keep their numbers.
+constexpr std::string_view kPrefix = "local __end <close> = ...;";
+
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 /// The time in which a state works: its clock runs and its thread has the plain locale.
 class Session {
 public:
-    Session(Run& run, lua_State* lua) : run_(run) {
-        run_.limits.running = lua;
+    Session(Run& run, lua_State* lua) : run_(run), watch_(run.limits) {
+        run_.limits.setRunning(lua);
         run_.limits.startClock();
+        const std::uintptr_t end = stackEnd();
+        run_.stackFloor = end ? end + kStackForLua : 0;
     }
-    ~Session() { run_.limits.stopClock(); }
+    ~Session() {
+        run_.limits.stopClock();
+        run_.limits.setRunning(nullptr);
+    }
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
+
+    /// False when the thread has not the stack that a script may need.
+    bool hasStack() const { return stackPosition() > run_.stackFloor; }
 
 private:
     Run& run_;
     ScriptLocale locale_;
+    Watch watch_;
 };
 
 /// Drops the mark and what a shell reads of the first line; lines keep their numbers.
@@ -70,6 +90,26 @@ int openEngine(lua_State* lua) {
     return 0;
 }
 
+/// Called when the script's main part ends: it is still there, in the line of its return.
+int noteEnd(lua_State* lua) {
+    lua_Debug record;
+    if (lua_isnil(lua, 2) && lua_getstack(lua, 1, &record)) {
+        lua_getinfo(lua, "l", &record);
+        runOf(lua).returnLine = record.currentline;
+    }
+    return 0;
+}
+
+/// Pushes the value that calls noteEnd.
+int pushEnd(lua_State* lua) {
+    lua_newuserdatauv(lua, 0, 0);
+    lua_createtable(lua, 0, 1);
+    lua_pushcfunction(lua, noteEnd);
+    lua_setfield(lua, -2, "__close");
+    lua_setmetatable(lua, -2);
+    return 1;
+}
+
 /// Message handler of the run: the stack is still there.
 int noteLine(lua_State* lua) {
     runOf(lua).faultLine = scriptLine(lua);
@@ -100,7 +140,6 @@ std::unique_ptr<Script> Script::create() {
         lua_pushcfunction(lua, open);
         if (lua_pcall(lua, 0, 0, 0) != LUA_OK) return nullptr;
     }
-    watch(lua);
     return script;
 }
 
@@ -143,7 +182,7 @@ HResult Script::install(const Engine& engine, LoadedModule& module) {
     std::optional<std::string> source;
     EngineCall call{engine.name.c_str(), nullptr, nullptr, {}};
     if (const std::u16string file = engine.file(u".lua"); isFile(file)) {
-        source = readFile(file, run_.limits.budget().megabytes << 20);
+        source = readFile(file, run_.limits.budget().bytes());
         if (!source) return kEngineBroken;
         call.source = sourceIn(*source);
     } else {
@@ -167,13 +206,25 @@ HResult Script::install(const Engine& engine, LoadedModule& module) {
     return kEngineFailed;
 }
 
+void Script::refuseText() {
+    fail(faultFromMessage(FaultKind::Memory, kScriptName, 0,
+                          "the script's text takes more than a quarter of the " +
+                              std::to_string(run_.limits.budget().megabytes) +
+                              " MB of memory that it may use (CORVANE_SCRIPT_MAX_MEMORY_MB)"));
+}
+
 bool Script::compile(std::string text) {
     const Session session(run_, state_.get());
     text_ = std::move(text);
     text_.erase(text_.find_last_not_of(" \n") + 1);
+    run_.limits.hold(text_.size());
     lua_State* lua = state_.get();
     lua_pushcfunction(lua, noteLine);
-    const int status = compileText(lua, sourceIn(text_), kScriptChunk);
+    if (!session.hasStack()) {
+        fail(faultFromMessage(FaultKind::RunTime, kScriptName, 0, kNoStack));
+        return false;
+    }
+    const int status = compileText(lua, sourceIn(text_), kScriptChunk, kPrefix);
     if (status == LUA_OK && run_.limits.reached() == Limit::None) return true;
     if (status == LUA_ERRMEM) run_.limits.reach(Limit::Memory);
     fail(faultFromMessage(FaultKind::Syntax, kScriptName, 0, describe(-1)));
@@ -183,7 +234,9 @@ bool Script::compile(std::string text) {
 bool Script::run() {
     const Session session(run_, state_.get());
     lua_State* lua = state_.get();
-    const int status = lua_pcall(lua, 0, LUA_MULTRET, 1);
+    lua_pushcfunction(lua, pushEnd);
+    int status = lua_pcall(lua, 0, 1, 0);
+    if (status == LUA_OK) status = lua_pcall(lua, 1, LUA_MULTRET, 1);
     if (status == LUA_ERRMEM) run_.limits.reach(Limit::Memory);
     // One long step of Lua may have ended behind the limit, with nothing after it to notice.
     if (status == LUA_OK && run_.limits.isInTime()) return judge();
@@ -198,7 +251,7 @@ bool Script::judge() {
     constexpr int first = 2;
     const bool isNil = lua_isnoneornil(lua, first);
     const bool isTrue = lua_toboolean(lua, first) != 0;
-    const int line = run_.returnLine;  // before the functions that are called here return too
+    const int line = run_.returnLine;
     if (isTrue && !lua_isboolean(lua, first)) {
         fail(faultFromMessage(FaultKind::RunTime, kScriptName, line,
                               std::string("the script returned a ") + luaL_typename(lua, first) +

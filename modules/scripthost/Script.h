@@ -27,6 +27,11 @@ public:
 
     /// Makes an engine a global of the script. 0, or a status of corvane::EngineStatus.
     HResult addEngine(std::u16string_view libraryPath);
+    /// The longest text that compile takes, in 16-bit units. It is copied and converted before the
+    /// limits count it, so it has a share of the memory.
+    std::uint64_t longestText() const { return run_.limits.budget().bytes() / 4; }
+    /// Makes a text that is longer the fault.
+    void refuseText();
     /// False with fault() for a text that is no script.
     bool compile(std::string text);
     /// Runs what compile took. False with fault() for an error or a rule that is not met.

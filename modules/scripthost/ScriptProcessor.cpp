@@ -88,7 +88,12 @@ HResult ScriptProcessor::SetScriptText(const char16_t* text) {
     if (!text) return corvane::kErrorPointer;
     if (step_ != Step::Collecting) return corvane::kErrorUnexpected;
     return guarded([&] {
-        text_ = CStringW(text).ToUtf8();
+        const std::uint64_t most = script_->longestText();
+        std::uint64_t size = 0;
+        while (size <= most && text[size] != 0)
+            ++size;
+        isTooLong_ = size > most;
+        if (!isTooLong_) text_ = CStringW(text).ToUtf8();
         step_ = Step::HasText;
         return corvane::kOk;
     });
@@ -104,8 +109,11 @@ HResult ScriptProcessor::PrepareScript(std::int16_t* success) {
     if (!success) return corvane::kErrorPointer;
     *success = 0;
     if (step_ != Step::HasText) return corvane::kErrorUnexpected;
-    return guarded(
-        [&] { return finish(script_->compile(std::move(text_)), Step::Prepared, success); });
+    return guarded([&] {
+        if (isTooLong_) script_->refuseText();
+        const bool done = !isTooLong_ && script_->compile(std::move(text_));
+        return finish(done, Step::Prepared, success);
+    });
 }
 
 HResult ScriptProcessor::RunScript(std::int16_t* success) {

@@ -49,6 +49,7 @@ private:
     Step step_ = Step::Collecting;
     std::unique_ptr<Script> script_;
     std::string text_;
+    bool isTooLong_ = false;  ///< The text is not kept.
 };
 
 }  // namespace scripthost

@@ -1,3 +1,4 @@
+#include <bit>
 #include <climits>
 
 #include "Libraries.h"
@@ -100,6 +101,7 @@ void addElement(lua_State* lua, luaL_Buffer* text, lua_Integer index) {
 }
 
 int concat(lua_State* lua) {
+    checkStack(lua);
     checkTable(lua, 1, {"__index", "__len"});
     const lua_Integer length = luaL_len(lua, 1);
     std::size_t size = 0;
@@ -122,19 +124,21 @@ int unpack(lua_State* lua) {
     const lua_Integer last = lua_isnoneornil(lua, 3) ? luaL_len(lua, 1) : luaL_checkinteger(lua, 3);
     if (index > last) return 0;
     const lua_Unsigned steps = static_cast<lua_Unsigned>(last) - static_cast<lua_Unsigned>(index);
-    if (steps >= INT_MAX || !lua_checkstack(lua, static_cast<int>(steps) + 1))
+    if (steps >= INT_MAX) return luaL_error(lua, "too many results to unpack");
+    spend(lua, 1 + steps * kStepsForElement);
+    if (!lua_checkstack(lua, static_cast<int>(steps) + 1))
         return luaL_error(lua, "too many results to unpack");
-    spend(lua, steps * kStepsForElement);
     for (; index < last; ++index)
         lua_geti(lua, 1, index);
     lua_geti(lua, 1, last);
     return static_cast<int>(steps) + 1;
 }
 
+/// Whether the value at `a` is less than the one at `b`, both relative to the top.
 bool isLess(lua_State* lua, int a, int b) {
     if (lua_isnil(lua, 2)) {
-        const bool texts = lua_type(lua, a) == LUA_TSTRING && lua_type(lua, b) == LUA_TSTRING;
-        spendBytes(lua, texts ? lua_rawlen(lua, a) : 0);
+        const bool isText = lua_type(lua, a) == LUA_TSTRING;
+        spend(lua, isText ? 1 + lua_rawlen(lua, a) / kBytesInAStep : 1);
         return lua_compare(lua, a, b, LUA_OPLT) != 0;
     }
     spend(lua, kStepsForElement);
@@ -147,12 +151,13 @@ bool isLess(lua_State* lua, int a, int b) {
     return less;
 }
 
-/// Takes the topmost value into the heap in elements 1 to `count`, at `hole` or below.
-void siftDown(lua_State* lua, lua_Integer hole, lua_Integer count) {
+/// Takes the topmost value into the heap in elements `low` to `high`, at `hole` from 1 or below.
+void siftDown(lua_State* lua, lua_Integer low, lua_Integer hole, lua_Integer count) {
+    const lua_Integer before = low - 1;
     for (lua_Integer child = 2 * hole; child <= count; child = 2 * hole) {
-        lua_geti(lua, 1, child);
+        lua_geti(lua, 1, before + child);
         if (child < count) {
-            lua_geti(lua, 1, child + 1);
+            lua_geti(lua, 1, before + child + 1);
             const bool right = isLess(lua, -2, -1);
             if (right) ++child;
             lua_remove(lua, right ? -2 : -1);
@@ -161,29 +166,98 @@ void siftDown(lua_State* lua, lua_Integer hole, lua_Integer count) {
             lua_pop(lua, 1);
             break;
         }
-        lua_seti(lua, 1, hole);
+        lua_seti(lua, 1, before + hole);
         hole = child;
     }
-    lua_seti(lua, 1, hole);
+    lua_seti(lua, 1, before + hole);
 }
 
-/// A heap sort: its time is bounded whatever the comparison function says.
+/// A heap sort: its time is bounded whatever the elements and the comparison are.
+void sortByHeap(lua_State* lua, lua_Integer low, lua_Integer high) {
+    const lua_Integer count = high - low + 1;
+    for (lua_Integer i = count / 2; i >= 1; --i) {
+        lua_geti(lua, 1, low + i - 1);
+        siftDown(lua, low, i, count);
+    }
+    for (lua_Integer last = count; last > 1; --last) {
+        lua_geti(lua, 1, low + last - 1);
+        lua_geti(lua, 1, low);
+        lua_seti(lua, 1, low + last - 1);
+        siftDown(lua, low, 1, last - 1);
+    }
+}
+
+/// Puts the elements at `low` and `high` in order.
+void orderPair(lua_State* lua, lua_Integer low, lua_Integer high) {
+    lua_geti(lua, 1, low);
+    lua_geti(lua, 1, high);
+    if (isLess(lua, -1, -2)) {
+        lua_seti(lua, 1, low);
+        lua_seti(lua, 1, high);
+    } else {
+        lua_pop(lua, 2);
+    }
+}
+
+/// Moves what is less than the middle one of three elements before it, and what is greater behind
+/// it. Gives its place. A comparison that contradicts itself is an error, as in Lua.
+lua_Integer partition(lua_State* lua, lua_Integer low, lua_Integer high) {
+    lua_geti(lua, 1, high - 1);  // the middle one is there
+    lua_Integer i = low;
+    lua_Integer j = high - 1;
+    for (;;) {
+        while (lua_geti(lua, 1, ++i), isLess(lua, -1, -2)) {
+            if (i >= high - 1) luaL_error(lua, "invalid order function for sorting");
+            lua_pop(lua, 1);
+        }
+        while (lua_geti(lua, 1, --j), isLess(lua, -3, -1)) {
+            if (j < i) luaL_error(lua, "invalid order function for sorting");
+            lua_pop(lua, 1);
+        }
+        if (j < i) break;
+        lua_seti(lua, 1, i);
+        lua_seti(lua, 1, j);
+    }
+    lua_pop(lua, 1);
+    lua_seti(lua, 1, high - 1);
+    lua_seti(lua, 1, i);
+    return i;
+}
+
+/// Sorts as Lua does. After `depth` divisions the rest is sorted by a heap, so that no order of the
+/// elements makes the time grow with the square.
+void sortRange(lua_State* lua, lua_Integer low, lua_Integer high, int depth) {
+    while (low < high) {
+        orderPair(lua, low, high);
+        if (high - low == 1) return;
+        const lua_Integer middle = low + (high - low) / 2;
+        orderPair(lua, low, middle);
+        orderPair(lua, middle, high);
+        if (high - low == 2) return;
+        if (depth-- == 0) {
+            sortByHeap(lua, low, high);
+            return;
+        }
+        lua_geti(lua, 1, middle);
+        lua_geti(lua, 1, high - 1);
+        lua_seti(lua, 1, middle);
+        lua_seti(lua, 1, high - 1);
+        const lua_Integer place = partition(lua, low, high);
+        const bool isLeftLess = place - low < high - place;
+        isLeftLess ? sortRange(lua, low, place - 1, depth) : sortRange(lua, place + 1, high, depth);
+        (isLeftLess ? low : high) = isLeftLess ? place + 1 : place - 1;
+    }
+}
+
 int sort(lua_State* lua) {
+    checkStack(lua);
     const lua_Integer length = lengthToChange(lua);
     luaL_argcheck(lua, length < INT_MAX, 1, "array too big");
     if (!lua_isnoneornil(lua, 2)) luaL_checktype(lua, 2, LUA_TFUNCTION);
     lua_settop(lua, 2);
     luaL_checkstack(lua, 8, nullptr);
-    for (lua_Integer i = length / 2; i >= 1; --i) {
-        lua_geti(lua, 1, i);
-        siftDown(lua, i, length);
-    }
-    for (lua_Integer last = length; last > 1; --last) {
-        lua_geti(lua, 1, last);
-        lua_geti(lua, 1, 1);
-        lua_seti(lua, 1, last);
-        siftDown(lua, 1, last - 1);
-    }
+    sortRange(lua, 1, length,
+              2 * static_cast<int>(std::bit_width(static_cast<lua_Unsigned>(length))));
     return 0;
 }
 
