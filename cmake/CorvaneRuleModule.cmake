@@ -8,6 +8,8 @@ function(corvane_add_rule_module name)
     endif()
     add_library(${name} MODULE ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE Corvane::corvane ${arg_LIBRARIES})
+    # Without it GCC has the loader keep the module, and with it the library, until the process ends.
+    target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
     set_target_properties(${name} PROPERTIES
         PREFIX ""
         CXX_EXTENSIONS OFF

@@ -7,6 +7,7 @@
 #include <corvane/platform/ComponentRegistration.h>
 
 #include "emulation/Registry.h"
+#include "system/Lasting.h"
 #include "system/Modules.h"
 
 namespace corvane::emulation {
@@ -37,13 +38,13 @@ public:
     }
 
 private:
-    std::mutex mutex_;
+    static inline std::mutex mutex_;
     std::map<std::u16string, ModuleHandle> modules_;
 };
 
 LoadedModules& loadedModules() {
-    static LoadedModules& modules = *new LoadedModules;
-    return modules;
+    static Lasting<LoadedModules> modules;
+    return modules.get();
 }
 
 std::optional<std::u16string> classesText(std::u16string_view path) {

@@ -43,7 +43,7 @@ public:
 private:
     std::optional<std::u16string> settled();
 
-    std::mutex mutex_;
+    static inline std::mutex mutex_;
     std::optional<std::u16string> program_;
     bool failed_ = false;
 };

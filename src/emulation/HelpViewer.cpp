@@ -5,6 +5,7 @@
 #include "emulation/Help.h"
 #include "emulation/Registry.h"
 #include "system/Files.h"
+#include "system/Lasting.h"
 #include "system/Paths.h"
 #include "system/Programs.h"
 #include "system/Unicode.h"
@@ -51,9 +52,8 @@ std::vector<std::u16string> argumentsFor(std::u16string_view viewer, std::u16str
 }  // namespace
 
 HelpViewer& HelpViewer::ofProcess() {
-    // Never destroyed, so that a request during the end of the process finds it.
-    static HelpViewer& viewer = *new HelpViewer;
-    return viewer;
+    static Lasting<HelpViewer> viewer;
+    return viewer.get();
 }
 
 std::optional<std::u16string> HelpViewer::installed() {

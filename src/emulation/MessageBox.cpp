@@ -5,20 +5,17 @@
 #include <corvane/platform/MessageBox.h>
 
 #include "emulation/DefaultMessage.h"
+#include "system/Lasting.h"
 
 namespace corvane {
 namespace {
 
-// Never destroyed, so that a message during the end of the process finds it.
-MessageSink& currentSink() {
-    static MessageSink& sink = *new MessageSink;
-    return sink;
-}
+system::Lasting<MessageSink> currentSink;
 
 }  // namespace
 
 MessageSink SetMessageSink(MessageSink sink) {
-    return std::exchange(currentSink(), std::move(sink));
+    return std::exchange(currentSink.get(), std::move(sink));
 }
 
 namespace emulation {
@@ -26,7 +23,7 @@ namespace emulation {
 void messageBox(std::u16string_view text, std::u16string_view caption, unsigned style) {
     const Message message{text, caption, style};
     // A copy: the sink may replace itself while it runs.
-    if (const MessageSink sink = currentSink())
+    if (const MessageSink sink = currentSink.get())
         sink(message);
     else
         showDefaultMessage(message);

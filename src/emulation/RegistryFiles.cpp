@@ -13,6 +13,7 @@
 #include "system/Environment.h"
 #include "system/FileStamp.h"
 #include "system/Files.h"
+#include "system/Lasting.h"
 #include "system/Modules.h"
 #include "system/Paths.h"
 #include "system/TextLines.h"
@@ -95,7 +96,6 @@ std::shared_ptr<const RegistryTrees> readTrees(const std::vector<SourceFile>& fi
 }
 
 struct Cache {
-    std::mutex mutex;
     std::vector<SourceFile> files;
     std::shared_ptr<const RegistryTrees> trees;
 };
@@ -103,11 +103,12 @@ struct Cache {
 }  // namespace
 
 std::shared_ptr<const RegistryTrees> registryTrees() {
-    // Never destroyed, so that a look-up during the end of the process finds it.
-    static Cache& cache = *new Cache;
+    static std::mutex mutex;
+    static Lasting<Cache> lasting;
     // Stamped before they are read: a change in between shows at the next call.
     std::vector<SourceFile> files = sourceFiles();
-    const std::lock_guard lock(cache.mutex);
+    const std::lock_guard lock(mutex);
+    Cache& cache = lasting.get();
     if (!cache.trees || !isUnchanged(cache.files, files)) {
         cache.trees = readTrees(files);
         cache.files = std::move(files);

@@ -7,31 +7,28 @@
 #include <corvane/scriptrules/ScriptStatus.h>
 
 #include "emulation/Components.h"
+#include "system/Lasting.h"
 
 namespace corvane {
 namespace {
 
-// Never destroyed, so that a run during the end of the process finds it.
-ScriptRunObserver& currentObserver() {
-    static ScriptRunObserver& observer = *new ScriptRunObserver;
-    return observer;
-}
+system::Lasting<ScriptRunObserver> currentObserver;
 
 }  // namespace
 
 ScriptRunObserver SetScriptRunObserver(ScriptRunObserver observer) {
-    return std::exchange(currentObserver(), std::move(observer));
+    return std::exchange(currentObserver.get(), std::move(observer));
 }
 
 namespace scriptrules {
 
 bool isObserved() {
-    return static_cast<bool>(currentObserver());
+    return static_cast<bool>(currentObserver.get());
 }
 
 void notice(const ScriptRun& run) {
     // A copy: the observer may replace itself while it runs.
-    if (const ScriptRunObserver observer = currentObserver()) observer(run);
+    if (const ScriptRunObserver observer = currentObserver.get()) observer(run);
 }
 
 }  // namespace scriptrules

@@ -7,6 +7,8 @@
 namespace corvane::system {
 namespace {
 
+// Its destructor does nothing, so a file that is closed at the end of the process finds it.
+constinit FileOperations own;
 FileOperations* replacement = nullptr;
 
 }  // namespace
@@ -44,8 +46,6 @@ int FileOperations::unlink(const char* path) {
 }
 
 FileOperations& fileOperations() {
-    // Never destroyed, so that a file that is closed during the end of the process finds it.
-    static FileOperations& own = *new FileOperations;
     return replacement ? *replacement : own;
 }
 

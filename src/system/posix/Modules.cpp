@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 
+#include "system/Lasting.h"
 #include "system/Paths.h"
 #include "system/Unicode.h"
 #include "system/posix/ModuleFile.h"
@@ -78,17 +79,23 @@ std::u16string moduleFile(ModuleHandle module) {
     return fullPath(map->l_name);
 }
 
+namespace {
+
+std::u16string findOwnFile() {
+    Dl_info info{};
+    link_map* map = nullptr;
+    const bool found = ::dladdr1(reinterpret_cast<void*>(&ownModuleFile), &info,
+                                 reinterpret_cast<void**>(&map), RTLD_DL_LINKMAP) != 0;
+    return found && map ? fullPath(map->l_name) : std::u16string();
+}
+
+}  // namespace
+
 std::u16string ownModuleFile() {
     // Asked once: the loader may know the file by a path relative to the folder that was current at
     // the start.
-    static const std::u16string& file = *new std::u16string([] {
-        Dl_info info{};
-        link_map* map = nullptr;
-        const bool found = ::dladdr1(reinterpret_cast<void*>(&ownModuleFile), &info,
-                                     reinterpret_cast<void**>(&map), RTLD_DL_LINKMAP) != 0;
-        return found && map ? fullPath(map->l_name) : std::u16string();
-    }());
-    return file;
+    static Lasting<std::u16string> file(findOwnFile());
+    return file.get();
 }
 
 std::u16string installFolder() {
