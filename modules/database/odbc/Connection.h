@@ -18,7 +18,9 @@ public:
     explicit Connection(std::shared_ptr<Session> session) : session_(std::move(session)) {}
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
-    ~Connection() override { static_cast<void>(rollback()); }  // queries may hold the session for longer
+    ~Connection() override {
+        static_cast<void>(rollback());
+    }  // queries may hold the session for longer
 
     Outcome<std::unique_ptr<IQuery>> prepare(std::u16string_view statement) noexcept override;
     void setTimeout(int milliseconds) noexcept override;
