@@ -1,0 +1,2 @@
+-- a
+error("must run")
