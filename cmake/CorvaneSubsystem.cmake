@@ -19,9 +19,6 @@ function(corvane_add_test name)
     list(TRANSFORM arg_SUBSYSTEMS PREPEND corvane_)
     target_link_libraries(test_${name} PRIVATE
         corvane_compile corvane_headers ${arg_SUBSYSTEMS} ${arg_LIBRARIES} GTest::gmock GTest::gtest_main)
-    # GCC 12 sees the parts of a joined std::string overlap when it optimises, which they cannot.
-    target_compile_options(test_${name} PRIVATE
-        $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>)
     target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_compile_definitions(test_${name} PRIVATE
         CORVANE_BUILD_DIR="${PROJECT_BINARY_DIR}" CORVANE_TEST_DATA="${PROJECT_SOURCE_DIR}/tests")
