@@ -5,6 +5,8 @@
 #include <ostream>
 #include <string>
 
+#include "results/SarifWriter.h"
+
 namespace lint {
 
 namespace {
@@ -20,25 +22,8 @@ const char* gravityOf(const Code& code) {
     return code.isError ? "error" : "warning";
 }
 
-/// A path as a reference.
-std::string uriOf(const std::string& path) {
-    constexpr std::string_view kPlain = "-._~/";
-    constexpr char kDigits[] = "0123456789ABCDEF";
-    std::string uri = path.starts_with('/') ? "file://" : "";
-    for (const char unit : path) {
-        const auto byte = static_cast<unsigned char>(unit);
-        const bool isPlain = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
-                             (byte >= '0' && byte <= '9');
-        if (isPlain || kPlain.find(unit) != kPlain.npos)
-            uri += unit;
-        else
-            (uri += '%', uri += kDigits[byte >> 4U], uri += kDigits[byte & 15U]);
-    }
-    return uri;
-}
-
 Json locationOf(const Problem& problem) {
-    Json physical{{"artifactLocation", {{"uri", uriOf(problem.file)}}}};
+    Json physical{{"artifactLocation", {{"uri", results::uriOf(problem.file)}}}};
     if (problem.place.line > 0) {
         physical["region"] = {{"startLine", problem.place.line}};
         if (problem.place.column > 0) physical["region"]["startColumn"] = problem.place.column;

@@ -10,13 +10,6 @@
 
 namespace results {
 
-namespace {
-
-constexpr const char* kSchema =
-    "https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/sarif-schema-2.1.0.json";
-constexpr const char* kFingerprint = "corvaneFinding/v1";
-
-/// A path as a reference: relative as it is, absolute as a file's.
 std::string uriOf(const std::string& path) {
     constexpr std::string_view kPlain = "-._~/";
     constexpr char kDigits[] = "0123456789ABCDEF";
@@ -31,6 +24,12 @@ std::string uriOf(const std::string& path) {
     }
     return uri;
 }
+
+namespace {
+
+constexpr const char* kSchema =
+    "https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/sarif-schema-2.1.0.json";
+constexpr const char* kFingerprint = "corvaneFinding/v1";
 
 /// A message in which nothing is taken for a placeholder or a link.
 Json messageOf(const std::string& text) {
