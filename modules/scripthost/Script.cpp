@@ -19,7 +19,7 @@ using enum corvane::EngineStatus;
 namespace {
 
 /// What Lua needs at most for the levels of calls in C that it allows, 200, and the host for one
-/// function with a large frame. Measured: 150 KB.
+/// function with a large frame. Frame sizes add up to about 150 KB; the rest is a margin.
 constexpr std::uintptr_t kStackForLua = 262'144;
 constexpr const char* kNoStack =
     "the thread has less than 256 KB of stack left, which scripts need";
