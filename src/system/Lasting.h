@@ -15,7 +15,11 @@ public:
     explicit Lasting(Arguments&&... arguments) {
         std::construct_at(&content_, std::forward<Arguments>(arguments)...);
     }
-    ~Lasting() { content_ = Content(); }
+    ~Lasting() {
+        // Assignment may keep what the content holds, as texts do.
+        std::destroy_at(&content_);
+        std::construct_at(&content_);
+    }
     Lasting(const Lasting&) = delete;
     Lasting& operator=(const Lasting&) = delete;
 
