@@ -18,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::require(std::isfinite(meshengine::surfaceArea(mesh)), "an area is finite");
     fuzz::require(meshengine::isClosed(mesh) == meshengine::enclosedVolume(mesh).has_value(),
                   "a closed mesh has a volume");
-    const auto wall = meshengine::minimumWall(mesh);
-    fuzz::require(!wall || *wall >= 0, "a wall has a thickness");
+    const auto wall = meshengine::thinnestWall(mesh);
+    fuzz::require(!wall || wall->thickness >= 0, "a wall has a thickness");
     return 0;
 }

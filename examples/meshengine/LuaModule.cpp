@@ -6,15 +6,18 @@
 // functions that answer with plain values, and only the outermost frame raises.
 
 #include <cstdio>
-#include <cstdlib>
 #include <exception>
 #include <lua.hpp>
 #include <memory>
+#include <new>
 #include <optional>
-#include <utility>
+#include <string>
+#include <type_traits>
+
+#include <corvane/host/RunContext.h>
 
 #include "Measures.h"
-#include "MeshReader.h"
+#include "PartFile.h"
 
 #ifdef _WIN32
 #define MESHENGINE_EXPORT __declspec(dllexport)
@@ -25,9 +28,9 @@
 namespace {
 
 using meshengine::Mesh;
+using Part = std::shared_ptr<const Mesh>;
 
 constexpr const char* kPartType = "mesh.part";
-constexpr const char* kPartVariable = "CORVANE_PART";
 
 struct Failure {
     bool failed = false;
@@ -52,39 +55,33 @@ bool guarded(Failure& failure, Work work) noexcept {
     return !failure.failed;
 }
 
-bool load(const char* path, Mesh*& mesh, Failure& failure) noexcept {
+bool load(Part& part, Failure& failure) noexcept {
     return guarded(failure, [&] {
-        meshengine::ReadResult result = meshengine::readMesh(path);
-        if (result.mesh) {
-            mesh = std::make_unique<Mesh>(std::move(*result.mesh)).release();
-        } else {
-            failure.set(result.error.c_str());
-        }
+        const CStringW path = corvane::CurrentPartPath();
+        std::string error = "this run has no part";
+        if (!path.IsEmpty()) part = meshengine::readPart(path.ToUtf8(), error);
+        if (!part) failure.set(error.c_str());
     });
 }
 
 int openPart(lua_State* lua) {
-    const char* path = std::getenv(kPartVariable);
-    if (!path || !*path) return luaL_error(lua, "this run has no part");
-    auto** slot = static_cast<Mesh**>(lua_newuserdatauv(lua, sizeof(Mesh*), 0));
-    *slot = nullptr;
+    // An empty one holds nothing that would be lost if Lua raised before it has its metatable.
+    Part* slot = new (lua_newuserdatauv(lua, sizeof(Part), 0)) Part;
     luaL_setmetatable(lua, kPartType);
     Failure failure;
-    if (!load(path, *slot, failure)) return luaL_error(lua, "%s", failure.text);
+    if (!load(*slot, failure)) return luaL_error(lua, "%s", failure.text);
     return 1;
 }
 
 /// The part that a method was called on.
 const Mesh& self(lua_State* lua) {
-    const Mesh* mesh = *static_cast<Mesh**>(luaL_checkudata(lua, 1, kPartType));
+    const Mesh* mesh = static_cast<Part*>(luaL_checkudata(lua, 1, kPartType))->get();
     if (!mesh) luaL_error(lua, "this part is closed");
     return *mesh;
 }
 
 int close(lua_State* lua) {
-    auto** slot = static_cast<Mesh**>(luaL_checkudata(lua, 1, kPartType));
-    delete *slot;
-    *slot = nullptr;
+    static_cast<Part*>(luaL_checkudata(lua, 1, kPartType))->reset();
     return 0;
 }
 
@@ -119,11 +116,37 @@ int size(lua_State* lua) {
 int volume(lua_State* lua) {
     return pushNumber(lua, meshengine::enclosedVolume);
 }
-int minimumWall(lua_State* lua) {
-    return pushNumber(lua, meshengine::minimumWall);
-}
 int area(lua_State* lua) {
     return pushNumber(lua, meshengine::surfaceArea);
+}
+
+void pushPoint(lua_State* lua, const meshengine::Vector& point) {
+    lua_createtable(lua, 3, 0);
+    for (const int axis : {0, 1, 2}) {
+        lua_pushnumber(lua, point[static_cast<std::size_t>(axis)]);
+        lua_rawseti(lua, -2, axis + 1);
+    }
+}
+
+/// Pushes the thickness and the points on both sides; nil when the part has no wall to measure.
+int thinnest(lua_State* lua) {
+    const Mesh& mesh = self(lua);
+    Failure failure;
+    std::optional<meshengine::Wall> wall;
+    static_assert(std::is_trivially_destructible_v<decltype(wall)>);
+    if (!guarded(failure, [&] { wall = meshengine::thinnestWall(mesh); }))
+        return luaL_error(lua, "%s", failure.text);
+    if (!wall) {
+        lua_pushnil(lua);
+        return 1;
+    }
+    lua_pushnumber(lua, wall->thickness);
+    lua_createtable(lua, 2, 0);
+    pushPoint(lua, wall->from);
+    lua_rawseti(lua, -2, 1);
+    pushPoint(lua, wall->to);
+    lua_rawseti(lua, -2, 2);
+    return 2;
 }
 
 int triangles(lua_State* lua) {
@@ -142,8 +165,8 @@ int closed(lua_State* lua) {
 }
 
 constexpr luaL_Reg kMethods[] = {
-    {"size", size},     {"volume", volume},        {"area", area},    {"triangles", triangles},
-    {"closed", closed}, {"min_wall", minimumWall}, {nullptr, nullptr}};
+    {"size", size},     {"volume", volume},     {"area", area},    {"triangles", triangles},
+    {"closed", closed}, {"thinnest", thinnest}, {nullptr, nullptr}};
 
 constexpr luaL_Reg kFunctions[] = {{"part", openPart}, {nullptr, nullptr}};
 

@@ -23,8 +23,15 @@ inline bool isClosed(const Mesh& mesh) {
     return openEdges(mesh) == 0;
 }
 
+/// A place where the part is thin: straight from one side to the other.
+struct Wall {
+    double thickness = 0.0;
+    Vector from;  ///< The centre of a facet.
+    Vector to;    ///< On the other side.
+};
+
 /// An estimate of the thinnest wall: the shortest way from the centre of a facet, straight inward,
-/// to the other side. Nothing when no way inward meets one.
-std::optional<double> minimumWall(const Mesh& mesh);
+/// to the other side. Nothing when no way inward meets one; the first of equally thin ones.
+std::optional<Wall> thinnestWall(const Mesh& mesh);
 
 }  // namespace meshengine

@@ -1,13 +1,16 @@
+#include <string>
+
 #include "PartRules.h"
-#include "meshengine/MeshReader.h"
+#include "meshengine/PartFile.h"
 
 namespace partrules {
 
 void PartRule::check(corvane::RuleCheck& run) const {
     if (run.partPath().IsEmpty()) run.cannotJudge(u"no part is open");
-    const meshengine::ReadResult part = meshengine::readMesh(run.partPath().ToUtf8());
-    if (!part.mesh) run.cannotJudge(CStringW::FromUtf8(part.error));
-    measure(*part.mesh, run);
+    std::string error;
+    const auto mesh = meshengine::readPart(run.partPath().ToUtf8(), error);
+    if (!mesh) run.cannotJudge(CStringW::FromUtf8(error));
+    measure(*mesh, run);
 }
 
 }  // namespace partrules

@@ -15,6 +15,10 @@ constexpr corvane::ParameterDefinition kParameters[] = {
 };
 constexpr corvane::ParameterDefinition kOfAMaterial[] = {kParameters[0]};
 
+corvane::Point pointOf(const meshengine::Vector& vector) {
+    return {vector.x, vector.y, vector.z};
+}
+
 }  // namespace
 
 WallRule::WallRule(const corvane::RuleEntry& entry) : PartRule(entry, kParameters, kOfAMaterial) {}
@@ -22,15 +26,19 @@ WallRule::WallRule(const corvane::RuleEntry& entry) : PartRule(entry, kParameter
 void WallRule::measure(const meshengine::Mesh& mesh, corvane::RuleCheck& run) const {
     const auto material = value<CStringW>(kMaterial);
     const auto limit = valueFor<double>(material, kThinnestWall);
-    const std::optional<double> wall = meshengine::minimumWall(mesh);
+    const std::optional<meshengine::Wall> wall = meshengine::thinnestWall(mesh);
     if (!wall) run.cannotJudge(u"the part has no wall to measure");
-    if (*wall >= limit) return;
+    if (wall->thickness >= limit) return;
     corvane::Finding finding;
-    finding.message.Format(u"the thinnest wall is about %.2f mm, %s needs %.2f mm", *wall,
+    finding.message.Format(u"the thinnest wall is about %.2f mm, %s needs %.2f mm", wall->thickness,
                            material.IsEmpty() ? CStringW(u"the rule") : material, limit);
-    finding.measured = *wall;
+    finding.measured = wall->thickness;
     finding.limit = limit;
     finding.unit = u"mm";
+    finding.places.push_back({corvane::Place::Kind::Polyline,
+                              u"thinnest wall",
+                              {pointOf(wall->from), pointOf(wall->to)},
+                              {}});
     run.fail(finding);
 }
 

@@ -45,7 +45,7 @@ TEST_F(Doctor, FindsNothingWrongWithTheExamples) {
     EXPECT_EQ(result.status, 0) << result.out;
     for (const char* told :
          {"library +.*/libCorvaneFrameworku.so.*, version [0-9]", "language +english",
-          "script folder +.*/examples/scripts\n", "index +/.*/UserDefinedFile.xml, 5 rules\n",
+          "script folder +.*/examples/scripts\n", "index +/.*/UserDefinedFile.xml, 7 rules\n",
           "Thinnest wall +wall.lua\n", "module +.*/QorScriptHost.so\n",
           "mesh.tlb +/.*/mesh.tlb, version 1.0, locale 0\n", "partrules.so +/",
           "driver module +.*/QorSqliteDatabaseu.so\n"})

@@ -18,7 +18,7 @@ protected:
                                 "<Parameter Name='limit' Type='1'><Value>1.5</Value>"
                                 "</Parameter>" +
                                     kMeshEngine)));
-        corvane.folder.write("scripts/wall.lua", "return params.limit > mesh.part():min_wall()\n");
+        corvane.folder.write("scripts/wall.lua", "return params.limit > mesh.part():thinnest()\n");
     }
 
     Json problemsOf(const std::string& rules, std::vector<std::string> more = {}) const {
@@ -133,7 +133,7 @@ TEST_F(Lint, FindsNothingInWhatIsShipped) {
     const EnvironmentScope data("CORVANE_DATA_DIR", CORVANE_BUILD_DIR "/examples/data");
     const Json problems =
         ask({"--format", "json", examples + "rules/compiled.xml", examples + "rules/scripts.xml",
-             examples + "scripts/UserDefinedFile.xml"});
+             examples + "rules/walls.xml", examples + "scripts/UserDefinedFile.xml"});
     EXPECT_EQ(problems, Json::array()) << problems.dump(1);
 }
 

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <numbers>
@@ -9,6 +10,8 @@
 
 #include "meshengine/Measures.h"
 #include "meshengine/MeshReader.h"
+#include "meshengine/PartFile.h"
+#include "support/TemporaryFolder.h"
 
 namespace {
 
@@ -62,6 +65,10 @@ std::string binary(const Facets& facets, std::string header = "part") {
     return bytes;
 }
 
+double thicknessOf(const Mesh& mesh) {
+    return meshengine::thinnestWall(mesh).value_or(meshengine::Wall{-1, {}, {}}).thickness;
+}
+
 std::string text(const std::string& corner = "0 1 0") {
     return "solid part\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1 0 0\nvertex " +
            corner + "\nendloop\nendfacet\nendsolid part\n";
@@ -89,7 +96,7 @@ TEST(MeshMeasures, KnownSolidsHaveTheirKnownMeasures) {
         EXPECT_EQ(meshengine::openEdges(mesh), 0U);
         EXPECT_NEAR(meshengine::enclosedVolume(mesh).value_or(-1), volume, volume * 1e-9);
         EXPECT_NEAR(meshengine::surfaceArea(mesh), area, area * 1e-9);
-        EXPECT_NEAR(meshengine::minimumWall(mesh).value_or(-1), wall, 1e-9);
+        EXPECT_NEAR(thicknessOf(mesh), wall, 1e-9);
         EXPECT_NEAR(*meshengine::enclosedVolume(meshengine::weld(turned(facets))), -volume,
                     volume * 1e-9);
     }
@@ -117,7 +124,20 @@ TEST(MeshMeasures, OpenEdgesAreThoseThatTwoOppositeFacetsDoNotShare) {
         EXPECT_EQ(meshengine::openEdges(mesh), open);
         EXPECT_FALSE(meshengine::enclosedVolume(mesh));
     }
-    EXPECT_FALSE(meshengine::minimumWall(meshengine::weld(first))) << "nothing lies opposite";
+    EXPECT_FALSE(meshengine::thinnestWall(meshengine::weld(first))) << "nothing lies opposite";
+}
+
+TEST(MeshMeasures, TheThinnestWallGoesFromOneSideToTheOther) {
+    const Facets hollow = box({0, 0, 0}, {10, 10, 10}) + turned(box({3, 3, 3}, {9, 7, 7}));
+    const auto wall = meshengine::thinnestWall(meshengine::weld(hollow));
+    ASSERT_TRUE(wall);
+    EXPECT_EQ(std::min(wall->from.x, wall->to.x), 9);
+    EXPECT_EQ(std::max(wall->from.x, wall->to.x), 10);
+    for (const std::size_t axis : {1U, 2U}) {
+        EXPECT_EQ(wall->from[axis], wall->to[axis]);
+        EXPECT_GT(wall->from[axis], 3) << "beside the hollow the wall is thicker";
+        EXPECT_LT(wall->from[axis], 7);
+    }
 }
 
 /// A tube of thin facets: many rays, each of which must find its own opposite side.
@@ -138,7 +158,7 @@ TEST(MeshMeasures, TheThinnestWallOfAFineTubeIsFoundInTheTree) {
         quad(outer(i, 0), outer(i + 1, 0), outer(i + 1, 50), outer(i, 50));
         quad(inner(i + 1, 0), inner(i, 0), inner(i, 50), inner(i + 1, 50));
     }
-    EXPECT_NEAR(meshengine::minimumWall(meshengine::weld(facets)).value_or(-1), 1.5, 0.001);
+    EXPECT_NEAR(thicknessOf(meshengine::weld(facets)), 1.5, 0.001);
 }
 
 TEST(MeshReader, BothFormsOfOneFileGiveTheSameMesh) {
@@ -155,6 +175,35 @@ TEST(MeshReader, BothFormsOfOneFileGiveTheSameMesh) {
         for (std::size_t i = 0; i < 3; ++i)
             EXPECT_EQ(result.mesh->corner(0, i), triangle[i]);
     }
+}
+
+TEST(MeshReader, APartIsReadOnceUntilItsFileChanges) {
+    const TemporaryFolder folder;
+    const std::string path = folder.path("part.stl");
+    const auto past = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+    const auto read = [&](const std::string& bytes, std::filesystem::file_time_type written) {
+        folder.write("part.stl", bytes);
+        std::filesystem::last_write_time(path, written);
+        std::string error;
+        return meshengine::readPart(path, error);
+    };
+    const auto first = read(text("0 1 0"), past);
+    ASSERT_TRUE(first);
+    EXPECT_EQ(read(text("0 1 0"), past), first);
+
+    const auto heightOf = [](const Mesh& mesh) { return meshengine::boundingSize(mesh).y; };
+    EXPECT_EQ(heightOf(*read(text("0 20 0"), past)), 20) << "another size";
+    EXPECT_EQ(heightOf(*read(text("0 30 0"), past + std::chrono::seconds(1))), 30)
+        << "another time";
+    const auto now = std::filesystem::file_time_type::clock::now();
+    EXPECT_EQ(heightOf(*read(text("0 40 0"), now)), 40);
+    EXPECT_EQ(heightOf(*read(text("0 50 0"), now)), 50) << "the time proves nothing yet";
+    EXPECT_EQ(heightOf(*first), 1) << "whoever has a part keeps it";
+
+    std::filesystem::remove(path);
+    std::string error;
+    EXPECT_FALSE(meshengine::readPart(path, error));
+    EXPECT_EQ(error, path + ": no such file");
 }
 
 TEST(MeshReader, HostileBytesAreRefusedWithTheirPlace) {

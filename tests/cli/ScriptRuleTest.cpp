@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <filesystem>
 #include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
 
 #include "CommandLine.h"
 
@@ -135,6 +137,45 @@ TEST(ScriptRules, TheOptionsForFoldersWinOverTheEnvironment) {
     std::vector<std::string> other = folders;
     other.insert(other.end(), {"--part", CommandLine::part("housing")});
     EXPECT_EQ(corvane("run", other).status, 1) << "the other part is wider";
+}
+
+/// The bracket's upright wall lies between x = 0 and x = 1.2.
+TEST(ScriptRules, OneScriptServesThreeLimitsAndShowsTheWallAsTheCompiledRuleDoes) {
+    const CommandLine corvane;
+    const EnvironmentScope data("CORVANE_DATA_DIR", CORVANE_BUILD_DIR "/examples/data");
+    const std::string rules = CORVANE_TEST_DATA "/../examples/rules/";
+    const ProcessResult result =
+        corvane("run", {rules + "walls.xml", rules + "compiled.xml", "--rule", "*wall", "--part",
+                        CommandLine::part("bracket"), "--format", "json"});
+    EXPECT_EQ(result.status, 1);
+    const auto results = nlohmann::json::parse(result.out);
+    const struct {
+        const char* rule;
+        double limit;
+        bool passes;
+    } cases[] = {{"Thinnest wall", 1.5, false},
+                 {"Thinnest printed wall", 0.8, true},
+                 {"Thinnest cast wall", 1.27, false},
+                 {"Minimum wall", 1.5, false}};
+    const auto& judged = results.at("parts").at(0).at("rules");
+    ASSERT_EQ(judged.size(), std::size(cases));
+    for (std::size_t i = 0; i < judged.size(); ++i) {
+        SCOPED_TRACE(cases[i].rule);
+        EXPECT_EQ(judged[i].at("name"), cases[i].rule);
+        EXPECT_EQ(judged[i].at("verdict"), cases[i].passes ? "passed" : "failed");
+        if (cases[i].passes) continue;
+        const auto& finding = judged[i].at("findings").at(0);
+        EXPECT_EQ(finding.at("limit"), cases[i].limit);
+        EXPECT_NEAR(finding.at("measured").get<double>(), 1.2, 1e-9);
+        EXPECT_EQ(finding.at("unit"), "mm");
+        const auto& place = finding.at("places").at(0);
+        EXPECT_EQ(place.at("kind"), "polyline");
+        const auto points = place.at("points").get<std::vector<std::vector<double>>>();
+        ASSERT_EQ(points.size(), 2U);
+        EXPECT_NEAR(std::max(points[0][0], points[1][0]), 1.2, 1e-9);
+        EXPECT_NEAR(std::min(points[0][0], points[1][0]), 0, 1e-9);
+        EXPECT_GT(points[0][1], 3) << "above the foot";
+    }
 }
 
 TEST(ScriptRules, TheIndexDefinesARuleAndTheRuleFileItsSeverity) {

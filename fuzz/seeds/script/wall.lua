@@ -1,10 +1,13 @@
--- ABS does not fill thinner walls.
-local thinnest = 1.5 -- mm
-
-local wall = mesh.part():min_wall() -- nil when no facet has another side behind it
+-- Walls must be thick enough for how the part is made. The rule's parameters say how thick, and what needs it.
+local wall, sides = mesh.part():thinnest() -- nil when no facet has another side behind it
 if not wall then
-    return false, "the part has no wall to measure"
+    error("the part has no wall to measure")
 end
-if wall < thinnest then
-    return false, string.format("the thinnest wall is about %.2f mm, ABS needs %.2f mm", wall, thinnest)
+if wall < params.limit then
+    return false, {
+        message = string.format("the thinnest wall is about %.2f mm, %s needs %.2f mm",
+            wall, params.needed_by, params.limit),
+        measured = wall, limit = params.limit, unit = "mm",
+        at = {polyline = sides, label = "thinnest wall"},
+    }
 end
