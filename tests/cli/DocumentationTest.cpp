@@ -64,14 +64,13 @@ TEST(Documentation, ShowsWhatTheProgramPrints) {
     const EnvironmentScope registry("CORVANE_REGISTRY_DIR", examples + "registry");
     const EnvironmentScope log("QOR_EXECUTION_LOG", nullptr);
     const EnvironmentScope home("HOME", corvane.folder.path());
-    const EnvironmentScope path("PATH", CORVANE_BUILD_DIR
-                                "/bin:"
-                                "/usr/bin:/bin");
+    const EnvironmentScope path(
+        "PATH", CORVANE_BUILD_DIR "/bin:" CORVANE_BUILD_DIR "/docs/examples/host:/usr/bin:/bin");
     const std::string root = CORVANE_TEST_DATA "/..";
     std::filesystem::create_directory_symlink(root + "/examples", corvane.folder.path("examples"));
     int blocks = 0;
     for (const char* name :
-         {"command-line", "results", "waivers", "running-many-parts", "script-rules"}) {
+         {"command-line", "results", "waivers", "running-many-parts", "script-rules", "host"}) {
         const std::string page = TemporaryFolder::readFile(root + "/docs/" + name + ".md");
         writeFiles(page, corvane.folder);
         constexpr std::string_view kStart = "```\n$ ";
@@ -86,7 +85,7 @@ TEST(Documentation, ShowsWhatTheProgramPrints) {
             ++blocks;
         }
     }
-    EXPECT_GE(blocks, 19);
+    EXPECT_GE(blocks, 20);
 }
 
 }  // namespace
