@@ -18,10 +18,11 @@ void* operator new(std::size_t size) {
     if (void* place = std::malloc(size)) return place;
     throw std::bad_alloc();
 }
-void operator delete(void* place) noexcept {
+// Inlined, they would show the compiler a block of an operator new that it takes for another one.
+[[gnu::noinline]] void operator delete(void* place) noexcept {
     std::free(place);
 }
-void operator delete(void* place, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* place, std::size_t) noexcept {
     std::free(place);
 }
 
