@@ -1,5 +1,6 @@
 #include <csignal>
 #include <gtest/gtest.h>
+#include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -53,6 +54,25 @@ TEST(Programs, GetTheirArgumentsAndNothingElseOfTheProcess) {
     EXPECT_FALSE(sigismember(&mask, SIGTERM)) << "still blocked";
     ::signal(SIGPIPE, SIG_DFL);
     ::close(57);
+}
+
+// What looks after a program for its first moments may not do it in the host's memory, nor keep the
+// host's thread from its signals.
+TEST(Programs, AreLookedAfterOutsideOfTheProcess) {
+    const TemporaryFolder folder;
+    const std::string program =
+        writeProgram(folder, "program", "readlink /proc/$PPID/exe >&3; sleep 0.3");
+    static std::chrono::steady_clock::time_point told;
+    ::signal(SIGALRM, [](int) { told = std::chrono::steady_clock::now(); });
+    const itimerval soon{{0, 0}, {0, 20'000}};
+    const auto start = std::chrono::steady_clock::now();
+    ASSERT_EQ(::setitimer(ITIMER_REAL, &soon, nullptr), 0);
+    EXPECT_TRUE(startProgram(fromUtf8(program), {}, 10s));
+    EXPECT_LT(told - start, 250ms);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, 300ms);
+    ::signal(SIGALRM, SIG_DFL);
+    const std::string parent = startedIn(folder);
+    EXPECT_TRUE(parent.ends_with("/corvane-start\n")) << parent;
 }
 
 TEST(Programs, AreStartedByAThreadThatIsAskedToEnd) {
