@@ -38,8 +38,14 @@ CCorvaneFrameworkApp::~CCorvaneFrameworkApp() {
 
 bool CCorvaneFrameworkApp::InitInstance() {
     if (!CWinApp::InitInstance()) return false;
-    loadLanguageModule();
     currentApp = this;
+    try {
+        loadLanguageModule();
+    } catch (...) {
+        // Nothing may leave the start of a module: its loader would end the process. What has been
+        // loaded before the memory ran out serves.
+        return true;
+    }
     return true;
 }
 

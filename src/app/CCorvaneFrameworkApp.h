@@ -16,13 +16,13 @@
 /// every thread may read it.
 ///
 /// Nothing at start is fatal: where a language has no module, English stands in, and where that is
-/// missing too every text is empty.
+/// missing too, or there is no memory for it, every text is empty.
 class CCorvaneFrameworkApp : public CWinApp {
 public:
     CCorvaneFrameworkApp() = default;
     ~CCorvaneFrameworkApp() override;
 
-    /// Makes this object the library's one and loads the modules. Always true.
+    /// Makes this object the library's one and loads the modules. Always true; nothing is thrown.
     bool InitInstance() override;
     /// Frees the modules, with all texts.
     int ExitInstance() override;

@@ -72,6 +72,23 @@ TEST(Usage, WhatCannotBeUsedIsToldWithItsPlaceAndGivesStatusTwo) {
     }
 }
 
+TEST(Usage, MemoryThatRunsOutInALoadIsToldAndGivesStatusTwo) {
+    const CommandLine corvane;
+    const std::string name(200'000, 'a');
+    corvane.folder.write("big.xml", ruleFile("<Rule Name='" + name + "'/>"));
+    const EnvironmentScope module("LD_PRELOAD", SHORT_MEMORY);
+    const EnvironmentScope sanitizer("ASAN_OPTIONS", "verify_asan_link_order=0");
+    const std::vector<std::string> commands[] = {
+        {"show", "@big.xml"}, {"run", "@big.xml"}, {"save", "@big.xml", "@out.xml"}};
+    for (const std::vector<std::string>& command : commands) {
+        const ProcessResult result = corvane(command[0], {command.begin() + 1, command.end()});
+        EXPECT_EQ(result.status, 2) << command[0];
+        EXPECT_EQ(result.err, "corvane: the memory ran out\n") << command[0];
+        EXPECT_EQ(result.out, "") << command[0];
+    }
+    EXPECT_FALSE(corvane.folder.exists("out.xml"));
+}
+
 TEST(Usage, AnUnreadableFileDoesNotKeepTheOthersFromRunning) {
     const CommandLine corvane;
     corvane.folder.write("good.xml", ruleFile(moduleRule("Minimum wall")));

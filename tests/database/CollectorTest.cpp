@@ -82,6 +82,7 @@ TEST_F(Collector, SaysWhyADatabaseIsNotOpen) {
         {u"QORDatabaseu.dll", file(), ErrorCode::DriverNotLoaded, u"openQorDatabase"},
         {FAKE_DRIVER, u"nothing", ErrorCode::Failed, u"no reason"},
         {FAKE_DRIVER, u"x", ErrorCode::Unreachable, u"login failed"},
+        {FAKE_DRIVER, u"throws", ErrorCode::Failed, u"unknown type"},
         {kSqliteDriver, u"", ErrorCode::Missing, u"configured"},
         {kSqliteDriver, file("damaged.dat"), ErrorCode::Damaged, u""},
         {kSqliteDriver, file("folder.dat"), ErrorCode::CannotOpen, u"folder.dat"},
@@ -99,6 +100,18 @@ TEST_F(Collector, SaysWhyADatabaseIsNotOpen) {
         EXPECT_THAT(collector->open(), Fails(code));
     }
     EXPECT_EQ(folder.read("damaged.dat"), std::string(5000, 'x'));
+}
+
+TEST_F(Collector, LetsItsThreadBeCancelled) {
+    pthread_t thread;
+    void* ended = nullptr;
+    const auto open = [](void*) -> void* {
+        const CollectorScope collector(MSSQLConnectorData(FAKE_DRIVER, u"cancels"));
+        return nullptr;
+    };
+    ASSERT_EQ(::pthread_create(&thread, nullptr, open, nullptr), 0);
+    ASSERT_EQ(::pthread_join(thread, &ended), 0);
+    EXPECT_EQ(ended, PTHREAD_CANCELED);
 }
 
 TEST_F(Collector, ShowsNoPassword) {

@@ -1,11 +1,35 @@
+#include <cstdlib>
 #include <dlfcn.h>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <new>
 #include <string>
+#include <string_view>
 
 #include "support/EnvironmentScope.h"
 #include "support/TemporaryFolder.h"
+
+namespace {
+
+// Allocations that still succeed; negative for all.
+int allocationsLeft = -1;
+
+}  // namespace
+
+// Also the library's, once it is loaded. Out of line, or the compiler sees through pairs of them.
+[[gnu::noinline]] void* operator new(std::size_t size) {
+    void* const place = allocationsLeft == 0 ? nullptr : std::malloc(size ? size : 1);
+    if (!place) throw std::bad_alloc();
+    if (allocationsLeft > 0) --allocationsLeft;
+    return place;
+}
+[[gnu::noinline]] void operator delete(void* place) noexcept {
+    std::free(place);
+}
+[[gnu::noinline]] void operator delete(void* place, std::size_t) noexcept {
+    std::free(place);
+}
 
 namespace {
 
@@ -13,6 +37,8 @@ namespace {
 // it.
 constexpr const char* kGetBatchMode = "GetBatchModeStatus";
 constexpr const char* kSetBatchMode = "SetBatchModeStatus";
+constexpr const char* kResourceText = "_ZN7corvane12ResourceTextEj";
+constexpr unsigned kRuleNameAttr = 3000;
 
 bool isMapped(const std::string& part) {
     std::ifstream maps("/proc/self/maps");
@@ -42,6 +68,27 @@ TEST(Library, StartsAnewEachTimeItIsLoaded) {
         EXPECT_FALSE(isMapped("libCorvaneFrameworku")) << language;
         EXPECT_FALSE(isMapped("/Lang/")) << language;
     }
+}
+
+TEST(Library, StartsWithoutTextsWhereMemoryRunsOut) {
+    const TemporaryFolder registry;
+    const EnvironmentScope noKeys("CORVANE_REGISTRY_DIR", registry.path());
+    registry.write("user.reg", "REGEDIT4\n[HKEY_CURRENT_USER\\Software\\Other]\n\"a\"=\"b\"\n");
+    int poorStarts = 0;
+    for (bool hasText = false; !hasText; ++poorStarts) {
+        allocationsLeft = poorStarts;
+        void* const library = ::dlopen(CORVANE_LIBRARY, RTLD_NOW | RTLD_LOCAL);
+        allocationsLeft = -1;
+        ASSERT_NE(library, nullptr) << ::dlerror();
+        const auto text =
+            reinterpret_cast<std::u16string_view (*)(unsigned)>(::dlsym(library, kResourceText));
+        ASSERT_NE(text, nullptr);
+        hasText = text(kRuleNameAttr) == u"Name";
+        EXPECT_TRUE(hasText || text(kRuleNameAttr).empty());
+        EXPECT_EQ(::dlclose(library), 0);
+        ASSERT_FALSE(isMapped("libCorvaneFrameworku") || isMapped("/Lang/")) << poorStarts;
+    }
+    EXPECT_GT(poorStarts, 10);
 }
 
 }  // namespace

@@ -24,16 +24,22 @@ constexpr std::unique_ptr<Command> (*kMakers[])(CLI::App&) = {
     makeRunCommand,  makeLintCommand, makeMergeCommand,  makeShowCommand,   makeSaveCommand,
     makeUnitCommand, makeDbCommand,   makeDoctorCommand, makeWorkerCommand, makeLintWorkerCommand};
 
+constexpr const char* kNoMemory = "corvane: the memory ran out\n";
+
 /// Says why the program ends, of the exception that is being handled. It takes no memory, which may
 /// be what ran out.
 int giveUp() {
     try {
         throw;
     } catch (const _com_error& error) {
-        std::fprintf(stderr, "corvane: the library failed with 0x%08X\n",
-                     static_cast<unsigned>(error.Error()));
+        if (error.Error() == corvane::kErrorOutOfMemory) {
+            std::fputs(kNoMemory, stderr);
+        } else {
+            std::fprintf(stderr, "corvane: the library failed with 0x%08X\n",
+                         static_cast<unsigned>(error.Error()));
+        }
     } catch (const std::bad_alloc&) {
-        std::fputs("corvane: the memory ran out\n", stderr);
+        std::fputs(kNoMemory, stderr);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "corvane: %s\n", error.what());
     } catch (...) {

@@ -36,24 +36,24 @@ public:
 
     /// Closes the database and opens it anew, for instance when the server is back. Queries that
     /// were prepared before stay with the old connection.
-    virtual Status open() noexcept = 0;
+    virtual Status open() = 0;
 
     /// How long an operation waits for the lock of another process, at first 2000 ms.
     virtual void setTimeout(int milliseconds) noexcept = 0;
 
     /// Prepares one statement in the language of the database, with "?" for each parameter.
-    virtual Outcome<std::unique_ptr<IQuery>> prepare(std::u16string_view statement) noexcept = 0;
+    virtual Outcome<std::unique_ptr<IQuery>> prepare(std::u16string_view statement) = 0;
 
     /// Changes between begin and commit happen together or not at all. begin takes the right to
     /// write at once, so that a conflict shows here. Transactions don't nest.
-    virtual Status begin() noexcept = 0;
-    virtual Status commit() noexcept = 0;
-    virtual Status rollback() noexcept = 0;
+    virtual Status begin() = 0;
+    virtual Status commit() = 0;
+    virtual Status rollback() = 0;
 
     /// Makes or upgrades the reference tables. A database file that is new, empty or of this
     /// library gets them by itself when it is opened; a file with tables of a site's own and a
     /// database on a server only by this call. Not inside a transaction.
-    virtual Status installSchema() noexcept = 0;
+    virtual Status installSchema() = 0;
 
     /// The lookups of reference data; lives as long as the collector.
     virtual IReferenceData& reference() noexcept = 0;

@@ -21,21 +21,21 @@ public:
 
     /// Refuses with ErrorCode::BadQuery what is no single statement, what begins or ends a
     /// transaction or a savepoint, and on a file what opens another one (ATTACH, VACUUM INTO).
-    virtual Outcome<std::unique_ptr<IQuery>> prepare(std::u16string_view statement) noexcept = 0;
-    virtual Status begin() noexcept = 0;
-    virtual Status commit() noexcept = 0;
-    virtual Status rollback() noexcept = 0;
+    virtual Outcome<std::unique_ptr<IQuery>> prepare(std::u16string_view statement) = 0;
+    virtual Status begin() = 0;
+    virtual Status commit() = 0;
+    virtual Status rollback() = 0;
     virtual void setTimeout(int milliseconds) noexcept = 0;
     virtual bool readOnly() const noexcept = 0;
 
     /// The version of the reference tables: 0 for a database that holds nothing of this library,
     /// such as another program's file with a version of its own. Inside a transaction it is the
     /// version that the transaction sees.
-    virtual Outcome<int> schemaVersion() noexcept = 0;
+    virtual Outcome<int> schemaVersion() = 0;
     /// Notes the version, as part of the transaction that is open.
-    virtual Status setSchemaVersion(int version) noexcept = 0;
+    virtual Status setSchemaVersion(int version) = 0;
     /// True when there is no table at all, so that the reference tables cannot be in anybody's way.
-    virtual Outcome<bool> isEmpty() noexcept = 0;
+    virtual Outcome<bool> isEmpty() = 0;
 };
 
 /// What the collector asks a driver to open.
@@ -53,7 +53,7 @@ struct OpenRequest {
 /// exactly when `status` is an error.
 using OpenDatabaseFunction = void (*)(int interfaceVersion, const OpenRequest& request,
                                       std::unique_ptr<IDatabaseConnection>& connection,
-                                      Status& status) noexcept;
+                                      Status& status);
 inline constexpr const char* kOpenDatabaseName = "openQorDatabase";
 inline constexpr int kDriverInterfaceVersion = 1;
 

@@ -24,11 +24,11 @@ public:
 
     /// Runs the query from the start with these parameters, one for each "?" in their order. A
     /// query without result rows has done its work when this returns.
-    virtual Status execute(const std::vector<Value>& parameters) noexcept = 0;
+    virtual Status execute(const std::vector<Value>& parameters) = 0;
 
     /// Goes to the next row, at first to the first one. False after the last row, before the
     /// first execute, and when reading fails, which status() tells.
-    virtual bool next() noexcept = 0;
+    virtual bool next() = 0;
 
     /// The row that next() went to, valid until the next call on this object.
     virtual const Row& row() const noexcept = 0;

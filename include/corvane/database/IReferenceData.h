@@ -71,28 +71,28 @@ struct WallThickness {
 class IReferenceData {
 public:
     /// Drills in ascending order of diameter.
-    virtual Outcome<std::vector<DrillSize>> drillSizes(bool preferredOnly) noexcept = 0;
+    virtual Outcome<std::vector<DrillSize>> drillSizes(bool preferredOnly) = 0;
     /// The drill whose diameter is closest; of two equally close ones the smaller.
-    virtual Outcome<DrillSize> nearestDrill(double diameter, bool preferredOnly) noexcept = 0;
+    virtual Outcome<DrillSize> nearestDrill(double diameter, bool preferredOnly) = 0;
 
-    virtual Outcome<ThreadHole> thread(std::u16string_view designation) noexcept = 0;
+    virtual Outcome<ThreadHole> thread(std::u16string_view designation) = 0;
     /// Threads of this nominal diameter, coarsest pitch first.
-    virtual Outcome<std::vector<ThreadHole>> threads(double nominal) noexcept = 0;
-    virtual Outcome<ClearanceHole> clearanceHole(double nominal, ClearanceFit fit) noexcept = 0;
+    virtual Outcome<std::vector<ThreadHole>> threads(double nominal) = 0;
+    virtual Outcome<ClearanceHole> clearanceHole(double nominal, ClearanceFit fit) = 0;
 
     /// Materials in the order of their names.
-    virtual Outcome<std::vector<Material>> materials() noexcept = 0;
-    virtual Outcome<Material> material(std::u16string_view name) noexcept = 0;
+    virtual Outcome<std::vector<Material>> materials() = 0;
+    virtual Outcome<Material> material(std::u16string_view name) = 0;
 
     /// `material` names a material or a bend group.
     virtual Outcome<BendRadius> bendRadius(std::u16string_view material, double thickness,
-                                           BendDirection direction) noexcept = 0;
+                                           BendDirection direction) = 0;
 
     /// The row of this material, else the one for "any" material.
     virtual Outcome<WallThickness> minimumWall(std::u16string_view process,
-                                               std::u16string_view material) noexcept = 0;
+                                               std::u16string_view material) = 0;
     /// All rows, in the order of process and material.
-    virtual Outcome<std::vector<WallThickness>> minimumWalls() noexcept = 0;
+    virtual Outcome<std::vector<WallThickness>> minimumWalls() = 0;
 
 protected:
     ~IReferenceData() = default;

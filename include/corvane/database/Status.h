@@ -32,7 +32,9 @@ enum class ErrorCode {
     Failed,    ///< Anything else; the message says what.
 };
 
-/// The outcome of an operation without a value. No operation of a collector raises.
+/// The outcome of an operation without a value. No operation of a collector or a driver raises.
+/// What may pass through those that are not `noexcept` is the unwinding of a thread that is
+/// cancelled.
 struct [[nodiscard]] Status {
     ErrorCode code = ErrorCode::Ok;
     CStringW message;    ///< What is wrong, in English and for people; never holds a password.

@@ -63,7 +63,7 @@ ConnectionInfo Collector::connection() const noexcept {
     return info;
 }
 
-Status Collector::open() noexcept {
+Status Collector::open() {
     disconnect();
     status_ = guarded([this] { return masked(connect()); });
     if (!leavesOpen(status_.code)) disconnect();
@@ -157,11 +157,11 @@ Status Collector::masked(Status status) const {
 }
 
 template <typename Work>
-Status Collector::onConnection(Work&& work) noexcept {
+Status Collector::onConnection(Work&& work) {
     return guarded([&] { return connection_ ? masked(work(*connection_)) : notOpen(); });
 }
 
-Outcome<std::unique_ptr<IQuery>> Collector::prepare(std::u16string_view statement) noexcept {
+Outcome<std::unique_ptr<IQuery>> Collector::prepare(std::u16string_view statement) {
     return guarded([&]() -> Outcome<std::unique_ptr<IQuery>> {
         if (!connection_) return notOpen();
         Outcome<std::unique_ptr<IQuery>> query = connection_->prepare(statement);
@@ -170,19 +170,19 @@ Outcome<std::unique_ptr<IQuery>> Collector::prepare(std::u16string_view statemen
     });
 }
 
-Status Collector::begin() noexcept {
+Status Collector::begin() {
     return onConnection([](IDatabaseConnection& database) { return database.begin(); });
 }
 
-Status Collector::commit() noexcept {
+Status Collector::commit() {
     return onConnection([](IDatabaseConnection& database) { return database.commit(); });
 }
 
-Status Collector::rollback() noexcept {
+Status Collector::rollback() {
     return onConnection([](IDatabaseConnection& database) { return database.rollback(); });
 }
 
-Status Collector::installSchema() noexcept {
+Status Collector::installSchema() {
     return onConnection([this](IDatabaseConnection&) {
         Status status = settleSchema(true);
         if (status.ok()) status_ = status;

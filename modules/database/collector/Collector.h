@@ -20,14 +20,14 @@ public:
 
     const qor_db::Status& status() const noexcept override { return status_; }
     qor_db::ConnectionInfo connection() const noexcept override;
-    qor_db::Status open() noexcept override;
+    qor_db::Status open() override;
     void setTimeout(int milliseconds) noexcept override;
     qor_db::Outcome<std::unique_ptr<qor_db::IQuery>> prepare(
-        std::u16string_view statement) noexcept override;
-    qor_db::Status begin() noexcept override;
-    qor_db::Status commit() noexcept override;
-    qor_db::Status rollback() noexcept override;
-    qor_db::Status installSchema() noexcept override;
+        std::u16string_view statement) override;
+    qor_db::Status begin() override;
+    qor_db::Status commit() override;
+    qor_db::Status rollback() override;
+    qor_db::Status installSchema() override;
     qor_db::IReferenceData& reference() noexcept override { return reference_; }
 
 private:
@@ -39,7 +39,7 @@ private:
     qor_db::Outcome<bool> isOwnFile(int version);
     qor_db::Status notOpen() const;
     template <typename Work>
-    qor_db::Status onConnection(Work&& work) noexcept;
+    qor_db::Status onConnection(Work&& work);
     qor_db::Status masked(qor_db::Status status) const;
 
     const qor_db::IConnectorData::DATABASETYPE type_;

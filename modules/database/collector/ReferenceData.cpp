@@ -73,12 +73,12 @@ void ReferenceData::connect(IDatabaseConnection* database, Status reason) noexce
     lookups_.connect(database, std::move(reason));
 }
 
-Outcome<std::vector<DrillSize>> ReferenceData::drillSizes(bool preferredOnly) noexcept {
+Outcome<std::vector<DrillSize>> ReferenceData::drillSizes(bool preferredOnly) {
     return guarded(
         [&] { return lookups_.all<DrillSize>(Lookup::Drills, {preferredOnly ? 1 : 0}); });
 }
 
-Outcome<DrillSize> ReferenceData::nearestDrill(double diameter, bool preferredOnly) noexcept {
+Outcome<DrillSize> ReferenceData::nearestDrill(double diameter, bool preferredOnly) {
     return guarded([&]() -> Outcome<DrillSize> {
         if (const Status status = checkLength(diameter); !status.ok()) return status;
         std::vector<Value> parameters(4, std::min(diameter, kLargestDrill));
@@ -88,7 +88,7 @@ Outcome<DrillSize> ReferenceData::nearestDrill(double diameter, bool preferredOn
     });
 }
 
-Outcome<ThreadHole> ReferenceData::thread(std::u16string_view designation) noexcept {
+Outcome<ThreadHole> ReferenceData::thread(std::u16string_view designation) {
     return guarded([&]() -> Outcome<ThreadHole> {
         const CStringW key = threadKey(designation);
         const CStringW name = u"the thread " + quoted(designation);
@@ -102,7 +102,7 @@ Outcome<ThreadHole> ReferenceData::thread(std::u16string_view designation) noexc
     });
 }
 
-Outcome<std::vector<ThreadHole>> ReferenceData::threads(double nominal) noexcept {
+Outcome<std::vector<ThreadHole>> ReferenceData::threads(double nominal) {
     return guarded([&]() -> Outcome<std::vector<ThreadHole>> {
         if (const Status status = checkLength(nominal); !status.ok()) return status;
         Outcome<std::vector<ThreadHole>> found =
@@ -113,7 +113,7 @@ Outcome<std::vector<ThreadHole>> ReferenceData::threads(double nominal) noexcept
     });
 }
 
-Outcome<ClearanceHole> ReferenceData::clearanceHole(double nominal, ClearanceFit fit) noexcept {
+Outcome<ClearanceHole> ReferenceData::clearanceHole(double nominal, ClearanceFit fit) {
     return guarded([&]() -> Outcome<ClearanceHole> {
         if (const Status status = checkLength(nominal); !status.ok()) return status;
         const Outcome<Row> row = lookups_.first<Row>(Lookup::ClearanceHole, around(nominal),
@@ -130,11 +130,11 @@ Outcome<ClearanceHole> ReferenceData::clearanceHole(double nominal, ClearanceFit
     });
 }
 
-Outcome<std::vector<Material>> ReferenceData::materials() noexcept {
+Outcome<std::vector<Material>> ReferenceData::materials() {
     return guarded([&] { return lookups_.all<Material>(Lookup::Materials, {}); });
 }
 
-Outcome<Material> ReferenceData::material(std::u16string_view name) noexcept {
+Outcome<Material> ReferenceData::material(std::u16string_view name) {
     return guarded([&] {
         return lookups_.first<Material>(Lookup::Material, {folded(name)},
                                         u"the material " + quoted(name));
@@ -142,7 +142,7 @@ Outcome<Material> ReferenceData::material(std::u16string_view name) noexcept {
 }
 
 Outcome<BendRadius> ReferenceData::bendRadius(std::u16string_view material, double thickness,
-                                              BendDirection direction) noexcept {
+                                              BendDirection direction) {
     return guarded([&]() -> Outcome<BendRadius> {
         if (const Status status = checkLength(thickness); !status.ok()) return status;
         const CStringW key = folded(material);
@@ -163,7 +163,7 @@ Outcome<BendRadius> ReferenceData::bendRadius(std::u16string_view material, doub
 }
 
 Outcome<WallThickness> ReferenceData::minimumWall(std::u16string_view process,
-                                                  std::u16string_view material) noexcept {
+                                                  std::u16string_view material) {
     return guarded([&] {
         const bool any = material.empty() || folded(material) == u"any";
         return lookups_.first<WallThickness>(
@@ -172,7 +172,7 @@ Outcome<WallThickness> ReferenceData::minimumWall(std::u16string_view process,
     });
 }
 
-Outcome<std::vector<WallThickness>> ReferenceData::minimumWalls() noexcept {
+Outcome<std::vector<WallThickness>> ReferenceData::minimumWalls() {
     return guarded([&] { return lookups_.all<WallThickness>(Lookup::Walls, {}); });
 }
 

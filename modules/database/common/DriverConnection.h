@@ -13,8 +13,7 @@ using Opened = std::unique_ptr<IDatabaseConnection>;
 
 /// The body of a driver's export: `operation` gives an Outcome<Opened>.
 template <typename Operation>
-void open(int interfaceVersion, Opened& connection, Status& status,
-          const Operation& operation) noexcept {
+void open(int interfaceVersion, Opened& connection, Status& status, const Operation& operation) {
     connection.reset();
     Outcome<Opened> opened = guarded([&]() -> Outcome<Opened> {
         if (interfaceVersion != kDriverInterfaceVersion)
@@ -29,7 +28,7 @@ void open(int interfaceVersion, Opened& connection, Status& status,
 /// What the connections of all drivers share: the order of a transaction's operations.
 class DriverConnection : public IDatabaseConnection {
 public:
-    Status begin() noexcept final {
+    Status begin() final {
         return guarded([this] {
             if (inTransaction())
                 return failure(ErrorCode::BadTransaction, u"A transaction is open already.");
@@ -37,10 +36,10 @@ public:
             return beginTransaction();
         });
     }
-    Status commit() noexcept final {
+    Status commit() final {
         return guarded([this] { return inTransaction() ? commitTransaction() : noTransaction(); });
     }
-    Status rollback() noexcept final {
+    Status rollback() final {
         return guarded(
             [this] { return inTransaction() ? rollbackTransaction() : noTransaction(); });
     }

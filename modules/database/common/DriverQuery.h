@@ -11,7 +11,7 @@ namespace qor_db::driver {
 /// What the queries of all drivers share: the state of their results.
 class DriverQuery : public IQuery {
 public:
-    Status execute(const std::vector<Value>& parameters) noexcept final {
+    Status execute(const std::vector<Value>& parameters) final {
         row_ = Row();
         changedRows_ = 0;
         status_ = guarded([&] {
@@ -22,7 +22,7 @@ public:
         return guarded([this] { return status_; });
     }
 
-    bool next() noexcept final {
+    bool next() final {
         if (!reading_) return false;
         row_ = Row();
         const Outcome<bool> there = guarded([this] { return advance(row_); });

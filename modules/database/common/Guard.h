@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cxxabi.h>
 #include <exception>
 #include <new>
 #include <utility>
@@ -18,21 +19,27 @@ inline Status failureOf(ErrorCode code, const char* what) noexcept {
     status.code = code;
     try {
         status.message = CStringW::FromUtf8(what);
-    } catch (const std::exception&) {
+    } catch (...) {
         return status;
     }
     return status;
 }
 
-/// Runs an operation that gives a Status or an Outcome. What it raises becomes an error.
+/// Runs an operation that gives a Status or an Outcome. What it raises becomes an error, whatever
+/// its type, as nothing may be thrown from one module into another. Only the unwinding of a thread
+/// that is cancelled goes on, which nothing may stop.
 template <typename Operation>
-auto guarded(const Operation& operation) noexcept -> decltype(operation()) {
+auto guarded(const Operation& operation) -> decltype(operation()) {
     try {
         return operation();
     } catch (const std::bad_alloc&) {
         return failureOf(ErrorCode::OutOfMemory, "There is not enough memory.");
     } catch (const std::exception& exception) {
         return failureOf(ErrorCode::Failed, exception.what());
+    } catch (const abi::__forced_unwind&) {
+        throw;
+    } catch (...) {
+        return failureOf(ErrorCode::Failed, "An exception of an unknown type was raised.");
     }
 }
 

@@ -17,7 +17,7 @@ static_assert(kSchemaTable.size() == std::u16string_view(kSchemaTablePattern).si
 
 }  // namespace
 
-Outcome<std::unique_ptr<IQuery>> Connection::prepare(std::u16string_view statement) noexcept {
+Outcome<std::unique_ptr<IQuery>> Connection::prepare(std::u16string_view statement) {
     return driver::guarded([&] { return Query::prepare(session_, statement); });
 }
 
@@ -50,7 +50,7 @@ Outcome<bool> Connection::hasSchemaTable() {
     return there;
 }
 
-Outcome<int> Connection::schemaVersion() noexcept {
+Outcome<int> Connection::schemaVersion() {
     return driver::guarded([this]() -> Outcome<int> {
         const Outcome<bool> there = hasSchemaTable();
         if (!there) return there.status();
@@ -65,7 +65,7 @@ Outcome<int> Connection::schemaVersion() noexcept {
     });
 }
 
-Status Connection::setSchemaVersion(int version) noexcept {
+Status Connection::setSchemaVersion(int version) {
     return driver::guarded([&] {
         const Outcome<bool> there = hasSchemaTable();
         if (!there) return there.status();
@@ -79,7 +79,7 @@ Status Connection::setSchemaVersion(int version) noexcept {
     });
 }
 
-Outcome<bool> Connection::isEmpty() noexcept {
+Outcome<bool> Connection::isEmpty() {
     return driver::guarded([this]() -> Outcome<bool> {
         const Outcome<std::vector<CStringW>> names = tableNames(*session_, u"%");
         if (!names) return names.status();

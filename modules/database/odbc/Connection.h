@@ -22,12 +22,12 @@ public:
         static_cast<void>(rollback());
     }  // queries may hold the session for longer
 
-    Outcome<std::unique_ptr<IQuery>> prepare(std::u16string_view statement) noexcept override;
+    Outcome<std::unique_ptr<IQuery>> prepare(std::u16string_view statement) override;
     void setTimeout(int milliseconds) noexcept override;
     bool readOnly() const noexcept override { return session_->readOnly(); }
-    Outcome<int> schemaVersion() noexcept override;
-    Status setSchemaVersion(int version) noexcept override;
-    Outcome<bool> isEmpty() noexcept override;
+    Outcome<int> schemaVersion() override;
+    Status setSchemaVersion(int version) override;
+    Outcome<bool> isEmpty() override;
 
 private:
     bool inTransaction() const noexcept override { return session_->inTransaction(); }

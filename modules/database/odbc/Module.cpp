@@ -9,7 +9,7 @@ using namespace qor_db;
 
 CORVANE_MODULE_EXPORT void openQorDatabase(int interfaceVersion, const OpenRequest& request,
                                            std::unique_ptr<IDatabaseConnection>& connection,
-                                           Status& status) noexcept {
+                                           Status& status) {
     driver::open(interfaceVersion, connection, status, [&]() -> Outcome<driver::Opened> {
         Outcome<std::shared_ptr<odbc::Session>> session = odbc::Session::connect(request);
         if (!session) return session.status();

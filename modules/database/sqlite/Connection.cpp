@@ -18,7 +18,7 @@ Connection::~Connection() {
     static_cast<void>(rollback());
 }
 
-Outcome<std::unique_ptr<IQuery>> Connection::prepare(std::u16string_view statement) noexcept {
+Outcome<std::unique_ptr<IQuery>> Connection::prepare(std::u16string_view statement) {
     return driver::guarded([&] { return Query::prepare(database_, statement); });
 }
 
@@ -30,7 +30,7 @@ bool Connection::readOnly() const noexcept {
     return sqlite3_db_readonly(database_->handle(), "main") != 0;
 }
 
-Outcome<int> Connection::schemaVersion() noexcept {
+Outcome<int> Connection::schemaVersion() {
     return driver::guarded([this]() -> Outcome<int> {
         const Outcome<std::int64_t> mark = database_->number("PRAGMA application_id");
         if (!mark) return mark.status();
@@ -43,7 +43,7 @@ Outcome<int> Connection::schemaVersion() noexcept {
     });
 }
 
-Status Connection::setSchemaVersion(int version) noexcept {
+Status Connection::setSchemaVersion(int version) {
     return driver::guarded([&] {
         const Outcome<std::int64_t> mark = database_->number("PRAGMA application_id");
         const Outcome<std::int64_t> former = database_->number("PRAGMA user_version");
@@ -57,7 +57,7 @@ Status Connection::setSchemaVersion(int version) noexcept {
     });
 }
 
-Outcome<bool> Connection::isEmpty() noexcept {
+Outcome<bool> Connection::isEmpty() {
     return driver::guarded([this]() -> Outcome<bool> {
         const Outcome<std::int64_t> empty =
             database_->number("SELECT NOT EXISTS (SELECT 1 FROM sqlite_schema)");

@@ -16,12 +16,12 @@ public:
     Connection& operator=(const Connection&) = delete;
     ~Connection() override;
 
-    Outcome<std::unique_ptr<IQuery>> prepare(std::u16string_view statement) noexcept override;
+    Outcome<std::unique_ptr<IQuery>> prepare(std::u16string_view statement) override;
     void setTimeout(int milliseconds) noexcept override;
     bool readOnly() const noexcept override;
-    Outcome<int> schemaVersion() noexcept override;
-    Status setSchemaVersion(int version) noexcept override;
-    Outcome<bool> isEmpty() noexcept override;
+    Outcome<int> schemaVersion() override;
+    Status setSchemaVersion(int version) override;
+    Outcome<bool> isEmpty() override;
 
 private:
     bool inTransaction() const noexcept override { return database_->inTransaction; }

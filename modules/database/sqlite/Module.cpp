@@ -10,7 +10,7 @@ using namespace qor_db;
 
 CORVANE_MODULE_EXPORT void openQorDatabase(int interfaceVersion, const OpenRequest& request,
                                            std::unique_ptr<IDatabaseConnection>& connection,
-                                           Status& status) noexcept {
+                                           Status& status) {
     driver::open(interfaceVersion, connection, status, [&]() -> Outcome<driver::Opened> {
         Outcome<std::shared_ptr<sqlite::Database>> database = sqlite::openDatabase(request);
         if (!database) return database.status();
