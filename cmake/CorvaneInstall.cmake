@@ -20,3 +20,8 @@ install(FILES
     ${PROJECT_BINARY_DIR}/CorvaneConfigVersion.cmake
     ${PROJECT_SOURCE_DIR}/cmake/CorvaneRuleModule.cmake
     DESTINATION ${package_folder})
+
+# The registration of script host and engines, where the library reads the machine's registry by default.
+get_property(engine_keys GLOBAL PROPERTY CORVANE_ENGINE_KEYS)
+configure_file(${PROJECT_SOURCE_DIR}/modules/scripthost/machine.reg.in ${PROJECT_BINARY_DIR}/registry/machine.reg @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/registry/machine.reg DESTINATION registry)

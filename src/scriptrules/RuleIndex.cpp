@@ -1,12 +1,14 @@
 #include "scriptrules/RuleIndex.h"
 
 #include <algorithm>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include <corvane/app/StringResources.h>
 #include <corvane/scriptrules/RuleIndexScope.h>
+#include <corvane/scriptrules/ScriptFolderScope.h>
 #include <corvane/xml/QorXMLDocument.h>
 
 #include "config/FrameworkUtils.h"
@@ -104,8 +106,9 @@ public:
     }
 
     std::unique_ptr<QorXMLNode> find(const CStringW& path, const CStringW& name) {
-        if (!index_ || !index_->file.isCurrent(path)) index_ = std::make_unique<Index>(path);
-        return index_->entries ? counted(index_->entries->find(name)) : nullptr;
+        std::unique_ptr<Index>& index = indexes_[path];
+        if (!index || !index->file.isCurrent(path)) index = std::make_unique<Index>(path);
+        return index->entries ? counted(index->entries->find(name)) : nullptr;
     }
 
 private:
@@ -125,17 +128,20 @@ private:
     };
 
     std::optional<Configuration> configuration_;
-    std::unique_ptr<Index> index_;
+    std::map<CStringW, std::unique_ptr<Index>> indexes_;  // of each script folder
 };
 
 namespace {
 
 // What the outermost scope of this thread keeps.
 thread_local RuleIndexCache* currentCache = nullptr;
+// The folder of the innermost scope that names one.
+thread_local const CStringW* currentFolder = nullptr;
 
 }  // namespace
 
 std::optional<CStringW> scriptFolder() {
+    if (currentFolder) return *currentFolder;
     return currentCache ? currentCache->folder() : config::scriptFolder();
 }
 
@@ -163,6 +169,15 @@ RuleIndexScope::RuleIndexScope() {
 
 RuleIndexScope::~RuleIndexScope() {
     if (cache_) scriptrules::currentCache = nullptr;
+}
+
+ScriptFolderScope::ScriptFolderScope(CStringW folder)
+    : folder_(std::move(folder)), former_(scriptrules::currentFolder) {
+    if (!folder_.IsEmpty()) scriptrules::currentFolder = &folder_;
+}
+
+ScriptFolderScope::~ScriptFolderScope() {
+    scriptrules::currentFolder = former_;
 }
 
 }  // namespace corvane

@@ -9,6 +9,9 @@
 #include "emulation/Components.h"
 #include "emulation/Registry.h"
 #include "emulation/TypeLibrary.h"
+#include "system/Files.h"
+#include "system/Modules.h"
+#include "system/Paths.h"
 
 using corvane::RegisteredTypeLibrary;
 using corvane::emulation::RegistryKey;
@@ -49,6 +52,18 @@ std::optional<CStringW> countingVersion(const std::vector<CStringW>& versions) {
     return std::nullopt;
 }
 
+// An installation registers its own type libraries by paths from the library's folder, so that it
+// can be moved. Where no such file is there, the path counts as it stands.
+CStringW foundFile(std::u16string_view registered) {
+    namespace system = corvane::system;
+    const bool isRelative = !registered.empty() && registered.find(u':') == registered.npos &&
+                            registered.front() != u'/' && registered.front() != u'\\';
+    if (!isRelative) return CStringW(registered);
+    const std::u16string file =
+        system::join(system::parentFolder(system::ownModuleFile()), registered);
+    return CStringW(system::pathExists(file) ? std::u16string_view(file) : registered);
+}
+
 // False when there is none for 64-bit use, with `path` untouched, or one that is too long, with
 // `path` empty. A registration with an empty path, or with none, is one all the same.
 bool readFile(const CStringW& guid, const CStringW& version, const CStringW& locale,
@@ -59,7 +74,7 @@ bool readFile(const CStringW& guid, const CStringW& version, const CStringW& loc
     if (!key) return false;
     const auto file = key->defaultText();
     const bool fits = file && file->size() <= kLongestPath;
-    path = fits ? file->c_str() : u"";
+    path = fits ? foundFile(file->c_str()) : CStringW();
     return fits;
 }
 

@@ -8,6 +8,7 @@
 // outlive it.
 
 std::unique_ptr<Command> makeRunCommand(CLI::App& program);
+std::unique_ptr<Command> makeCheckCommand(CLI::App& program);
 std::unique_ptr<Command> makeWorkerCommand(CLI::App& program);
 std::unique_ptr<Command> makeLintCommand(CLI::App& program);
 std::unique_ptr<Command> makeLintWorkerCommand(CLI::App& program);

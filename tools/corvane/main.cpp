@@ -21,8 +21,9 @@ constexpr const char* kFooter =
 
 // In the order of the help.
 constexpr std::unique_ptr<Command> (*kMakers[])(CLI::App&) = {
-    makeRunCommand,  makeLintCommand, makeMergeCommand,  makeShowCommand,   makeSaveCommand,
-    makeUnitCommand, makeDbCommand,   makeDoctorCommand, makeWorkerCommand, makeLintWorkerCommand};
+    makeCheckCommand,  makeRunCommand,    makeLintCommand,      makeMergeCommand,
+    makeShowCommand,   makeSaveCommand,   makeUnitCommand,      makeDbCommand,
+    makeDoctorCommand, makeWorkerCommand, makeLintWorkerCommand};
 
 constexpr const char* kNoMemory = "corvane: the memory ran out\n";
 

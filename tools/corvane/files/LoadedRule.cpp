@@ -9,7 +9,7 @@
 #include <corvane/platform/ComError.h>
 #include <corvane/rules/CConcreteFailedRule.h>
 #include <corvane/rules/CQorDataTypeConverter.h>
-#include <corvane/xml/XMLFault.h>
+#include <corvane/scriptrules/ScriptFolderScope.h>
 
 #include "Text.h"
 #include "files/ScriptRule.h"
@@ -89,9 +89,12 @@ void readRule(LoadedRule& loaded, QorXMLNode& element, RuleModules& modules) {
 
 }  // namespace
 
-LoadedRule loadRule(QorXMLNode& element, RuleModules& modules) {
+LoadedRule loadRule(const RuleFile& file, QorLong index, RuleModules& modules) {
+    QorXMLNode& element = file.element(index);
     LoadedRule loaded;
-    loaded.line = corvane::XMLLine(element);
+    loaded.line = file.line(index);
+    loaded.scriptFolder = file.scriptFolder(index);
+    const corvane::ScriptFolderScope scripts(loaded.scriptFolder);
     try {
         readRule(loaded, element, modules);
     } catch (const _com_error& error) {

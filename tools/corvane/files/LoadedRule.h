@@ -25,6 +25,7 @@ struct LoadedRule {
     std::unique_ptr<CQorRule, RuleDeleter> rule;  ///< Never null; a failed rule for Nowhere.
     RuleOrigin origin = RuleOrigin::Nowhere;
     QorLong line = 0;                ///< Of its element in the rule file.
+    CStringW scriptFolder;           ///< Of its script; empty for the configured folder.
     bool isRefused = false;          ///< The rule asks for what this program does not do.
     std::vector<CStringW> problems;  ///< In a user's words.
 
@@ -36,5 +37,6 @@ struct LoadedRule {
     bool isScript() const { return origin == RuleOrigin::Index || origin == RuleOrigin::RuleFile; }
 };
 
-/// Makes the rule that an element describes. Whatever is wrong with it stands in the result.
-LoadedRule loadRule(QorXMLNode& element, RuleModules& modules);
+/// Makes the rule that an element of a file describes. Whatever is wrong with it stands in the
+/// result.
+LoadedRule loadRule(const RuleFile& file, QorLong index, RuleModules& modules);

@@ -1,10 +1,22 @@
 #include "files/RuleFile.h"
 
+#include <algorithm>
+#include <filesystem>
+
 #include <corvane/app/StringResources.h>
+#include <corvane/rules/ChildElements.h>
+#include <corvane/xml/XMLFault.h>
 
 #include "Text.h"
+#include "files/ShippedRules.h"
 
 namespace {
+
+namespace fs = std::filesystem;
+using namespace corvane::resource;
+
+/// Files that include each other must end.
+constexpr std::size_t kDeepestInclude = 16;
 
 CStringW placeText(const CStringW& path, QorLong line) {
     CStringW text = path;
@@ -12,38 +24,175 @@ CStringW placeText(const CStringW& path, QorLong line) {
     return text;
 }
 
-}  // namespace
-
-std::unique_ptr<RuleFile> RuleFile::load(const CStringW& path, Console& console) {
-    const CStringW ruleName = corvane::ResourceText(corvane::resource::kRuleNode);
-    if (ruleName.IsEmpty()) {
-        console.report(path +
-                       u": the language module of this installation, which holds the names "
-                       u"in rule files, cannot be loaded; \"corvane doctor\" tells more");
-        return nullptr;
-    }
-    std::unique_ptr<RuleFile> file(new RuleFile);
-    file->path_ = path;
-    file->root_ = file->document_.LoadFromFile(path);
-    if (!file->root_) {
-        console.report(faultText(path, corvane::LastXMLFault(file->document_)));
-        return nullptr;
-    }
-    file->elements_.reset(file->root_->GetNodeList(ruleName));
-    if (file->size() > 0) return file;
+CStringW textOf(const QorXMLNode& element, const char16_t* name) {
     CStringW text;
-    text.Format(u"%s: no rule: its document element <%s> has no child <%s>", path,
-                file->root_->GetNodeName(), ruleName);
-    console.report(text);
-    return nullptr;
+    element.GetAttributeValue(name, text);
+    return text;
 }
 
-CStringW RuleFile::place(QorLong index) const {
-    return placeOf(corvane::XMLLine(element(index)));
+void takeAttribute(QorXMLNode& element, const QorXMLNode& base, std::uint32_t number) {
+    const CStringW name = corvane::ResourceText(number);
+    CStringW text;
+    if (!element.GetAttributeValue(name, text) && base.GetAttributeValue(name, text))
+        element.AddAttribute(name, text);
+}
+
+/// Adds the children of one name that `base` has and the element lacks, told apart by an attribute.
+void takeChildren(QorXMLNode& element, const QorXMLNode& base, const char16_t* name,
+                  const char16_t* key) {
+    std::vector<CStringW> known;
+    for (const QorXMLNode& child : corvane::ChildElements(element, name))
+        known.push_back(textOf(child, key));
+    for (const QorXMLNode& child : corvane::ChildElements(base, name)) {
+        const CStringW value = textOf(child, key);
+        const bool isKnown = std::ranges::any_of(
+            known, [&value](const CStringW& one) { return one.CompareNoCase(value) == 0; });
+        if (isKnown) continue;
+        const std::unique_ptr<QorXMLNode> copy(child.CloneNode());
+        element.AppendNode(copy.get());
+    }
+}
+
+/// What the element does not say, the included one says.
+void inherit(QorXMLNode& element, const QorXMLNode& base) {
+    for (const std::uint32_t attribute : {kRuleSeverityAttr, kRuleFileAttr})
+        takeAttribute(element, base, attribute);
+    takeChildren(element, base, u"Parameter", u"Type");
+    takeChildren(element, base, u"Constraint", u"Value");
+}
+
+}  // namespace
+
+/// Reads a file and those that it includes. What is wrong with one of them ends the reading.
+class RuleFileReader {
+public:
+    CStringW problem;
+
+    std::unique_ptr<RuleFile> read(const CStringW& path) {
+        std::unique_ptr<RuleFile> file(new RuleFile);
+        file->path_ = path;
+        QorXMLDocument document;
+        const QorXMLNode* root = document.LoadFromFile(path);
+        if (!root) return fail(faultText(path, corvane::LastXMLFault(document)));
+        file->root_ = *root;
+        const CStringW ruleName = corvane::ResourceText(kRuleNode);
+        if (!include(*file) || !exclude(*file)) return nullptr;
+        const CStringW scripts = shipped::scriptFolderFor(fs::path(path.Std())).u16string();
+        for (const QorXMLNode& element : corvane::ChildElements(file->root_, ruleName))
+            place(*file, {element, attributeText(element, kRuleNameAttr), scripts,
+                          corvane::XMLLine(element), false});
+        if (file->size() > 0) return file;
+        CStringW text;
+        text.Format(u"%s: no rule: its document element <%s> has no child <%s>", path,
+                    file->root_.GetNodeName(), ruleName);
+        return fail(text);
+    }
+
+private:
+    std::unique_ptr<RuleFile> fail(const CStringW& text) {
+        problem = text;
+        return nullptr;
+    }
+
+    bool failAt(const CStringW& path, const QorXMLNode& element, const CStringW& text) {
+        problem = placeText(path, corvane::XMLLine(element)) + u": " + text;
+        return false;
+    }
+
+    static auto find(std::vector<RuleFile::Rule>& rules, const CStringW& name) {
+        return std::ranges::find_if(rules, [&name](const RuleFile::Rule& rule) {
+            return rule.name.CompareNoCase(name) == 0;
+        });
+    }
+
+    bool include(RuleFile& file) {
+        for (const QorXMLNode& element : corvane::ChildElements(file.root_, u"Include")) {
+            const CStringW set = textOf(element, u"Set");
+            const CStringW name = textOf(element, u"File");
+            if (set.IsEmpty() == name.IsEmpty())
+                return failAt(file.path_, element, u"an <Include> has a Set or a File");
+            const fs::path from = set.IsEmpty() ? fs::path(file.path_.Std()).parent_path() /
+                                                      fs::path(shownPath(name).Std())
+                                                : shipped::fileOf(set.ToUtf8());
+            if (from.empty())
+                return failAt(file.path_, element,
+                              u"the installation has no rule set \"" + set + u"\"");
+            if (++depth_ > kDeepestInclude)
+                return failAt(file.path_, element, u"files include each other too deep");
+            const CStringW path(from.u16string());
+            const std::unique_ptr<RuleFile> other = read(path);
+            --depth_;
+            if (!other) {
+                problem = placeText(file.path_, corvane::XMLLine(element)) + u": " + problem;
+                return false;
+            }
+            file.included_.push_back(path);
+            std::ranges::copy(other->included_, std::back_inserter(file.included_));
+            for (RuleFile::Rule& rule : other->rules_) {
+                if (find(file.rules_, rule.name) != file.rules_.end()) continue;
+                rule.line = corvane::XMLLine(element);
+                rule.isIncluded = true;
+                file.rules_.push_back(std::move(rule));
+            }
+        }
+        return true;
+    }
+
+    bool exclude(RuleFile& file) {
+        for (const QorXMLNode& element : corvane::ChildElements(file.root_, u"Exclude")) {
+            const CStringW name = textOf(element, u"Name");
+            const auto rule = find(file.rules_, name);
+            if (rule == file.rules_.end())
+                return failAt(file.path_, element, u"no included rule is called \"" + name + u"\"");
+            file.rules_.erase(rule);
+        }
+        return true;
+    }
+
+    static void place(RuleFile& file, RuleFile::Rule rule) {
+        const auto included = find(file.rules_, rule.name);
+        if (included == file.rules_.end() || !included->isIncluded) {
+            file.own_.push_back(file.size());
+            file.rules_.push_back(std::move(rule));
+            return;
+        }
+        file.own_.push_back(static_cast<QorLong>(included - file.rules_.begin()));
+        if (attributeText(rule.element, kRuleFileAttr).IsEmpty()) {
+            inherit(rule.element, included->element);
+            rule.scriptFolder = included->scriptFolder;
+        }
+        *included = std::move(rule);
+    }
+
+    std::size_t depth_ = 0;
+};
+
+std::unique_ptr<RuleFile> RuleFile::load(const CStringW& path, CStringW& problem) {
+    if (corvane::ResourceText(kRuleNode).empty()) {
+        problem = path +
+                  u": the language module of this installation, which holds the names "
+                  u"in rule files, cannot be loaded; \"corvane doctor\" tells more";
+        return nullptr;
+    }
+    RuleFileReader reader;
+    std::unique_ptr<RuleFile> file = reader.read(path);
+    problem = reader.problem;
+    return file;
+}
+
+std::unique_ptr<RuleFile> RuleFile::load(const CStringW& path, Console& console) {
+    CStringW problem;
+    std::unique_ptr<RuleFile> file = load(path, problem);
+    if (!file) console.report(problem);
+    return file;
 }
 
 CStringW RuleFile::placeOf(QorLong line) const {
     return placeText(path_, line);
+}
+
+CStringW RuleFile::title() const {
+    return textOf(root_, u"Title");
 }
 
 CStringW faultText(const CStringW& path, const corvane::XMLFault& fault) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include <corvane/text/CStringW.h>
 #include <corvane/xml/QorXMLDocument.h>
@@ -8,29 +9,57 @@
 
 #include "Console.h"
 
-/// A rule file that was read: the rule elements below its document element.
+/// A rule file that was read: the rule elements below its document element, those of the files that
+/// it includes before its own.
+///
+/// `<Include Set="milling"/>` takes the rules of a set of the installation, `<Include
+/// File="shop.xml"/>` those of a file beside this one, and `<Exclude Name="..."/>` drops one of
+/// them. A rule of this file whose name an included rule has takes that one's place. Without a
+/// `File` of its own it is the same rule with other values: what it does not say, the included one
+/// says. Of two included rules of one name the first counts.
 class RuleFile {
 public:
     /// Null when the file cannot be read or holds no rule; the reason is reported with its place.
     static std::unique_ptr<RuleFile> load(const CStringW& path, Console& console);
+    /// The same with the reason in `problem`.
+    static std::unique_ptr<RuleFile> load(const CStringW& path, CStringW& problem);
 
     const CStringW& path() const { return path_; }
-    QorLong size() const { return elements_->GetSize(); }
+    QorLong size() const { return static_cast<QorLong>(rules_.size()); }
     /// The element at an index below size(); it stays the file's.
-    QorXMLNode& element(QorLong index) const { return *(*elements_)[index]; }
-    /// "FILE:LINE" of that element.
-    CStringW place(QorLong index) const;
+    QorXMLNode& element(QorLong index) const { return at(index).element; }
+    /// "FILE:LINE" of that element, or of the <Include> that brings it.
+    CStringW place(QorLong index) const { return placeOf(line(index)); }
+    QorLong line(QorLong index) const { return at(index).line; }
     /// The same of a line; the file alone for line 0.
     CStringW placeOf(QorLong line) const;
-    CStringW rootName() const { return root_->GetNodeName(); }
+    /// Where the definition and the script of that element are; empty for the configured folder.
+    const CStringW& scriptFolder(QorLong index) const { return at(index).scriptFolder; }
+    CStringW rootName() const { return root_.GetNodeName(); }
+    /// What the document element says of the file in its attribute Title.
+    CStringW title() const;
+    /// The indexes of this file's own rules, in its order.
+    const std::vector<QorLong>& own() const { return own_; }
+    /// The files that this one includes, in the order in which they are read.
+    const std::vector<CStringW>& included() const { return included_; }
 
 private:
+    friend class RuleFileReader;
+    struct Rule {
+        mutable QorXMLNode element;
+        CStringW name, scriptFolder;
+        QorLong line = 0;
+        bool isIncluded = false;
+    };
+
     RuleFile() = default;
+    const Rule& at(QorLong index) const { return rules_[static_cast<std::size_t>(index)]; }
 
     CStringW path_;
-    QorXMLDocument document_;
-    QorXMLNode* root_ = nullptr;
-    std::unique_ptr<QorXMLNodeList> elements_;
+    QorXMLNode root_;
+    std::vector<Rule> rules_;
+    std::vector<QorLong> own_;
+    std::vector<CStringW> included_;
 };
 
 /// "FILE:LINE:COLUMN: message", as far as the place is known.

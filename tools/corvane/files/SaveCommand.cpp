@@ -45,6 +45,11 @@ std::unique_ptr<QorXMLNode> writtenForm(LoadedRule& loaded) {
 int saveRules(const SaveOptions& options, Console& console) {
     const std::unique_ptr<RuleFile> file = RuleFile::load(options.ruleFile, console);
     if (!file) return kUnusable;
+    if (!file->included().empty()) {
+        console.report(options.ruleFile +
+                       u": it includes other files, which a file of whole rules cannot say");
+        return kUnusable;
+    }
 
     RuleModules modules(options.folders.modules);
     QorXMLDocument document;
@@ -54,7 +59,7 @@ int saveRules(const SaveOptions& options, Console& console) {
     bool whole = true;
     for (QorLong i = 0; i < file->size(); ++i) {
         const MessageScope messages(console, file->place(i));
-        LoadedRule loaded = loadRule(file->element(i), modules);
+        LoadedRule loaded = loadRule(*file, i, modules);
         std::unique_ptr<QorXMLNode> element = writtenForm(loaded);
         // A rule that cannot be made is not lost: its element goes over as it stands.
         if (!element) element.reset(file->element(i).CloneNode());

@@ -117,7 +117,7 @@ int showRules(const ShowOptions& options, Console& console) {
     bool whole = true;
     for (QorLong i = 0; i < file->size(); ++i) {
         const MessageScope scope(console, file->place(i));
-        const LoadedRule loaded = loadRule(file->element(i), modules);
+        const LoadedRule loaded = loadRule(*file, i, modules);
         RuleSheet(loaded, console).print();
         whole = whole && loaded.problems.empty();
     }

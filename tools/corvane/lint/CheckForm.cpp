@@ -18,6 +18,8 @@ struct Form {
 };
 
 const Form kForms[] = {
+    {"Include", {"Set", "File"}, {}, {}},
+    {"Exclude", {"Name"}, {}, {}},
     {"Rule",
      {"Name", "Description", "Source", "Module", "File", "Severity", "Status", "LifeStatus",
       "RuleCategory", "CategoryText", "ModuleFile"},
@@ -99,10 +101,10 @@ void checkElement(const Element& element, const Form& form, Report& report) {
 }  // namespace
 
 void checkForm(const Element& root, Report& report) {
-    const std::array<std::string, 1> known{"Rule"};
+    const std::array<std::string, 3> known{"Rule", "Include", "Exclude"};
     checkText(root, report);
     for (const Element& child : root.children) {
-        if (child.name == "Rule")
+        if (std::ranges::find(known, child.name) != known.end())
             checkElement(child, *formOf(child.name), report);
         else if (!isForeign(child.name))
             report.add(kUnknownElement, child.place,

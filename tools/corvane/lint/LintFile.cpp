@@ -10,12 +10,14 @@
 #include <corvane/platform/Environment.h>
 #include <corvane/rules/CQorParamStorage.h>
 #include <corvane/rules/CQorRule.h>
+#include <corvane/scriptrules/ScriptFolderScope.h>
 #include <corvane/scriptrules/TypeLibDetails.h>
 #include <corvane/xml/QorXMLDocument.h>
 #include <corvane/xml/XMLFault.h>
 
 #include "Text.h"
 #include "files/ScriptRule.h"
+#include "files/ShippedRules.h"
 #include "lint/LuaNames.h"
 
 namespace lint {
@@ -87,22 +89,27 @@ Linter::Linter(const std::vector<CStringW>& moduleFolders, Vocabulary words)
     if (!module.empty()) host_ = corvane::LoadedModule(module);
 }
 
-const Linter::Index* Linter::index() {
-    if (soughtIndex_) return index_ ? &*index_ : nullptr;
-    soughtIndex_ = true;
-    const corvane::ModuleConfiguration configuration = corvane::GetModuleConfiguration();
-    if (!configuration.scriptFolder) return nullptr;
+const Linter::Index* Linter::index(const std::string& folder) {
+    const auto [known, isNew] = indexes_.try_emplace(folder);
+    std::optional<Index>& kept = known->second;
+    if (!isNew) return kept ? &*kept : nullptr;
+    std::optional<CStringW> place;
+    if (folder.empty())
+        place = corvane::GetModuleConfiguration().scriptFolder;
+    else
+        place = wide(folder);
+    if (!place) return nullptr;
     Index index;
-    index.folder = narrow(shownPath(*configuration.scriptFolder));
+    index.folder = narrow(shownPath(*place));
     index.path = index.folder + "/UserDefinedFile.xml";
     QorXMLDocument document;
     if (const std::optional<std::string> bytes = bytesOf(index.path);
         bytes && document.LoadFromFile(wide(index.path)))
         index.root = readSource(*bytes);
-    index_ = std::move(index);
-    for (const Element& entry : index_->root.children)
-        if (entry.name == "Rule") index_->entries.emplace(lower(valueOf(entry, "Name")), &entry);
-    return &*index_;
+    kept = std::move(index);
+    for (const Element& entry : kept->root.children)
+        if (entry.name == "Rule") kept->entries.emplace(lower(valueOf(entry, "Name")), &entry);
+    return &*kept;
 }
 
 std::vector<Problem> Linter::checkFile(const std::string& path) {
@@ -125,39 +132,54 @@ std::vector<Problem> Linter::checkFile(const std::string& path) {
 }
 
 std::vector<Problem> Linter::checkIndex() {
-    const Index* found = index();
+    const Index* found = index({});
     std::error_code status;
     if (!found || !fs::exists(found->path, status)) return {};
     return checkFile(found->path);
 }
 
 void Linter::checkRules(const std::string& path, const Element& root, Report& report) {
-    QorXMLDocument document;
-    QorXMLNode* top = document.LoadFromFile(wide(path));
-    if (!top) return;  // It has changed since.
-    const std::unique_ptr<QorXMLNodeList> nodes(top->GetNodeList(u"Rule"));
-    std::vector<const Element*> rules;
-    for (const Element& child : root.children)
-        if (child.name == "Rule") rules.push_back(&child);
-    if (rules.empty()) report.add(kNoRule, root.place, "<" + root.name + "> has no child <Rule>");
-
+    const std::unique_ptr<RuleFile> file = resolve(path, root, report);
+    if (!file) return;
+    const std::string own = shipped::scriptFolderFor(path).string();
+    const Index* ownIndex = index(own);
     std::error_code status;
-    const Index* known = index();
-    const bool isIndex = known && fs::equivalent(path, known->path, status);
+    const bool isIndex = ownIndex && fs::equivalent(path, ownIndex->path, status);
     checkRepetition(root, isIndex, report);
-    const std::size_t count = std::min(rules.size(), static_cast<std::size_t>(nodes->GetSize()));
-    for (std::size_t i = 0; i < count; ++i) {
-        QorXMLNode& node = *(*nodes)[static_cast<QorLong>(i)];
-        const RuleKnowledge knowledge = learn(*rules[i], node, report);
-        checkValues(*rules[i], knowledge, words_, report);
+    std::size_t count = 0;
+    for (const Element& rule : root.children) {
+        if (rule.name != "Rule") continue;
+        if (count == file->own().size()) return;  // It has changed since.
+        const QorLong at = file->own()[count++];
+        QorXMLNode& node = file->element(at);
+        const RuleKnowledge knowledge = learn(rule, node, report);
+        checkValues(rule, knowledge, words_, report);
         if (knowledge.kind != RuleKnowledge::Kind::Script) continue;
-        Definition definition{rules[i], path, rules[i]};
+        const CStringW folder = file->scriptFolder(at);
+        const corvane::ScriptFolderScope scripts(folder);
+        const Index* known = index(narrow(folder));
+        Definition definition{&rule, path, &rule};
         if (known && !isIndex) {
-            const auto entry = known->entries.find(lower(valueOf(*rules[i], "Name")));
-            if (entry != known->entries.end()) definition = {entry->second, known->path, rules[i]};
+            const auto entry = known->entries.find(lower(valueOf(rule, "Name")));
+            if (entry != known->entries.end()) definition = {entry->second, known->path, &rule};
         }
-        checkScript(definition, node, report);
+        checkScript(definition, known, node, report);
     }
+}
+
+std::unique_ptr<RuleFile> Linter::resolve(const std::string& path, const Element& root,
+                                          Report& report) {
+    CStringW problem;
+    std::unique_ptr<RuleFile> file = RuleFile::load(wide(path), problem);
+    if (file) return file;
+    const bool includes = std::ranges::any_of(root.children, [](const Element& child) {
+        return child.name == "Include" || child.name == "Exclude";
+    });
+    if (includes)
+        report.add(kUnreadable, root.place, narrow(problem));
+    else
+        report.add(kNoRule, root.place, "<" + root.name + "> has no child <Rule>");
+    return nullptr;
 }
 
 void Linter::checkRepetition(const Element& root, bool isIndex, Report& report) {
@@ -191,8 +213,8 @@ RuleKnowledge Linter::learn(const Element& rule, QorXMLNode&, Report& report) {
     return knowledge;
 }
 
-void Linter::checkScript(const Definition& definition, QorXMLNode& node, Report& report) {
-    const Index* known = index();
+void Linter::checkScript(const Definition& definition, const Index* known, QorXMLNode& node,
+                         Report& report) {
     if (!known) {
         report.add(kNoScriptFolder, definition.rule->place, "no script folder is configured");
         return;

@@ -9,6 +9,7 @@
 
 #include <corvane/platform/LoadedModule.h>
 
+#include "files/RuleFile.h"
 #include "files/RuleModules.h"
 #include "lint/Form.h"
 #include "lint/Report.h"
@@ -46,20 +47,23 @@ private:
     };
 
     void checkRules(const std::string& path, const Element& root, Report& report);
+    /// What a rule file takes from others; nothing when it cannot, which is reported.
+    std::unique_ptr<RuleFile> resolve(const std::string& path, const Element& root, Report& report);
     void checkRepetition(const Element& root, bool isIndex, Report& report);
     RuleKnowledge learn(const Element& rule, QorXMLNode& node, Report& report);
-    void checkScript(const Definition& definition, QorXMLNode& node, Report& report);
+    void checkScript(const Definition& definition, const Index* known, QorXMLNode& node,
+                     Report& report);
     void checkScriptText(const std::string& path, const Definition& definition,
                          const std::set<std::string>& engines, QorXMLNode& node, Report& report);
     std::set<std::string> checkEngines(const Definition& definition, Report& report);
     void compile(const std::string& path, const std::string& text, Report& report);
-    const Index* index();
+    /// Of a script folder; of the configured one for an empty name.
+    const Index* index(const std::string& folder);
 
     RuleModules modules_;
     Vocabulary words_;
     corvane::LoadedModule host_;
-    std::optional<Index> index_;
-    bool soughtIndex_ = false;
+    std::map<std::string, std::optional<Index>> indexes_;
     std::set<std::string> checkedScripts_;  ///< With their engines: what was said once is enough.
 };
 

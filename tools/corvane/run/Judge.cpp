@@ -11,6 +11,7 @@
 #include <corvane/host/QORResultSet.h>
 #include <corvane/platform/ComError.h>
 #include <corvane/platform/MessageBox.h>
+#include <corvane/scriptrules/ScriptFolderScope.h>
 #include <corvane/scriptrules/ScriptRunObserver.h>
 
 #include "Text.h"
@@ -110,6 +111,7 @@ void run(const LoadedRule& loaded, const corvane::RunContext& context, FindingCo
     corvane::RunContext own = context;
     own.results = &findings;
     const corvane::RunContextScope scope(own);
+    const corvane::ScriptFolderScope scripts(loaded.scriptFolder);
     try {
         if (loaded.isScript())
             runScript(*loaded.rule, findings, result);

@@ -8,6 +8,24 @@ namespace protocol {
 
 using results::Json;
 
+namespace {
+
+Json fileJson(const Setup::File& file) {
+    Json json{{"path", file.path}, {"sha256", file.sha256}, {"included", Json::array()}};
+    for (const Setup::File& included : file.included)
+        json["included"].push_back(fileJson(included));
+    return json;
+}
+
+Setup::File fileFrom(const Json& json) {
+    Setup::File file{json.at("path"), json.at("sha256"), {}};
+    for (const Json& included : json.at("included"))
+        file.included.push_back(fileFrom(included));
+    return file;
+}
+
+}  // namespace
+
 std::string lineOf(const Setup& setup) {
     Json json{{"modules", setup.moduleFolders},
               {"material", setup.material},
@@ -15,7 +33,7 @@ std::string lineOf(const Setup& setup) {
               {"batch", setup.batch}};
     json["files"] = Json::array();
     for (const Setup::File& file : setup.files)
-        json["files"].push_back({{"path", file.path}, {"sha256", file.sha256}});
+        json["files"].push_back(fileJson(file));
     json["rules"] = Json::array();
     for (const Setup::Rule& rule : setup.rules)
         json["rules"].push_back({{"file", rule.file}, {"element", rule.element}});
@@ -30,7 +48,7 @@ Setup setupFrom(const std::string& line) {
     json.at("units").get_to(setup.units);
     json.at("batch").get_to(setup.batch);
     for (const Json& file : json.at("files"))
-        setup.files.push_back({file.at("path"), file.at("sha256")});
+        setup.files.push_back(fileFrom(file));
     for (const Json& rule : json.at("rules"))
         setup.rules.push_back({rule.at("file"), rule.at("element")});
     return setup;

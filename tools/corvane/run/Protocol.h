@@ -14,6 +14,7 @@ namespace protocol {
 struct Setup {
     struct File {
         std::string path, sha256;
+        std::vector<File> included;  ///< Files whose rules it takes.
     };
     struct Rule {
         std::size_t file = 0;      ///< Place in `files`.

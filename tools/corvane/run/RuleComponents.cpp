@@ -6,7 +6,7 @@
 #include <corvane/config/ModuleConfiguration.h>
 #include <corvane/platform/ComError.h>
 #include <corvane/rules/CQorDataTypeConverter.h>
-#include <corvane/xml/XMLFault.h>
+#include <corvane/scriptrules/ScriptFolderScope.h>
 
 #include "Text.h"
 #include "files/RuleModules.h"
@@ -44,13 +44,11 @@ fs::path moduleFile(const std::vector<CStringW>& folders, const CStringW& file) 
 
 RuleComponents::RuleComponents(const std::vector<CStringW>& moduleFolders)
     : moduleFolders_(RuleModules(moduleFolders).folders()),
-      scriptFolder_(corvane::GetModuleConfiguration().scriptFolder) {
-    if (scriptFolder_) indexHash_ = hashes_.of(pathOf(*scriptFolder_) / "UserDefinedFile.xml");
-}
+      scriptFolder_(corvane::GetModuleConfiguration().scriptFolder) {}
 
 void RuleComponents::describe(const RuleFile& file, PlannedRule& rule) {
     QorXMLNode& element = file.element(rule.element);
-    rule.blank.line = corvane::XMLLine(element);
+    rule.blank.line = file.line(rule.element);
     rule.blank.name = attributeText(element, kRuleNameAttr).ToUtf8();
     QorLong severity = -1;
     CQorDataTypeConverter().TextToValue(attributeText(element, kRuleSeverityAttr), severity);
@@ -59,7 +57,9 @@ void RuleComponents::describe(const RuleFile& file, PlannedRule& rule) {
     if (RuleModules::isModuleName(attributeText(element, kRuleFileAttr)))
         describeModuleRule(element, rule);
     else
-        describeScriptRule(element, rule);
+        describeScriptRule(element, file.scriptFolder(rule.element), rule);
+    for (const CStringW& included : file.included())
+        addFile(rule, pathOf(included));
     for (const results::Component& component : rule.blank.components)
         rule.identity += "\n" + component.name + " " + component.sha256;
 }
@@ -74,11 +74,15 @@ void RuleComponents::describeModuleRule(const QorXMLNode& element, PlannedRule& 
     if (!module.empty()) addFile(rule, module);
 }
 
-void RuleComponents::describeScriptRule(QorXMLNode& element, PlannedRule& rule) {
+void RuleComponents::describeScriptRule(QorXMLNode& element, const CStringW& ownFolder,
+                                        PlannedRule& rule) {
+    const corvane::ScriptFolderScope scripts(ownFolder);
+    const std::optional<CStringW> folder = ownFolder.IsEmpty() ? scriptFolder_ : ownFolder;
     try {
         ScriptRule script;
         // One entry of the index counts, but which one the whole of it decides.
-        if (script.PopulateScriptRule(&element)) rule.identity += "\nindex " + indexHash_;
+        if (script.PopulateScriptRule(&element))
+            rule.identity += "\nindex " + hashes_.of(pathOf(*folder) / "UserDefinedFile.xml");
         if (!script.hasDefinition()) script.PopulateParametersFromXML(&element);
         rule.blank.name = script.m_csRuleName.ToUtf8();
         rule.blank.category = script.m_csRuleCategory.ToUtf8();
@@ -87,8 +91,8 @@ void RuleComponents::describeScriptRule(QorXMLNode& element, PlannedRule& rule) 
         for (const CStringW& category : script.m_lstCategories)
             rule.categories.push_back(category);
         const CStringW& name = script.m_csRuleFileName;
-        if (scriptFolder_ && !name.IsEmpty() && !leavesScriptFolder(name))
-            addFile(rule, pathOf(*scriptFolder_ + u"/" + name));
+        if (folder && !name.IsEmpty() && !leavesScriptFolder(name))
+            addFile(rule, pathOf(*folder + u"/" + name));
         for (const CStringW& engine : script.m_lstEngines)
             addFilesOfStem(rule, pathOf(engine));
     } catch (const _com_error&) {

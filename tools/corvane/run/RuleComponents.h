@@ -24,12 +24,11 @@ public:
 
 private:
     void describeModuleRule(const QorXMLNode& element, PlannedRule& rule);
-    void describeScriptRule(QorXMLNode& element, PlannedRule& rule);
+    void describeScriptRule(QorXMLNode& element, const CStringW& ownFolder, PlannedRule& rule);
     void addFile(PlannedRule& rule, const std::filesystem::path& path);
     void addFilesOfStem(PlannedRule& rule, const std::filesystem::path& typeLibrary);
 
     std::vector<CStringW> moduleFolders_;
     std::optional<CStringW> scriptFolder_;
-    std::string indexHash_;
     FileHashes hashes_;
 };

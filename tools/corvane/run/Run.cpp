@@ -28,8 +28,13 @@ CStringW wide(const std::string& text) {
 
 protocol::Setup setupOf(const Plan& plan, const RunOptions& options) {
     protocol::Setup setup;
-    for (const results::Component& file : plan.ruleFiles)
-        setup.files.push_back({file.name, file.sha256});
+    FileHashes hashes;
+    for (std::size_t i = 0; i < plan.ruleFiles.size(); ++i) {
+        setup.files.push_back({plan.ruleFiles[i].name, plan.ruleFiles[i].sha256, {}});
+        for (const CStringW& included : plan.files[i]->included())
+            setup.files.back().included.push_back(
+                {included.ToUtf8(), hashes.of(included.Std()), {}});
+    }
     for (const PlannedRule& rule : plan.rules)
         setup.rules.push_back({rule.file, rule.element});
     for (const CStringW& folder : options.folders.modules)

@@ -10,7 +10,7 @@
 /// What a user asks of a run.
 struct RunOptions {
     std::vector<std::string> ruleFiles;  ///< Files, folders, patterns, lists.
-    std::vector<std::string> parts;
+    std::vector<std::string> parts, moreParts;
     CStringW material, units;
     bool batch = false;
     FolderOptions folders;
@@ -33,4 +33,9 @@ struct RunOptions {
     std::uint64_t memory = 0;  ///< MB a worker; 0: a share of the machine's.
     std::string cacheFolder;
     std::string shard;  ///< "I/N"
+
+    /// Declares all of it but the rule files to the parser of a command.
+    void declare(CLI::App& app);
+    /// Adds what the environment says and joins what several options say.
+    void apply();
 };

@@ -1,5 +1,6 @@
 #include "run/Worker.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 
@@ -28,6 +29,11 @@ std::vector<CStringW> wide(const std::vector<std::string>& texts) {
     for (const std::string& text : texts)
         result.push_back(CStringW::FromUtf8(text));
     return result;
+}
+
+bool isUnchanged(const protocol::Setup::File& file) {
+    const std::optional<FileHash> hash = hashFile(file.path);
+    return hash && hash->sha256 == file.sha256;
 }
 
 class Worker {
@@ -89,7 +95,7 @@ private:
         {
             const MessageScope scope(
                 [&messages](const CStringW& text) { messages.push_back(text); });
-            loaded = loadRule(file->element(static_cast<QorLong>(rule.element)), modules_);
+            loaded = loadRule(*file, static_cast<QorLong>(rule.element), modules_);
         }
         loaded.problems.insert(loaded.problems.end(), messages.begin(), messages.end());
         return &rules_.emplace(number, std::move(loaded)).first->second;
@@ -99,8 +105,8 @@ private:
         std::unique_ptr<RuleFile>& file = files_.at(number);
         const protocol::Setup::File& named = setup_.files[number];
         if (file) return file.get();
-        const std::optional<FileHash> hash = hashFile(named.path);
-        if (!hash || hash->sha256 != named.sha256) return nullptr;
+        if (!isUnchanged(named) || !std::ranges::all_of(named.included, isUnchanged))
+            return nullptr;
         file = RuleFile::load(CStringW::FromUtf8(named.path), console_);
         return file.get();
     }

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <lua.hpp>
+#include <string>
+#include <vector>
+
+#include <corvane/part/Part.h>
+
+// Plain values as Lua sees them. A push leaves one value on the stack and may raise an error of
+// Lua, which jumps over the frames between: none of them holds an object with a destructor.
+namespace partengine {
+
+void push(lua_State* lua, double value);  ///< nil for what is no number or not there
+void push(lua_State* lua, int value);
+void push(lua_State* lua, bool value);
+void push(lua_State* lua, const char* text);
+void push(lua_State* lua, const std::string& text);  ///< nil for an empty one
+void push(lua_State* lua, const corvane::part::Vector& vector);
+
+void push(lua_State* lua, const corvane::part::Box& box);
+void push(lua_State* lua, const corvane::part::OrientedBox& box);
+void push(lua_State* lua, const corvane::part::Solid& solid);
+void push(lua_State* lua, const corvane::part::Face& face);
+void push(lua_State* lua, const corvane::part::Edge& edge);
+void push(lua_State* lua, const corvane::part::Damage& damage);
+
+template <typename T>
+void push(lua_State* lua, const std::vector<T>& list) {
+    luaL_checkstack(lua, 8, nullptr);
+    lua_createtable(lua, static_cast<int>(list.size()), 0);
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        push(lua, list[i]);
+        lua_rawseti(lua, -2, static_cast<lua_Integer>(i + 1));
+    }
+}
+
+/// A record under construction at the top of the stack.
+class Record {
+public:
+    explicit Record(lua_State* lua) : lua_(lua) {
+        luaL_checkstack(lua, 8, nullptr);
+        lua_newtable(lua);
+    }
+
+    /// Sets a field; a value that is not there leaves it out.
+    template <typename T>
+    const Record& operator()(const char* name, const T& value) const {
+        push(lua_, value);
+        lua_setfield(lua_, -2, name);
+        return *this;
+    }
+
+private:
+    lua_State* lua_;
+};
+
+}  // namespace partengine

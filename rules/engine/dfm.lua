@@ -1,0 +1,76 @@
+-- What the shipped rules share: how a finding is worded and shown, and what a rule may rely on.
+-- A rule that uses it names the engine `part` before it.
+local dfm = {}
+
+-- Rounding of CAD systems is below this, in mm and degrees: a wall of 0.9999996 mm is 1 mm.
+local TOLERANCE = 1e-3
+
+local DIGITS = {mm = "%.2f mm", deg = "%.1f°", kg = "%.3f kg", ["%"] = "%.0f %%"}
+
+--- A measure as a person reads it; a number without a unit is a ratio.
+function dfm.text(value, unit)
+    return string.format(unit and (DIGITS[unit] or "%g " .. unit) or "%.1f", value)
+end
+
+--- Ends the rule in an error unless the part is a closed solid: on anything else measures of walls and features mean
+--- nothing, and the rule must not pass.
+function dfm.sound()
+    if #part.solids() == 0 then
+        error("the part is no closed solid, so it cannot be measured", 0)
+    end
+    for _, damage in ipairs(part.damages()) do
+        if damage.kind == "size" then error(damage.message, 0) end
+    end
+end
+
+local function place(at, label)
+    if not at then return nil end
+    local places = #at > 0 and at or {at}
+    for _, one in ipairs(places) do one.label = one.label or label end
+    return places
+end
+
+local function find(check, word)
+    local what = check.what or "this measure"
+    local message = string.format("%s is %s, %s %s%s", what, dfm.text(check.value, check.unit), word,
+        dfm.text(check.limit, check.unit), check.why and " " .. check.why or "")
+    result.finding {
+        message = message, measured = check.value, limit = check.limit, unit = check.unit,
+        at = place(check.at, check.label or what),
+    }
+end
+
+--- Reports a finding when `value` is below `limit`. A value of nil is a measure that does not apply.
+function dfm.at_least(check)
+    if check.value and check.value < check.limit - TOLERANCE then find(check, "at least") end
+end
+
+--- Reports a finding when `value` is above `limit`.
+function dfm.at_most(check)
+    if check.value and check.value > check.limit + TOLERANCE then find(check, "at most") end
+end
+
+--- True when two lengths are equal but for rounding.
+function dfm.same(a, b)
+    return math.abs(a - b) <= TOLERANCE
+end
+
+--- A line between two points, as a place.
+function dfm.line(from, to, label)
+    return {polyline = {from, to}, label = label}
+end
+
+--- Faces by their numbers, as a place.
+function dfm.faces(numbers, label)
+    return {faces = numbers, label = label}
+end
+
+--- The thinnest wall of a process and the part's material, in mm: the parameter `limit`, else the rule database.
+function dfm.thinnest(process)
+    if params.limit then return params.limit end
+    local row = db.minimum_wall(process, params.material or part.material)
+    row = row or assert(db.minimum_wall(process))
+    return row.minimum
+end
+
+return dfm

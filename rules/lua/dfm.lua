@@ -1,0 +1,54 @@
+---@meta
+-- What the shipped rules share, for the Lua language server.
+
+dfm = {}
+
+---@class Check
+---@field value? number what the part has; nil: it does not apply, and nothing is reported
+---@field limit number
+---@field unit? "mm"|"deg"|"%" without one the numbers are ratios
+---@field what string begins the message: "the hole's depth"
+---@field why? string ends the message
+---@field at? Place|Place[]
+---@field label? string of the places
+
+---Reports a finding when the value is below the limit.
+---@param check Check
+function dfm.at_least(check) end
+
+---Reports a finding when the value is above the limit.
+---@param check Check
+function dfm.at_most(check) end
+
+---True when two lengths are equal but for rounding.
+---@param a number
+---@param b number
+---@return boolean
+function dfm.same(a, b) end
+
+---A measure as a person reads it.
+---@param value number
+---@param unit? string
+---@return string
+function dfm.text(value, unit) end
+
+---Ends the rule in an error unless the part is a closed solid.
+function dfm.sound() end
+
+---A line between two points, as a place.
+---@param from Point
+---@param to Point
+---@param label? string
+---@return Place
+function dfm.line(from, to, label) end
+
+---Faces by their numbers, as a place.
+---@param numbers integer[]
+---@param label? string
+---@return Place
+function dfm.faces(numbers, label) end
+
+---The thinnest wall of a process in mm: the parameter `limit`, else of the rule database for the part's material.
+---@param process string
+---@return number
+function dfm.thinnest(process) end

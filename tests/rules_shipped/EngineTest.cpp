@@ -1,0 +1,96 @@
+#include <gmock/gmock.h>
+
+#include "cli/CommandLine.h"
+#include "part/Shapes.h"
+
+namespace {
+
+using testing::ContainsRegex;
+using testing::HasSubstr;
+
+const std::string kPartEngine =
+    "<Engines><Engine Engine='part.tlb' GUID='{77918782-36CB-42A6-BA4B-ACE245F1DA9C}' "
+    "MajorVersion='1' MinorVersion='0' LCID='0'/></Engines>";
+
+/// A block of 60 x 40 x 20 mm with a hole of 10 mm through it.
+class PartEngine : public testing::Test {
+protected:
+    PartEngine() {
+        corvane.folder.write("rules.xml", ruleFile(scriptRule("r", "a.lua", kPartEngine)));
+        shapes::write(
+            shapes::cut(shapes::box(60, 40, 20), shapes::cylinder({{30, 20, 0}, {0, 0, 1}}, 5, 20)),
+            corvane.folder.path("block.step"));
+    }
+    ProcessResult run(const std::string& script, std::vector<std::string> part = {"@block.step"}) {
+        corvane.folder.write("scripts/a.lua", script);
+        std::vector<std::string> arguments{"@rules.xml", "--batch"};
+        for (const std::string& file : part)
+            arguments.insert(arguments.end(), {"--part", file});
+        return corvane("run", arguments);
+    }
+    CommandLine corvane;
+};
+
+TEST_F(PartEngine, GivesTheMeasuresOfThePartBesideWhatTheHostSaysOfIt) {
+    const char* const truths[] = {
+        "part.name == 'block.step' and part.path:sub(-10) == 'block.step'",
+        "select('#', part.size()) == 3",
+        "near(({part.size()})[1], 60) and near(part.box().greatest.z, 20)",
+        "near(part.volume(), 48000 - math.pi * 25 * 20)",
+        "near(part.mass(7850), part.volume() * 7.85e-6)",
+        "near(part.area(), 2 * (2400 + 1200 + 800) - 2 * math.pi * 25 + math.pi * 200)",
+        "near(part.centre().x, 30) and #part.smallest_box().axes == 3",
+        "#part.solids() == 1 and #part.faces() == 7 and #part.damages() == 0",
+        "#part.units() > 0 and not part.is_mesh()",
+        "(function() for _, f in ipairs(part.faces()) do if f.kind == 'cylinder' then "
+        "return f.concave and near(f.radius, 5) and near(f.turn, 360) end end end)()",
+        "(function() local n = 0 for _, e in ipairs(part.edges()) do "
+        "if e.kind == 'circle' then n = n + 1 end end return n == 2 end)()",
+        "part.edge(1).number == 1 and part.face(7).number == 7",
+        "#part.face(1).edges[1] > 0",
+    };
+    std::string script =
+        "local function near(a, b) return math.abs(a - b) < 1e-6 * math.abs(b) + 1e-6 end\n";
+    for (const char* truth : truths)
+        script += "if not (" + std::string(truth) + ") then error([[" + truth + "]]) end\n";
+    const ProcessResult result = run(script);
+    EXPECT_EQ(result.status, 0) << result.out;
+}
+
+TEST_F(PartEngine, WhatCannotBeMeasuredIsAnErrorAndNeverPasses) {
+    corvane.folder.write("broken.step", "ISO-10303-21;\nnothing\n");
+    const struct {
+        const char* script;
+        std::vector<std::string> part;
+        const char* told;
+    } cases[] = {
+        {"part.volume()", {}, "error +a.lua:1:1: this run has no part"},
+        {"part.volume()", {"@broken.step"}, "error +a.lua:1:"},
+        {"part.mass()", {"@block.step"}, "number expected, got no value"},
+        {"part.mass(0/0)", {"@block.step"}, "a density is above 0"},
+        {"part.mass(1/0)", {"@block.step"}, "a density is above 0"},
+        {"part.mass(-1)", {"@block.step"}, "a density is above 0"},
+        {"part.face(0)", {"@block.step"}, "the part has no face 0"},
+        {"part.face(math.maxinteger)", {"@block.step"}, "the part has no face 9223"},
+        {"part.face(1.5)", {"@block.step"}, "integer representation"},
+        {"part.edge({})", {"@block.step"}, "number expected, got table"},
+        {"local t = {} while true do t[#t + 1] = part.faces() end", {"@block.step"}, "memory"},
+    };
+    for (const auto& [script, part, told] : cases) {
+        SCOPED_TRACE(script);
+        const ProcessResult result = run(script, part);
+        EXPECT_EQ(result.status, 3);
+        EXPECT_THAT(result.out, ContainsRegex(told));
+    }
+}
+
+TEST_F(PartEngine, TakesTheUnitsOfTheRunForAFileWithoutUnits) {
+    shapes::write(shapes::box(1, 2, 3), corvane.folder.path("plain.brep"));
+    corvane.folder.write("scripts/a.lua",
+                         "local x = part.size() if math.abs(x - 25.4) > 1e-9 then error(x) end");
+    const ProcessResult result =
+        corvane("run", {"@rules.xml", "--part", "@plain.brep", "--units", "inch"});
+    EXPECT_EQ(result.status, 0) << result.out;
+}
+
+}  // namespace

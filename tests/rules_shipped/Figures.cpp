@@ -1,0 +1,50 @@
+#include "Figures.h"
+
+#include <BRepBuilderAPI_Sewing.hxx>
+#include <TopExp_Explorer.hxx>
+
+namespace figures {
+
+using namespace shapes;
+
+namespace {
+
+Make block(double x, double y, double z) {
+    return [=] { return box(x, y, z); };
+}
+
+/// A box without its first face.
+TopoDS_Shape openBox() {
+    BRepBuilderAPI_Sewing sewing;
+    TopExp_Explorer face(box(20, 20, 20), TopAbs_FACE);
+    for (face.Next(); face.More(); face.Next())
+        sewing.Add(face.Current());
+    sewing.Perform();
+    return sewing.SewedShape();
+}
+
+/// An angle bracket with a sharp inner corner.
+TopoDS_Shape angle() {
+    return cut(box(40, 30, 20), box(40, 30, 20, {3, -1, 3}));
+}
+
+TopoDS_Shape roundedBlock() {
+    return rounded(box(40, 30, 20), 2);
+}
+
+}  // namespace
+
+std::vector<Case> cases() {
+    return {
+        {"milling", "Closed solid", block(20, 20, 20), openBox},
+        {"milling", "Milling size", block(150, 400, 250), block(401, 20, 20)},
+        {"fdm", "FDM build volume", block(200, 200, 200), block(201, 10, 10)},
+        {"sla", "SLA build volume", block(145, 175, 145), block(150, 150, 150)},
+        {"sls", "SLS build volume", block(300, 300, 300), block(10, 301, 10)},
+        {"metal-powder-bed", "Metal build volume", block(150, 150, 250), block(10, 160, 160)},
+        {"injection-moulding", "Moulded inner corners", roundedBlock, angle},
+        {"die-casting", "Cast inner corners", roundedBlock, angle},
+    };
+}
+
+}  // namespace figures

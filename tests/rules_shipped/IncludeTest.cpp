@@ -1,0 +1,102 @@
+#include <gmock/gmock.h>
+
+#include "cli/CommandLine.h"
+#include "part/Shapes.h"
+
+namespace {
+
+using testing::AllOf;
+using testing::ContainsRegex;
+using testing::HasSubstr;
+using testing::Not;
+
+/// A site with rules of its own and a part of 201 x 20 x 20 mm.
+class Include : public testing::Test {
+protected:
+    Include() {
+        shapes::write(shapes::box(201, 20, 20), corvane.folder.path("part.brep"));
+        corvane.folder.write("scripts/own.lua", "return false, 'our own way'");
+    }
+    ProcessResult run(const std::string& rules, const std::vector<std::string>& more = {}) {
+        corvane.folder.write("site.xml", ruleFile(rules));
+        std::vector<std::string> arguments{"@site.xml", "--part", "@part.brep"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return corvane("run", arguments);
+    }
+    CommandLine corvane;
+};
+
+TEST_F(Include, ASiteChangesAParameterASeverityOrAWholeRuleAndCopiesNothing) {
+    const std::string set = "<Include Set='fdm'/>";
+    const std::string larger = "<Parameter Name='length' Type='1'><Value>202</Value></Parameter>";
+    const struct {
+        std::string rules;
+        int status;
+        const char* told;
+    } cases[] = {
+        {set, 1, "FDM build volume +Additive manufacturing +critical +failed +the part's longest"},
+        {set + "<Rule Name='fdm build VOLUME'>" + larger + "</Rule>", 0,
+         "FDM build volume +Additive manufacturing +critical +passed"},
+        {set + "<Rule Name='FDM build volume' Severity='3'/>", 1,
+         "FDM build volume +Additive manufacturing +minor +failed +the part's longest"},
+        {set + "<Rule Name='FDM build volume' Severity='2' File='own.lua'/>", 1,
+         "FDM build volume +major +failed +our own way"},
+        {set + "<Exclude Name='FDM build volume'/>", 0, "rules?: [0-9]+ passed\n"},
+        {set + "<Rule Name='Ours' Severity='2' File='own.lua'/>", 1, "Ours +major +failed"},
+    };
+    for (const auto& [rules, status, told] : cases) {
+        SCOPED_TRACE(rules);
+        const ProcessResult result =
+            run(rules, {"--rule", "FDM build*", "--rule", "Ours", "--rule", "Closed*"});
+        EXPECT_EQ(result.status, status) << result.out << result.err;
+        EXPECT_THAT(result.out, ContainsRegex(told));
+        EXPECT_EQ(corvane("lint", {"@site.xml", "--off", "L205"}).status, 0)
+            << corvane("lint", {"@site.xml"}).out;
+    }
+}
+
+TEST_F(Include, FilesOfASiteBuildOnEachOther) {
+    corvane.folder.write("shop.xml",
+                         ruleFile("<Include Set='fdm'/><Rule Name='FDM build volume' Severity='4'>"
+                                  "<Parameter Type='1'><Value>300</Value></Parameter></Rule>"));
+    const ProcessResult result =
+        run("<Include File='shop.xml'/><Rule Name='FDM build volume'><Parameter Type='2'>"
+            "<Value>10</Value></Parameter></Rule>",
+            {"--rule", "FDM build*"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.out,
+                AllOf(ContainsRegex("info +failed +the part's shortest side is 20.00 mm, "
+                                    "at most 10.00 mm"),
+                      Not(HasSubstr("longest"))));
+}
+
+TEST_F(Include, WhatCannotBeIncludedIsToldWithItsPlace) {
+    const struct {
+        const char* rules;
+        const char* told;
+    } cases[] = {
+        {"<Include Set='knitting'/>", "site.xml:2: .*no rule set \"knitting\""},
+        {"<Include File='none.xml'/>", "site.xml:2: .*none.xml"},
+        {"<Include File='site.xml'/>", "include each other"},
+        {"<Include/>", "site.xml:2: an <Include> has a Set or a File"},
+        {"<Include Set='fdm'/>\n<Exclude Name='x'/>", "site.xml:3: no included rule is called"},
+    };
+    for (const auto& [rules, told] : cases) {
+        SCOPED_TRACE(rules);
+        const ProcessResult result = run(rules);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_THAT(result.err, ContainsRegex(told));
+        EXPECT_EQ(corvane("lint", {"@site.xml"}).status, 1);
+    }
+}
+
+TEST_F(Include, CheckSaysWhatItNeeds) {
+    EXPECT_THAT(corvane("check", {"@part.brep"}).err, HasSubstr("--process"));
+    EXPECT_THAT(corvane("check", {"@part.brep", "--process", "knitting"}).err,
+                AllOf(HasSubstr("knitting"), HasSubstr("injection-moulding")));
+    EXPECT_THAT(corvane("check", {"--process", "fdm"}).err, HasSubstr("no part"));
+    EXPECT_THAT(corvane("check", {"--list"}).out, ContainsRegex("sheet-metal +[0-9]+ +parts"));
+    EXPECT_EQ(corvane("check", {"@none.step", "--process", "fdm"}).status, 2);
+}
+
+}  // namespace

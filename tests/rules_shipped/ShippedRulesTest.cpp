@@ -1,0 +1,133 @@
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <set>
+
+#include <corvane/rules/ChildElements.h>
+#include <corvane/xml/QorXMLDocument.h>
+
+#include "Figures.h"
+#include "cli/Process.h"
+#include "support/EnvironmentScope.h"
+#include "support/TemporaryFolder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+
+const fs::path kRules = CORVANE_BUILD_DIR "/share/corvane/rules";
+
+std::string attribute(const QorXMLNode& element, const char16_t* name) {
+    CStringW text;
+    element.GetAttributeValue(name, text);
+    return text.ToUtf8();
+}
+
+std::vector<std::string> rulesOf(const fs::path& file) {
+    std::vector<std::string> names;
+    QorXMLDocument document;
+    const QorXMLNode* root = document.LoadFromFile(CStringW(file.u16string()));
+    if (!root) return names;
+    for (const QorXMLNode& rule : corvane::ChildElements(*root, u"Rule"))
+        names.push_back(attribute(rule, u"Name"));
+    return names;
+}
+
+/// An environment in which nothing is set up.
+class ShippedRules : public testing::Test {
+protected:
+    static std::string fileOf(std::size_t number, bool isGood) {
+        return std::to_string(number) + (isGood ? "-good.brep" : "-bad.brep");
+    }
+
+    /// Verdict and reason of each rule on each part of a set's folder.
+    std::map<std::string, std::map<std::string, json>> check(const std::string& set) {
+        const ProcessResult run =
+            runProcess({CORVANE_BUILD_DIR "/bin/corvane", "check", folder_.path(set), "--process",
+                        set, "--format", "json", "--batch"});
+        EXPECT_THAT(run.err, testing::IsEmpty());
+        std::map<std::string, std::map<std::string, json>> results;
+        const json document = json::parse(run.out, nullptr, false);
+        if (!document.is_object()) return results;
+        for (const json& part : document.at("parts"))
+            for (const json& rule : part.at("rules"))
+                results[fs::path(part.at("path").get<std::string>()).filename().string()]
+                       [rule.at("name").get<std::string>()] = rule;
+        return results;
+    }
+
+    TemporaryFolder folder_;
+
+private:
+    EnvironmentScope data_{"CORVANE_DATA_DIR", folder_.path("none")};
+    EnvironmentScope registry_{"CORVANE_REGISTRY_DIR", nullptr};
+    EnvironmentScope database_{"CORVANE_DATABASE_DIR", (folder_.path() + "/")};
+    EnvironmentScope configuration_{"XDG_CONFIG_HOME", folder_.path("none")};
+    EnvironmentScope part_{"CORVANE_PART", nullptr};
+};
+
+TEST_F(ShippedRules, PassOnPartsThatKeepThemAndFailOnPartsThatBreakThem) {
+    const std::vector<figures::Case> cases = figures::cases();
+    std::set<std::string> sets;
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        fs::create_directories(folder_.path(cases[i].set));
+        for (const bool isGood : {true, false})
+            shapes::write((isGood ? cases[i].good : cases[i].bad)(),
+                          fs::path(folder_.path(cases[i].set)) / fileOf(i, isGood));
+        sets.insert(cases[i].set);
+    }
+    for (const std::string& set : sets) {
+        auto results = check(set);
+        for (std::size_t i = 0; i < cases.size(); ++i) {
+            if (cases[i].set != set) continue;
+            for (const bool isGood : {true, false}) {
+                const json& rule = results[fileOf(i, isGood)][cases[i].rule];
+                SCOPED_TRACE(set + ", " + cases[i].rule + ": " + rule.dump());
+                ASSERT_TRUE(rule.is_object());
+                EXPECT_EQ(rule.at("verdict"), isGood ? "passed" : "failed");
+                EXPECT_FALSE(rule.contains("reasons"));
+                if (isGood || rule.at("findings").empty()) continue;
+                EXPECT_FALSE(rule.at("findings").at(0).at("places").empty());
+            }
+        }
+    }
+}
+
+TEST_F(ShippedRules, EachHasASourceAHelpPageAScriptAndATest) {
+    std::set<std::string> tested, listed;
+    for (const figures::Case& one : figures::cases())
+        tested.insert(one.rule);
+    QorXMLDocument index;
+    const fs::path scripts = kRules / "scripts";
+    const auto* root = index.LoadFromFile(CStringW((scripts / "UserDefinedFile.xml").u16string()));
+    ASSERT_TRUE(root);
+    std::set<std::string> defined;
+    for (const QorXMLNode& rule : corvane::ChildElements(*root, u"Rule")) {
+        const std::string name = attribute(rule, u"Name");
+        SCOPED_TRACE(name);
+        EXPECT_TRUE(defined.insert(name).second);
+        EXPECT_THAT(attribute(rule, u"Source"), testing::Not(testing::IsEmpty()));
+        EXPECT_TRUE(fs::is_regular_file(kRules / attribute(rule, u"Module")));
+        EXPECT_TRUE(fs::is_regular_file(scripts / attribute(rule, u"File")));
+    }
+    for (const auto& entry : fs::directory_iterator(kRules))
+        if (entry.path().extension() == ".xml")
+            for (const std::string& name : rulesOf(entry.path()))
+                listed.insert(name);
+    EXPECT_EQ(defined, listed);
+    EXPECT_EQ(defined, tested);
+}
+
+TEST_F(ShippedRules, LintFindsNothing) {
+    std::vector<std::string> command{CORVANE_BUILD_DIR "/bin/corvane", "lint",
+                                     (kRules / "scripts/UserDefinedFile.xml").string()};
+    for (const auto& entry : fs::directory_iterator(kRules))
+        if (entry.path().extension() == ".xml") command.push_back(entry.path().string());
+    const ProcessResult run = runProcess(command);
+    EXPECT_EQ(run.status, 0) << run.out << run.err;
+}
+
+}  // namespace

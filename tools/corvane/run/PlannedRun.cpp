@@ -1,0 +1,101 @@
+#include "run/PlannedRun.h"
+
+#include <algorithm>
+#include <iterator>
+#include <sstream>
+
+#include "lint/LintFile.h"
+#include "lint/LintWorker.h"
+#include "lint/LintWriter.h"
+#include "run/Clock.h"
+#include "run/Run.h"
+
+namespace {
+
+CStringW wide(const std::string& text) {
+    return CStringW::FromUtf8(text);
+}
+
+/// Runs the plan that the options ask for.
+class PlannedRun {
+public:
+    PlannedRun(const RunOptions& options, Console& console)
+        : options_(options), console_(console), outputs_(console) {}
+
+    int execute() {
+        const std::optional<Severities> severities =
+            findSeverities(options_.severityFile, console_);
+        if (!severities || !findLimit(*severities) || !checkSelection(*severities) ||
+            !loadJudgement())
+            return kUnusable;
+        const std::optional<Plan> plan = makePlan(options_, *severities, console_);
+        if (!plan) return kUnusable;
+        if (options_.isStrict && !areClean(*plan, *severities)) return kUnusable;
+        if (plan->rules.empty() || (plan->parts.empty() && plan->shards == 0)) return kUnusable;
+        if (!outputs_.open(options_.format, options_.outputs)) return kUnusable;
+        Gate gate(*severities, failOn_);
+        Run(*plan, options_, std::move(judgement_), gate, outputs_, console_).execute(*severities);
+        if (!outputs_.commit() || plan->hasUnreadable) return kUnusable;
+        return gate.status();
+    }
+
+private:
+    bool findLimit(const Severities& severities) {
+        if (options_.failOn.empty()) return true;
+        failOn_ = severities.find(options_.failOn);
+        if (failOn_ && !severities.nameOf(*failOn_).empty()) return true;
+        console_.report(u"--fail-on: there is no severity " + wide(options_.failOn));
+        return false;
+    }
+
+    bool checkSelection(const Severities& severities) {
+        for (const std::string& severity : options_.severities) {
+            if (severities.find(severity)) continue;
+            console_.report(u"--severity: there is no severity " + wide(severity));
+            return false;
+        }
+        return true;
+    }
+
+    bool loadJudgement() {
+        std::string problem;
+        if (!options_.waiverFile.empty()) {
+            judgement_.waivers = Waivers::load(options_.waiverFile, dateToday(), problem);
+            if (!judgement_.waivers) console_.report(wide(problem));
+        }
+        if (problem.empty() && !options_.baselineFile.empty()) {
+            judgement_.baseline = Baseline::load(options_.baselineFile, problem);
+            if (!judgement_.baseline) console_.report(wide(problem));
+        }
+        return problem.empty();
+    }
+
+    /// Says what the rule files say in vain.
+    bool areClean(const Plan& plan, const Severities& severities) {
+        std::vector<std::string> folders;
+        for (const CStringW& folder : options_.folders.modules)
+            folders.push_back(folder.ToUtf8());
+        lint::LintProcess linter(std::move(folders), lint::wordsOf(severities));
+        std::vector<lint::Problem> problems = lint::Linter::checkSettings();
+        for (const results::Component& file : plan.ruleFiles)
+            std::ranges::move(linter.checkFile(file.name), std::back_inserter(problems));
+        std::ostringstream text;
+        lint::writeText(text, problems);
+        std::istringstream lines(text.str());
+        for (std::string line; std::getline(lines, line);)
+            console_.report(wide(line));
+        return problems.empty();
+    }
+
+    const RunOptions& options_;
+    Console& console_;
+    results::Outputs outputs_;
+    std::optional<std::int64_t> failOn_;
+    Run::Judgement judgement_;
+};
+
+}  // namespace
+
+int runRules(const RunOptions& options, Console& console) {
+    return PlannedRun(options, console).execute();
+}
