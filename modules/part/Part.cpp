@@ -5,6 +5,7 @@
 #include "SmallestBox.h"
 #include "Vec.h"
 #include "reading/Reading.h"
+#include "walls/Thickness.h"
 
 namespace corvane::part {
 
@@ -14,6 +15,15 @@ struct Part::State {
     Lazy<Mesh> mesh;
     Lazy<Box> box;
     Lazy<OrientedBox> smallestBox;
+    Lazy<std::unique_ptr<const walls::Skin>> skin;
+    Lazy<Walls> walls;
+
+    /// The surface to shoot at, shared by the measures of walls; null if it cannot be made.
+    const walls::Skin* skinOf(const Part& part) {
+        return skin
+            .get([&] { return std::make_unique<const walls::Skin>(source.model, part.mesh()); })
+            .get();
+    }
 };
 
 namespace {
@@ -99,6 +109,13 @@ Vector Part::centre() const {
         sum = sum + solid.centre * solid.volume;
     const double all = volume();
     return all > 0.0 ? sum * (1.0 / all) : sum;
+}
+
+const Walls& Part::walls() const {
+    return state_->walls.get([&] {
+        const walls::Skin* skin = state_->skinOf(*this);
+        return skin ? walls::findWalls(*skin) : Walls{};
+    });
 }
 
 }  // namespace corvane::part

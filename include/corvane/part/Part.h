@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "corvane/part/Model.h"
+#include "corvane/part/Walls.h"
 
 #ifdef CORVANE_STATIC_DEFINE
 #define CORVANE_PART_EXPORT
@@ -70,6 +71,9 @@ public:
     [[nodiscard]] double volume() const;  ///< of all solids, mm3
     [[nodiscard]] double area() const;    ///< of all faces, mm2
     [[nodiscard]] Vector centre() const;  ///< of mass, all solids of one density
+
+    /// How thick the walls are.
+    [[nodiscard]] const Walls& walls() const;
 
 private:
     struct State;

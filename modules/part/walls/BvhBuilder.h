@@ -1,0 +1,48 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+#include "Bvh.h"
+
+namespace corvane::part::walls {
+
+/// Builds the tree from the top, each cut where the boxes on both sides have the least surface for
+/// what they hold.
+class Bvh::Builder {
+public:
+    explicit Builder(std::vector<Facet>& facets);
+    std::vector<Node> build();
+
+private:
+    struct Bounds {
+        std::array<float, 3> low{1e30F, 1e30F, 1e30F}, high{-1e30F, -1e30F, -1e30F};
+        void add(const Bounds& other);
+        [[nodiscard]] float surface() const;
+    };
+    struct Item {
+        Bounds bounds;
+        std::array<float, 3> centre;
+        std::uint32_t facet;
+    };
+    struct Range {
+        std::uint32_t begin, end;
+        Bounds bounds;
+        [[nodiscard]] std::uint32_t size() const { return end - begin; }
+    };
+    struct Task {
+        Range range;
+        std::uint32_t node;
+        int depth;
+    };
+
+    [[nodiscard]] Range range(std::uint32_t begin, std::uint32_t end) const;
+    std::uint32_t cut(const Range& range, int depth);
+    std::uint32_t cutAtMiddle(const Range& range, std::size_t axis);
+    std::size_t split(const Range& whole, int depth, std::array<Range, kWidth>& parts);
+
+    std::vector<Facet>& facets_;
+    std::vector<Item> items_;
+};
+
+}  // namespace corvane::part::walls

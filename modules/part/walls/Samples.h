@@ -1,0 +1,41 @@
+#pragma once
+
+#include <functional>
+
+#include "Skin.h"
+
+namespace corvane::part::walls {
+
+/// A place of the surface from which something is measured.
+struct Sample {
+    static constexpr std::uint32_t kNoVertex = 0xffffffffU;
+    Vector point, normal;  ///< exact where the surface is known
+    std::uint32_t triangle = 0;
+    std::uint32_t vertex = kNoVertex;  ///< of the mesh, for the places beside vertices
+    double area = 0.0;  ///< that it speaks for; all samples together have the area of the part
+};
+
+/// Spreads samples over a part: one beside each vertex in each face, and more inside large facets,
+/// as many as the faces are narrow. The same part gives the same samples.
+class Samples {
+public:
+    explicit Samples(const Skin& skin);
+    void each(const std::function<void(const Sample&)>& use) const;
+
+    /// The sample at a point of a facet.
+    [[nodiscard]] Sample at(std::uint32_t triangle, const Vector& point) const;
+
+private:
+    void linkVertices();
+    void chooseSpacing();
+    void beside(std::uint32_t vertex, double share,
+                const std::function<void(const Sample&)>& use) const;
+    [[nodiscard]] std::uint32_t inside(std::uint32_t triangle, double area) const;
+    [[nodiscard]] Vector cornerNormal(std::uint32_t vertex, std::uint32_t triangle) const;
+
+    const Skin& skin_;
+    std::vector<std::uint32_t> first_, triangles_;  // of each vertex
+    std::vector<double> densities_;                 // samples per square millimetre, by face
+};
+
+}  // namespace corvane::part::walls

@@ -1,0 +1,181 @@
+#include "Skin.h"
+
+namespace corvane::part::walls {
+namespace {
+
+/// A body whose open borders are shorter than this part of the root of its area has only cracks.
+constexpr double kCrack = 0.1;
+/// The exact surface is at most as far from a facet as this part of the facet's longest side: six
+/// facets around a circle.
+constexpr double kSagitta = 0.15;
+/// Cosine between a facet and the surface that it can belong to.
+constexpr double kSameSide = 0.7;
+constexpr float kUnusable = 9.0F;
+
+/// Millimetres from the origin beyond which there is no part, but rounding.
+constexpr double kFarthest = 1e12;
+
+bool isFinite(const Vector& v) {
+    return std::abs(v.x) < kFarthest && std::abs(v.y) < kFarthest && std::abs(v.z) < kFarthest;
+}
+
+bool roundAxis(const Surface& s, const Vector& point, Vector& out, double& radius, double& along) {
+    const Vector from = point - s.origin;
+    along = dot(from, s.axis);
+    const Vector radial = from - s.axis * along;
+    radius = length(radial);
+    out = unit(radial);
+    return radius > 0.0;
+}
+
+}  // namespace
+
+bool distanceFrom(const Surface& s, const Vector& point, double& distance, Vector& direction) {
+    Vector out;
+    double radius = 0.0, along = 0.0;
+    switch (s.kind) {
+        case SurfaceKind::Plane:
+            direction = s.axis;
+            distance = dot(point - s.origin, s.axis);
+            return true;
+        case SurfaceKind::Sphere:
+            direction = unit(point - s.origin);
+            distance = part::distance(point, s.origin) - s.radius;
+            return distance > -s.radius;
+        case SurfaceKind::Cylinder:
+            if (!roundAxis(s, point, out, radius, along)) return false;
+            direction = out;
+            distance = radius - s.radius;
+            return true;
+        case SurfaceKind::Cone: {
+            if (!roundAxis(s, point, out, radius, along)) return false;
+            const double angle = radians(s.halfAngle);
+            direction = out * std::cos(angle) - s.axis * std::sin(angle);
+            distance = (radius - s.radius - along * std::tan(angle)) * std::cos(angle);
+            return true;
+        }
+        case SurfaceKind::Torus: {
+            if (!roundAxis(s, point, out, radius, along)) return false;
+            const Vector tube = out * (radius - s.radius) + s.axis * along;
+            direction = unit(tube);
+            distance = length(tube) - s.minorRadius;
+            return distance > -s.minorRadius;
+        }
+        case SurfaceKind::Other:
+            break;
+    }
+    return false;
+}
+
+Skin::Skin(const Model& model, const Mesh& mesh) : model_(model), mesh_(mesh) {
+    findNormals();
+    findBodies();
+    buildTree();
+}
+
+std::size_t Skin::body(std::uint32_t triangle) const {
+    return static_cast<std::size_t>(face(triangle).solid);
+}
+
+bool Skin::anyClosed() const {
+    return !tree_.empty() && std::find(closed_.begin(), closed_.end(), true) != closed_.end();
+}
+
+Vector Skin::facetNormal(std::uint32_t triangle) const {
+    const Small& n = normals_[triangle];
+    return {n.x, n.y, n.z};
+}
+
+double Skin::area(std::uint32_t triangle) const {
+    const Vector& a = corner(triangle, 0);
+    return length(cross(corner(triangle, 1) - a, corner(triangle, 2) - a)) / 2;
+}
+
+void Skin::findNormals() {
+    normals_.assign(mesh_.triangles.size(), {kUnusable, 0, 0});
+    Box box;
+    for (std::uint32_t t = 0; t < mesh_.triangles.size(); ++t) {
+        const bool finite =
+            isFinite(corner(t, 0)) && isFinite(corner(t, 1)) && isFinite(corner(t, 2));
+        if (!finite || mesh_.faces[t] < 1) continue;
+        const Vector n = unit(cross(corner(t, 1) - corner(t, 0), corner(t, 2) - corner(t, 0)));
+        if (!(std::abs(dot(n, n) - 1.0) < 1e-6)) continue;
+        normals_[t] = {static_cast<float>(n.x), static_cast<float>(n.y), static_cast<float>(n.z)};
+        for (std::size_t i = 0; i < 3; ++i)
+            add(box, corner(t, i));
+    }
+    size_ = diagonal(box);
+}
+
+/// Which bodies are closed, and turns out the normals of one that is written inside out.
+void Skin::findBodies() {
+    const std::size_t bodies = model_.solids.size() + 1;
+    std::vector<double> volumes(bodies, 0.0), areas(bodies, 0.0), open(bodies, 0.0);
+    for (std::uint32_t t = 0; t < normals_.size(); ++t) {
+        if (!usable(t)) continue;
+        // From a corner of the part, so that small parts far away keep their digits.
+        const Vector& zero = mesh_.vertices[mesh_.triangles[0][0]];
+        const Vector a = corner(t, 0) - zero, b = corner(t, 1) - zero, c = corner(t, 2) - zero;
+        const std::size_t at = body(t);
+        if (isFinite(zero)) volumes[at] += dot(a, cross(b, c));
+        areas[at] += area(t);
+    }
+    for (const Edge& edge : model_.edges)
+        if (edge.convexity == Convexity::Open && edge.faces[0] > 0)
+            open[static_cast<std::size_t>(model_.face(edge.faces[0]).solid)] += edge.length;
+    closed_.assign(bodies, false);
+    for (std::size_t i = 0; i < bodies; ++i)
+        closed_[i] = areas[i] > 0.0 && (i > 0 || open[i] < kCrack * std::sqrt(areas[i]));
+    for (std::uint32_t t = 0; t < normals_.size(); ++t) {
+        Small& n = normals_[t];
+        if (usable(t) && volumes[body(t)] < 0.0) n = {-n.x, -n.y, -n.z};
+    }
+}
+
+void Skin::buildTree() {
+    Box box;
+    for (std::uint32_t t = 0; t < normals_.size(); ++t)
+        if (usable(t)) add(box, corner(t, 0));
+    const Vector centre = isEmpty(box) ? Vector{} : (box.least + box.greatest) * 0.5;
+    const auto put = [](float* to, const Vector& v) {
+        to[0] = static_cast<float>(v.x);
+        to[1] = static_cast<float>(v.y);
+        to[2] = static_cast<float>(v.z);
+    };
+    std::vector<Bvh::Facet> facets;
+    facets.reserve(normals_.size());
+    for (std::uint32_t t = 0; t < normals_.size(); ++t) {
+        if (!usable(t)) continue;
+        Bvh::Facet facet{};
+        put(facet.a, corner(t, 0) - centre);
+        put(facet.ab, corner(t, 1) - corner(t, 0));
+        put(facet.ac, corner(t, 2) - corner(t, 0));
+        put(facet.normal, facetNormal(t));
+        facet.triangle = t;
+        facet.body = static_cast<int>(body(t));
+        facets.push_back(facet);
+    }
+    tree_ = Bvh(std::move(facets), centre);
+}
+
+Skin::Spot Skin::exactly(std::uint32_t triangle, const Vector& point) const {
+    const Vector flat = facetNormal(triangle);
+    const Surface& surface = face(triangle).surface;
+    Spot spot{point, flat, 0.0, false};
+    double away = 0.0;
+    Vector direction;
+    if (!distanceFrom(surface, point, away, direction)) return spot;
+    const double side = dot(direction, flat);
+    if (std::abs(side) < kSameSide) return spot;
+    double longest = 0.0;
+    for (std::size_t i = 0; i < 3; ++i)
+        longest = std::max(longest, distance(corner(triangle, i), corner(triangle, (i + 1) % 3)));
+    if (!(std::abs(away) <= kSagitta * longest)) return spot;
+    spot.exact = true;
+    spot.point = point - direction * away;
+    spot.normal = side > 0.0 ? direction : -direction;
+    spot.shift = side > 0.0 ? -away : away;
+    return spot;
+}
+
+}  // namespace corvane::part::walls

@@ -1,0 +1,86 @@
+#include "Thickness.h"
+
+#include "Thinnest.h"
+
+namespace corvane::part::walls {
+namespace {
+
+class WallFinder {
+public:
+    explicit WallFinder(const Skin& skin)
+        : skin_(skin), samples_(skin), probe_(skin, Medium::Material) {}
+
+    Walls find() {
+        walls_.measurable = true;
+        walls_.byVertex.assign(skin_.mesh().vertices.size(), 0.0F);
+        samples_.each([&](const Sample& sample) { take(sample); });
+        fillVertices();
+        walls_.places = bySphere_.places(probe_, samples_, [&](int face, const Sample& sample) {
+            const Probe::Reading r = probe_.measure(sample);
+            return r.sphereIsWall && r.sphere.faces[0] == face ? r.sphere : Thickness{};
+        });
+        walls_.placesByRay = byRay_.places(probe_, samples_, [&](int face, const Sample& sample) {
+            const Probe::Reading r = probe_.measure(sample);
+            return r.rayIsWall && r.ray.faces[0] == face ? r.ray : Thickness{};
+        });
+        if (!walls_.places.empty()) walls_.smallestBySphere = walls_.places.front();
+        if (!walls_.placesByRay.empty()) walls_.smallestByRay = walls_.placesByRay.front();
+        walls_.typical = typical();
+        return std::move(walls_);
+    }
+
+private:
+    void take(const Sample& sample) {
+        if (!skin_.isClosed(sample.triangle)) return;
+        const Probe::Reading reading = probe_.measure(sample);
+        if (reading.rayIsWall) byRay_.take(reading.ray.faces[0], reading.ray, sample);
+        if (sample.vertex != Sample::kNoVertex && reading.sphere.value > 0.0) {
+            float& at = walls_.byVertex[sample.vertex];
+            const auto value = static_cast<float>(reading.sphere.value);
+            at = at > 0.0F ? std::min(at, value) : value;
+        }
+        if (!reading.sphereIsWall) return;
+        bySphere_.take(reading.sphere.faces[0], reading.sphere, sample);
+        if (reading.sphere.value > walls_.largestBySphere.value)
+            walls_.largestBySphere = reading.sphere;
+        shares_.push_back(
+            {static_cast<float>(reading.sphere.value), static_cast<float>(sample.area)});
+    }
+
+    /// Vertices without a sample take the value of a neighbour.
+    void fillVertices() {
+        std::vector<float>& values = walls_.byVertex;
+        for (const auto& t : skin_.mesh().triangles) {
+            const float most = std::max({values[t[0]], values[t[1]], values[t[2]]});
+            for (const std::uint32_t v : t)
+                if (values[v] == 0.0F) values[v] = most;
+        }
+    }
+
+    double typical() {
+        std::sort(shares_.begin(), shares_.end());
+        double all = 0.0, below = 0.0;
+        for (const auto& [value, area] : shares_)
+            all += static_cast<double>(area);
+        for (const auto& [value, area] : shares_) {
+            below += static_cast<double>(area);
+            if (below >= all / 2) return static_cast<double>(value);
+        }
+        return 0.0;
+    }
+
+    const Skin& skin_;
+    Samples samples_;
+    Probe probe_;
+    Walls walls_;
+    Thinnest<int> bySphere_, byRay_;
+    std::vector<std::pair<float, float>> shares_;  // thickness and area
+};
+
+}  // namespace
+
+Walls findWalls(const Skin& skin) {
+    return skin.anyClosed() ? WallFinder(skin).find() : Walls{};
+}
+
+}  // namespace corvane::part::walls

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "corvane/part/Walls.h"
+
+#include "Skin.h"
+
+namespace corvane::part::walls {
+
+Walls findWalls(const Skin& skin);
+
+}  // namespace corvane::part::walls
