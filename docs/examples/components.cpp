@@ -7,14 +7,14 @@ using Borrowed = dfx::Value<IUnknown*, dfx::IValue::TYPE_IUNKNOWN>;
 
 struct Component : IUnknown {
     HResult QueryInterface(const Guid& id, void** object) override {
-        *object = id == kInterfaceId ? this : nullptr;
+        *object = id == corvane::interfaceId<IUnknown> ? this : nullptr;
         if (*object) AddRef();
         return *object ? corvane::kOk : corvane::kErrorNoInterface;
     }
-    std::uint32_t AddRef() override { return ++references; }
-    std::uint32_t Release() override { return --references; }
+    QorULong AddRef() override { return ++references; }
+    QorULong Release() override { return --references; }
 
-    std::uint32_t references = 0;
+    QorULong references = 0;
 };
 
 }  // namespace

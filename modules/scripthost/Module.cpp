@@ -22,13 +22,14 @@ public:
     HResult QueryInterface(const Guid& interfaceId, void** object) override {
         if (!object) return corvane::kErrorPointer;
         *object = nullptr;
-        if (interfaceId != IUnknown::kInterfaceId && interfaceId != IClassFactory::kInterfaceId)
+        if (interfaceId != corvane::interfaceId<IUnknown> &&
+            interfaceId != corvane::interfaceId<IClassFactory>)
             return corvane::kErrorNoInterface;
         *object = static_cast<IClassFactory*>(this);
         return corvane::kOk;
     }
-    std::uint32_t AddRef() override { return 2; }
-    std::uint32_t Release() override { return 1; }
+    QorULong AddRef() override { return 2; }
+    QorULong Release() override { return 1; }
 
     HResult CreateInstance(IUnknown* outer, const Guid& interfaceId, void** object) override {
         if (!object) return corvane::kErrorPointer;
@@ -44,7 +45,7 @@ public:
             return corvane::kErrorOutOfMemory;
         }
     }
-    HResult LockServer(std::int32_t) override { return corvane::kOk; }
+    HResult LockServer(int) override { return corvane::kOk; }
 };
 
 Factory factory;

@@ -199,7 +199,7 @@ HResult Script::install(const Engine& engine, LoadedModule& module) {
     lua_pushcfunction(lua, openEngine);
     lua_pushlightuserdata(lua, &call);
     const int status = lua_pcall(lua, 1, 0, 0);
-    if (status == LUA_OK) return call.nameTaken ? kEngineNameTaken : corvane::kOk;
+    if (status == LUA_OK) return call.nameTaken ? HResult{kEngineNameTaken} : corvane::kOk;
     if (status == LUA_ERRMEM) run_.limits.reach(Limit::Memory);
     fail(faultFromMessage(FaultKind::Engine, chunk, 0, describe(-1)));
     lua_settop(lua, 0);

@@ -20,7 +20,7 @@ HResult guarded(Work work) noexcept {
 }
 
 BSTR systemText(const std::string& utf8) {
-    return SysAllocString(CStringW::FromUtf8(utf8).GetString());
+    return corvane::systemText(CStringW::FromUtf8(utf8).GetString());
 }
 
 }  // namespace
@@ -39,7 +39,8 @@ ScriptProcessor* ScriptProcessor::create() {
 HResult ScriptProcessor::QueryInterface(const Guid& interfaceId, void** object) {
     if (!object) return corvane::kErrorPointer;
     *object = nullptr;
-    if (interfaceId != IUnknown::kInterfaceId && interfaceId != IDispatch::kInterfaceId &&
+    if (interfaceId != corvane::interfaceId<IUnknown> &&
+        interfaceId != corvane::interfaceId<IDispatch> &&
         interfaceId != IScriptProcessor::kInterfaceId)
         return corvane::kErrorNoInterface;
     AddRef();
@@ -47,34 +48,33 @@ HResult ScriptProcessor::QueryInterface(const Guid& interfaceId, void** object) 
     return corvane::kOk;
 }
 
-std::uint32_t ScriptProcessor::AddRef() {
+QorULong ScriptProcessor::AddRef() {
     return ++references_;
 }
 
-std::uint32_t ScriptProcessor::Release() {
-    const std::uint32_t left = --references_;
+QorULong ScriptProcessor::Release() {
+    const QorULong left = --references_;
     if (left == 0) delete this;
     return left;
 }
 
-HResult ScriptProcessor::GetTypeInfoCount(std::uint32_t* count) {
+HResult ScriptProcessor::GetTypeInfoCount(unsigned* count) {
     if (!count) return corvane::kErrorPointer;
     *count = 0;
     return corvane::kOk;
 }
 
-HResult ScriptProcessor::GetTypeInfo(std::uint32_t, std::uint32_t, void** typeInfo) {
+HResult ScriptProcessor::GetTypeInfo(unsigned, QorULong, ITypeInfo** typeInfo) {
     if (typeInfo) *typeInfo = nullptr;
     return corvane::kErrorNotImplemented;
 }
 
-HResult ScriptProcessor::GetIDsOfNames(const Guid&, char16_t**, std::uint32_t, std::uint32_t,
-                                       std::int32_t*) {
+HResult ScriptProcessor::GetIDsOfNames(const Guid&, OLECHAR**, unsigned, QorULong, QorLong*) {
     return corvane::kErrorNotImplemented;
 }
 
-HResult ScriptProcessor::Invoke(std::int32_t, const Guid&, std::uint32_t, std::uint16_t, void*,
-                                void*, void*, std::uint32_t*) {
+HResult ScriptProcessor::Invoke(QorLong, const Guid&, QorULong, std::uint16_t, DISPPARAMS*,
+                                VARIANT*, EXCEPINFO*, unsigned*) {
     return corvane::kErrorNotImplemented;
 }
 
@@ -146,7 +146,7 @@ HResult ScriptProcessor::GetScriptError(std::int32_t* lineNumber, std::int32_t* 
         *charNumber = fault.character;
         *errorNumber = static_cast<std::int32_t>(fault.kind);
         *errorCode = corvane::ScriptErrorCode(fault.kind);
-        *type = SysAllocString(typeText(fault.kind));
+        *type = corvane::systemText(typeText(fault.kind));
         *message = systemText(fault.message);
         *source = systemText(fault.source);
         return corvane::kOk;

@@ -16,16 +16,16 @@ public:
     static ScriptProcessor* create();
 
     HResult QueryInterface(const Guid& interfaceId, void** object) override;
-    std::uint32_t AddRef() override;
-    std::uint32_t Release() override;
+    QorULong AddRef() override;
+    QorULong Release() override;
 
-    HResult GetTypeInfoCount(std::uint32_t* count) override;
-    HResult GetTypeInfo(std::uint32_t index, std::uint32_t locale, void** typeInfo) override;
-    HResult GetIDsOfNames(const Guid& reserved, char16_t** names, std::uint32_t count,
-                          std::uint32_t locale, std::int32_t* ids) override;
-    HResult Invoke(std::int32_t id, const Guid& reserved, std::uint32_t locale, std::uint16_t flags,
-                   void* parameters, void* result, void* exception,
-                   std::uint32_t* argumentError) override;
+    HResult GetTypeInfoCount(unsigned* count) override;
+    HResult GetTypeInfo(unsigned index, QorULong locale, ITypeInfo** typeInfo) override;
+    HResult GetIDsOfNames(const Guid& reserved, OLECHAR** names, unsigned count, QorULong locale,
+                          QorLong* ids) override;
+    HResult Invoke(QorLong id, const Guid& reserved, QorULong locale, std::uint16_t flags,
+                   DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
+                   unsigned* argumentError) override;
 
     HResult RunScript(std::int16_t* success) override;
     HResult EndScript() override;
@@ -45,7 +45,7 @@ private:
     ScriptProcessor() = default;
     HResult finish(bool done, Step next, std::int16_t* success);
 
-    std::atomic<std::uint32_t> references_{1};
+    std::atomic<QorULong> references_{1};
     Step step_ = Step::Collecting;
     std::unique_ptr<Script> script_;
     std::string text_;

@@ -66,7 +66,7 @@ HResult makeObject(const Guid& classId, const Guid& interfaceId, void** object) 
     const auto getClassObject = moduleFunction<GetClassObjectFunction>(module, "DllGetClassObject");
     if (!getClassObject) return kErrorInModule;
     void* answer = nullptr;
-    const HResult status = getClassObject(classId, IClassFactory::kInterfaceId, &answer);
+    const HResult status = getClassObject(classId, corvane::interfaceId<IClassFactory>, &answer);
     if (failed(status)) return status;
     if (!answer) return kErrorUnexpected;
     ATL::CComPtr<IClassFactory> factory;

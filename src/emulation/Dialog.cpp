@@ -59,7 +59,7 @@ std::intptr_t CDialog::DoModal() {
 }
 
 void CDialog::dispatch(MSG& message) {
-    CWnd* const target = message.window ? message.window : this;
+    CWnd* const target = message.hwnd ? message.hwnd : this;
     for (CWnd* window = target; window; window = window == this ? nullptr : window->GetParent()) {
         if (window->PreTranslateMessage(&message) != 0) return;
     }

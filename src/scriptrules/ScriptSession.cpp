@@ -48,10 +48,15 @@ public:
     ~HostText() { SysFreeString(text_); }
 
     BSTR* receive() { return &text_; }
-    const char16_t* get() const { return text_; }
+    // Null where the host gave none.
+    const char16_t* get() {
+        copy_ = textOf(text_);
+        return text_ ? copy_.c_str() : nullptr;
+    }
 
 private:
     BSTR text_ = nullptr;
+    std::u16string copy_;
 };
 
 // Lines count from 0 at the host and from 1 for the user. Whatever a host stores, the sum is
@@ -66,7 +71,7 @@ HResult ScriptSession::findHost() {
     const auto classId = emulation::classFromProgramId(IScriptProcessor::kProgramId);
     if (!classId) return kErrorNoSuchProgramId;
     void* object = nullptr;
-    HResult status = emulation::createInstance(*classId, IUnknown::kInterfaceId, &object);
+    HResult status = emulation::createInstance(*classId, corvane::interfaceId<IUnknown>, &object);
     if (failed(status)) return status;
     ATL::CComPtr<IUnknown> component;
     component.Attach(static_cast<IUnknown*>(object));

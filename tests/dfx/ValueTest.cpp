@@ -12,8 +12,8 @@ struct Component : IUnknown {
         *object = nullptr;
         return corvane::kErrorNoInterface;
     }
-    std::uint32_t AddRef() override { return ++calls, ++references; }
-    std::uint32_t Release() override { return ++calls, --references; }
+    QorULong AddRef() override { return ++calls, ++references; }
+    QorULong Release() override { return ++calls, --references; }
 
     std::uint32_t references = 0;
     int calls = 0;

@@ -50,7 +50,8 @@ protected:
     }
 
     // The status of making an object, which is released again.
-    static HResult make(std::uint32_t number, const Guid& interfaceId = IUnknown::kInterfaceId) {
+    static HResult make(std::uint32_t number,
+                        const Guid& interfaceId = corvane::interfaceId<IUnknown>) {
         int untouched = 0;
         void* object = &untouched;
         const HResult status = createInstance(classId(number), interfaceId, &object);
@@ -87,8 +88,9 @@ TEST_F(Components, AreMadeOrTellWhyNot) {
         {6, 0x8007007E}, {7, 0x8007007E}, {8, 0x80040154}, {9, 0x800401F9}, {10, 0x80040154}};
     for (const auto& [number, status] : cases)
         EXPECT_EQ(make(number), static_cast<HResult>(status)) << number;
-    EXPECT_EQ(make(1, IClassFactory::kInterfaceId), corvane::kErrorNoInterface);
-    EXPECT_EQ(createInstance(classId(1), IUnknown::kInterfaceId, nullptr), corvane::kErrorPointer);
+    EXPECT_EQ(make(1, corvane::interfaceId<IClassFactory>), corvane::kErrorNoInterface);
+    EXPECT_EQ(createInstance(classId(1), corvane::interfaceId<IUnknown>, nullptr),
+              corvane::kErrorPointer);
 
     const corvane::LoadedModule module(u"corvanetestcomponent.DLL");
     EXPECT_EQ(module.function<int (*)()>("LiveObjects")(), 0);

@@ -30,20 +30,21 @@ public:
     virtual ~Counted() { --liveObjects; }
 
     HResult QueryInterface(const Guid& id, void** object) override {
-        const bool known = id == IUnknown::kInterfaceId || id == Interface::kInterfaceId;
+        const bool known =
+            id == corvane::interfaceId<IUnknown> || id == corvane::interfaceId<Interface>;
         *object = known ? this : nullptr;
         if (known) AddRef();
         return known ? corvane::kOk : corvane::kErrorNoInterface;
     }
-    std::uint32_t AddRef() override { return ++references_; }
-    std::uint32_t Release() override {
-        const std::uint32_t left = --references_;
+    QorULong AddRef() override { return ++references_; }
+    QorULong Release() override {
+        const QorULong left = --references_;
         if (left == 0) delete this;
         return left;
     }
 
 private:
-    std::atomic<std::uint32_t> references_ = 1;
+    std::atomic<QorULong> references_ = 1;
 };
 
 class Factory : public Counted<IClassFactory> {
@@ -61,7 +62,7 @@ public:
         made->Release();
         return status;
     }
-    HResult LockServer(std::int32_t) override { return corvane::kOk; }
+    HResult LockServer(int) override { return corvane::kOk; }
 
 private:
     std::uint32_t number_;

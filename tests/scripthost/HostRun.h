@@ -29,7 +29,8 @@ inline Host makeHost() {
         0x5B0E6A0D, 0x93C4, 0x4F1B, {0x8F, 0x57, 0x2E, 0x4C, 0x1D, 0x7A, 0x96, 0xB3}};
     const auto getClass = module.function<GetClassObjectFunction>("DllGetClassObject");
     void* factory = nullptr;
-    if (!getClass || getClass(classId, IClassFactory::kInterfaceId, &factory) != corvane::kOk)
+    if (!getClass ||
+        getClass(classId, corvane::interfaceId<IClassFactory>, &factory) != corvane::kOk)
         throw std::runtime_error("no script host");
     ATL::CComPtr<IClassFactory> made;
     made.Attach(static_cast<IClassFactory*>(factory));

@@ -125,15 +125,15 @@ TEST(ScriptHost, ComponentsAreAskedForByClassAndInterface) {
     const corvane::LoadedModule module(u"QorScriptHost.dll");
     const auto getClass = module.function<GetClassObjectFunction>("DllGetClassObject");
     void* object = &object;
-    EXPECT_TRUE(corvane::failed(getClass(Guid{}, IClassFactory::kInterfaceId, &object)));
+    EXPECT_TRUE(corvane::failed(getClass(Guid{}, corvane::interfaceId<IClassFactory>, &object)));
     EXPECT_EQ(object, nullptr);
     const Host host = makeHost();
-    for (const Guid& known :
-         {IUnknown::kInterfaceId, IDispatch::kInterfaceId, IScriptProcessor::kInterfaceId}) {
+    for (const Guid& known : {corvane::interfaceId<IUnknown>, corvane::interfaceId<IDispatch>,
+                              IScriptProcessor::kInterfaceId}) {
         ASSERT_EQ(host->QueryInterface(known, &object), corvane::kOk);
         EXPECT_EQ(static_cast<IScriptProcessor*>(object)->Release(), 1U);
     }
-    EXPECT_EQ(host->QueryInterface(IClassFactory::kInterfaceId, &object),
+    EXPECT_EQ(host->QueryInterface(corvane::interfaceId<IClassFactory>, &object),
               corvane::kErrorNoInterface);
     EXPECT_EQ(object, nullptr);
     std::uint32_t count = 7;

@@ -27,19 +27,16 @@ public:
         AddRef();
         return corvane::kOk;
     }
-    HResult LockServer(std::int32_t) override { return corvane::kOk; }
-    std::uint32_t AddRef() override { return static_cast<std::uint32_t>(++testHost.references); }
-    std::uint32_t Release() override { return static_cast<std::uint32_t>(--testHost.references); }
-    HResult GetTypeInfoCount(std::uint32_t*) override { return corvane::kErrorFail; }
-    HResult GetTypeInfo(std::uint32_t, std::uint32_t, void**) override {
+    HResult LockServer(int) override { return corvane::kOk; }
+    QorULong AddRef() override { return static_cast<QorULong>(++testHost.references); }
+    QorULong Release() override { return static_cast<QorULong>(--testHost.references); }
+    HResult GetTypeInfoCount(unsigned*) override { return corvane::kErrorFail; }
+    HResult GetTypeInfo(unsigned, QorULong, ITypeInfo**) override { return corvane::kErrorFail; }
+    HResult GetIDsOfNames(const Guid&, OLECHAR**, unsigned, QorULong, QorLong*) override {
         return corvane::kErrorFail;
     }
-    HResult GetIDsOfNames(const Guid&, char16_t**, std::uint32_t, std::uint32_t,
-                          std::int32_t*) override {
-        return corvane::kErrorFail;
-    }
-    HResult Invoke(std::int32_t, const Guid&, std::uint32_t, std::uint16_t, void*, void*, void*,
-                   std::uint32_t*) override {
+    HResult Invoke(QorLong, const Guid&, QorULong, std::uint16_t, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                   unsigned*) override {
         return corvane::kErrorFail;
     }
 

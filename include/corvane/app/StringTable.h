@@ -7,6 +7,9 @@
 
 #include <corvane/base/Export.h>
 
+// <commdlg.h> of Windows makes a macro of it.
+#undef FindText
+
 namespace corvane {
 
 /// One text of a string table.

@@ -63,13 +63,13 @@ public:
         return corvane::kOk;
     }
 
-    /// Another interface of the object, by its `kInterfaceId`. What `other` held is released;
+    /// Another interface of the object, by its corvane::interfaceId. What `other` held is released;
     /// kErrorPointer when this handle holds null.
     template <typename Other>
     HResult QueryInterface(CComPtr<Other>& other) const {
         void* found = nullptr;
-        const HResult status =
-            p ? p->QueryInterface(Other::kInterfaceId, &found) : HResult{corvane::kErrorPointer};
+        const HResult status = p ? p->QueryInterface(corvane::interfaceId<Other>, &found)
+                                 : HResult{corvane::kErrorPointer};
         other.Attach(static_cast<Other*>(corvane::failed(status) ? nullptr : found));
         return status;
     }

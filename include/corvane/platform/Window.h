@@ -4,6 +4,7 @@
 #include <span>
 
 #include <corvane/base/Export.h>
+#include <corvane/base/Platform.h>
 
 // Windows, as far as a dialog of a rule module needs them: an object that gets messages by number,
 // finds the handler in its class's table and leaves the rest to the default processing. Nothing
@@ -11,21 +12,6 @@
 // thread of the user interface.
 
 class CWnd;
-
-struct CPoint {
-    int x = 0;
-    int y = 0;
-
-    friend bool operator==(const CPoint&, const CPoint&) = default;
-};
-
-/// A message on its way to a window. What `wParam` and `lParam` mean depends on the number.
-struct MSG {
-    CWnd* window = nullptr;  ///< Null stands for the dialog that runs.
-    unsigned message = 0;
-    std::uintptr_t wParam = 0;
-    std::intptr_t lParam = 0;
-};
 
 namespace corvane {
 

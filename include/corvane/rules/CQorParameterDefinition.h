@@ -2,6 +2,8 @@
 
 // The operations of CQorParameter; <corvane/rules/CQorParameter.h> includes this.
 
+#include <corvane/rules/CQorParameter.h>
+
 template <typename T>
 CQorParameter<T>& CQorParameter<T>::operator=(const CQorParameter& source) {
     if (this == &source) return *this;
