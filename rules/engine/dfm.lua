@@ -65,11 +65,31 @@ function dfm.faces(numbers, label)
     return {faces = numbers, label = label}
 end
 
+--- The sheet that the part is; ends the rule in an error when it is none.
+function dfm.sheet()
+    dfm.sound()
+    local sheet = part.sheet()
+    if not sheet.is then error("this is no sheet: " .. sheet.reason, 0) end
+    return sheet
+end
+
+--- The places of walls or gaps, each pair of faces once: the first, which is the narrowest.
+function dfm.pairs_once(places)
+    local once, seen = {}, {}
+    for _, place in ipairs(places) do
+        local a, b = place.faces[1], place.faces[2]
+        local pair = math.min(a, b) .. " " .. math.max(a, b)
+        if not seen[pair] then once[#once + 1] = place end
+        seen[pair] = true
+    end
+    return once
+end
+
 --- The thinnest wall of a process and the part's material, in mm: the parameter `limit`, else the rule database.
 function dfm.thinnest(process)
     if params.limit then return params.limit end
-    local row = db.minimum_wall(process, params.material or part.material)
-    row = row or assert(db.minimum_wall(process))
+    local material = params.material or part.material
+    local row = material and db.minimum_wall(process, material) or assert(db.minimum_wall(process))
     return row.minimum
 end
 

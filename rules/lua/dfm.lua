@@ -52,3 +52,8 @@ function dfm.faces(numbers, label) end
 ---@param process string
 ---@return number
 function dfm.thinnest(process) end
+
+---The places of walls or gaps, each pair of faces once.
+---@param places Thickness[]
+---@return Thickness[]
+function dfm.pairs_once(places) end

@@ -54,6 +54,20 @@
 ---@field points Point[]
 ---@field faces integer[]
 
+---@class Thickness two opposite places of a wall, or of the air between two walls
+---@field value number
+---@field point Point
+---@field opposite Point
+---@field faces integer[] that the two are on
+
+---@class Walls
+---@field thinnest? Thickness by the largest sphere inside the material that touches the surface there
+---@field thinnest_by_ray? Thickness by the straight line through the material, square to the surface
+---@field thickest? Thickness by sphere
+---@field typical? number half of the surface has thinner walls, half thicker ones
+---@field places Thickness[] the thinnest place of each face by sphere, thinnest first
+---@field places_by_ray Thickness[] the same by ray
+
 part = {}
 
 ---@type string? path of the part's file
@@ -100,3 +114,6 @@ function part.edge(number) end
 ---What keeps the part from being a valid closed solid.
 ---@return Damage[]
 function part.damages() end
+---How thick the walls are. An error for a part that is not closed.
+---@return Walls
+function part.walls() end

@@ -48,6 +48,7 @@ TEST_F(PartEngine, GivesTheMeasuresOfThePartBesideWhatTheHostSaysOfIt) {
         "if e.kind == 'circle' then n = n + 1 end end return n == 2 end)()",
         "part.edge(1).number == 1 and part.face(7).number == 7",
         "#part.face(1).edges[1] > 0",
+        "math.abs(part.walls().thinnest.value - 15) < 0.01 and #part.walls().places > 0",
     };
     std::string script =
         "local function near(a, b) return math.abs(a - b) < 1e-6 * math.abs(b) + 1e-6 end\n";

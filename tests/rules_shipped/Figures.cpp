@@ -28,6 +28,11 @@ TopoDS_Shape angle() {
     return cut(box(40, 30, 20), box(40, 30, 20, {3, -1, 3}));
 }
 
+/// A block with a closed void.
+TopoDS_Shape hollow() {
+    return cut(box(30, 30, 30), box(10, 10, 10, {10, 10, 10}));
+}
+
 TopoDS_Shape roundedBlock() {
     return rounded(box(40, 30, 20), 2);
 }
@@ -44,6 +49,15 @@ std::vector<Case> cases() {
         {"metal-powder-bed", "Metal build volume", block(150, 150, 250), block(10, 160, 160)},
         {"injection-moulding", "Moulded inner corners", roundedBlock, angle},
         {"die-casting", "Cast inner corners", roundedBlock, angle},
+        {"milling", "Thin machined wall", block(0.9, 30, 30), block(0.7, 30, 30)},
+        {"injection-moulding", "Thin moulded wall", block(1.2, 30, 30), block(1.1, 30, 30)},
+        {"injection-moulding", "Thick moulded wall", block(3.8, 30, 30), block(5, 30, 30)},
+        {"die-casting", "Thin cast wall", block(0.9, 30, 30), block(0.8, 30, 30)},
+        {"fdm", "FDM wall", block(0.9, 30, 30), block(0.7, 30, 30)},
+        {"sla", "SLA wall", block(0.6, 30, 30), block(0.4, 30, 30)},
+        {"sls", "SLS wall", block(0.8, 30, 30), block(0.6, 30, 30)},
+        {"metal-powder-bed", "Metal wall", block(0.5, 30, 30), block(0.3, 30, 30)},
+        {"sls", "Closed void", block(20, 20, 20), hollow},
     };
 }
 

@@ -120,6 +120,16 @@ int damages(lua_State* lua) {
         lua, [](const Part& part, Failure&) -> const auto& { return part.damages(); });
 }
 
+int walls(lua_State* lua) {
+    return answer(
+        lua, [](const Part& part, Failure& failure) -> const auto& {
+            const corvane::part::Walls& found = part.walls();
+            if (!found.measurable)
+                failure.set("the part is not closed, so it has no walls to measure");
+            return found;
+        });
+}
+
 constexpr luaL_Reg kFunctions[] = {{"box", box},         {"smallest_box", smallestBox},
                                    {"size", size},       {"volume", volume},
                                    {"area", area},       {"centre", centre},
@@ -127,7 +137,8 @@ constexpr luaL_Reg kFunctions[] = {{"box", box},         {"smallest_box", smalle
                                    {"units", units},     {"solids", solids},
                                    {"faces", faces},     {"edges", edges},
                                    {"face", face},       {"edge", edge},
-                                   {"damages", damages}, {nullptr, nullptr}};
+                                   {"damages", damages}, {"walls", walls},
+                                   {nullptr, nullptr}};
 
 }  // namespace
 }  // namespace partengine

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <corvane/part/Part.h>
+#include <corvane/part/Walls.h>
 
 // Plain values as Lua sees them. A push leaves one value on the stack and may raise an error of
 // Lua, which jumps over the frames between: none of them holds an object with a destructor.
@@ -24,6 +25,9 @@ void push(lua_State* lua, const corvane::part::Solid& solid);
 void push(lua_State* lua, const corvane::part::Face& face);
 void push(lua_State* lua, const corvane::part::Edge& edge);
 void push(lua_State* lua, const corvane::part::Damage& damage);
+/// nil where nothing was measured.
+void push(lua_State* lua, const corvane::part::Thickness& thickness);
+void push(lua_State* lua, const corvane::part::Walls& walls);
 
 template <typename T>
 void push(lua_State* lua, const std::vector<T>& list) {
@@ -34,6 +38,9 @@ void push(lua_State* lua, const std::vector<T>& list) {
         lua_rawseti(lua, -2, static_cast<lua_Integer>(i + 1));
     }
 }
+
+/// What does not apply where it is 0: nothing then.
+double unlessZero(double value);
 
 /// A record under construction at the top of the stack.
 class Record {

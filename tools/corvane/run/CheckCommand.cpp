@@ -5,6 +5,7 @@
 #include "files/RuleFile.h"
 #include "files/ShippedRules.h"
 #include "run/PlannedRun.h"
+#include "run/RuleDatabase.h"
 
 namespace {
 
@@ -51,6 +52,7 @@ public:
             console.report(u"there is no part to check");
             return kUnusable;
         }
+        useOwnDatabase();
         return runRules(options_, console);
     }
 

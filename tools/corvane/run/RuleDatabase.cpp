@@ -7,6 +7,7 @@
 #include <corvane/config/ModuleConfiguration.h>
 #include <corvane/database/IDatabaseCollector.h>
 #include <corvane/database/QORDataHelper.h>
+#include <corvane/platform/Environment.h>
 
 #include "Text.h"
 #include "run/Hash.h"
@@ -55,9 +56,31 @@ bool RuleDatabase::isWanted(const LoadedRule& loaded) {
     if (!asked_) wanted_ = isConfiguredOrThere();
     asked_ = true;
     if (wanted_ || !loaded.isScript()) return wanted_;
-    const std::optional<CStringW> folder = corvane::GetModuleConfiguration().scriptFolder;
+    std::optional<CStringW> folder = loaded.scriptFolder;
+    if (folder->IsEmpty()) folder = corvane::GetModuleConfiguration().scriptFolder;
     wanted_ = folder && namesDatabase(*folder + u"/" + loaded.rule->m_csRuleFileName);
+    // An engine in Lua may ask for it as well.
+    for (const CStringW& engine : loaded.rule->m_lstEngines)
+        wanted_ =
+            wanted_ ||
+            namesDatabase(CStringW(fs::path(engine.Std()).replace_extension(".lua").u16string()));
     return wanted_;
+}
+
+void useOwnDatabase() {
+    const ConfiguredDatabase configured = QORDataHelper::configured();
+    if (configured.type != IConnectorData::DATABASETYPE_SQLITE || !configured.isDefaultFile) return;
+    const fs::path file(shownPath(configured.file).Std());
+    std::error_code status;
+    if (fs::exists(file, status)) return;
+    fs::create_directories(file.parent_path(), status);
+    // An empty file is one that the database fills.
+    if (std::ofstream(file, std::ios::app)) return;
+    fs::path home(corvane::GetEnvironmentText(u"XDG_DATA_HOME"));
+    if (home.empty()) home = fs::path(corvane::GetEnvironmentText(u"HOME")) / ".local/share";
+    const fs::path own = home / "corvane";
+    fs::create_directories(own, status);
+    if (!status) corvane::SetEnvironmentText(u"CORVANE_DATABASE_DIR", (own / "").u16string());
 }
 
 qor_db::IDatabaseCollector* RuleDatabase::forRule(const LoadedRule& loaded) {
