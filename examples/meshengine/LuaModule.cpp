@@ -14,16 +14,11 @@
 #include <string>
 #include <type_traits>
 
+#include <corvane/base/ModuleExport.h>
 #include <corvane/host/RunContext.h>
 
 #include "Measures.h"
 #include "PartFile.h"
-
-#ifdef _WIN32
-#define MESHENGINE_EXPORT __declspec(dllexport)
-#else
-#define MESHENGINE_EXPORT __attribute__((visibility("default")))
-#endif
 
 namespace {
 
@@ -172,7 +167,7 @@ constexpr luaL_Reg kFunctions[] = {{"part", openPart}, {nullptr, nullptr}};
 
 }  // namespace
 
-extern "C" MESHENGINE_EXPORT int luaopen_mesh(lua_State* lua) {
+CORVANE_MODULE_EXPORT int luaopen_mesh(lua_State* lua) {
     if (luaL_newmetatable(lua, kPartType)) {
         lua_pushcfunction(lua, close);
         lua_setfield(lua, -2, "__gc");

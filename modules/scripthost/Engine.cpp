@@ -35,9 +35,8 @@ std::optional<Engine> Engine::fromLibrary(std::u16string_view path) {
     std::transform(stem.begin(), stem.end(), std::back_inserter(engine.name),
                    [](char16_t unit) { return static_cast<char>(unit); });
     if (kKeywords.find(" " + engine.name + " ") != kKeywords.npos) return std::nullopt;
-#ifndef _WIN32
+    // Every platform takes this one.
     std::replace(engine.folder.begin(), engine.folder.end(), u'\\', u'/');
-#endif
     return engine;
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <thread>
 
 // What the operating system says of the thread that a script runs on, and of threads.
@@ -18,12 +17,9 @@ public:
     ScriptLocale& operator=(const ScriptLocale&) = delete;
 
 private:
-#ifdef _WIN32
-    int formerMode_;
-    std::string former_;
-#else
-    void* former_;
-#endif
+    // As the system has them.
+    int formerMode_ = 0;
+    void* former_ = nullptr;
 };
 
 /// Where the stack is now; it grows towards 0.

@@ -1,6 +1,5 @@
 #include "database/DatabasePath.h"
 
-#include <cstdlib>
 #include <string>
 
 #include "system/Environment.h"
@@ -18,8 +17,7 @@ CStringW variableValue(const CStringW& name) {
     std::string bytes;
     for (const char16_t unit : name.View())
         bytes += static_cast<char>(unit & 0xFF);
-    // By the bytes themselves: the platform's look-up would turn the name into UTF-8 first.
-    return CStringW(std::getenv(bytes.c_str()));
+    return system::environmentVariableOfBytes(bytes).value_or(std::u16string());
 }
 
 }  // namespace

@@ -8,9 +8,9 @@ namespace corvane::system {
 /// Handle of a loaded module; null for none.
 using ModuleHandle = void*;
 
-/// Loads a shared module by the name that Windows gives it, with or without a folder:
-/// "QORDatabaseu.dll" is the shared object of that stem ("QORDatabaseu.so" or
-/// "libQORDatabaseu.so"), found whatever its case. A bare name is sought in the folder of this
+/// Loads a shared module by the name that the interface gives it, with or without a folder:
+/// "QORDatabaseu.dll" is this platform's module of that stem, found whatever its case; on POSIX
+/// "QORDatabaseu.so" or "libQORDatabaseu.so". A bare name is sought in the folder of this
 /// library, then where the system's loader looks. Null when there is none or it won't load. Each
 /// successful load is paired with one freeModule. `fault` gets why a file that is there won't
 /// load: what the loader says, or that the file is cut off.

@@ -8,8 +8,7 @@ namespace corvane::system {
 /// The separator that paths are joined with: "/" on POSIX.
 extern const char16_t kSeparator;
 
-/// True for what cuts a path: "/" and "\" on POSIX, so that a rule file written elsewhere works;
-/// "\" alone on Windows.
+/// True for what cuts a path: "/" and "\" on POSIX, so that a rule file written elsewhere works.
 bool isSeparator(char16_t unit);
 
 /// The position of the last separator, or npos.

@@ -128,11 +128,10 @@ struct CPoint {
 };
 
 class CWnd;
-using HWND = CWnd*;
 
 /// A message on its way to a window. What `wParam` and `lParam` mean depends on the number.
 struct MSG {
-    HWND hwnd = nullptr;  ///< Null stands for the dialog that runs.
+    CWnd* hwnd = nullptr;  ///< Null stands for the dialog that runs.
     unsigned message = 0;
     std::uintptr_t wParam = 0;
     std::intptr_t lParam = 0;

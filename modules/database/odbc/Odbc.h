@@ -1,15 +1,14 @@
 #pragma once
 
 // The interface of the driver manager: https://learn.microsoft.com/sql/odbc/reference
-#ifdef _WIN32
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
-#endif
+// On Windows its headers need the types of the system before them.
+// clang-format off
+#include <corvane/base/Platform.h>
+
 #include <sql.h>
 #include <sqlext.h>
 #include <sqlucode.h>
+// clang-format on
 
 static_assert(sizeof(SQLWCHAR) == sizeof(char16_t));
 

@@ -15,9 +15,8 @@ namespace fs = std::filesystem;
 fs::path pathOf(const CStringW& text) {
     const std::string bytes = text.ToUtf8();
     std::u8string units(bytes.begin(), bytes.end());
-#ifndef _WIN32
+    // Every platform takes this one.
     std::replace(units.begin(), units.end(), u8'\\', u8'/');
-#endif
     return fs::path(units);
 }
 

@@ -8,7 +8,11 @@ namespace corvane::system {
 
 std::optional<std::u16string> environmentVariable(std::u16string_view name) {
     if (name.find(u'\0') != name.npos) return std::nullopt;
-    const char* value = std::getenv(toUtf8(name).c_str());
+    return environmentVariableOfBytes(toUtf8(name));
+}
+
+std::optional<std::u16string> environmentVariableOfBytes(const std::string& name) {
+    const char* value = std::getenv(name.c_str());
     if (!value) return std::nullopt;
     return fromUtf8(value);
 }

@@ -12,7 +12,7 @@
 namespace corvane::system {
 namespace {
 
-constexpr std::string_view kWindowsEnding = ".dll";
+constexpr std::string_view kNamedEnding = ".dll";
 constexpr std::string_view kEnding = ".so";
 
 // Case is ignored for ASCII as well as for what the names' bytes spell as UTF-8.
@@ -66,8 +66,8 @@ bool isRegularFile(const std::string& path) {
 std::vector<std::string> moduleFileNames(std::string_view name) {
     if (name.empty()) return {};
     std::string_view stem = name;
-    if (endsIn(name, kWindowsEnding)) {
-        stem.remove_suffix(kWindowsEnding.size());
+    if (endsIn(name, kNamedEnding)) {
+        stem.remove_suffix(kNamedEnding.size());
     } else if (endsIn(name, kEnding)) {
         stem.remove_suffix(kEnding.size());
     }

@@ -1,15 +1,16 @@
 #include "Terminal.h"
 
-#include <cstdlib>
-#include <string_view>
+#include <string>
 #include <sys/ioctl.h>
 #include <unistd.h>
+
+#include <corvane/platform/Environment.h>
 
 namespace {
 
 bool isTerminal(int descriptor) {
-    const char* kind = std::getenv("TERM");
-    return kind && std::string_view(kind) != "dumb" && isatty(descriptor);
+    const std::u16string kind = corvane::GetEnvironmentText(u"TERM");
+    return !kind.empty() && kind != u"dumb" && isatty(descriptor);
 }
 
 }  // namespace

@@ -1,48 +1,10 @@
 #include "HostThread.h"
 
 #include <locale.h>
-
-#ifdef _WIN32
-#include <intrin.h>
-#include <windows.h>
-#else
 #include <pthread.h>
 #include <signal.h>
-#endif
 
 namespace scripthost {
-
-#ifdef _WIN32
-
-ScriptLocale::ScriptLocale() : formerMode_(_configthreadlocale(_ENABLE_PER_THREAD_LOCALE)) {
-    if (const char* name = setlocale(LC_ALL, nullptr)) former_ = name;
-    setlocale(LC_ALL, "C");
-}
-
-ScriptLocale::~ScriptLocale() {
-    setlocale(LC_ALL, former_.c_str());
-    _configthreadlocale(formerMode_);
-}
-
-std::uintptr_t stackPosition() noexcept {
-    const char here = 0;
-    return reinterpret_cast<std::uintptr_t>(&here);
-}
-
-std::uintptr_t stackEnd() noexcept {
-    ULONG_PTR low = 0;
-    ULONG_PTR high = 0;
-    GetCurrentThreadStackLimits(&low, &high);
-    return low;
-}
-
-std::thread startThread(void (*work)()) {
-    return std::thread(work);
-}
-
-void callAfterFork(void (*)()) {}
-
-#else
 
 ScriptLocale::ScriptLocale() {
     static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
@@ -95,7 +57,5 @@ std::thread startThread(void (*work)()) {
 void callAfterFork(void (*work)()) {
     pthread_atfork(nullptr, nullptr, work);
 }
-
-#endif
 
 }  // namespace scripthost
