@@ -2,9 +2,11 @@
 
 #include "Cache.h"
 #include "Lazy.h"
+#include "Recent.h"
 #include "SmallestBox.h"
 #include "Vec.h"
 #include "reading/Reading.h"
+#include "walls/Draft.h"
 #include "walls/Thickness.h"
 
 namespace corvane::part {
@@ -17,6 +19,10 @@ struct Part::State {
     Lazy<OrientedBox> smallestBox;
     Lazy<std::unique_ptr<const walls::Skin>> skin;
     Lazy<Walls> walls;
+    Lazy<Gaps> gaps;
+    Lazy<Vector> pullDirection;
+    Recent<std::array<double, 3>, Draft> drafts;
+    Recent<std::array<double, 4>, std::vector<Overhang>> overhangs;
 
     /// The surface to shoot at, shared by the measures of walls; null if it cannot be made.
     const walls::Skin* skinOf(const Part& part) {
@@ -31,6 +37,10 @@ namespace {
 constexpr double kDeviation = 1.0 / 2000.0;
 /// The kernel's mesher never ends on some shapes when it must keep far below the size of an atom.
 constexpr double kLeastDeviation = 1e-4;
+
+bool isUnit(const Vector& v) {
+    return std::abs(dot(v, v) - 1.0) < 1e-6;
+}
 
 std::vector<Damage> allDamages(reading::Result& source) {
     std::vector<Damage> damages = source.model.damages;
@@ -116,6 +126,35 @@ const Walls& Part::walls() const {
         const walls::Skin* skin = state_->skinOf(*this);
         return skin ? walls::findWalls(*skin) : Walls{};
     });
+}
+
+const Gaps& Part::gaps() const {
+    return state_->gaps.get([&] {
+        const walls::Skin* skin = state_->skinOf(*this);
+        return skin ? walls::findGaps(*skin) : Gaps{};
+    });
+}
+
+Vector Part::pullDirection() const {
+    return state_->pullDirection.get([&] {
+        const walls::Skin* skin = state_->skinOf(*this);
+        return skin ? walls::findPullDirection(*skin) : Vector{};
+    });
+}
+
+Draft Part::draft(const Vector& pull) const {
+    const Vector way = unit(pull);
+    const walls::Skin* skin = state_->skinOf(*this);
+    if (!skin || !isUnit(way)) return {};
+    return state_->drafts.get({way.x, way.y, way.z}, [&] { return walls::findDraft(*skin, way); });
+}
+
+std::vector<Overhang> Part::overhangs(const Vector& up, double limitAngle) const {
+    const Vector way = unit(up);
+    const walls::Skin* skin = state_->skinOf(*this);
+    if (!skin || !isUnit(way)) return {};
+    return state_->overhangs.get({way.x, way.y, way.z, limitAngle},
+                                 [&] { return walls::findOverhangs(*skin, way, limitAngle); });
 }
 
 }  // namespace corvane::part

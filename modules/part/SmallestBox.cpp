@@ -3,6 +3,7 @@
 #include <array>
 #include <numeric>
 
+#include "Directions.h"
 #include "Vec.h"
 
 namespace corvane::part {
@@ -37,25 +38,6 @@ std::vector<Point2> hullOf(std::vector<Point2> points) {
         std::reverse(points.begin(), points.end());
     }
     return hull;
-}
-
-/// The directions of flat faces, the largest first, each line once.
-std::vector<Vector> directionsOf(const Model& model) {
-    std::vector<const Face*> flat;
-    for (const Face& face : model.faces)
-        if (face.surface.kind == SurfaceKind::Plane || face.surface.kind == SurfaceKind::Cylinder)
-            flat.push_back(&face);
-    std::stable_sort(flat.begin(), flat.end(),
-                     [](const Face* l, const Face* r) { return l->area > r->area; });
-    std::vector<Vector> directions{{0, 0, 1}, {0, 1, 0}, {1, 0, 0}};
-    for (const Face* face : flat) {
-        if (directions.size() >= kMostDirections) break;
-        const bool known = std::any_of(directions.begin(), directions.end(), [&](const Vector& d) {
-            return angleBetweenLines(d, face->surface.axis) < 0.01;
-        });
-        if (!known) directions.push_back(face->surface.axis);
-    }
-    return directions;
 }
 
 struct Candidate {
@@ -133,7 +115,7 @@ OrientedBox findSmallestBox(const Model& model, const Mesh& mesh,
     const std::vector<Vector> points = extremes(mesh);
     if (points.empty()) return result;
     Candidate best;
-    for (const Vector& direction : directionsOf(model))
+    for (const Vector& direction : directionsOf(model, kMostDirections))
         tryAxis(direction, points, best);
     const Box box = exact(best.frame);
     const std::array<Vector, 3> axes{best.frame.x, best.frame.y, best.frame.z};

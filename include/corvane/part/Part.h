@@ -75,6 +75,23 @@ public:
     /// How thick the walls are.
     [[nodiscard]] const Walls& walls() const;
 
+    /// Where the air between walls is narrow.
+    [[nodiscard]] const Gaps& gaps() const;
+
+    /// How the part leaves a mould whose one half moves along `pull`, of any length. Empty for a
+    /// null vector.
+    [[nodiscard]] Draft draft(const Vector& pull) const;
+
+    /// The unit direction, among the axes and those of faces, in which a mould of two halves leaves
+    /// the least undercut; among equal ones that in which the part is shortest, with its largest
+    /// component positive. Null if the part cannot be measured.
+    [[nodiscard]] Vector pullDirection() const;
+
+    /// What needs a support when the part is built towards `up`, of any length, from its lowest
+    /// point: faces less than `limitAngle` degrees from the horizontal, above 0 to 90, that look
+    /// down. The largest first.
+    [[nodiscard]] std::vector<Overhang> overhangs(const Vector& up, double limitAngle) const;
+
 private:
     struct State;
     explicit Part(std::unique_ptr<State> state);

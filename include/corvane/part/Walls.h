@@ -5,7 +5,8 @@
 
 #include "corvane/part/Model.h"
 
-/// How thick the walls of a part are, and how narrow the air between them.
+/// How thick the walls of a part are, how narrow the air between them, how the part leaves a mould
+/// and where it hangs over.
 ///
 /// A wall is between two places of one solid that look away from each other: their outward normals
 /// are at least 150 degrees apart. So neither the side around a corner counts nor the next facet of
@@ -45,6 +46,68 @@ struct Walls {
     /// For each vertex of Part::mesh() the diameter in millimetres of the largest inner sphere
     /// there, whether the rule above calls it a wall or not; 0 where there is none. For colours.
     std::vector<float> byVertex;
+};
+
+/// Narrow air: slots, holes, the room between ribs, the clearance between the solids of an
+/// assembly. Where solids touch there is no air.
+struct Gaps {
+    std::vector<Thickness> places;  ///< by sphere, the narrowest of each pair of faces, narrowest
+                                    ///< first; a hole has both of its sides on one face
+};
+
+/// Which half of a mould with two halves forms a face.
+enum class MouldHalf {
+    Pull,      ///< the one that leaves in the pull direction
+    Opposite,  ///< the one that leaves against it
+    Either,    ///< a face parallel to the pull
+    Both       ///< the face turns from one to the other: the parting line crosses it
+};
+
+struct FaceDraft {
+    int face = 0;
+    MouldHalf half = MouldHalf::Either;
+    /// Degrees between the face and the pull direction, 0 to 90, where they are least: 0 for an
+    /// upright wall and for a face that the parting line crosses, 90 for one square to the pull.
+    double angle = 0.0;
+    double area = 0.0;      ///< mm2
+    Vector point;           ///< where the angle is least
+    bool undercut = false;  ///< part of the face can be reached from neither side
+};
+
+/// Connected faces that neither half of the mould can form.
+struct Undercut {
+    std::vector<int> faces;
+    Vector point;         ///< in its middle, on the surface
+    double area = 0.0;    ///< mm2 that cannot be reached
+    Vector slide;         ///< unit: a slide that leaves this way frees it; null if none does
+    double travel = 0.0;  ///< mm that the slide must move
+};
+
+struct Draft {
+    Vector pull;                      ///< unit; null if the part cannot be measured
+    std::vector<FaceDraft> faces;     ///< every face, the least angle first
+    std::vector<Undercut> undercuts;  ///< the largest first
+    /// Edges between the halves, with upright faces on the side of the pull. Faces with
+    /// MouldHalf::Both have the parting line within.
+    std::vector<int> partingEdges;
+};
+
+enum class OverhangKind {
+    Cantilever,  ///< held from one side
+    Bridge,      ///< held from two sides across
+    Island       ///< held from nowhere: it begins in the air
+};
+
+/// Connected faces that look down too flatly to be built layer by layer without a support.
+struct Overhang {
+    std::vector<int> faces;
+    OverhangKind kind = OverhangKind::Cantilever;
+    double angle = 0.0;  ///< degrees from the horizontal where it is flattest; 0 for a ceiling
+    double area = 0.0;   ///< mm2
+    /// mm: across a bridge; from the wall to the farthest place of a cantilever; the greatest
+    /// extent of an island. Measured horizontally.
+    double span = 0.0;
+    Vector point;  ///< the place farthest from what holds it
 };
 
 }  // namespace corvane::part

@@ -41,7 +41,7 @@ bool Probe::isWall(int face, int opposite, double cosine) const {
 
 bool Probe::shoot(const Sample& sample, End& end, double& distance) const {
     const Vector in = medium_ == Medium::Material ? -sample.normal : sample.normal;
-    const Bvh::Hit hit = skin_.tree().ray(sample.point, in, tiny_, 2.0 * skin_.size(),
+    const Bvh::Hit hit = skin_.tree().ray(sample.point, in, -tiny_, 2.0 * skin_.size(),
                                           {sample.normal, kAway, bodyOf(sample.triangle)});
     if (!hit) return false;
     const Skin::Spot spot = skin_.exactly(hit.triangle, hit.point);

@@ -1,5 +1,7 @@
 #include "Skin.h"
 
+#include "Sides.h"
+
 namespace corvane::part::walls {
 namespace {
 
@@ -10,6 +12,8 @@ constexpr double kCrack = 0.1;
 constexpr double kSagitta = 0.15;
 /// Cosine between a facet and the surface that it can belong to.
 constexpr double kSameSide = 0.7;
+/// Corners of a mesh are on the surface to this part of the part's size: files have seven digits.
+constexpr double kFit = 1e-5;
 constexpr float kUnusable = 9.0F;
 
 /// Millimetres from the origin beyond which there is no part, but rounding.
@@ -107,10 +111,22 @@ void Skin::findNormals() {
     size_ = diagonal(box);
 }
 
+/// The length of the borders of what is no solid.
+double Skin::openLength() const {
+    std::vector<std::uint32_t> triangles;
+    for (std::uint32_t t = 0; t < normals_.size(); ++t)
+        if (usable(t) && body(t) == 0) triangles.push_back(t);
+    double sum = 0.0;
+    Sides(mesh_, triangles, size_).each([&](auto first, auto end) {
+        if (end - first == 1) sum += distance(mesh_.vertices[first->a], mesh_.vertices[first->b]);
+    });
+    return sum;
+}
+
 /// Which bodies are closed, and turns out the normals of one that is written inside out.
 void Skin::findBodies() {
     const std::size_t bodies = model_.solids.size() + 1;
-    std::vector<double> volumes(bodies, 0.0), areas(bodies, 0.0), open(bodies, 0.0);
+    std::vector<double> volumes(bodies, 0.0), areas(bodies, 0.0);
     for (std::uint32_t t = 0; t < normals_.size(); ++t) {
         if (!usable(t)) continue;
         // From a corner of the part, so that small parts far away keep their digits.
@@ -120,12 +136,9 @@ void Skin::findBodies() {
         if (isFinite(zero)) volumes[at] += dot(a, cross(b, c));
         areas[at] += area(t);
     }
-    for (const Edge& edge : model_.edges)
-        if (edge.convexity == Convexity::Open && edge.faces[0] > 0)
-            open[static_cast<std::size_t>(model_.face(edge.faces[0]).solid)] += edge.length;
     closed_.assign(bodies, false);
     for (std::size_t i = 0; i < bodies; ++i)
-        closed_[i] = areas[i] > 0.0 && (i > 0 || open[i] < kCrack * std::sqrt(areas[i]));
+        closed_[i] = areas[i] > 0.0 && (i > 0 || openLength() < kCrack * std::sqrt(areas[i]));
     for (std::uint32_t t = 0; t < normals_.size(); ++t) {
         Small& n = normals_[t];
         if (usable(t) && volumes[body(t)] < 0.0) n = {-n.x, -n.y, -n.z};
@@ -158,6 +171,19 @@ void Skin::buildTree() {
     tree_ = Bvh(std::move(facets), centre);
 }
 
+/// Whether the corners are on the surface that was made out below the facets: a cone that is nearly
+/// a cylinder may be taken for one.
+bool Skin::isFitted(std::uint32_t triangle) const {
+    double away = 0.0;
+    Vector direction;
+    for (std::size_t i = 0; i < 3; ++i) {
+        if (!distanceFrom(face(triangle).surface, corner(triangle, i), away, direction))
+            return false;
+        if (!(std::abs(away) <= kFit * size_)) return false;
+    }
+    return true;
+}
+
 Skin::Spot Skin::exactly(std::uint32_t triangle, const Vector& point) const {
     const Vector flat = facetNormal(triangle);
     const Surface& surface = face(triangle).surface;
@@ -171,6 +197,7 @@ Skin::Spot Skin::exactly(std::uint32_t triangle, const Vector& point) const {
     for (std::size_t i = 0; i < 3; ++i)
         longest = std::max(longest, distance(corner(triangle, i), corner(triangle, (i + 1) % 3)));
     if (!(std::abs(away) <= kSagitta * longest)) return spot;
+    if (model_.isMesh && !isFitted(triangle)) return spot;
     spot.exact = true;
     spot.point = point - direction * away;
     spot.normal = side > 0.0 ? direction : -direction;

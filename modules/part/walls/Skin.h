@@ -33,6 +33,11 @@ public:
     }
     [[nodiscard]] Vector facetNormal(std::uint32_t triangle) const;  ///< unit, out of the material
     [[nodiscard]] double area(std::uint32_t triangle) const;
+    /// The point on the plane of the facet below another.
+    [[nodiscard]] Vector onto(std::uint32_t triangle, const Vector& point) const {
+        const Vector normal = facetNormal(triangle);
+        return point - normal * dot(point - corner(triangle, 0), normal);
+    }
 
     /// A place on the exact surface, or on the facet where that is not known.
     struct Spot {
@@ -46,8 +51,10 @@ private:
     struct Small {
         float x, y, z;
     };
+    [[nodiscard]] bool isFitted(std::uint32_t triangle) const;
     void findNormals();
     void findBodies();
+    [[nodiscard]] double openLength() const;
     void buildTree();
 
     const Model& model_;

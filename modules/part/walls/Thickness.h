@@ -7,5 +7,6 @@
 namespace corvane::part::walls {
 
 Walls findWalls(const Skin& skin);
+Gaps findGaps(const Skin& skin);
 
 }  // namespace corvane::part::walls

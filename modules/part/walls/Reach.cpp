@@ -1,0 +1,28 @@
+#include "Reach.h"
+
+namespace corvane::part::walls {
+namespace {
+
+/// Sine of the angle within which a face is upright, about a twentieth of a degree.
+constexpr double kUpright = 1e-3;
+/// The start of a ray above the surface, as a part of the part's size.
+constexpr double kLift = 1e-5;
+
+}  // namespace
+
+bool Reach::isFree(const Sample& sample, const Vector& direction) const {
+    if (dot(sample.normal, direction) < -kUpright) return false;
+    // Facets on both sides, for the exact surface of a hole is inside its facets.
+    const Vector start = skin_.onto(sample.triangle, sample.point) +
+                         skin_.facetNormal(sample.triangle) * (skin_.size() * kLift);
+    return !skin_.tree().ray(start, direction, 0.0, 2.0 * skin_.size(), {direction, -1e-6});
+}
+
+bool Reach::isHidden(const Sample& sample, const Vector& pull) const {
+    const double slope = dot(sample.normal, pull);
+    if (slope > kUpright) return !isFree(sample, pull);
+    if (slope < -kUpright) return !isFree(sample, -pull);
+    return !isFree(sample, pull) && !isFree(sample, -pull);
+}
+
+}  // namespace corvane::part::walls

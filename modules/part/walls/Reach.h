@@ -1,0 +1,22 @@
+#pragma once
+
+#include "Samples.h"
+
+namespace corvane::part::walls {
+
+/// Whether what forms a place of the surface can leave it in a straight line.
+class Reach {
+public:
+    explicit Reach(const Skin& skin) : skin_(skin) {}
+
+    /// Whether nothing is in the way from the sample along a unit direction.
+    [[nodiscard]] bool isFree(const Sample& sample, const Vector& direction) const;
+
+    /// Whether neither half of a mould can form the place. An upright one may leave either way.
+    [[nodiscard]] bool isHidden(const Sample& sample, const Vector& pull) const;
+
+private:
+    const Skin& skin_;
+};
+
+}  // namespace corvane::part::walls
