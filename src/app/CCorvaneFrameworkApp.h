@@ -9,7 +9,7 @@
 #include <corvane/platform/LoadedModule.h>
 #include <corvane/text/CStringW.h>
 
-#include "emulation/WinApp.h"
+#include "emulation/UserInterface.h"
 
 /// The library's application object: settles the user's language when the library is loaded and
 /// holds the modules with the texts until it is unloaded. Between the two it does not change, so

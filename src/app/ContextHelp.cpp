@@ -3,11 +3,10 @@
 #include "app/CCorvaneFrameworkApp.h"
 #include "app/HelpFiles.h"
 #include "emulation/Help.h"
-#include "system/Diagnostics.h"
-#include "system/Environment.h"
 #include "system/Files.h"
 #include "system/Modules.h"
 #include "system/Paths.h"
+#include "system/Process.h"
 
 using namespace corvane::app;
 using namespace corvane::emulation;

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "system/Files.h"
-#include "system/Locale.h"
+#include "system/Unicode.h"
 
 namespace corvane::app {
 namespace {

@@ -11,7 +11,7 @@
 #include "config/SettingsFolder.h"
 #include "emulation/Profile.h"
 #include "system/Files.h"
-#include "system/Locale.h"
+#include "system/Unicode.h"
 
 namespace corvane {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "config/CIniFile.h"
 #include "config/FrameworkUtils.h"
-#include "system/Locale.h"
+#include "system/Unicode.h"
 
 namespace corvane::config {
 

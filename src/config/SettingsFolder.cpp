@@ -4,9 +4,9 @@
 
 #include <corvane/config/DataFolders.h>
 
-#include "system/Environment.h"
 #include "system/Files.h"
 #include "system/Paths.h"
+#include "system/Process.h"
 
 namespace corvane::config {
 namespace {

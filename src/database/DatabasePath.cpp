@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "system/Environment.h"
 #include "system/Files.h"
 #include "system/Paths.h"
+#include "system/Process.h"
 
 namespace corvane::database {
 namespace {

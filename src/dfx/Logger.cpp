@@ -11,7 +11,7 @@
 #include <corvane/dfx/Logger.h>
 
 #include "dfx/FileLogSink.h"
-#include "system/Environment.h"
+#include "system/Process.h"
 
 namespace dfx {
 namespace {

@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <string_view>
 
+#include "system/Files.h"
+#include "system/Process.h"
 #include "system/TextLines.h"
 #include "system/Unicode.h"
 
@@ -96,6 +99,42 @@ std::u16string languageSetting(std::u16string_view text) {
         if (line->starts_with(kName)) setting = unquoted(line->substr(kName.size()));
     }
     return setting;
+}
+
+namespace {
+
+constexpr std::size_t kLargestSettings = 65536;
+
+std::optional<LocaleNames> userLocale() {
+    for (const std::u16string_view name : {u"LC_ALL", u"LC_MESSAGES", u"LANG"}) {
+        const std::optional<std::u16string> value = environmentVariable(name);
+        if (value && !value->empty()) return parseLocaleName(*value);
+    }
+    return std::nullopt;
+}
+
+std::optional<LocaleNames> machineLocale() {
+    for (const std::u16string_view file : {u"/etc/default/locale", u"/etc/locale.conf"}) {
+        const std::optional<std::string> bytes = readFile(file, kLargestSettings);
+        if (!bytes) continue;
+        if (const std::u16string name = languageSetting(fromUtf8(*bytes)); !name.empty())
+            return parseLocaleName(name);
+    }
+    return userLocale();
+}
+
+}  // namespace
+
+std::uint16_t userLanguageId() {
+    const std::optional<LocaleNames> locale = userLocale();
+    return locale ? languageId(*locale) : kDefaultLanguageId;
+}
+
+LocaleNames systemLocale() {
+    std::optional<LocaleNames> locale = machineLocale();
+    if (!locale) return {u"en", u"US"};
+    if (locale->country.empty()) locale->country = homeCountry(locale->language);
+    return *locale;
 }
 
 }  // namespace corvane::emulation

@@ -1,8 +1,120 @@
 #include "emulation/Registry.h"
 
-#include "emulation/RegistryFiles.h"
+#include <algorithm>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <corvane/platform/RegistrySources.h>
+
+#include "emulation/RegistryText.h"
+#include "emulation/RegistryTree.h"
+#include "system/Files.h"
+#include "system/Lasting.h"
+#include "system/Modules.h"
+#include "system/Paths.h"
+#include "system/Process.h"
+#include "system/TextLines.h"
 
 namespace corvane::emulation {
+
+using namespace system;
+
+namespace {
+
+constexpr std::size_t kLargestRegistryFile = std::size_t{64} << 20;
+constexpr std::u16string_view kMachineFile = u"machine.reg";
+constexpr std::u16string_view kUserFile = u"user.reg";
+
+struct SourceFile {
+    std::u16string path;
+    RegistryRoot root;
+    FileStamp stamp;
+};
+
+// A relative folder would depend on where the process stands, so it counts as not set.
+std::u16string folderVariable(std::u16string_view name) {
+    std::u16string folder = environmentVariable(name).value_or(std::u16string());
+    return !folder.empty() && isSeparator(folder.front()) ? folder : std::u16string();
+}
+
+std::u16string userFolder() {
+    if (const std::u16string folder = folderVariable(u"XDG_CONFIG_HOME"); !folder.empty())
+        return join(folder, u"corvane");
+    const std::u16string home = folderVariable(u"HOME");
+    return home.empty() ? home : join(home, u".config/corvane");
+}
+
+// In the order in which they are laid one over the other.
+std::vector<SourceFile> sourceFiles() {
+    std::vector<SourceFile> files;
+    const auto add = [&files](std::u16string_view folder, std::u16string_view name,
+                              RegistryRoot root) {
+        std::u16string path = join(folder, name);
+        const FileStamp stamp = FileStamp::of(path);
+        files.push_back({std::move(path), root, stamp});
+    };
+    const std::optional<std::u16string> only = environmentVariable(u"CORVANE_REGISTRY_DIR");
+    if (only && !only->empty()) {
+        add(*only, kMachineFile, RegistryRoot::LocalMachine);
+        add(*only, kUserFile, RegistryRoot::CurrentUser);
+        return files;
+    }
+    add(join(installFolder(), u"registry"), kMachineFile, RegistryRoot::LocalMachine);
+    add(u"/etc/corvane", kMachineFile, RegistryRoot::LocalMachine);
+    if (const std::u16string folder = userFolder(); !folder.empty())
+        add(folder, kUserFile, RegistryRoot::CurrentUser);
+    return files;
+}
+
+bool isUnchanged(const std::vector<SourceFile>& before, const std::vector<SourceFile>& now) {
+    return std::equal(before.begin(), before.end(), now.begin(), now.end(),
+                      [](const SourceFile& a, const SourceFile& b) {
+                          return a.path == b.path && a.stamp.proves(b.stamp);
+                      });
+}
+
+bool apply(const SourceFile& file, RegistryNode& tree) {
+    const std::optional<std::string> bytes = readFile(file.path, kLargestRegistryFile);
+    if (bytes) applyRegistryText(decodeText(*bytes, UnmarkedText::Guessed), file.root, tree);
+    return bytes.has_value();
+}
+
+std::shared_ptr<const RegistryTrees> readTrees(const std::vector<SourceFile>& files) {
+    auto trees = std::make_shared<RegistryTrees>();
+    for (const SourceFile& file : files)
+        apply(file, file.root == RegistryRoot::LocalMachine ? trees->machine : trees->user);
+    for (const RegistryNode* root : {&trees->machine, &trees->user}) {
+        if (const RegistryNode* classes = root->find(kClassesPath))
+            trees->classes.overlay(*classes);
+    }
+    for (RegistryNode* root : {&trees->machine, &trees->user, &trees->classes})
+        root->index();
+    return trees;
+}
+
+struct Cache {
+    std::vector<SourceFile> files;
+    std::shared_ptr<const RegistryTrees> trees;
+};
+
+}  // namespace
+
+std::shared_ptr<const RegistryTrees> registryTrees() {
+    static std::mutex mutex;
+    static Lasting<Cache> lasting;
+    // Stamped before they are read: a change in between shows at the next call.
+    std::vector<SourceFile> files = sourceFiles();
+    const std::lock_guard lock(mutex);
+    Cache& cache = lasting.get();
+    if (!cache.trees || !isUnchanged(cache.files, files)) {
+        cache.trees = readTrees(files);
+        cache.files = std::move(files);
+    }
+    return cache.trees;
+}
 
 namespace {
 
@@ -52,3 +164,18 @@ std::optional<std::uint32_t> RegistryKey::number(std::u16string_view valueName) 
 }
 
 }  // namespace corvane::emulation
+
+namespace corvane {
+
+std::vector<RegistrySource> GetRegistrySources() {
+    std::vector<RegistrySource> sources;
+    for (emulation::SourceFile& file : emulation::sourceFiles()) {
+        emulation::RegistryNode tree;
+        const bool readable = emulation::apply(file, tree);
+        tree.index();
+        sources.push_back({std::move(file.path), readable, !tree.subkeyNames().empty()});
+    }
+    return sources;
+}
+
+}  // namespace corvane

@@ -3,9 +3,9 @@
 #include <corvane/logging/CCorvaneLog.h>
 
 #include "logging/LogPath.h"
-#include "system/Clock.h"
+#include "system/Files.h"
 #include "system/Paths.h"
-#include "system/TextStream.h"
+#include "system/Process.h"
 
 namespace {
 

@@ -13,7 +13,7 @@
 #include "rules/RuleElement.h"
 #include "rules/StorageIndex.h"
 #include "rules/Storages.h"
-#include "system/Locale.h"
+#include "system/Unicode.h"
 
 namespace corvane {
 

@@ -12,7 +12,7 @@
 
 #include "app/CCorvaneFrameworkApp.h"
 #include "emulation/Components.h"
-#include "emulation/MessageBox.h"
+#include "emulation/UserInterface.h"
 #include "rules/RuleElement.h"
 #include "scriptrules/RuleIndex.h"
 #include "scriptrules/ScriptSession.h"

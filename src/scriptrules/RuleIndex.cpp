@@ -13,7 +13,6 @@
 
 #include "config/FrameworkUtils.h"
 #include "config/ScriptFolder.h"
-#include "system/FileStamp.h"
 #include "system/Files.h"
 #include "system/Paths.h"
 #include "system/Unicode.h"

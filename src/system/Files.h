@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <memory>
 #include <optional>
 #include <span>
@@ -66,5 +67,36 @@ public:
     /// it. False when they did not all arrive.
     virtual bool write(std::string_view bytes) = 0;
 };
+
+/// What tells one state of a file from another without reading it.
+class FileStamp {
+public:
+    /// The state of the file at a path now; that it is missing is a state too.
+    static FileStamp of(std::u16string_view path);
+
+    /// True when the file that had this stamp is sure to be unchanged under the other one. A file
+    /// that was written right before it was stamped may change again within one tick of the file
+    /// system's clock, so its stamp proves nothing.
+    bool proves(const FileStamp& later) const;
+
+private:
+    bool exists_ = false;
+    bool settled_ = true;
+    std::uint64_t volume_ = 0;
+    std::uint64_t number_ = 0;
+    std::int64_t size_ = 0;
+    std::int64_t modified_ = 0;  // nanoseconds, by the file system's clock
+    std::int64_t changed_ = 0;
+};
+
+/// A C stream over a new text file in UTF-8 with a byte-order mark, in place of the file's earlier
+/// content. Null when the file cannot be opened or is a folder, a pipe or a socket. A symbolic link
+/// is followed. The stream has no buffer, goes on at the end of the file whoever else writes to it,
+/// and is not handed on to child processes. The caller closes it.
+std::FILE* openTextStream(std::u16string_view path);
+
+/// Hands a text to the system in one write, which no other thread or process divides. The stream is
+/// one of openTextStream. A lone surrogate becomes U+FFFD. What cannot be written is lost.
+void writeText(std::FILE* stream, std::u16string_view text);
 
 }  // namespace corvane::system

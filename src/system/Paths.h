@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -34,5 +35,10 @@ bool matchesPattern(std::u16string_view name, std::u16string_view pattern);
 /// The path with these bytes as its name. On POSIX a name need not be UTF-8: each byte that is none
 /// becomes a lone surrogate, which the operations on files turn back into that byte.
 std::u16string pathOfBytes(std::string_view bytes);
+
+/// The argument that hands a file or a folder to a program: its full path. Nothing when there is no
+/// such one, or when a program could mistake the path for something else: it begins with "-" or
+/// holds a control character. Text from a file or from a caller reaches a program in no other way.
+std::optional<std::u16string> pathArgument(std::u16string_view path);
 
 }  // namespace corvane::system

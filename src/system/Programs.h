@@ -8,11 +8,6 @@
 
 namespace corvane::system {
 
-/// The argument that hands a file or a folder to a program: its full path. Nothing when there is no
-/// such one, or when a program could mistake the path for something else: it begins with "-" or
-/// holds a control character. Text from a file or from a caller reaches a program in no other way.
-std::optional<std::u16string> pathArgument(std::u16string_view path);
-
 /// The full path of an executable file: `name` itself when it is a full path, else the first of
 /// that name in the folders of PATH, of which relative ones are passed over; without PATH in those
 /// of the system. Nothing when there is none, or for a relative path.

@@ -25,6 +25,14 @@ std::u16string_view trimmed(std::u16string_view text);
 /// The text without one pair of equal quotes, single or double, around it.
 std::u16string_view unquoted(std::u16string_view text);
 
+/// The value of a hexadecimal digit in either case, or -1.
+constexpr int hexDigit(char16_t unit) {
+    if (unit >= u'0' && unit <= u'9') return unit - u'0';
+    if (unit >= u'A' && unit <= u'F') return unit - u'A' + 10;
+    if (unit >= u'a' && unit <= u'f') return unit - u'a' + 10;
+    return -1;
+}
+
 /// Walks over the lines of a text. Carriage returns and line feeds end a line in any mixture, and
 /// lines without content are left out.
 class TextLines {

@@ -2,7 +2,6 @@
 
 #include <corvane/text/CStringW.h>
 
-#include "system/Locale.h"
 #include "system/Unicode.h"
 #include "text/Scan.h"
 

@@ -5,7 +5,7 @@
 #include <corvane/xml/QorXMLDocument.h>
 #include <corvane/xml/XMLFault.h>
 
-#include "emulation/MessageBox.h"
+#include "emulation/UserInterface.h"
 #include "xml/Access.h"
 #include "xml/Document.h"
 #include "xml/Edits.h"

@@ -8,7 +8,7 @@
 #include <corvane/xml/QorXMLNode.h>
 #include <corvane/xml/XMLFault.h>
 
-#include "system/Locale.h"
+#include "system/Unicode.h"
 #include "text/Scan.h"
 #include "xml/Access.h"
 #include "xml/Attributes.h"

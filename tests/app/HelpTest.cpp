@@ -78,6 +78,8 @@ protected:
         writeProgram(tree_, "bin/xchm");
         tree_.write("lib/Copy.so",
                     tree_.readFile(CORVANE_BUILD_DIR "/lib/libCorvaneFrameworku.so"));
+        std::filesystem::create_directory(tree_.path("libexec"));
+        std::filesystem::copy(CORVANE_BUILD_DIR "/libexec/corvane-start", tree_.path("libexec"));
         // Never freed: what the library keeps for the life of the process would count as leaked.
         show_ = corvane::system::moduleFunction<decltype(&ShowQORHelp)>(
             corvane::system::loadModule(tree_.wide("lib/Copy.so")), "ShowQORHelp");

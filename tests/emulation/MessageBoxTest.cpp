@@ -4,7 +4,7 @@
 #include <corvane/platform/MessageBox.h>
 #include <corvane/platform/Unknown.h>
 
-#include "emulation/MessageBox.h"
+#include "emulation/UserInterface.h"
 #include "support/MessageRecorder.h"
 
 namespace {

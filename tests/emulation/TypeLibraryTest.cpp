@@ -6,10 +6,8 @@
 #include <utility>
 
 #include "emulation/Components.h"
-#include "emulation/FileWindow.h"
-#include "emulation/ModuleResource.h"
-#include "emulation/MsftLibrary.h"
 #include "emulation/TypeLibrary.h"
+#include "emulation/TypeLibraryFile.h"
 #include "support/TemporaryFolder.h"
 #include "system/Unicode.h"
 

@@ -10,7 +10,7 @@
 #include "support/EnvironmentScope.h"
 #include "support/TemporaryFolder.h"
 #include "support/Text.h"
-#include "system/TextStream.h"
+#include "system/Files.h"
 
 namespace {
 

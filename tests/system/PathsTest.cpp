@@ -8,7 +8,7 @@
 #include "support/TemporaryFolder.h"
 #include "system/Paths.h"
 #include "system/Unicode.h"
-#include "system/posix/ModuleNames.h"
+#include "system/posix/ModuleFiles.h"
 
 namespace {
 

@@ -9,9 +9,8 @@
 #include "system/Lasting.h"
 #include "system/Paths.h"
 #include "system/Unicode.h"
-#include "system/posix/ModuleFile.h"
-#include "system/posix/ModuleNames.h"
-#include "system/posix/NativePath.h"
+#include "system/posix/FileOperations.h"
+#include "system/posix/ModuleFiles.h"
 
 namespace corvane::system {
 namespace {

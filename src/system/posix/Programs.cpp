@@ -9,12 +9,11 @@
 #include <unistd.h>
 #include <vector>
 
-#include "system/Environment.h"
 #include "system/Modules.h"
 #include "system/Paths.h"
+#include "system/Process.h"
 #include "system/Unicode.h"
-#include "system/posix/Descriptor.h"
-#include "system/posix/NativePath.h"
+#include "system/posix/FileOperations.h"
 #include "system/posix/Spawn.h"
 
 namespace corvane::system {

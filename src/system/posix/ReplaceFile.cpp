@@ -11,9 +11,7 @@
 #include <unistd.h>
 
 #include "system/Files.h"
-#include "system/posix/Descriptor.h"
 #include "system/posix/FileOperations.h"
-#include "system/posix/NativePath.h"
 
 namespace corvane::system {
 namespace {

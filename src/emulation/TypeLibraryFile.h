@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
+#include "emulation/TypeLibrary.h"
 #include "system/Files.h"
 
 namespace corvane::emulation {
@@ -44,5 +46,13 @@ Number littleEndian(const char* bytes) {
         number = number << 8 | static_cast<std::uint8_t>(bytes[i]);
     return static_cast<Number>(number);
 }
+
+/// The bytes of a resource with a named type and a number in a Windows module of 32 or 64 bits, in
+/// whatever language stands first; nothing when there is none or the module is damaged.
+std::optional<FileWindow> findModuleResource(const FileWindow& module, std::u16string_view type,
+                                             std::uint32_t number);
+
+/// The attributes of a type library in the binary MSFT format, or nothing.
+std::optional<TypeLibraryAttributes> readMsftLibrary(const FileWindow& library);
 
 }  // namespace corvane::emulation

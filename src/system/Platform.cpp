@@ -1,10 +1,22 @@
+// What the public headers offer of this layer.
+
 #include <utility>
 
+#include <corvane/platform/Environment.h>
 #include <corvane/platform/LoadedModule.h>
 
 #include "system/Modules.h"
+#include "system/Process.h"
 
 namespace corvane {
+
+std::u16string GetEnvironmentText(std::u16string_view name) {
+    return system::environmentVariable(name).value_or(std::u16string());
+}
+
+void SetEnvironmentText(std::u16string_view name, std::u16string_view value) {
+    system::setEnvironmentVariable(name, value);
+}
 
 LoadedModule::LoadedModule(std::u16string_view path) {
     handle_ = system::loadModule(path, &fault_);
