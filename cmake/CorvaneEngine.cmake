@@ -1,7 +1,8 @@
-# corvane_add_engine(NAME TYPE_LIBRARY file GUID guid [TARGET target | SCRIPT file])
+# corvane_install_engine(NAME TYPE_LIBRARY file GUID guid [TARGET target | SCRIPT file])
 #   An engine of the installation, in lib/engines: its type library and, beside it, the module or the Lua file of the
-#   same stem. It is registered in registry/machine.reg by a path from the library's folder, so that the tree can move.
-function(corvane_add_engine name)
+#   same stem. It is registered in registry/<NAME>.reg, which comes and goes with its package, by a path from the library's
+#   folder, so that the tree can move.
+function(corvane_install_engine name)
     cmake_parse_arguments(arg "" "TARGET;SCRIPT;TYPE_LIBRARY;GUID" "" ${ARGN})
     set(folder ${CMAKE_LIBRARY_OUTPUT_DIRECTORY}/engines)
     configure_file(${arg_TYPE_LIBRARY} ${folder}/${name}.tlb COPYONLY)
@@ -13,6 +14,8 @@ function(corvane_add_engine name)
         configure_file(${arg_SCRIPT} ${folder}/${name}.lua COPYONLY)
         install(FILES ${arg_SCRIPT} DESTINATION ${CMAKE_INSTALL_LIBDIR}/engines)
     endif()
-    set_property(GLOBAL APPEND_STRING PROPERTY CORVANE_ENGINE_KEYS
-        "\n[HKEY_CLASSES_ROOT\\TypeLib\\{${arg_GUID}}\\1.0\\0\\win64]\n@=\"engines/${name}.tlb\"\n")
+    set(registration ${PROJECT_BINARY_DIR}/registry/${name}.reg)
+    file(CONFIGURE OUTPUT ${registration} CONTENT "Windows Registry Editor Version 5.00\n
+[HKEY_CLASSES_ROOT\\TypeLib\\{${arg_GUID}}\\1.0\\0\\win64]\n@=\"engines/${name}.tlb\"\n")
+    install(FILES ${registration} DESTINATION registry)
 endfunction()

@@ -13,6 +13,7 @@
 
 #include <cstdint>
 
+#include <corvane/app/ModuleStrings.h>
 #include <corvane/app/StringTable.h>
 #include <corvane/base/ModuleExport.h>
 #include <corvane/host/Finding.h>
@@ -32,9 +33,18 @@
         return ::corvane::kRuleInterface;                        \
     }
 
+// With the STRINGS of corvane_add_rule_module, parameters get their names from the module's texts.
+#ifdef CORVANE_MODULE_HAS_STRINGS
+#define CORVANE_USE_MODULE_STRINGS \
+    const ::corvane::StringTableScope moduleTexts(::corvane::ModuleStrings());
+#else
+#define CORVANE_USE_MODULE_STRINGS
+#endif
+
 /// The exports of a rule module whose rules an array of corvane::RuleEntry names.
 #define CORVANE_RULE_MODULE(rules)                                            \
     CORVANE_RULE_MODULE_STAMP                                                 \
     CORVANE_MODULE_EXPORT CQorRule* CreateQorRule(const char16_t* ruleName) { \
+        CORVANE_USE_MODULE_STRINGS                                            \
         return ::corvane::MakeNamedRule(rules, ruleName);                     \
     }

@@ -27,6 +27,7 @@ namespace {
 constexpr std::size_t kLargestRegistryFile = std::size_t{64} << 20;
 constexpr std::u16string_view kMachineFile = u"machine.reg";
 constexpr std::u16string_view kUserFile = u"user.reg";
+constexpr std::u16string_view kEnding = u".reg";
 
 struct SourceFile {
     std::u16string path;
@@ -47,6 +48,16 @@ std::u16string userFolder() {
     return home.empty() ? home : join(home, u".config/corvane");
 }
 
+// Each companion of the installation brings a file of its own, which lies over the library's.
+template <typename Add>
+void addInstalled(const Add& add) {
+    const std::u16string folder = join(installFolder(), u"registry");
+    add(folder, kMachineFile, RegistryRoot::LocalMachine);
+    for (const std::u16string& name : namesIn(folder))
+        if (name.ends_with(kEnding) && name != kMachineFile)
+            add(folder, name, RegistryRoot::LocalMachine);
+}
+
 // In the order in which they are laid one over the other.
 std::vector<SourceFile> sourceFiles() {
     std::vector<SourceFile> files;
@@ -62,7 +73,7 @@ std::vector<SourceFile> sourceFiles() {
         add(*only, kUserFile, RegistryRoot::CurrentUser);
         return files;
     }
-    add(join(installFolder(), u"registry"), kMachineFile, RegistryRoot::LocalMachine);
+    addInstalled(add);
     add(u"/etc/corvane", kMachineFile, RegistryRoot::LocalMachine);
     if (const std::u16string folder = userFolder(); !folder.empty())
         add(folder, kUserFile, RegistryRoot::CurrentUser);

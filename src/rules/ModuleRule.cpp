@@ -1,7 +1,9 @@
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
+#include <corvane/app/StringTable.h>
 #include <corvane/host/QORICadSys.h>
 #include <corvane/host/QORResultSet.h>
 #include <corvane/host/RunContext.h>
@@ -16,6 +18,16 @@
 #include "system/Unicode.h"
 
 namespace corvane {
+
+namespace {
+
+const StringTable* currentTable() {
+    const StringTable* const table = SetCurrentStringTable(nullptr);
+    SetCurrentStringTable(table);
+    return table;
+}
+
+}  // namespace
 
 CQorRule* MakeNamedRule(std::span<const RuleEntry> rules, const char16_t* name) {
     if (!name) return nullptr;
@@ -60,7 +72,7 @@ void RuleCheck::cannotJudge(const CStringW& reason) const {
 
 ModuleRule::ModuleRule(const RuleEntry& entry, std::span<const ParameterDefinition> parameters,
                        std::span<const ParameterDefinition> constraintParameters)
-    : parameters_(parameters), constraintParameters_(constraintParameters) {
+    : parameters_(parameters), constraintParameters_(constraintParameters), names_(currentTable()) {
     m_csRuleName = entry.name;
     m_csRuleDisplayName = entry.name;
     m_csRuleDescription = entry.description;
@@ -78,6 +90,8 @@ void ModuleRule::InitializeParamStorage() {
 
 void ModuleRule::addParameters(std::span<const ParameterDefinition> definitions,
                                CQorArray<CQorParamStorage*>& storages) {
+    std::optional<StringTableScope> names;
+    if (names_ && !currentTable()) names.emplace(*names_);
     for (const ParameterDefinition& definition : definitions) {
         CQorParamStorage* const storage = CreateParamStorageObject(
             definition.kind, definition.number, definition.op, definition.paramType, true, false);

@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace corvane::system {
 
@@ -21,6 +22,9 @@ std::u16string fullPath(std::u16string_view path);
 /// Makes a folder with its missing parents. True when it is there afterwards. A relative or empty
 /// path is refused.
 bool createFolders(std::u16string_view path);
+
+/// Names of what is in a folder, in order of their code units; none when it cannot be read.
+std::vector<std::u16string> namesIn(std::u16string_view folder);
 
 /// The machine's common folder for application data, without a closing separator: /var/lib on
 /// POSIX.

@@ -228,7 +228,7 @@ TEST_F(Doctor, LooksAtTheDatabaseAndShowsNoPassword) {
 
 TEST_F(Doctor, RunsWithoutTheModulesThatItMisses) {
     // Copies, since the library's file tells where the others are.
-    for (const char* file : {"bin/corvane", "lib/libCorvaneFrameworku.so.0"}) {
+    for (const char* file : {"bin/corvane", "lib/libCorvaneFrameworku.so.0.1"}) {
         fs::create_directories(fs::path(corvane.folder.path(file)).parent_path());
         fs::copy_file(fs::path(CORVANE_BUILD_DIR) / file, corvane.folder.path(file));
     }

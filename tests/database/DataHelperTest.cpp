@@ -15,7 +15,7 @@ protected:
     DataHelper() {
         fs::create_directories(tree.path("lib"));
         fs::copy(fs::canonical(CORVANE_BUILD_DIR "/lib/libCorvaneFrameworku.so"),
-                 tree.path("lib/libCorvaneFrameworku.so.0"));
+                 tree.path("lib/libCorvaneFrameworku.so.0.1"));
         fs::copy(RECORDING_COLLECTOR, tree.path("lib/qordatabaseU.so"));
     }
 

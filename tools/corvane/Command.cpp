@@ -4,6 +4,17 @@
 
 #include <corvane/platform/Environment.h>
 
+namespace {
+
+/// What is wrong with a script folder; empty when nothing is.
+std::string isScriptFolder(const std::string& folder) {
+    // The reader of settings takes a line with both for a heading.
+    const bool isHeading = folder.find('[') != folder.npos && folder.find(']') != folder.npos;
+    return isHeading ? folder + " has brackets in its name" : CLI::ExistingDirectory(folder);
+}
+
+}  // namespace
+
 Command::Command(CLI::App& program, const char* name, const char* description,
                  const char* exitStatuses)
     : parser_(program.add_subcommand(name, description)) {
@@ -19,6 +30,10 @@ void FolderOptions::declare(CLI::App& command) {
              "Folder of rule modules, sought before lib/rules; may be repeated")
         ->type_name("DIR")
         ->allow_extra_args(false);
+    addText(command, "--scripts", scripts,
+            "Folder of scripts and their index, in place of the one in the settings")
+        ->type_name("DIR")
+        ->check(isScriptFolder);
     declareData(command);
     addText(command, "--registry", registry,
             "Folder of machine.reg and user.reg, else CORVANE_REGISTRY_DIR")
@@ -27,13 +42,15 @@ void FolderOptions::declare(CLI::App& command) {
 
 void FolderOptions::declareData(CLI::App& command) {
     addText(command, "--data", data,
-            "Folder above Settings/ConfigModule.ini, else CORVANE_DATA_DIR")
+            "Folder above Settings/ConfigModule.ini, else CORVANE_DATA_DIR, the user's or the "
+            "machine's")
         ->type_name("DIR");
 }
 
-void FolderOptions::apply() const {
-    if (!data.IsEmpty()) corvane::SetEnvironmentText(u"CORVANE_DATA_DIR", data);
+void FolderOptions::apply(bool mayMake) {
     if (!registry.IsEmpty()) corvane::SetEnvironmentText(u"CORVANE_REGISTRY_DIR", registry);
+    settings.apply(data, scripts);
+    settings.placeDatabase(mayMake);
 }
 
 CLI::Option* addText(CLI::App& command, const std::string& name, CStringW& target,

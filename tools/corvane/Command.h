@@ -6,6 +6,7 @@
 #include <corvane/text/CStringW.h>
 
 #include "Console.h"
+#include "settings/Settings.h"
 
 namespace CLI {
 class App;
@@ -49,11 +50,14 @@ struct FolderOptions {
     std::vector<CStringW> modules;
     CStringW data;
     CStringW registry;
+    CStringW scripts;
+    Settings settings;
 
     void declare(CLI::App& command);
     void declareData(CLI::App& command);
-    /// Hands data and registry on to the library, which reads them from the environment.
-    void apply() const;
+    /// Hands settings and registry on to the library, which reads them from the environment. With
+    /// `mayMake` false no folder is made that stays.
+    void apply(bool mayMake = true);
 };
 
 // An option or argument whose text, in the process's code page, goes to `target`.

@@ -10,12 +10,14 @@
 
 namespace corvane {
 
+struct StringTable;
+
 /// One parameter that a rule, or each of its constraints, has.
 struct ParameterDefinition {
     QorLong number;  ///< Written to rule files: choose it once and keep it.
     Type_e kind;
     /// Zero-terminated. Null means the text of that number in the string table that is current
-    /// while the rule is made; see StringTable.h.
+    /// while the rule is made, which must outlive it; see StringTable.h.
     const char16_t* name = nullptr;
     QorOperator_e op = QorOperator_Default;
     /// Files keep the texts of a record with QorParamType_Attributes alone.
@@ -128,6 +130,7 @@ private:
 
     std::span<const ParameterDefinition> parameters_;
     std::span<const ParameterDefinition> constraintParameters_;
+    const StringTable* names_;  // For what is made after the constructor.
 };
 
 }  // namespace corvane

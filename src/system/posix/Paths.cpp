@@ -99,6 +99,16 @@ bool createFolders(std::u16string_view path) {
     return true;
 }
 
+std::vector<std::u16string> namesIn(std::u16string_view folder) {
+    std::vector<std::u16string> names;
+    std::error_code failed;
+    std::filesystem::directory_iterator entry(nativePath(folder), failed);
+    for (; !failed && entry != std::filesystem::directory_iterator(); entry.increment(failed))
+        names.push_back(fromUtf8(entry->path().filename().string()));
+    std::ranges::sort(names);
+    return names;
+}
+
 std::u16string commonDataFolder() {
     return u"/var/lib";
 }

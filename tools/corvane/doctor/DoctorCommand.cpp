@@ -22,7 +22,7 @@ public:
     }
 
     int run(Console& console) override {
-        folders_.apply();
+        folders_.apply(false);
         Diagnosis diagnosis;
         const corvane::ModuleConfiguration configuration = corvane::GetModuleConfiguration();
         checkInstallation(diagnosis);
