@@ -21,9 +21,10 @@ constexpr const char* kFooter =
 
 // In the order of the help.
 constexpr std::unique_ptr<Command> (*kMakers[])(CLI::App&) = {
-    makeCheckCommand,  makeRunCommand,    makeLintCommand,      makeMergeCommand,
-    makeShowCommand,   makeSaveCommand,   makeUnitCommand,      makeDbCommand,
-    makeDoctorCommand, makeWorkerCommand, makeLintWorkerCommand};
+    makeCheckCommand,     makeRunCommand,  makeLintCommand,     makeMergeCommand,
+    makeShowCommand,      makeSaveCommand, makeUnitCommand,     makeDbCommand,
+    makeDoctorCommand,    makeNewCommand,  makeRegisterCommand, makeWorkerCommand,
+    makeLintWorkerCommand};
 
 constexpr const char* kNoMemory = "corvane: the memory ran out\n";
 

@@ -181,6 +181,10 @@ LuaNames namesOf(std::string_view text) {
     return result;
 }
 
+bool isKeyword(const std::string& word) {
+    return kKeywords.contains(word);
+}
+
 const std::set<std::string>& hostNames() {
     static const std::set<std::string> names{
         "_G", "_VERSION", "_ENV", "assert", "coroutine", "error", "getmetatable", "ipairs", "load",

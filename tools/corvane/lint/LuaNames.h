@@ -26,6 +26,9 @@ struct LuaNames {
 /// Reads tokens, not the grammar: the text is one that compiles.
 LuaNames namesOf(std::string_view text);
 
+/// True for a word that Lua keeps for itself.
+bool isKeyword(const std::string& word);
+
 /// What the script host gives every script.
 const std::set<std::string>& hostNames();
 
