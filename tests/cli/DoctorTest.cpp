@@ -128,6 +128,35 @@ TEST_F(Doctor, LooksAtTheScriptsOfTheIndex) {
     }
 }
 
+TEST_F(Doctor, LooksIntoScriptsTheirEnginesAndTheirLimits) {
+    writeSettings(kScripts + scriptFolder() + "\n");
+    corvane.folder.write("scripts/UserDefinedFile.xml",
+                         ruleFile(scriptRule("r", "a.lua", kMeshEngine)));
+    const std::pair<const char*, const char*> cases[] = {
+        {"local a = = 1", "wrong  a.lua.* +/.*/scripts/a.lua:1: "},
+        {"\nmesch.part()", "wrong  a.lua.* +/.*/a.lua:2: nothing is called \"mesch\""},
+        {"-- \xE9", "wrong  a.lua.* +/.*/a.lua: the script is no UTF-8"},
+        {"return params.limit", "wrong  a.lua.*has no parameter \"limit\""},
+        {"mesh.part()", "ok     r +a.lua\n"},
+    };
+    for (const auto& [script, told] : cases) {
+        corvane.folder.write("scripts/a.lua", script);
+        expectTold(told);
+    }
+    {
+        const EnvironmentScope limit("CORVANE_SCRIPT_MAX_SECONDS", "ten");
+        expectTold("wrong  limits of scripts +CORVANE_SCRIPT_MAX_SECONDS is \"ten\"");
+    }
+    std::string registry = CommandLine::exampleRegistry("user.reg");
+    const std::string library =
+        TemporaryFolder::readFile(CORVANE_TEST_DATA "/../examples/meshengine/mesh.tlb");
+    corvane.folder.write("mesh.tlb", library.substr(0, 200));
+    registry.insert(registry.find("@="), "@=\"" + corvane.folder.path("mesh.tlb") + "\"\n;");
+    corvane.folder.write("registry/user.reg", registry);
+    expectTold("wrong  mesh.tlb .*a damaged one");
+    expectTold("wrong  UserDefinedFile.xml:2 .*/mesh.tlb is missing or no type library");
+}
+
 TEST_F(Doctor, LooksAtWhatIsRegistered) {
     const std::string host = CommandLine::exampleRegistry("machine.reg");
     const std::string engine = CommandLine::exampleRegistry("user.reg");
@@ -166,6 +195,10 @@ TEST_F(Doctor, LooksAtWhatIsRegistered) {
 
 TEST_F(Doctor, LooksAtRuleModulesHelpAndLog) {
     corvane.folder.write("broken/a.so", "no module");
+    const std::string whole =
+        TemporaryFolder::readFile(CORVANE_BUILD_DIR "/lib/rules/partrules.so");
+    corvane.folder.write("cut/b.so", whole.substr(0, 4096));
+    expectTold("wrong  b.so .*cut off", {"--modules", "@cut"});
     corvane.folder.write("other/readme.txt", "");
     fs::copy_file(CORVANE_BUILD_DIR "/lib/QorScriptHost.so", corvane.folder.path("other/b.so"));
     expectTold("wrong  a.so .*won't load: ", {"--modules", "@broken"});
@@ -233,6 +266,7 @@ TEST_F(Doctor, RunsWithoutTheModulesThatItMisses) {
         fs::copy_file(fs::path(CORVANE_BUILD_DIR) / file, corvane.folder.path(file));
     }
     corvane.folder.write("Lang/french/CorvaneFrameworkResu.so", "no module");
+    corvane.folder.write("lib/libOther.so.0.1.0", "");
     corvane.folder.write("rules.xml", ruleFile(scriptRule("r", "a.lua")));
     const std::string program = corvane.folder.path("bin/corvane");
     const EnvironmentScope language("LC_ALL", "fr_FR");
@@ -240,6 +274,7 @@ TEST_F(Doctor, RunsWithoutTheModulesThatItMisses) {
     EXPECT_EQ(result.status, 1) << result.err;
     for (const char* told :
          {"language module +there is no /.*/Lang/english/CorvaneFrameworkResu.dll",
+          "libOther.so.0.1 +/.*/lib/libOther.so.0.1 is not there",
           "module +there is no QorScriptHost.dll", "collector module +there is no /"})
         EXPECT_THAT(result.out, ContainsRegex(std::string("  wrong  ") + told));
     EXPECT_THAT(result.out, ContainsRegex("  ok     language +french, the language of the user"));

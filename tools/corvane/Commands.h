@@ -18,5 +18,8 @@ std::unique_ptr<Command> makeSaveCommand(CLI::App& program);
 std::unique_ptr<Command> makeUnitCommand(CLI::App& program);
 std::unique_ptr<Command> makeDbCommand(CLI::App& program);
 std::unique_ptr<Command> makeDoctorCommand(CLI::App& program);
+std::unique_ptr<Command> makeConvertCommand(CLI::App& program);
+std::unique_ptr<Command> makeDiffCommand(CLI::App& program);
+std::unique_ptr<Command> makeCompletionCommand(CLI::App& program);
 std::unique_ptr<Command> makeNewCommand(CLI::App& program);
 std::unique_ptr<Command> makeRegisterCommand(CLI::App& program);

@@ -9,6 +9,7 @@
 #include <corvane/platform/ComError.h>
 
 #include "Commands.h"
+#include "Suggestion.h"
 
 namespace {
 
@@ -21,10 +22,10 @@ constexpr const char* kFooter =
 
 // In the order of the help.
 constexpr std::unique_ptr<Command> (*kMakers[])(CLI::App&) = {
-    makeCheckCommand,     makeRunCommand,  makeLintCommand,     makeMergeCommand,
-    makeShowCommand,      makeSaveCommand, makeUnitCommand,     makeDbCommand,
-    makeDoctorCommand,    makeNewCommand,  makeRegisterCommand, makeWorkerCommand,
-    makeLintWorkerCommand};
+    makeCheckCommand,    makeRunCommand,        makeLintCommand,    makeMergeCommand,
+    makeShowCommand,     makeSaveCommand,       makeConvertCommand, makeDiffCommand,
+    makeUnitCommand,     makeDbCommand,         makeDoctorCommand,  makeNewCommand,
+    makeRegisterCommand, makeCompletionCommand, makeWorkerCommand,  makeLintWorkerCommand};
 
 constexpr const char* kNoMemory = "corvane: the memory ran out\n";
 
@@ -83,6 +84,9 @@ int runProgram(int argc, char** argv) {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         const int status = program.exit(error) == 0 ? kGood : kUnusable;
+        const std::string meant =
+            status == kGood ? std::string() : suggestionFor(program, argc, argv);
+        if (!meant.empty()) std::cerr << meant << '\n';
         return std::cout.flush() ? status : static_cast<int>(kUnusable);
     }
     return runChosen(commands);

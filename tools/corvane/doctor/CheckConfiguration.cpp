@@ -35,6 +35,29 @@ bool checkSettingsFolder(Diagnosis& diagnosis, const ModuleConfiguration& config
     return presence != Presence::Unreadable;
 }
 
+void checkOrigin(Diagnosis& diagnosis, SettingsOrigin origin) {
+    constexpr const char16_t* kSubject = u"settings";
+    switch (origin) {
+        case SettingsOrigin::Named:
+            return diagnosis.good(kSubject, u"those of --data or CORVANE_DATA_DIR");
+        case SettingsOrigin::User:
+            return diagnosis.good(kSubject, u"the user's own");
+        case SettingsOrigin::Machine:
+            return diagnosis.good(kSubject, u"the machine's");
+        case SettingsOrigin::Examples:
+        case SettingsOrigin::None:
+            break;
+    }
+    const std::optional<std::filesystem::path> user = userConfigurationFolder();
+    const CStringW place =
+        user ? u"; your own go into " + CStringW(user->u16string()) + u"/Settings/ConfigModule.ini"
+             : CStringW();
+    diagnosis.note(kSubject, (origin == SettingsOrigin::Examples
+                                  ? CStringW(u"there are none: those of the examples serve")
+                                  : CStringW(u"there are none")) +
+                                 place);
+}
+
 CStringW lineOf(const ConfigurationEntry& entry) {
     // Any other value may be a connection string with a password.
     const CStringW value = looksLike(entry.key, kScriptKey) ? entry.value : CStringW(u"...");
@@ -121,8 +144,10 @@ void checkLines(Diagnosis& diagnosis, const ModuleConfiguration& configuration) 
 
 }  // namespace
 
-void checkConfiguration(Diagnosis& diagnosis, const ModuleConfiguration& configuration) {
+void checkConfiguration(Diagnosis& diagnosis, const ModuleConfiguration& configuration,
+                        SettingsOrigin origin) {
     diagnosis.section(u"Configuration");
+    checkOrigin(diagnosis, origin);
     if (!checkSettingsFolder(diagnosis, configuration)) return;
     const CStringW file = shownPath(configuration.file);
     if (configuration.readable) {

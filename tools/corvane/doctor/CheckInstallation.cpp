@@ -64,12 +64,43 @@ void checkLanguage(Diagnosis& diagnosis, const Installation& installation) {
         diagnosis.wrong(installation.language, text, kReinstall);
 }
 
+/// "libX.so.0.1.0" is known to what links it as "libX.so.0.1"; the loader finds nothing else.
+void checkLinks(Diagnosis& diagnosis, const Installation& installation) {
+    const CStringW version = u".so." + CStringW(corvane::kVersion);
+    const CStringW name = u".so." + CStringW(corvane::kLibraryVersion);
+    const CStringW folder =
+        shownPath(CStringW(installation.libraryFile)
+                      .Left(installation.libraryFile.GetLength() -
+                            static_cast<int>(lastName(installation.libraryFile).size())));
+    for (const CStringW& file : filesIn(folder).value_or(std::vector<CStringW>())) {
+        if (file.Right(version.GetLength()) != version) continue;
+        const CStringW link = file.Left(file.GetLength() - version.GetLength()) + name;
+        if (presenceOfFile(folder + link) != Presence::Readable)
+            diagnosis.wrong(link,
+                            folder + link + u" is not there, so that nothing that links it starts",
+                            u"let the link lead to " + file + u", or install the library again");
+    }
+}
+
+/// A program that finds another library than the one of its own tree mixes two installations.
+void checkTree(Diagnosis& diagnosis, const Installation& installation) {
+    std::error_code failed;
+    const std::filesystem::path program =
+        std::filesystem::read_symlink("/proc/self/exe", failed).parent_path().parent_path();
+    const std::filesystem::path library = placeOf(shownPath(installation.installFolder));
+    if (failed || !std::filesystem::exists(program / "lib", failed) || program == library) return;
+    diagnosis.note(u"library", u"it is of another tree than the program, which is in " +
+                                   CStringW(program.u16string()));
+}
+
 }  // namespace
 
 void checkInstallation(Diagnosis& diagnosis) {
     diagnosis.section(u"Installation");
     const Installation installation = corvane::GetInstallation();
     checkLibrary(diagnosis, installation);
+    checkTree(diagnosis, installation);
+    checkLinks(diagnosis, installation);
     checkLanguage(diagnosis, installation);
     if (installation.englishFile.IsEmpty() && !installation.moduleFile.IsEmpty())
         diagnosis.wrong(

@@ -6,6 +6,7 @@
 #include <corvane/text/CStringW.h>
 
 #include "doctor/Diagnosis.h"
+#include "settings/Settings.h"
 
 // What `corvane doctor` looks at, each a section or a part of one. None makes a folder or a file
 // that stays.
@@ -14,8 +15,11 @@ inline constexpr const char16_t* kReinstall = u"install the library again as a w
 
 void checkInstallation(Diagnosis& diagnosis);
 void checkRegistry(Diagnosis& diagnosis);
-void checkConfiguration(Diagnosis& diagnosis, const corvane::ModuleConfiguration& configuration);
+void checkConfiguration(Diagnosis& diagnosis, const corvane::ModuleConfiguration& configuration,
+                        SettingsOrigin origin);
 void checkScripts(Diagnosis& diagnosis, const corvane::ModuleConfiguration& configuration);
+/// What lint finds in the scripts of the index and in the limits of scripts.
+void checkScriptTexts(Diagnosis& diagnosis, const std::vector<CStringW>& moduleFolders);
 void checkHost(Diagnosis& diagnosis, const corvane::ModuleConfiguration& configuration);
 void checkEngines(Diagnosis& diagnosis, const corvane::ModuleConfiguration& configuration);
 void checkRuleModules(Diagnosis& diagnosis, const std::vector<CStringW>& folders);

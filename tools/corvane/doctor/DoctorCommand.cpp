@@ -27,8 +27,9 @@ public:
         const corvane::ModuleConfiguration configuration = corvane::GetModuleConfiguration();
         checkInstallation(diagnosis);
         checkRegistry(diagnosis);
-        checkConfiguration(diagnosis, configuration);
+        checkConfiguration(diagnosis, configuration, folders_.settings.origin());
         checkScripts(diagnosis, configuration);
+        checkScriptTexts(diagnosis, folders_.modules);
         checkHost(diagnosis, configuration);
         checkEngines(diagnosis, configuration);
         checkRuleModules(diagnosis, folders_.modules);

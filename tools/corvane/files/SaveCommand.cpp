@@ -10,6 +10,9 @@
 #include "Commands.h"
 #include "Text.h"
 #include "files/LoadedRule.h"
+#include "files/TextFile.h"
+#include "files/XmlLayout.h"
+#include "lint/SourceTree.h"
 
 namespace {
 
@@ -71,7 +74,11 @@ int saveRules(const SaveOptions& options, Console& console) {
         for (const corvane::WritingLoss& loss : losses)
             console.report(file->placeOf(loss.line) + u": " + loss.text);
     }
-    if (!corvane::SaveXML(document, options.output)) {
+    // A file that is replaced keeps its own form; a new one has that of the file that was read.
+    const std::string former =
+        bytesOfFile(options.output).value_or(bytesOfFile(options.ruleFile).value_or(std::string()));
+    const std::string text = laidOut(document.GetXML().ToUtf8(), indentOf(lint::utf8Of(former)));
+    if (!replaceFile(options.output, text)) {
         console.report(options.output + u": cannot be written");
         return kUnusable;
     }

@@ -52,7 +52,7 @@ public:
             console.report(u"there is no part to check");
             return kUnusable;
         }
-        useOwnDatabase();
+        makeDatabaseFile();
         return runRules(options_, console);
     }
 

@@ -7,7 +7,6 @@
 #include <corvane/config/ModuleConfiguration.h>
 #include <corvane/database/IDatabaseCollector.h>
 #include <corvane/database/QORDataHelper.h>
-#include <corvane/platform/Environment.h>
 
 #include "Text.h"
 #include "run/Hash.h"
@@ -67,7 +66,7 @@ bool RuleDatabase::isWanted(const LoadedRule& loaded) {
     return wanted_;
 }
 
-void useOwnDatabase() {
+void makeDatabaseFile() {
     const ConfiguredDatabase configured = QORDataHelper::configured();
     if (configured.type != IConnectorData::DATABASETYPE_SQLITE || !configured.isDefaultFile) return;
     const fs::path file(shownPath(configured.file).Std());
@@ -75,12 +74,7 @@ void useOwnDatabase() {
     if (fs::exists(file, status)) return;
     fs::create_directories(file.parent_path(), status);
     // An empty file is one that the database fills.
-    if (std::ofstream(file, std::ios::app)) return;
-    fs::path home(corvane::GetEnvironmentText(u"XDG_DATA_HOME"));
-    if (home.empty()) home = fs::path(corvane::GetEnvironmentText(u"HOME")) / ".local/share";
-    const fs::path own = home / "corvane";
-    fs::create_directories(own, status);
-    if (!status) corvane::SetEnvironmentText(u"CORVANE_DATABASE_DIR", (own / "").u16string());
+    const std::ofstream made(file, std::ios::app);
 }
 
 qor_db::IDatabaseCollector* RuleDatabase::forRule(const LoadedRule& loaded) {

@@ -27,10 +27,9 @@ private:
     qor_db::IDatabaseCollector* collector_ = nullptr;
 };
 
-/// Where the default database is missing and cannot be made, as for a user who is not the
-/// machine's administrator, puts one of the user's own in its place: corvane/ in $XDG_DATA_HOME,
-/// else in ~/.local/share. Nothing changes where a database is configured.
-void useOwnDatabase();
+/// Makes an empty file where the default database is missing, so that every rule gets it. Nothing
+/// changes where a database is configured.
+void makeDatabaseFile();
 
 /// The script names the table through which a script looks things up.
 bool namesDatabase(const CStringW& scriptPath);
