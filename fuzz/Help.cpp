@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "Fuzz.h"
-#include "app/HelpFiles.h"
+#include "frontend/HelpFiles.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const fuzz::Folder folder;

@@ -3,6 +3,8 @@
 #include <string>
 #include <utility>
 
+#include <corvane/base/Version.h>
+
 #include "app/Language.h"
 #include "system/Modules.h"
 #include "system/Paths.h"
@@ -92,3 +94,40 @@ CCorvaneFrameworkApp* frameworkApp() {
 }
 
 }  // namespace corvane::app
+
+namespace corvane {
+
+Installation GetInstallation() {
+    const CCorvaneFrameworkApp* framework = app::frameworkApp();
+    if (!framework) return {};
+    return {.version = CStringW(kVersion),
+            .libraryFile = framework->GetFrameworkDllPath(),
+            .installFolder = system::installFolder(),
+            .language = framework->m_strLanguage,
+            .languageSource = framework->languageSource(),
+            .wantedModule = framework->wantedModulePath(),
+            .triedModule = framework->m_strResModulePath,
+            .moduleFile = framework->m_hResModule.file(),
+            .englishFile = framework->m_hEnglishResModule.file()};
+}
+
+}  // namespace corvane
+
+namespace {
+
+// Starts with the library and ends with it. What the start needs of the platform layer is made at
+// its first use, so the order in which the files of the library are initialised does not matter.
+class LibraryLife {
+public:
+    LibraryLife() { app_.InitInstance(); }
+    LibraryLife(const LibraryLife&) = delete;
+    LibraryLife& operator=(const LibraryLife&) = delete;
+    ~LibraryLife() { app_.ExitInstance(); }
+
+private:
+    CCorvaneFrameworkApp app_;
+};
+
+const LibraryLife life;
+
+}  // namespace

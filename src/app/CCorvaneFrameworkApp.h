@@ -32,6 +32,8 @@ public:
     /// The English text of a string resource; empty when there is none.
     CStringW GetEnglishString(unsigned int number) const;
 
+    // Help is in src/frontend, which rules do not need.
+
     /// Shows help on a topic: the site's own page, else the topic in the caller's compiled help
     /// file. 1 when it was shown, else 0; nothing is thrown.
     int ShowHelp(CStringW helpFile, QorLong helpId) const;

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include <corvane/app/Installation.h>
+#include <corvane/app/StringTable.h>
 
 namespace corvane::app {
 
@@ -25,5 +26,9 @@ LanguageChoice chosenLanguage();
 /// named after the system's locale, such as "zh_CN"; a language without a folder of its own leads
 /// to English.
 std::u16string languageFolderName(std::u16string_view languageName);
+
+/// The calling thread's current table, which is that of the library's own resource module where
+/// none has been set; null without that module.
+const StringTable* currentStringTable();
 
 }  // namespace corvane::app

@@ -5,7 +5,7 @@
 #include <corvane/app/StringTable.h>
 
 #include "app/CCorvaneFrameworkApp.h"
-#include "app/CurrentStringTable.h"
+#include "app/Language.h"
 
 namespace corvane {
 namespace {

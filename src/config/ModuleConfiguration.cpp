@@ -7,8 +7,7 @@
 #include <corvane/config/ModuleConfiguration.h>
 
 #include "config/CIniFile.h"
-#include "config/ScriptFolder.h"
-#include "config/SettingsFolder.h"
+#include "config/DataFolders.h"
 #include "emulation/Profile.h"
 #include "system/Files.h"
 #include "system/Unicode.h"
@@ -31,12 +30,12 @@ void readEntries(ModuleConfiguration& configuration, std::string_view text) {
 }
 
 void readDatabaseKeys(ModuleConfiguration& configuration) {
-    constexpr const char16_t* kSection = u"RULE_DATABASE_MODULES";
+    using configuration::kDatabaseSection;
     constexpr std::size_t kWhole = std::numeric_limits<std::size_t>::max();
-    for (const char16_t* key : {u"DatabaseType", u"module1", u"ConnectionString", u"FileName"}) {
-        CStringW value = emulation::profileText(kSection, key, configuration.file, kWhole);
+    for (const char16_t* key : configuration::kDatabaseKeys) {
+        CStringW value = emulation::profileText(kDatabaseSection, key, configuration.file, kWhole);
         if (!value.IsEmpty())
-            configuration.databaseKeys.push_back({kSection, key, std::move(value), false});
+            configuration.databaseKeys.push_back({kDatabaseSection, key, std::move(value), false});
     }
 }
 
@@ -45,7 +44,7 @@ void readDatabaseKeys(ModuleConfiguration& configuration) {
 ModuleConfiguration GetModuleConfiguration() {
     ModuleConfiguration configuration;
     configuration.settingsFolder = config::settingsFolderPath();
-    configuration.file = configuration.settingsFolder + u"ConfigModule.ini";
+    configuration.file = configuration.settingsFolder + configuration::kFile;
     const std::optional<std::string> text =
         system::readFile(configuration.file, config::kLargestIniFile);
     if (!text) return configuration;

@@ -4,7 +4,7 @@
 #include <corvane/database/QORDataHelper.h>
 #include <corvane/database/SQLLiteConnectorData.h>
 
-#include "config/FrameworkUtils.h"
+#include "config/DataFolders.h"
 #include "database/DatabasePath.h"
 #include "emulation/Profile.h"
 #include "system/Modules.h"
@@ -17,7 +17,6 @@ using namespace corvane;
 
 constexpr const char16_t* kCollectorModule = u"QORDatabaseu.dll";
 constexpr const char16_t* kDefaultDriver = u"QorSqliteDatabaseu.dll";
-constexpr const char16_t* kFileNameKey = u"FileName";
 constexpr std::size_t kValueCapacity = 260;
 
 CStringW besideFile(std::u16string_view file, const char16_t* name) {
@@ -25,7 +24,7 @@ CStringW besideFile(std::u16string_view file, const char16_t* name) {
 }
 
 CStringW databaseSetting(const char16_t* key, const CStringW& configFile) {
-    return emulation::profileText(u"RULE_DATABASE_MODULES", key, configFile, kValueCapacity);
+    return emulation::profileText(configuration::kDatabaseSection, key, configFile, kValueCapacity);
 }
 
 }  // namespace
@@ -56,7 +55,8 @@ ConfiguredDatabase QORDataHelper::configured() {
     helper.LoadDatabaseDll(database.collectorModule);
     if (const auto* sqlite = dynamic_cast<const SQLLiteConnectorData*>(connector.get())) {
         database.file = sqlite->databaseFile();
-        database.isDefaultFile = databaseSetting(kFileNameKey, configFile).IsEmpty();
+        database.isDefaultFile =
+            databaseSetting(configuration::kDatabaseFile, configFile).IsEmpty();
     }
     return database;
 }
@@ -91,25 +91,26 @@ void QORDataHelper::ConnectSQLite(const CStringW& configFile) {
 
 // A file that is not there says the same as one without keys.
 std::unique_ptr<IConnectorData> QORDataHelper::makeConnector(const CStringW& configFile) {
-    const bool server = databaseSetting(u"DatabaseType", configFile).CompareNoCase(u"MSSQL") == 0;
+    const bool server =
+        databaseSetting(configuration::kDatabaseType, configFile).CompareNoCase(u"MSSQL") == 0;
     return server ? makeMSSQLConnector(configFile) : makeSQLiteConnector(configFile);
 }
 
 std::unique_ptr<IConnectorData> QORDataHelper::makeMSSQLConnector(const CStringW& configFile) {
-    CStringW dllModuleName = databaseSetting(u"module1", configFile);
+    CStringW dllModuleName = databaseSetting(configuration::kDriverModule, configFile);
     if (HasEnvVariable(dllModuleName)) ConvertToAbsolutePath(dllModuleName);
-    return std::make_unique<MSSQLConnectorData>(dllModuleName,
-                                                databaseSetting(u"ConnectionString", configFile));
+    return std::make_unique<MSSQLConnectorData>(
+        dllModuleName, databaseSetting(configuration::kConnectionString, configFile));
 }
 
 std::unique_ptr<IConnectorData> QORDataHelper::makeSQLiteConnector(const CStringW& configFile) {
-    CStringW dllModuleName = databaseSetting(u"module1", configFile);
+    CStringW dllModuleName = databaseSetting(configuration::kDriverModule, configFile);
     if (dllModuleName.IsEmpty()) {
         dllModuleName = GetDefaultDatabaseDll();
     } else if (HasEnvVariable(dllModuleName)) {
         ConvertToAbsolutePath(dllModuleName);
     }
-    CStringW strDatabasePath = databaseSetting(kFileNameKey, configFile);
+    CStringW strDatabasePath = databaseSetting(configuration::kDatabaseFile, configFile);
     if (strDatabasePath.IsEmpty()) {
         strDatabasePath = GetDefaultDatabase(strDatabasePath);
     } else if (HasEnvVariable(strDatabasePath)) {

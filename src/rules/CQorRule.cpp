@@ -7,7 +7,7 @@
 #include <corvane/xml/QorXMLDocument.h>
 #include <corvane/xml/QorXMLNode.h>
 
-#include "app/CurrentStringTable.h"
+#include "app/Language.h"
 #include "rules/RuleCategory.h"
 #include "rules/RuleElement.h"
 #include "rules/StorageIndex.h"

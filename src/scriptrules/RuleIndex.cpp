@@ -11,8 +11,7 @@
 #include <corvane/scriptrules/ScriptFolderScope.h>
 #include <corvane/xml/QorXMLDocument.h>
 
-#include "config/FrameworkUtils.h"
-#include "config/ScriptFolder.h"
+#include "config/DataFolders.h"
 #include "system/Files.h"
 #include "system/Paths.h"
 #include "system/Unicode.h"

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include <corvane/base/Text.h>
+
 #include "system/Unicode.h"
 
 namespace corvane::system {
@@ -45,9 +47,7 @@ std::u16string fromUtf16Bytes(std::string_view bytes) {
 }
 
 std::u16string_view trimmed(std::u16string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == text.npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+    return corvane::trimmed(text, kBlanks);
 }
 
 std::u16string_view unquoted(std::u16string_view text) {

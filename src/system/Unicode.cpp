@@ -94,16 +94,10 @@ Decoded decode(std::string_view bytes) {
 
 void appendUtf8(std::string& out, std::u16string_view text) {
     out.reserve(out.size() + text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char16_t unit = text[i];
-        if (unit < 0x80) {
-            out += static_cast<char>(unit);
-        } else if (isHighSurrogate(unit) && i + 1 < text.size() && isLowSurrogate(text[i + 1])) {
-            appendCodePoint(out, codePoint(unit, text[++i]));
-        } else {
-            const bool lone = isHighSurrogate(unit) || isLowSurrogate(unit);
-            appendCodePoint(out, lone ? kReplacement : char32_t{unit});
-        }
+    while (!text.empty()) {
+        const char32_t point = takeCodePoint(text);
+        const bool lone = point >= 0xD800 && point <= 0xDFFF;
+        appendCodePoint(out, lone ? kReplacement : point);
     }
 }
 

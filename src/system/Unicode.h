@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include <corvane/base/Text.h>
+
 namespace corvane::system {
 
 /// UTF-8 of 16-bit text. A lone surrogate becomes U+FFFD.
@@ -17,17 +19,9 @@ void appendFromUtf8(std::u16string& out, std::string_view bytes);
 /// True when the bytes are well-formed UTF-8.
 bool isUtf8(std::string_view bytes);
 
-constexpr bool isHighSurrogate(char16_t unit) {
-    return (unit & 0xFC00) == 0xD800;
-}
-constexpr bool isLowSurrogate(char16_t unit) {
-    return (unit & 0xFC00) == 0xDC00;
-}
-
-/// The code point of a surrogate pair.
-constexpr char32_t codePoint(char16_t high, char16_t low) {
-    return 0x10000 + ((char32_t{high} & 0x3FF) << 10) + (low & 0x3FF);
-}
+using corvane::codePoint;
+using corvane::isHighSurrogate;
+using corvane::isLowSurrogate;
 
 /// The simple case mapping of one unit, in every process locale alike. Surrogates map to
 /// themselves.

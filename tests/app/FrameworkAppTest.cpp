@@ -9,7 +9,7 @@
 #include <corvane/app/StringResources.h>
 
 #include "app/CCorvaneFrameworkApp.h"
-#include "app/CurrentStringTable.h"
+#include "app/Language.h"
 #include "support/EnvironmentScope.h"
 #include "support/TemporaryFolder.h"
 #include "support/Text.h"

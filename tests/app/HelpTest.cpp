@@ -4,7 +4,7 @@
 #include <corvane/app/Help.h>
 
 #include "app/CCorvaneFrameworkApp.h"
-#include "app/HelpFiles.h"
+#include "frontend/HelpFiles.h"
 #include "support/EnvironmentScope.h"
 #include "support/Programs.h"
 #include "support/Text.h"

@@ -2,8 +2,7 @@
 
 #include <corvane/config/DataFolders.h>
 
-#include "config/FrameworkUtils.h"
-#include "config/ScriptFolder.h"
+#include "config/DataFolders.h"
 #include "support/EnvironmentScope.h"
 #include "support/TemporaryFolder.h"
 #include "support/Text.h"

@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <span>
 
+#include <corvane/base/Text.h>
+
 namespace {
 
 struct Range {
@@ -31,18 +33,6 @@ bool within(std::span<const Range> ranges, char32_t point) {
     return range != ranges.end() && range->first <= point;
 }
 
-/// Takes the first character off the text.
-char32_t takePoint(std::u16string_view& text) {
-    const char32_t unit = text.front();
-    text.remove_prefix(1);
-    const bool pair = unit >= 0xD800 && unit <= 0xDBFF && !text.empty() && text.front() >= 0xDC00 &&
-                      text.front() <= 0xDFFF;
-    if (!pair) return unit;
-    const char32_t low = text.front();
-    text.remove_prefix(1);
-    return 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00);
-}
-
 std::size_t columnsOf(char32_t point) {
     if (within(kMarks, point)) return 0;
     return within(kWide, point) ? 2 : 1;
@@ -67,7 +57,7 @@ CStringW harmless(std::u16string_view text) {
 std::size_t displayWidth(std::u16string_view text) {
     std::size_t columns = 0;
     while (!text.empty())
-        columns += columnsOf(takePoint(text));
+        columns += columnsOf(corvane::takeCodePoint(text));
     return columns;
 }
 
@@ -76,7 +66,7 @@ CStringW fitted(std::u16string_view text, std::size_t columns) {
     std::size_t used = 0;
     std::size_t kept = 0;  // units that leave room for the ellipsis
     while (!rest.empty()) {
-        used += columnsOf(takePoint(rest));
+        used += columnsOf(corvane::takeCodePoint(rest));
         if (used > columns) return CStringW(text.substr(0, kept)) + u"\u2026";
         if (used < columns) kept = text.size() - rest.size();
     }

@@ -8,6 +8,24 @@
 
 namespace corvane {
 
+/// The names of the configuration: its file in the settings folder, the sections and their keys.
+namespace configuration {
+
+inline constexpr const char16_t* kFile = u"ConfigModule.ini";
+
+inline constexpr const char16_t* kScriptSection = u"RULE_SCRIPT_LOCATION";
+inline constexpr const char16_t* kScriptFolder = u"directory";
+
+inline constexpr const char16_t* kDatabaseSection = u"RULE_DATABASE_MODULES";
+inline constexpr const char16_t* kDatabaseType = u"DatabaseType";
+inline constexpr const char16_t* kDriverModule = u"module1";
+inline constexpr const char16_t* kConnectionString = u"ConnectionString";
+inline constexpr const char16_t* kDatabaseFile = u"FileName";
+inline constexpr const char16_t* kDatabaseKeys[] = {kDatabaseType, kDriverModule, kConnectionString,
+                                                    kDatabaseFile};
+
+}  // namespace configuration
+
 /// One key of ConfigModule.ini.
 struct ConfigurationEntry {
     CStringW section;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <corvane/base/Text.h>
+
 namespace qor_db::driver {
 namespace {
 
@@ -18,9 +20,7 @@ bool isSecret(CStringW key) {
 
 std::u16string_view trimmed(std::u16string_view text) {
     constexpr std::u16string_view kBlanks = u" \t\r\n";
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == text.npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
+    return corvane::trimmed(text, kBlanks);
 }
 
 // The mark that ends a value which starts with this one; 0 for a value without marks.

@@ -58,12 +58,8 @@ locale_t userLocale() {
 std::wstring codePoints(std::u16string_view text) {
     std::wstring points;
     points.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char16_t unit = text[i];
-        const bool pair =
-            isHighSurrogate(unit) && i + 1 < text.size() && isLowSurrogate(text[i + 1]);
-        points += static_cast<wchar_t>(pair ? codePoint(unit, text[++i]) : char32_t{unit});
-    }
+    while (!text.empty())
+        points += static_cast<wchar_t>(takeCodePoint(text));
     return points;
 }
 

@@ -7,12 +7,12 @@
 
 using corvane::ConfigurationEntry;
 using corvane::ModuleConfiguration;
+using corvane::configuration::kFile;
+using corvane::configuration::kScriptFolder;
+using corvane::configuration::kScriptSection;
 
 namespace {
 
-constexpr const char16_t* kFile = u"ConfigModule.ini";
-constexpr const char16_t* kScriptSection = u"RULE_SCRIPT_LOCATION";
-constexpr const char16_t* kScriptKey = u"directory";
 constexpr const char16_t* kScriptLine =
     u"write \"directory=FOLDER\" below \"[RULE_SCRIPT_LOCATION]\"";
 
@@ -60,18 +60,19 @@ void checkOrigin(Diagnosis& diagnosis, SettingsOrigin origin) {
 
 CStringW lineOf(const ConfigurationEntry& entry) {
     // Any other value may be a connection string with a password.
-    const CStringW value = looksLike(entry.key, kScriptKey) ? entry.value : CStringW(u"...");
+    const CStringW value = looksLike(entry.key, kScriptFolder) ? entry.value : CStringW(u"...");
     return u"the line \"" + entry.key + u"=" + value + u"\"";
 }
 
 bool isScriptFolder(const ConfigurationEntry& entry) {
-    return entry.section == kScriptSection && entry.key == kScriptKey;
+    return entry.section == kScriptSection && entry.key == kScriptFolder;
 }
 
 /// A live line that nobody reads. A person may take it for the script folder's.
 void checkUnread(Diagnosis& diagnosis, const ConfigurationEntry& entry, bool isConfigured) {
     if (entry.commented) return;
-    const bool meant = looksLike(entry.section, kScriptSection) || looksLike(entry.key, kScriptKey);
+    const bool meant =
+        looksLike(entry.section, kScriptSection) || looksLike(entry.key, kScriptFolder);
     const CStringW text = lineOf(entry) + u" below \"[" + entry.section + u"]\" is not read";
     if (!meant)
         diagnosis.note(nameOf(entry), u"nothing reads this key");
@@ -95,8 +96,8 @@ void checkScriptEntry(Diagnosis& diagnosis, const ConfigurationEntry& entry, boo
 /// Below a heading that is a line with a value, and so may be a connection string.
 void checkOddHeading(Diagnosis& diagnosis, const ConfigurationEntry& entry, bool isConfigured) {
     // The first character of such a heading is lost.
-    if (!isConfigured && entry.key == CStringW(kScriptKey).Mid(1))
-        diagnosis.wrong(kScriptKey, u"the value holds [ and ], so that the line is a heading",
+    if (!isConfigured && entry.key == CStringW(kScriptFolder).Mid(1))
+        diagnosis.wrong(kScriptFolder, u"the value holds [ and ], so that the line is a heading",
                         u"name a folder without brackets");
 }
 
@@ -117,7 +118,7 @@ void checkLastLine(Diagnosis& diagnosis, CStringW line) {
     const int equals = line.Find(u'=');
     const CStringW key = equals < 0 ? line : line.Left(equals);
     const CStringW text = u"its last line, \"" + key + u"\", has no line end";
-    if (looksLike(key, kScriptKey))
+    if (looksLike(key, kScriptFolder))
         diagnosis.wrong(kFile, text + u" and is not read", u"end the line with a line end");
     else
         diagnosis.note(kFile, text + u"; a script folder there would not be read");

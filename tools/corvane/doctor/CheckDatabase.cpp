@@ -134,8 +134,9 @@ void checkDatabase(Diagnosis& diagnosis, const corvane::ModuleConfiguration& con
         return;
     }
     const bool isConfigured =
-        std::ranges::any_of(configuration.databaseKeys,
-                            [](const auto& entry) { return entry.key == CStringW(u"module1"); });
+        std::ranges::any_of(configuration.databaseKeys, [](const auto& entry) {
+            return entry.key == CStringW(corvane::configuration::kDriverModule);
+        });
     if (!checkModule(diagnosis, u"driver module", database.driverModule,
                      isConfigured ? u"correct module1 in ConfigModule.ini, or install that module "
                                     u"with what it needs"

@@ -7,18 +7,16 @@
 
 using corvane::ConfigurationEntry;
 using corvane::ModuleConfiguration;
+using namespace corvane::configuration;
 
 namespace {
 
-constexpr const char16_t* kTypeKey = u"DatabaseType";
-constexpr const char16_t* kSecretKey = u"ConnectionString";
-constexpr const char16_t* kKeys[] = {kTypeKey, u"module1", kSecretKey, u"FileName"};
 /// The reader of the database's keys cuts what is longer.
 constexpr int kLongestValue = 259;
 constexpr int kLongestVariable = 49;
 
 bool isPath(const ConfigurationEntry& key) {
-    return key.key != kTypeKey && key.key != kSecretKey;
+    return key.key != kDatabaseType && key.key != kConnectionString;
 }
 
 /// What is wrong with the variable that a path begins with; empty when nothing is.
@@ -41,10 +39,11 @@ void checkKey(Diagnosis& diagnosis, const ConfigurationEntry& key) {
     else if (!fault.IsEmpty())
         diagnosis.wrong(key.key, value + u": " + fault,
                         u"set the variable, or write the path without percent signs");
-    else if (key.key == kTypeKey && !looksLike(value, u"SQLite") && !looksLike(value, u"MSSQL"))
+    else if (key.key == kDatabaseType && !looksLike(value, u"SQLite") &&
+             !looksLike(value, u"MSSQL"))
         diagnosis.note(key.key, value + u" is no known type and counts as SQLite");
     else
-        diagnosis.good(key.key, key.key == kSecretKey ? CStringW(u"(set)") : value);
+        diagnosis.good(key.key, key.key == kConnectionString ? CStringW(u"(set)") : value);
 }
 
 /// The value as a line of the file has it, without blanks and quotes around it.
@@ -63,7 +62,7 @@ bool checkDatabaseLine(Diagnosis& diagnosis, const ConfigurationEntry& line,
                        const ModuleConfiguration& configuration) {
     if (!looksLike(line.section, kDatabaseSection)) return false;
     const auto names = [&](const char16_t* key) { return looksLike(line.key, key); };
-    if (std::ranges::none_of(kKeys, names)) return false;
+    if (std::ranges::none_of(kDatabaseKeys, names)) return false;
     const auto isRead = [&](const ConfigurationEntry& key) {
         return looksLike(line.key, key.key) &&
                CStringW(key.value).Trim(u"\"'").Trim() == bareValue(line);

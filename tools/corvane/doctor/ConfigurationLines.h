@@ -7,7 +7,7 @@
 
 // The lines of ConfigModule.ini, as far as the look at the database shares them.
 
-inline constexpr const char16_t* kDatabaseSection = u"RULE_DATABASE_MODULES";
+using corvane::configuration::kDatabaseSection;
 
 /// True for what a person takes for that name.
 inline bool looksLike(CStringW text, const char16_t* name) {

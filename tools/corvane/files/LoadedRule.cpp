@@ -6,6 +6,7 @@
 
 #include <corvane/app/StringResources.h>
 #include <corvane/config/DataFolders.h>
+#include <corvane/config/ModuleConfiguration.h>
 #include <corvane/platform/ComError.h>
 #include <corvane/rules/CConcreteFailedRule.h>
 #include <corvane/rules/CQorDataTypeConverter.h>
@@ -28,7 +29,7 @@ CStringW settingsFolder() {
 }
 
 CStringW missingFolderText() {
-    const CStringW file = settingsFolder() + u"ConfigModule.ini";
+    const CStringW file = settingsFolder() + corvane::configuration::kFile;
     CStringW text = u"no script folder: ";
     if (!std::ifstream(std::filesystem::path(file.Std()))) return text + file + u" cannot be read";
     text += file;

@@ -2,6 +2,7 @@
 #include <charconv>
 #include <limits>
 
+#include <corvane/base/Text.h>
 #include <corvane/rules/ParameterKinds.h>
 #include <corvane/rules/QORConstraintType.h>
 
@@ -14,9 +15,7 @@ namespace {
 constexpr std::string_view kBlanks = " \t\r\n";
 
 std::string_view trimmed(std::string_view text) {
-    const std::size_t from = text.find_first_not_of(kBlanks);
-    if (from == text.npos) return {};
-    return text.substr(from, text.find_last_not_of(kBlanks) - from + 1);
+    return corvane::trimmed(text, kBlanks);
 }
 
 bool isDigit(char letter) {

@@ -1,17 +1,21 @@
-#include <utility>
-
 #include "config/IniRecord.h"
 
+#include <cstddef>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+#include <corvane/base/Text.h>
+
 namespace corvane::config {
+
 namespace {
 
 constexpr std::string_view kTrimmed = " \t\n\r";
 constexpr std::string_view kCommentMarks = "#;";
 
 std::string_view trim(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kTrimmed);
-    if (first == text.npos) return {};
-    return text.substr(first, text.find_last_not_of(kTrimmed) - first + 1);
+    return trimmed(text, kTrimmed);
 }
 
 // The name in a line that is a heading.
@@ -59,6 +63,57 @@ IniRecord IniReader::readLine(std::string_view line) {
         record.Value = line.substr(sign + 1);
     }
     return record;
+}
+
+namespace {
+
+void appendBody(std::string& text, const IniRecord& record) {
+    if (record.isHeading()) {
+        text.append(1, '[').append(record.Section).append(1, ']');
+    } else {
+        text.append(record.Key).append(1, '=').append(record.Value);
+    }
+}
+
+}  // namespace
+
+void groupBySection(IniRecords& records) {
+    // The names stay where they are until every record has its group.
+    std::unordered_map<std::string_view, std::size_t> numbers;
+    std::vector<std::vector<std::size_t>> groups;
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        const auto [place, isNew] = numbers.try_emplace(records[i].Section, groups.size());
+        if (isNew) groups.emplace_back();
+        groups[place->second].push_back(i);
+    }
+    IniRecords grouped;
+    grouped.reserve(records.size());
+    for (const std::vector<std::size_t>& group : groups) {
+        for (const std::size_t i : group)
+            grouped.push_back(std::move(records[i]));
+    }
+    records = std::move(grouped);
+}
+
+std::string iniFileText(const IniRecords& records) {
+    std::string text;
+    for (const IniRecord& record : records) {
+        text.append(record.Comments).append(1, record.Commented);
+        appendBody(text, record);
+        text += '\n';
+    }
+    return text;
+}
+
+std::string iniReadableText(const IniRecords& records) {
+    std::string text;
+    for (const IniRecord& record : records) {
+        if (!text.empty()) text += '\n';
+        text += record.Comments;
+        if (record.Commented != ' ') text += record.Commented;
+        appendBody(text, record);
+    }
+    return text;
 }
 
 }  // namespace corvane::config

@@ -1,14 +1,18 @@
-#include "config/SettingsFolder.h"
+#include "config/DataFolders.h"
 
 #include <algorithm>
 
 #include <corvane/config/DataFolders.h>
+#include <corvane/config/ModuleConfiguration.h>
 
+#include "config/CIniFile.h"
 #include "system/Files.h"
 #include "system/Paths.h"
 #include "system/Process.h"
+#include "system/Unicode.h"
 
 namespace corvane::config {
+
 namespace {
 
 std::u16string dataRoot() {
@@ -31,7 +35,28 @@ std::u16string settingsFolder() {
     return folder;
 }
 
+std::optional<CStringW> scriptFolder() {
+    return scriptFolder(FrameworkUtils().GetConfigModuleFile());
+}
+
+std::optional<CStringW> scriptFolder(const CStringW& configFile) {
+    const std::string file = system::narrow(configFile);
+    const IniRecords found =
+        CIniFile().GetRecord(system::narrow(configuration::kScriptFolder),
+                             system::narrow(configuration::kScriptSection), file);
+    if (found.empty()) return std::nullopt;
+    return CStringW(system::widen(found.front().Value));
+}
+
 }  // namespace corvane::config
+
+CStringW FrameworkUtils::GetDataSettingPath() const {
+    return corvane::config::settingsFolder();
+}
+
+CStringW FrameworkUtils::GetConfigModuleFile() const {
+    return corvane::config::settingsFolder() + corvane::configuration::kFile;
+}
 
 QorLong GetDataSettingsFolderPath(char16_t* buffer, const QorLong* size) {
     const std::u16string folder = corvane::config::settingsFolder();
