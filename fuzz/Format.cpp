@@ -8,8 +8,7 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include "Fuzz.h"
-#include "text/Print.h"
-#include "text/Scan.h"
+#include "text/Numbers.h"
 
 namespace {
 

@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <atomic>
 #include <charconv>
 #include <cstddef>
+#include <memory>
 #include <new>
 #include <stdexcept>
 #include <string>
@@ -8,13 +10,61 @@
 #include <system_error>
 #include <utility>
 
+#include <corvane/dfx/ILogSink.h>
 #include <corvane/dfx/Logger.h>
 
-#include "dfx/FileLogSink.h"
+#include "system/Files.h"
 #include "system/Process.h"
+#include "system/Unicode.h"
 
 namespace dfx {
+
+ILogSink::~ILogSink() = default;
+
 namespace {
+
+// Writes messages to a file of its own, each in one write.
+class FileLogSink final : public ILogSink {
+public:
+    // Makes the file, or empties it. Others can read it meanwhile.
+    explicit FileLogSink(std::u16string_view path);
+
+    void log(const LOGLEVEL& level, const char16_t* message) override;
+
+private:
+    std::unique_ptr<corvane::system::OutputFile> file_;
+    // Once a message is lost, a later one would read as if nothing were missing.
+    std::atomic<bool> good_;
+};
+
+std::string_view prefixOf(ILogSink::LOGLEVEL level) {
+    switch (level) {
+        case ILogSink::LOGLEVEL_DEBUG:
+            return "DEBUG\t\t: ";
+        case ILogSink::LOGLEVEL_INFO:
+            return "INFO\t\t: ";
+        case ILogSink::LOGLEVEL_WARNING:
+            return "WARNING\t: ";
+        case ILogSink::LOGLEVEL_ERROR:
+            return "ERROR\t\t: ";
+        default:
+            return "NONE\t\t: ";
+    }
+}
+
+FileLogSink::FileLogSink(std::u16string_view path)
+    : file_(corvane::system::OutputFile::open(path)), good_(file_ != nullptr) {}
+
+void FileLogSink::log(const LOGLEVEL& level, const char16_t* message) {
+    if (!good_ || !message) return;
+    try {
+        std::string bytes(prefixOf(level));
+        corvane::system::appendUtf8(bytes, message);
+        if (!file_->write(bytes)) good_ = false;
+    } catch (const std::bad_alloc&) {
+        good_ = false;  // whoever logs that memory is short must not fail on the log
+    }
+}
 
 constexpr std::size_t kLongestSetting = 259;
 constexpr int kAllLevels = ILogSink::LOGLEVEL_DEBUG | ILogSink::LOGLEVEL_INFO |

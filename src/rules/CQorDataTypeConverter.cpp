@@ -6,8 +6,7 @@
 
 #include "rules/NumberText.h"
 #include "rules/ParameterElement.h"
-#include "text/Print.h"
-#include "text/Scan.h"
+#include "text/Numbers.h"
 
 using corvane::text::ScanResult;
 namespace name = corvane::rules::name;

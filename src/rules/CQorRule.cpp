@@ -10,7 +10,6 @@
 #include "app/Language.h"
 #include "rules/RuleCategory.h"
 #include "rules/RuleElement.h"
-#include "rules/StorageIndex.h"
 #include "rules/Storages.h"
 
 namespace rules = corvane::rules;

@@ -13,7 +13,6 @@
 
 #include "rules/ParameterElement.h"
 #include "rules/RuleElement.h"
-#include "rules/StorageIndex.h"
 #include "rules/Storages.h"
 #include "system/Unicode.h"
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "text/Scan.h"
+#include "text/Numbers.h"
 
 namespace corvane::rules {
 

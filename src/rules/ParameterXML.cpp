@@ -7,8 +7,7 @@
 
 #include "rules/ParameterElement.h"
 #include "rules/RuleElement.h"
-#include "text/Print.h"
-#include "text/Scan.h"
+#include "text/Numbers.h"
 #include "xml/ElementWriter.h"
 
 namespace corvane::rules {

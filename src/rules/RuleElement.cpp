@@ -10,7 +10,7 @@
 #include "rules/ParameterElement.h"
 #include "rules/Storages.h"
 #include "system/Paths.h"
-#include "text/Scan.h"
+#include "text/Numbers.h"
 #include "xml/ElementWriter.h"
 
 namespace corvane::rules {

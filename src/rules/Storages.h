@@ -78,4 +78,13 @@ inline bool meets(const CQORConstraint* constraint, const CStringW& material) {
 /// Tells the user that a rule or a constraint holds a parameter of illegal kind.
 void reportIllegalParameter();
 
+/// What findStorage gives, for long lists in near constant time: after some walks over a list its
+/// numbers are sorted, and later look-ups use them for as long as the list holds the same storages.
+/// A module may change the list as it likes; the number of a storage is set before it is looked
+/// for, and stays.
+CQorParamStorage* findIndexed(const CQorArray<CQorParamStorage*>& storages, QorLong id);
+
+/// A storage is gone: another one may be made at its address.
+void forgetStorage();
+
 }  // namespace corvane::rules

@@ -13,7 +13,7 @@
 #include "rules/ParameterElement.h"
 #include "rules/RuleElement.h"
 #include "system/Paths.h"
-#include "text/Scan.h"
+#include "text/Numbers.h"
 
 namespace corvane {
 namespace {

@@ -3,7 +3,7 @@
 #include <corvane/text/CStringW.h>
 
 #include "system/Unicode.h"
-#include "text/Scan.h"
+#include "text/Numbers.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <corvane/xml/XMLFault.h>
 
 #include "system/Unicode.h"
-#include "text/Scan.h"
+#include "text/Numbers.h"
 #include "xml/Access.h"
 #include "xml/Attributes.h"
 #include "xml/Edits.h"

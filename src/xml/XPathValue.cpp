@@ -9,7 +9,7 @@
 #include <unordered_set>
 #include <utility>
 
-#include "text/Scan.h"
+#include "text/Numbers.h"
 
 namespace corvane::xml::xpath {
 namespace {

@@ -7,7 +7,7 @@
 #include <corvane/text/CStringW.h>
 
 #include "support/Text.h"
-#include "text/Scan.h"
+#include "text/Numbers.h"
 
 namespace {
 

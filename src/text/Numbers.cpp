@@ -1,4 +1,4 @@
-#include "text/Scan.h"
+#include "text/Numbers.h"
 
 #include <algorithm>
 #include <charconv>
@@ -7,6 +7,7 @@
 #include <system_error>
 
 namespace corvane::text {
+
 namespace {
 
 std::u16string_view skipSpace(std::u16string_view text) {
@@ -94,6 +95,32 @@ ScanResult scanDouble(std::u16string_view text, double& value) {
                       std::string_view(bytes.data(), static_cast<std::size_t>(end - bytes.data())))
                 : number;
     return ScanResult::Matched;
+}
+
+namespace {
+
+template <std::size_t Size, typename... Arguments>
+std::u16string printed(Arguments... arguments) {
+    char digits[Size];
+    const auto [end, error] = std::to_chars(digits, digits + Size, arguments...);
+    return {digits, end};
+}
+
+}  // namespace
+
+std::u16string printInt32(std::int32_t value) {
+    return printed<std::numeric_limits<std::int32_t>::digits10 + 2>(value);
+}
+
+std::u16string printUInt32(std::uint32_t value) {
+    return printed<std::numeric_limits<std::uint32_t>::digits10 + 1>(value);
+}
+
+std::u16string printDouble(double value) {
+    constexpr int kPlaces = 6;
+    constexpr int kOthers = 3;  // sign, point, and the digit that digits10 leaves out
+    return printed<std::numeric_limits<double>::max_exponent10 + kPlaces + kOthers>(
+        value, std::chars_format::fixed, kPlaces);
 }
 
 }  // namespace corvane::text

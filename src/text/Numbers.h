@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace corvane::text {
@@ -24,5 +25,11 @@ ScanResult scanInt32(std::u16string_view text, std::int32_t& value);
 /// infinity, too small a one 0. "e" alone marks an exponent: the "d" that old run times take too
 /// ends the number here, as does "#", so that "1.#INF" is 1.
 ScanResult scanDouble(std::u16string_view text, double& value);
+
+// Numbers as the system's files hold them, the same in every locale.
+
+std::u16string printInt32(std::int32_t value);    ///< As "%d" does.
+std::u16string printUInt32(std::uint32_t value);  ///< As "%u" does.
+std::u16string printDouble(double value);         ///< As "%f" does.
 
 }  // namespace corvane::text

@@ -1,8 +1,11 @@
 #include <utility>
 
+#include <corvane/dfx/IContextFactory.h>
+#include <corvane/dfx/ICriteriaFactory.h>
 #include <corvane/dfx/IDocument.h>
+#include <corvane/dfx/IOperatorFactory.h>
 
-#include "dfx/HandleSet.h"
+#include "dfx/Sets.h"
 
 namespace dfx {
 
@@ -54,6 +57,21 @@ void IDocument::setSchema(const short&, std::shared_ptr<ISchema> schema) {
 
 void IDocument::clear() {
     Schemas().swap(schemas_);
+}
+
+IOperator::~IOperator() = default;
+IOperatorFactory::~IOperatorFactory() = default;
+IContextFactory::~IContextFactory() = default;
+ICriteriaFactory::~ICriteriaFactory() = default;
+
+std::shared_ptr<IResult> IOperator::execute(std::shared_ptr<IParameters>,
+                                            std::shared_ptr<IResult>) {
+    return nullptr;
+}
+
+std::shared_ptr<IOperator> IOperatorFactory::create(std::shared_ptr<IParameters>,
+                                                    std::shared_ptr<IDocument>) {
+    return nullptr;
 }
 
 }  // namespace dfx
