@@ -35,22 +35,23 @@ function(corvane_package component name summary description)
     set(CPACK_DEBIAN_${upper}_PACKAGE_DEPENDS "${ARGN}" PARENT_SCOPE)
 endfunction()
 
-set(same "(= ${PROJECT_VERSION})")
+# Of the same version, whatever the release of its package is.
+set(same_runtime "corvane-runtime (>= ${PROJECT_VERSION}), corvane-runtime (<< ${PROJECT_VERSION}.1~)")
 corvane_package(runtime corvane-runtime "library, language modules and companion modules"
     " What programs need that run rules: the library, its texts, the script host and the drivers of the rule database.")
 corvane_package(development corvane-dev "headers and build files"
     " What it takes to build rule modules, engines and hosts, with a CMake package and a file of pkg-config."
-    "corvane-runtime ${same}, libc6-dev, g++ | clang")
+    "${same_runtime}, libc6-dev, g++ | clang")
 corvane_package(tools corvane "command line and examples"
     " Checks parts against rules, lints rules, looks at an installation and writes skeletons of rules and engines."
-    "corvane-runtime ${same}")
+    "${same_runtime}")
 corvane_package(part corvane-part "CAD parts, with their engine and rules"
-    " Reads STEP, IGES, BREP and STL for rules." "corvane-runtime ${same}")
+    " Reads STEP, IGES, BREP and STL for rules." "${same_runtime}")
 corvane_package(docs corvane-doc "pages" " The pages of authors of rules and of site engineers.")
 set(CPACK_DEBIAN_DOCS_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_DOCS_PACKAGE_SECTION doc)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "corvane-part ${same}")
+set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS corvane-part)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "cmake, liblua5.4-dev, corvane-doc")
 
 # The loader's list of libraries is renewed when the folder of the library comes or goes.

@@ -14,6 +14,7 @@ function(link component target link)
 endfunction()
 
 link(tools bin/corvane /usr/bin/corvane)
+link(docs share/doc/corvane /usr/share/doc/corvane-doc)
 link(tools share/bash-completion/completions/corvane /usr/share/bash-completion/completions/corvane)
 link(tools share/zsh/site-functions/_corvane /usr/share/zsh/vendor-completions/_corvane)
 file(GLOB pages RELATIVE ${CPACK_TEMPORARY_DIRECTORY}/tools${prefix} ${CPACK_TEMPORARY_DIRECTORY}/tools${prefix}/share/man/man1/*)

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <initializer_list>
 
+#include <corvane/base/Version.h>
 #include <corvane/rules/CQORConstraint.h>
 #include <corvane/rules/CQorParamStorage.h>
 #include <corvane/rules/CQorParameter.h>
@@ -13,11 +14,11 @@
 namespace corvane {
 
 /// The interface between hosts, library and rule modules: its version and the sizes of what they
-/// share, as one number. The version rises when an order of fields or of virtual operations or a
-/// meaning changes; the sizes tell builds with another standard library or other settings apart.
+/// share, as one number. The version is that of the library's name, which rises when an order of
+/// fields or of virtual operations or a meaning changes; the sizes tell builds with another
+/// standard library or other settings apart.
 inline constexpr std::uint64_t kRuleInterface = [] {
-    constexpr std::uint64_t kVersion = 1;
-    std::uint64_t number = kVersion;
+    std::uint64_t number = kInterfaceVersion;
     for (const std::size_t size :
          {sizeof(CQorRule), sizeof(CQorParameter<double>), sizeof(CQorParameter<CStringW*>),
           sizeof(CQorParamStorage), sizeof(CQORConstraint), sizeof(ModuleRule), sizeof(CStringW)})
