@@ -1,4 +1,6 @@
 #include <CLI/CLI.hpp>
+#include <array>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -16,12 +18,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// In the usual groups. In memory the first three of them begin with their least byte.
 CStringW guidText(const Guid& guid) {
-    CStringW text;
-    text.Format(u"{%08X-%04X-%04X-%02X%02X-", guid.data1, guid.data2, guid.data3, guid.data4[0],
-                guid.data4[1]);
-    for (std::size_t i = 2; i < guid.data4.size(); ++i)
-        text.AppendFormat(u"%02X", guid.data4[i]);
+    std::array<unsigned char, sizeof(Guid)> bytes{};
+    std::memcpy(bytes.data(), &guid, bytes.size());
+    CStringW text = u"{";
+    for (const int i : {3, 2, 1, 0, -1, 5, 4, -1, 7, 6, -1, 8, 9, -1, 10, 11, 12, 13, 14, 15}) {
+        if (i < 0)
+            text += u"-";
+        else
+            text.AppendFormat(u"%02X", static_cast<unsigned>(bytes[static_cast<std::size_t>(i)]));
+    }
     return text + u"}";
 }
 
