@@ -76,3 +76,8 @@ run(0 ${CMAKE_COMMAND} -E env PKG_CONFIG_PATH=${work}/moved/lib/pkgconfig pkg-co
 separate_arguments(flags UNIX_COMMAND "${output}")
 run(0 ${COMPILER} ${FLAGS} ${work}/new/my_host/my_host.cpp -o ${work}/plain ${flags})
 run(2 ${work}/plain)
+
+# The rules that ship.
+if(EXISTS ${work}/moved/share/corvane/rules)
+    run(0 ${env} HOME=${work}/home corvane check ${work}/moved/examples/parts/bracket.stl --process milling)
+endif()
