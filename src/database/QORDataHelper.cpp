@@ -1,3 +1,5 @@
+#include <cxxabi.h>
+
 #include <corvane/config/ModuleConfiguration.h>
 #include <corvane/database/IDatabaseCollector.h>
 #include <corvane/database/MSSQLConnectorData.h>
@@ -148,6 +150,9 @@ void QORDataHelper::createCollector(const IConnectorData& connector) {
     IDatabaseCollector* made = m_pCollector;
     try {
         create(&connector, &made);
+    } catch (const abi::__forced_unwind&) {
+        // The thread is cancelled, which nothing may stop.
+        throw;
     } catch (...) {
         return;
     }

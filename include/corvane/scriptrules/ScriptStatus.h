@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include <corvane/base/Types.h>
+#include <corvane/platform/Unknown.h>
 
 // What the script host of this system answers. Another host behind IScriptProcessor may answer
 // otherwise.
@@ -13,8 +14,8 @@ namespace corvane {
 /// status is a failure.
 enum EngineStatus : std::int32_t {
     kEngineKnown = 1,                                             ///< It was there already.
-    kEngineNameBad = static_cast<std::int32_t>(0x80070057),       ///< The stem is no Lua name.
-    kEngineMissing = static_cast<std::int32_t>(0x8007007E),       ///< Neither NAME.lua nor module.
+    kEngineNameBad = kErrorInvalidArgument,                       ///< The stem is no Lua name.
+    kEngineMissing = kErrorModuleNotFound,                        ///< Neither NAME.lua nor module.
     kEngineBroken = static_cast<std::int32_t>(0x800700C1),        ///< The module will not load.
     kEngineWithoutEntry = static_cast<std::int32_t>(0x8007007F),  ///< No function luaopen_NAME.
     kEngineNameTaken = static_cast<std::int32_t>(0x800700B7),     ///< Another global has the name.
