@@ -17,6 +17,8 @@ target_compile_options(corvane_compile INTERFACE $<$<CXX_COMPILER_ID:GNU>:-fno-g
 if(CORVANE_SANITIZE)
     target_compile_options(corvane_compile INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
+    # The checks that GCC adds hide from it that a value of the standard library is set.
+    target_compile_options(corvane_compile INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     target_link_options(corvane_compile INTERFACE -fsanitize=address,undefined)
 endif()
 

@@ -117,6 +117,69 @@ TEST_F(Lint, TellsWhatIsWrongWithAScriptInTheScript) {
     }
 }
 
+TEST_F(Lint, TellsATypeLibraryThatIsNone) {
+    std::string registry = CommandLine::exampleRegistry("user.reg");
+    const std::string name = "mesh.tlb";
+    const std::size_t end = registry.find(name) + name.size();
+    ASSERT_GT(end, name.size());
+    const std::size_t from = registry.rfind('"', end - 1) + 1;
+    corvane.folder.write("mesh.tlb", "no type library");
+    registry.replace(from, end - from, corvane.folder.path("mesh.tlb"));
+    corvane.folder.write("registry/user.reg", registry);
+    const Json problems = problemsOf(ruleFile("<Rule Name='Wall' Severity='1'/>"));
+    ASSERT_EQ(problems.size(), 1U) << problems.dump(1);
+    EXPECT_EQ(problems.at(0).at("code"), "L507");
+    EXPECT_TRUE(problems.at(0).at("file").get<std::string>().ends_with("UserDefinedFile.xml"));
+}
+
+TEST_F(Lint, SaysOnceThatNoScriptCanRun) {
+    const std::string rules = ruleFile(scriptRule("A", "wall.lua") + scriptRule("B", "wall.lua"));
+    corvane.folder.write("registry/machine.reg", "REGEDIT4\n");
+    corvane.folder.write("scripts/wall.lua", "return true\n");
+    const Json withoutHost = problemsOf(rules, {"--off", "L506"});
+    ASSERT_EQ(withoutHost.size(), 1U) << withoutHost.dump(1);
+    EXPECT_EQ(withoutHost.at(0).at("message"), "no script host is installed");
+    corvane.folder.write("data/Settings/ConfigModule.ini", "");
+    const Json withoutFolder = problemsOf(rules);
+    ASSERT_EQ(withoutFolder.size(), 1U) << withoutFolder.dump(1);
+    EXPECT_EQ(withoutFolder.at(0).at("code"), "L602");
+}
+
+TEST_F(Lint, LeavesAloneWhatAnEntityHolds) {
+    const std::string head =
+        "<!DOCTYPE r [<!ENTITY n 'Wall'><!ENTITY v '1'>"
+        "<!ENTITY r \"<Rule Name='Wall' Severity='1'/>\">]>";
+    for (const char* rules :
+         {"<r>&r;</r>", "<r><Rule Name='&n;' Severity='&v;'/></r>",
+          "<r><Rule Name='Wall'><Parameter Type='&v;'><Operator>&v;</Operator>&v;"
+          "<Value>1</Value></Parameter></Rule></r>"})
+        EXPECT_EQ(problemsOf(head + rules), Json::array()) << rules;
+}
+
+TEST_F(Lint, KnowsTheEncodingsOfTheReader) {
+    corvane.folder.write("scripts/UserDefinedFile.xml",
+                         ruleFile(scriptRule("W\xC3\xA4nde \xE2\x82\xAC", "wall.lua")));
+    corvane.folder.write("scripts/wall.lua", "return true\n");
+    EXPECT_EQ(problemsOf("<?xml version='1.0' encoding='windows-1252'?>"
+                         "<r><Rule Name='W\xE4nde \x80' Severity='1'/></r>"),
+              Json::array());
+}
+
+TEST_F(Lint, DocumentsEachCodeInItsPage) {
+    const ProcessResult result = corvane("lint", {"--format", "sarif"});
+    const Json sarif = Json::parse(result.out, nullptr, false);
+    ASSERT_TRUE(sarif.is_object()) << result.out << result.err;
+    std::string table;
+    for (const Json& rule : sarif.at("runs").at(0).at("tool").at("driver").at("rules"))
+        table += "| `" + rule.at("id").get<std::string>() + "` " +
+                 rule.at("name").get<std::string>() + " | " +
+                 rule.at("defaultConfiguration").at("level").get<std::string>() + " | " +
+                 rule.at("shortDescription").at("text").get<std::string>() + " | " +
+                 rule.at("help").at("text").get<std::string>() + " |\n";
+    const std::string page = TemporaryFolder::readFile(CORVANE_TEST_DATA "/../docs/lint.md");
+    EXPECT_NE(page.find("|---|---|---|---|\n" + table), std::string::npos) << table;
+}
+
 TEST_F(Lint, LooksAtTheIndexAndTheSettingsWithoutAFile) {
     const EnvironmentScope limit("CORVANE_SCRIPT_MAX_SECONDS", "ten");
     corvane.folder.write("scripts/UserDefinedFile.xml",

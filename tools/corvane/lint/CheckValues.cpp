@@ -117,7 +117,7 @@ public:
             ++count;
             checkValue(child, kind, byAttributes);
         }
-        if (op == QorOperator_Grouped && count % 2 != 0 && count % 3 != 0)
+        if (op == QorOperator_Grouped && parameter_.isTextKnown && count % 2 != 0 && count % 3 != 0)
             report_.add(kDroppedGroup, parameter_.place,
                         what() + " has operator 1 and " + std::to_string(count) +
                             (count == 1 ? " value" : " values") + ", neither pairs nor triples");
@@ -159,7 +159,7 @@ private:
     /// A script's parameter without Operator gets the operator that is saved; a compiled rule's
     /// gets 0.
     void checkSaving(std::optional<std::int64_t> op) {
-        const bool isMissing = !parameter_.child("Operator");
+        const bool isMissing = !parameter_.child("Operator") && parameter_.isTextKnown;
         if (isMissing && known_.kind != RuleKnowledge::Kind::Compiled) return;
         if (isMissing || op == QorOperator_NotSaved || op == QorOperator_Hidden)
             report_.add(kNotSaved, parameter_.place,
@@ -295,7 +295,7 @@ std::optional<std::int64_t> checkInteger(const std::string& text, Place place,
 void checkValues(const Element& rule, const RuleKnowledge& known, const Vocabulary& words,
                  Report& report) {
     const Attribute* name = rule.attribute("Name");
-    if (!name || name->value.empty())
+    if (!name || (name->value.empty() && name->isKnown))
         report.add(kNoName, name ? name->valuePlace : rule.place, "the rule has no name");
     checkSeverity(rule, words, report);
     for (const char* number : {"Status", "LifeStatus"})

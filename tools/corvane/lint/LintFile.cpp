@@ -54,6 +54,12 @@ Place placeOf(const Element& element, std::string_view name) {
     return attribute ? attribute->valuePlace : element.place;
 }
 
+/// False for an attribute that an entity of the document is part of.
+bool isKnown(const Element& element, std::string_view name) {
+    const Attribute* attribute = element.attribute(name);
+    return !attribute || attribute->isKnown;
+}
+
 std::string lower(const std::string& text) {
     return narrow(wide(text).MakeLower());
 }
@@ -146,13 +152,16 @@ void Linter::checkRules(const std::string& path, const Element& root, Report& re
     std::error_code status;
     const bool isIndex = ownIndex && fs::equivalent(path, ownIndex->path, status);
     checkRepetition(root, isIndex, report);
+    // The file has changed since, or an entity holds rules, which have no place of their own.
+    if (std::ranges::count(root.children, "Rule", &Element::name) != std::ssize(file->own()))
+        return;
     std::size_t count = 0;
     for (const Element& rule : root.children) {
         if (rule.name != "Rule") continue;
-        if (count == file->own().size()) return;  // It has changed since.
         const QorLong at = file->own()[count++];
         QorXMLNode& node = file->element(at);
-        const RuleKnowledge knowledge = learn(rule, node, report);
+        if (!isKnown(rule, "Name") || !isKnown(rule, "File")) continue;
+        const RuleKnowledge knowledge = learn(rule, report);
         checkValues(rule, knowledge, words_, report);
         if (knowledge.kind != RuleKnowledge::Kind::Script) continue;
         const CStringW folder = file->scriptFolder(at);
@@ -186,7 +195,7 @@ void Linter::checkRepetition(const Element& root, bool isIndex, Report& report) 
     std::map<std::string, const Element*> names;
     for (const Element& rule : root.children) {
         const std::string name = valueOf(rule, "Name");
-        if (rule.name != "Rule" || name.empty()) continue;
+        if (rule.name != "Rule" || name.empty() || !isKnown(rule, "Name")) continue;
         const auto [first, isNew] = names.try_emplace(lower(name), &rule);
         if (!isNew)
             report.add(isIndex ? kRepeatedEntry : kRepeatedRule, placeOf(rule, "Name"),
@@ -195,7 +204,7 @@ void Linter::checkRepetition(const Element& root, bool isIndex, Report& report) 
     }
 }
 
-RuleKnowledge Linter::learn(const Element& rule, QorXMLNode&, Report& report) {
+RuleKnowledge Linter::learn(const Element& rule, Report& report) {
     RuleKnowledge knowledge;
     const CStringW file = wide(valueOf(rule, "File"));
     if (!RuleModules::isModuleName(file)) {
@@ -213,12 +222,18 @@ RuleKnowledge Linter::learn(const Element& rule, QorXMLNode&, Report& report) {
     return knowledge;
 }
 
+void Linter::sayIfNoScriptCanRun(const Index* known, const Element& rule, Report& report) {
+    if ((known && host_) || saidNoScripts_) return;
+    saidNoScripts_ = true;
+    report.add(kNoScriptFolder, rule.place,
+               known ? "no script host is installed" : "no script folder is configured",
+               known ? "Install the script host, or register it anew." : "");
+}
+
 void Linter::checkScript(const Definition& definition, const Index* known, QorXMLNode& node,
                          Report& report) {
-    if (!known) {
-        report.add(kNoScriptFolder, definition.rule->place, "no script folder is configured");
-        return;
-    }
+    sayIfNoScriptCanRun(known, *definition.rule, report);
+    if (!known) return;
     const std::string script = valueOf(*definition.element, "File");
     const Place place = placeOf(*definition.element, "File");
     const std::string name = valueOf(*definition.rule, "Name");
@@ -290,7 +305,8 @@ std::set<std::string> Linter::checkEngines(const Definition& definition, Report&
     const Element* engines = definition.element->child("Engines");
     if (!engines) return names;
     for (const Element& engine : engines->children) {
-        if (engine.name != "Engine") continue;
+        if (engine.name != "Engine" || !isKnown(engine, "GUID") || !isKnown(engine, "LCID"))
+            continue;
         const std::string guid = valueOf(engine, "GUID");
         CStringW path;
         TypeLibDetails library{CStringW()};

@@ -50,7 +50,9 @@ private:
     /// What a rule file takes from others; nothing when it cannot, which is reported.
     std::unique_ptr<RuleFile> resolve(const std::string& path, const Element& root, Report& report);
     void checkRepetition(const Element& root, bool isIndex, Report& report);
-    RuleKnowledge learn(const Element& rule, QorXMLNode& node, Report& report);
+    RuleKnowledge learn(const Element& rule, Report& report);
+    /// What keeps scripts from running is said once for all rules.
+    void sayIfNoScriptCanRun(const Index* known, const Element& rule, Report& report);
     void checkScript(const Definition& definition, const Index* known, QorXMLNode& node,
                      Report& report);
     void checkScriptText(const std::string& path, const Definition& definition,
@@ -64,6 +66,7 @@ private:
     Vocabulary words_;
     corvane::LoadedModule host_;
     std::map<std::string, std::optional<Index>> indexes_;
+    bool saidNoScripts_ = false;
     std::set<std::string> checkedScripts_;  ///< With their engines: what was said once is enough.
 };
 

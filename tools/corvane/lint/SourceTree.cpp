@@ -40,6 +40,35 @@ std::string fromUtf16(std::string_view bytes, bool bigEndian) {
     return text;
 }
 
+/// The encoding of an XML declaration in capitals; "" if there is none.
+std::string declaredEncoding(std::string_view text) {
+    if (!text.starts_with("<?xml")) return {};
+    text = text.substr(0, text.find("?>"));
+    std::size_t at = text.find("encoding");
+    if (at == text.npos) return {};
+    at = text.find_first_of("\"'", at);
+    if (at == text.npos) return {};
+    std::string name(text.substr(at + 1, text.find(text[at], at + 1) - at - 1));
+    for (char& letter : name)
+        if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 32);
+    return name;
+}
+
+/// From one of the encodings of a byte a letter. https://encoding.spec.whatwg.org/#windows-1252
+std::string fromBytes(std::string_view bytes, bool isWindows) {
+    constexpr std::uint16_t kWindows[32] = {
+        0x20AC, 0xFFFD, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+        0x2039, 0x0152, 0xFFFD, 0x017D, 0xFFFD, 0xFFFD, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+        0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0xFFFD, 0x017E, 0x0178};
+    std::string text;
+    for (const char letter : bytes) {
+        const auto byte = static_cast<unsigned char>(letter);
+        const bool isMapped = isWindows && byte >= 0x80 && byte < 0xA0;
+        appendUtf8(text, isMapped ? kWindows[byte - 0x80] : byte);
+    }
+    return text;
+}
+
 /// Walks over the text once.
 class Scanner {
 public:
@@ -239,7 +268,10 @@ std::string utf8Of(std::string_view bytes) {
 }
 
 Element readSource(std::string_view bytes) {
-    const std::string text = utf8Of(bytes);
+    std::string text = utf8Of(bytes);
+    const std::string encoding = declaredEncoding(text);
+    if (encoding == "ISO-8859-1" || encoding == "WINDOWS-1252")
+        text = fromBytes(text, encoding == "WINDOWS-1252");
     Element top = Scanner(text).read();
     return top.children.empty() ? Element{} : std::move(top.children.front());
 }

@@ -41,7 +41,10 @@ inline constexpr std::size_t kDeepest = 64;
 
 /// The elements of an XML text with the place of each piece, which no parser gives for attributes.
 /// The text is one that the library has loaded, so it is well-formed; of any other text the result
-/// is a part of its elements. Texts are UTF-8; one that is UTF-16, with its mark, is converted.
+/// is a part of its elements. Texts are UTF-8; what
+/// its mark or its declaration calls UTF-16, ISO-8859-1 or windows-1252 is converted. What an
+/// entity of the document holds is not looked into: the element or attribute is marked as not
+/// known.
 Element readSource(std::string_view bytes);
 
 /// UTF-8 for bytes that are UTF-8 or, with a mark, UTF-16.
