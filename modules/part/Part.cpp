@@ -5,6 +5,7 @@
 #include "Recent.h"
 #include "SmallestBox.h"
 #include "Vec.h"
+#include "features/Holes.h"
 #include "reading/Reading.h"
 #include "walls/Draft.h"
 #include "walls/Thickness.h"
@@ -29,6 +30,11 @@ struct Part::State {
         return skin
             .get([&] { return std::make_unique<const walls::Skin>(source.model, part.mesh()); })
             .get();
+    }
+
+    Lazy<features::Holes> holes;
+    const features::Holes& foundHoles(const Part& part) {
+        return holes.get([&] { return features::findHoles(part.model(), part.mesh()); });
     }
 };
 
@@ -155,6 +161,14 @@ std::vector<Overhang> Part::overhangs(const Vector& up, double limitAngle) const
     if (!skin || !isUnit(way)) return {};
     return state_->overhangs.get({way.x, way.y, way.z, limitAngle},
                                  [&] { return walls::findOverhangs(*skin, way, limitAngle); });
+}
+
+const std::vector<Hole>& Part::holes() const {
+    return state_->foundHoles(*this).holes;
+}
+
+const std::vector<HolePattern>& Part::holePatterns() const {
+    return state_->foundHoles(*this).patterns;
 }
 
 }  // namespace corvane::part

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "corvane/part/Features.h"
 #include "corvane/part/Model.h"
 #include "corvane/part/Walls.h"
 
@@ -91,6 +92,11 @@ public:
     /// point: faces less than `limitAngle` degrees from the horizontal, above 0 to 90, that look
     /// down. The largest first.
     [[nodiscard]] std::vector<Overhang> overhangs(const Vector& up, double limitAngle) const;
+
+    /// The holes of all solids. All operations from here on leave out what a damaged shape does not
+    /// tell clearly.
+    [[nodiscard]] const std::vector<Hole>& holes() const;
+    [[nodiscard]] const std::vector<HolePattern>& holePatterns() const;
 
 private:
     struct State;

@@ -165,27 +165,11 @@ std::optional<Surface> fitCone(const std::vector<Sample>& samples) {
                    degrees(slope)};
 }
 
-double deviation(const Surface& s, const Vector& point) {
-    switch (s.kind) {
-        case SurfaceKind::Plane:
-            return std::abs(dot(point - s.origin, s.axis));
-        case SurfaceKind::Cylinder:
-            return std::abs(distanceToLine(point, s.origin, s.axis) - s.radius);
-        case SurfaceKind::Sphere:
-            return std::abs(distance(point, s.origin) - s.radius);
-        default:
-            break;
-    }
-    const double half = radians(s.halfAngle);
-    const double radius = s.radius + dot(point - s.origin, s.axis) * std::tan(half);
-    return std::abs(distanceToLine(point, s.origin, s.axis) - radius) * std::cos(half);
-}
-
 bool holds(const Surface& surface, const std::vector<Sample>& samples, double tolerance,
            double slack) {
     const bool concave = isConcave(surface, samples.front());
     for (const Sample& sample : samples) {
-        if (!(deviation(surface, sample.point) <= tolerance)) return false;
+        if (!(std::abs(signedDistance(surface, sample.point)) <= tolerance)) return false;
         Vector out = outwardOf(surface, sample.point);
         if (surface.kind != SurfaceKind::Plane && concave) out = -out;
         if (!(angleBetween(out, sample.normal) <= slack)) return false;
@@ -216,6 +200,28 @@ Vector outwardOf(const Surface& s, const Vector& point) {
             break;
     }
     return {};
+}
+
+double signedDistance(const Surface& s, const Vector& point) {
+    const double along = dot(point - s.origin, s.axis);
+    const double out = distanceToLine(point, s.origin, s.axis);
+    switch (s.kind) {
+        case SurfaceKind::Plane:
+            return along;
+        case SurfaceKind::Cylinder:
+            return out - s.radius;
+        case SurfaceKind::Sphere:
+            return distance(point, s.origin) - s.radius;
+        case SurfaceKind::Cone: {
+            const double half = radians(s.halfAngle);
+            return (out - s.radius - along * std::tan(half)) * std::cos(half);
+        }
+        case SurfaceKind::Torus:
+            return std::hypot(out - s.radius, along) - s.minorRadius;
+        case SurfaceKind::Other:
+            break;
+    }
+    return 0.0;
 }
 
 bool isConcave(const Surface& surface, const Sample& sample) {

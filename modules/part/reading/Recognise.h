@@ -23,4 +23,8 @@ bool isConcave(const Surface& surface, const Sample& sample);
 /// for Other.
 Vector outwardOf(const Surface& surface, const Vector& point);
 
+/// Millimetres from an elementary surface to a point, positive on the side of outwardOf(); 0 for
+/// Other.
+double signedDistance(const Surface& surface, const Vector& point);
+
 }  // namespace corvane::part::reading

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "corvane/part/Model.h"
+
+/// What a shop sees in a part: its holes and their patterns. Plain values; lengths in millimetres,
+/// angles in degrees, faces and edges by their numbers in the model. What does not apply is 0; a
+/// distance to something that is not there is `kNone`.
+///
+/// Sizes of exact shapes come from their surfaces and curves and are as exact as these. Distances
+/// to faces are exact for flat faces and parallel cylinders, else within the tolerance of
+/// Part::mesh(). Features are numbered from 1 in the order of their first faces, so that the same
+/// file gives the same numbers, and a moved or mirrored part too.
+namespace corvane::part {
+
+inline constexpr double kNone = 1e300;
+
+/// How a hole ends. `Other` is a bottom that is neither square, a cone nor a sphere.
+enum class HoleBottom { Through, Flat, Conical, Round, Other };
+
+/// One step of a hole around its axis.
+struct HoleSection {
+    enum class Kind { Cylinder, Cone, Sphere, Rounding };
+    Kind kind = Kind::Cylinder;
+    double start = 0.0;          ///< below the mouth
+    double length = 0.0;         ///< along the axis
+    double startDiameter = 0.0;  ///< at its upper end
+    double endDiameter = 0.0;    ///< at its lower end; 0 at a tip
+    double angle = 0.0;          ///< Cone: the whole angle
+    double turn = 360.0;         ///< degrees that it goes around the axis
+    std::vector<int> faces;
+};
+
+/// A round hole: faces around one axis with the material outside, which together go around it by
+/// more than half. Coaxial steps that join, such as a counterbore, are one hole; so are the pieces
+/// of a bore that a cross bore separates, as long as they hold more material than air. A bore
+/// through several walls is one hole for each wall. Ends of slots, corners of pockets and closed
+/// voids are no holes; neither is a conical pit wider than 60 degrees.
+struct Hole {
+    int number = 0;  ///< from 1
+    int solid = 0;   ///< number of its solid; 0 in an open shape
+    Vector entry;    ///< centre of the mouth, at its outermost end
+    Vector axis;     ///< unit, into the material
+    double diameter =
+        0.0;             ///< of the main bore, the narrowest section; of a taper at its narrow end
+    double depth = 0.0;  ///< from the mouth to the end of the full diameter, tip excluded
+    double boreDepth = 0.0;  ///< of the main bore alone, without counterbore and countersink
+    HoleBottom bottom = HoleBottom::Through;
+    double bottomAngle = 0.0;   ///< Conical: the whole angle at the tip
+    double bottomRadius = 0.0;  ///< Round: of the sphere; Flat: of the rounding along the wall
+    double counterboreDiameter = 0.0, counterboreDepth = 0.0;  ///< of the outermost one
+    double countersinkDiameter = 0.0, countersinkAngle = 0.0;  ///< at its wide end; whole angle
+    double taperAngle = 0.0;  ///< whole angle of a conical main bore
+    bool squareEntry = true;  ///< the face around the mouth is flat and at right angles to the axis
+    bool squareExit = true;   ///< the same of a through hole's other end; true for other holes
+    double entryAngle = 0.0;  ///< between the axis and the normal of the entry face at the axis
+    double turn = 360.0;      ///< of the main bore: below 360 where a side or keyway opens it
+    int entryFace = 0;        ///< the face that holds most of the mouth's outermost border
+    double edgeDistance =
+        kNone;  ///< from the mouth's wall to the nearest outer border of the entry face
+    double wallDistance = kNone;  ///< least material around the wall, at right angles to the axis,
+                                  ///< and below a blind bottom; the faces that it opens into apart
+    double holeDistance = kNone;  ///< least material to the nearest hole that does not cross it
+    int nearestHole = 0;          ///< that hole
+    double freeLength = kNone;    ///< how far a tool as wide as the mouth can move back from the
+                                  ///< mouth until it meets the part; kNone: for ever
+    int pattern = 0;              ///< number of its pattern; 0 if no other hole equals it
+    std::vector<int> aligned;     ///< other holes of the same diameter on the same axis
+    std::string tapDrillFor;  ///< coarse thread whose tap drill has this diameter, such as "M6":
+                              ///< a hint, as a shape does not tell what is tapped
+    std::vector<HoleSection> sections;  ///< from the mouth down; a groove lies within another one
+    std::vector<int> faces;             ///< of the whole hole, in rising order
+};
+
+enum class PatternKind { Row, Circle, Grid, Group };
+
+/// Two or more equal holes with their mouths on one level and parallel axes. Holes of a Row lie on
+/// one line, of a Circle on one circle at equal steps (which need not close), of a Grid on a
+/// rectangle's lattice; all others are a Group. A square of four is a Circle if a round face of the
+/// part has the middle axis, else a Grid.
+struct HolePattern {
+    int number = 0;  ///< from 1
+    PatternKind kind = PatternKind::Group;
+    double diameter = 0.0;        ///< of its holes
+    double pitch = 0.0;           ///< between the axes of neighbours; of a Grid the smaller one
+    double secondPitch = 0.0;     ///< Grid: across the first one
+    double circleDiameter = 0.0;  ///< Circle: through the axes
+    std::vector<int> holes;       ///< numbers, rising
+};
+
+}  // namespace corvane::part

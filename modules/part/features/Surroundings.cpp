@@ -1,0 +1,205 @@
+#include "Surroundings.h"
+
+#include <array>
+#include <cmath>
+
+#include "corvane/part/Features.h"
+
+namespace corvane::part::features {
+namespace {
+
+std::vector<Box> boxesOf(const Mesh& mesh) {
+    std::vector<Box> boxes(mesh.triangles.size());
+    for (std::size_t i = 0; i < boxes.size(); ++i)
+        for (const std::uint32_t vertex : mesh.triangles[i])
+            add(boxes[i], mesh.vertices[vertex]);
+    return boxes;
+}
+
+/// A point by its place along an axis and across it.
+struct Local {
+    double along, u, v;
+};
+Local operator+(const Local& a, const Local& b) {
+    return {a.along + b.along, a.u + b.u, a.v + b.v};
+}
+Local operator*(const Local& a, double factor) {
+    return {a.along * factor, a.u * factor, a.v * factor};
+}
+double out(const Local& p) {
+    return std::hypot(p.u, p.v);
+}
+
+using Polygon = std::vector<Local>;
+
+/// The part of the polygon above (`sign` 1) or below (-1) a place along the axis.
+Polygon clipped(const Polygon& polygon, double at, double sign) {
+    Polygon kept;
+    for (std::size_t i = 0; i < polygon.size(); ++i) {
+        const Local &p = polygon[i], &q = polygon[(i + 1) % polygon.size()];
+        const double a = (p.along - at) * sign, b = (q.along - at) * sign;
+        if (a >= 0.0) kept.push_back(p);
+        if ((a > 0.0 && b < 0.0) || (a < 0.0 && b > 0.0)) {
+            const double t = a / (a - b);
+            kept.push_back(p * (1.0 - t) + q * t);
+        }
+    }
+    return kept;
+}
+
+/// Where the line from p to q is nearest to the axis, as a share of the way.
+double nearestShare(const Local& p, const Local& q) {
+    const double du = q.u - p.u, dv = q.v - p.v, square = du * du + dv * dv;
+    return square > 0.0 ? std::clamp(-(p.u * du + p.v * dv) / square, 0.0, 1.0) : 0.0;
+}
+
+bool holdsAxis(const Polygon& polygon) {
+    bool left = true, right = true;
+    for (std::size_t i = 0; i < polygon.size(); ++i) {
+        const Local &p = polygon[i], &q = polygon[(i + 1) % polygon.size()];
+        const double side = p.u * q.v - p.v * q.u;
+        left = left && side >= 0.0;
+        right = right && side <= 0.0;
+    }
+    return left != right;
+}
+
+double leastOut(const Polygon& polygon) {
+    if (polygon.empty()) return kNone;
+    if (holdsAxis(polygon)) return 0.0;
+    double least = kNone;
+    for (std::size_t i = 0; i < polygon.size(); ++i) {
+        const Local &p = polygon[i], &q = polygon[(i + 1) % polygon.size()];
+        const double t = nearestShare(p, q);
+        least = std::min(least, out(p * (1.0 - t) + q * t));
+    }
+    return least;
+}
+
+/// The lowest place of a flat polygon within a distance of the axis: in its own middle or slope,
+/// on its border, or where its border or itself crosses the circle.
+double lowestWithin(const Polygon& polygon, const Local& normal, double radius) {
+    double lowest = kNone;
+    for (std::size_t i = 0; i < polygon.size(); ++i) {
+        const Local &p = polygon[i], &q = polygon[(i + 1) % polygon.size()];
+        if (out(p) <= radius) lowest = std::min(lowest, p.along);
+        const Local step = q + p * -1.0;
+        const double a = step.u * step.u + step.v * step.v, b = p.u * step.u + p.v * step.v;
+        const double root = b * b - a * (p.u * p.u + p.v * p.v - radius * radius);
+        if (!(a > 0.0) || root < 0.0) continue;
+        for (const double sign : {-1.0, 1.0}) {
+            const double t = (-b + sign * std::sqrt(root)) / a;
+            if (t >= 0.0 && t <= 1.0) lowest = std::min(lowest, p.along + step.along * t);
+        }
+    }
+    // The lowest place of the plane on the circle, if the polygon holds it.
+    const double across = std::hypot(normal.u, normal.v);
+    if (std::abs(normal.along) < 1e-12) return lowest;
+    const double share = across > 0.0 ? radius / across : 0.0;
+    const double sign = normal.along > 0.0 ? 1.0 : -1.0;
+    const Local spot{0.0, normal.u * share * sign, normal.v * share * sign};
+    Polygon moved = polygon;
+    for (Local& p : moved) {
+        p.u -= spot.u;
+        p.v -= spot.v;
+    }
+    if (!holdsAxis(moved)) return lowest;
+    const Local& p = polygon[0];
+    const double along =
+        p.along + (normal.u * (p.u - spot.u) + normal.v * (p.v - spot.v)) / normal.along;
+    return std::min(lowest, along);
+}
+
+/// Coordinates along and across a bar.
+struct View {
+    explicit View(const Bar& bar)
+        : origin(bar.origin), axis(bar.axis), x(squareTo(bar.axis)), y(cross(bar.axis, x)) {}
+    [[nodiscard]] Local direction(const Vector& d) const {
+        return {dot(d, axis), dot(d, x), dot(d, y)};
+    }
+    [[nodiscard]] Local point(const Vector& p) const { return direction(p - origin); }
+    [[nodiscard]] Polygon polygon(const std::array<Vector, 3>& corners) const {
+        return {point(corners[0]), point(corners[1]), point(corners[2])};
+    }
+    Vector origin, axis, x, y;
+};
+
+bool holds(const std::vector<int>& sorted, int number) {
+    return std::binary_search(sorted.begin(), sorted.end(), number);
+}
+
+}  // namespace
+
+Surroundings::Surroundings(const Topology& topology, const Mesh& mesh)
+    : topology_(topology),
+      mesh_(mesh),
+      tree_(boxesOf(mesh)),
+      tolerance_(topology.size() / 1000.0) {}
+
+std::array<Vector, 3> Surroundings::corners(std::uint32_t triangle) const {
+    const auto& t = mesh_.triangles[triangle];
+    return {mesh_.vertices[t[0]], mesh_.vertices[t[1]], mesh_.vertices[t[2]]};
+}
+
+double Surroundings::free(const Bar& bar, bool leaving, const std::vector<int>& except) const {
+    const View view(bar);
+    // Facets of the wall itself reach into its circle by their tolerance.
+    const double radius = bar.radius * 0.98, start = leaving ? 0.0 : tolerance_;
+    double best = kNone;
+    tree_.search(
+        best,
+        [&](const Vector& centre, double reach) {
+            const Local c = view.point(centre);
+            return out(c) - reach > radius || c.along + reach < start ? kNone : c.along - reach;
+        },
+        [&](std::uint32_t triangle) {
+            if (holds(except, mesh_.faces[triangle])) return;
+            const auto points = corners(triangle);
+            const Local normal =
+                view.direction(unit(cross(points[1] - points[0], points[2] - points[0])));
+            if (leaving ? normal.along <= 1e-6 : normal.along >= -1e-6) return;
+            const Polygon polygon = clipped(view.polygon(points), start, 1.0);
+            if (!polygon.empty()) best = std::min(best, lowestWithin(polygon, normal, radius));
+        });
+    return best;
+}
+
+double Surroundings::refined(int number, const Bar& bar, double outside) const {
+    const Surface& s = topology_.model().face(number).surface;
+    if (s.kind != SurfaceKind::Cylinder || !topology_.parallel(s.axis, bar.axis)) return outside;
+    const double apart = distanceToLine(s.origin, bar.origin, bar.axis);
+    const double exact = std::abs(s.radius - apart);
+    return std::abs(exact - outside) <= 2.0 * tolerance_ ? exact : outside;
+}
+
+double Surroundings::beside(const Bar& bar, const std::vector<int>& except, int solid) const {
+    const View view(bar);
+    double best = kNone;
+    tree_.search(
+        best,
+        [&](const Vector& centre, double reach) {
+            const Local c = view.point(centre);
+            const bool past = c.along + reach < 0.0 || c.along - reach > bar.length;
+            return past ? kNone : out(c) - reach - bar.radius - 2.0 * tolerance_;
+        },
+        [&](std::uint32_t triangle) {
+            const int face = mesh_.faces[triangle];
+            if (holds(except, face) || topology_.model().face(face).solid != solid) return;
+            const auto points = corners(triangle);
+            const Local normal =
+                view.direction(unit(cross(points[1] - points[0], points[2] - points[0])));
+            const double margin = bar.length * 1e-6;
+            const Polygon polygon =
+                clipped(clipped(view.polygon(points), margin, 1.0), bar.length - margin, -1.0);
+            if (polygon.empty()) return;
+            Local middle{0, 0, 0};
+            for (const Local& p : polygon)
+                middle = middle + p * (1.0 / static_cast<double>(polygon.size()));
+            if (normal.u * middle.u + normal.v * middle.v <= 1e-6 * out(middle)) return;
+            const double found = refined(face, bar, leastOut(polygon)) - bar.radius;
+            best = std::min(best, std::max(0.0, found));
+        });
+    return best;
+}
+
+}  // namespace corvane::part::features

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <vector>
+
+#include "BoxTree.h"
+#include "Topology.h"
+
+namespace corvane::part::features {
+
+/// A cylinder of space: from `origin` along the unit vector `axis`.
+struct Bar {
+    Vector origin, axis;
+    double length = 0.0, radius = 0.0;
+};
+
+/// What is around a place of the part, from its mesh.
+class Surroundings {
+public:
+    Surroundings(const Topology& topology, const Mesh& mesh);
+
+    /// How far a disc of the bar's radius moves from its origin along its axis until it meets a
+    /// face; kNone if it meets none. Faces with their outside to the disc's front count, or with
+    /// `leaving` those with their inside to it, which bound the material that the disc moves in.
+    [[nodiscard]] double free(const Bar& bar, bool leaving, const std::vector<int>& except) const;
+
+    /// Least distance from the bar's side, at right angles to its axis, to a face that bounds the
+    /// material around it; kNone if there is none.
+    [[nodiscard]] double beside(const Bar& bar, const std::vector<int>& except, int solid) const;
+
+private:
+    [[nodiscard]] std::array<Vector, 3> corners(std::uint32_t triangle) const;
+    [[nodiscard]] double refined(int face, const Bar& bar, double outside) const;
+
+    const Topology& topology_;
+    const Mesh& mesh_;
+    BoxTree tree_;
+    double tolerance_;
+};
+
+}  // namespace corvane::part::features
