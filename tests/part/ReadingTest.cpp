@@ -74,7 +74,7 @@ class KnownParts : public testing::TestWithParam<KnownPart> {};
 
 TEST_P(KnownParts, HaveTheFiguresOfAnIndependentProgram) {
     const KnownPart& truth = GetParam();
-    const auto file = std::filesystem::path(CORVANE_TEST_DATA) / "../../shared/parts" / truth.file;
+    const auto file = shapes::sharedPart(truth.file);
     if (!std::filesystem::exists(file)) GTEST_SKIP() << "the part is not here";
     const auto opened = Part::open(file.string());
     ASSERT_TRUE(opened.part) << opened.error;

@@ -1,5 +1,6 @@
 #include "Shapes.h"
 
+#include <BRepAlgoAPI_Common.hxx>
 #include <BRepAlgoAPI_Cut.hxx>
 #include <BRepAlgoAPI_Fuse.hxx>
 #include <BRepBuilderAPI_Transform.hxx>
@@ -20,6 +21,7 @@
 #include <TopTools_MapOfShape.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Compound.hxx>
+#include <cstdlib>
 #include <stdexcept>
 
 namespace shapes {
@@ -35,6 +37,9 @@ TopoDS_Shape cone(const gp_Ax2& axes, double radius, double topRadius, double he
 }
 TopoDS_Shape cut(const TopoDS_Shape& from, const TopoDS_Shape& tool) {
     return BRepAlgoAPI_Cut(from, tool).Shape();
+}
+TopoDS_Shape common(const TopoDS_Shape& a, const TopoDS_Shape& b) {
+    return BRepAlgoAPI_Common(a, b).Shape();
 }
 TopoDS_Shape fuse(const TopoDS_Shape& a, const TopoDS_Shape& b) {
     return BRepAlgoAPI_Fuse(a, b).Shape();
@@ -59,6 +64,12 @@ TopoDS_Shape compound(std::initializer_list<TopoDS_Shape> shapes) {
 
 TopoDS_Shape transformed(const TopoDS_Shape& shape, const gp_Trsf& transformation) {
     return BRepBuilderAPI_Transform(shape, transformation, true).Shape();
+}
+
+std::filesystem::path sharedPart(const char* name) {
+    const char* folder = std::getenv("CORVANE_SHARED_PARTS");
+    const std::filesystem::path beside = CORVANE_TEST_DATA "/../../shared/parts";
+    return (folder != nullptr ? std::filesystem::path(folder) : beside) / name;
 }
 
 void write(const TopoDS_Shape& shape, const std::filesystem::path& file, const char* unit) {

@@ -11,11 +11,16 @@ TopoDS_Shape box(double x, double y, double z, gp_Pnt corner = {0, 0, 0});
 TopoDS_Shape cylinder(const gp_Ax2& axes, double radius, double height);
 TopoDS_Shape cone(const gp_Ax2& axes, double radius, double topRadius, double height);
 TopoDS_Shape cut(const TopoDS_Shape& from, const TopoDS_Shape& tool);
+TopoDS_Shape common(const TopoDS_Shape& a, const TopoDS_Shape& b);
 TopoDS_Shape fuse(const TopoDS_Shape& a, const TopoDS_Shape& b);
 /// Rounds every edge.
 TopoDS_Shape rounded(const TopoDS_Shape& shape, double radius);
 TopoDS_Shape compound(std::initializer_list<TopoDS_Shape> shapes);
 TopoDS_Shape transformed(const TopoDS_Shape& shape, const gp_Trsf& transformation);
+
+/// A public sample part, from the folder that CORVANE_SHARED_PARTS names or ../shared/parts beside
+/// the project; such a file need not be there.
+std::filesystem::path sharedPart(const char* name);
 
 /// Writes a file of the kind that its ending says: step, iges, brep, stl (text) or stlb (binary).
 /// `unit` is for STEP: "MM", "INCH", "M"; the shape itself is in millimetres.

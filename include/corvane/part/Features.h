@@ -36,16 +36,16 @@ struct HoleSection {
 /// A round hole: faces around one axis with the material outside, which together go around it by
 /// more than half. Coaxial steps that join, such as a counterbore, are one hole; so are the pieces
 /// of a bore that a cross bore separates, as long as they hold more material than air. A bore
-/// through several walls is one hole for each wall. Ends of slots, corners of pockets and closed
-/// voids are no holes; neither is a conical pit wider than 60 degrees.
+/// through several walls is one hole for each wall. Ends of slots, corners of pockets, ring grooves
+/// and closed voids are no holes; neither is a conical pit wider than 60 degrees.
 struct Hole {
-    int number = 0;  ///< from 1
-    int solid = 0;   ///< number of its solid; 0 in an open shape
-    Vector entry;    ///< centre of the mouth, at its outermost end
-    Vector axis;     ///< unit, into the material
-    double diameter =
-        0.0;             ///< of the main bore, the narrowest section; of a taper at its narrow end
-    double depth = 0.0;  ///< from the mouth to the end of the full diameter, tip excluded
+    int number = 0;          ///< from 1
+    int solid = 0;           ///< number of its solid; 0 in an open shape
+    Vector entry;            ///< centre of the mouth, at its outermost end
+    Vector axis;             ///< unit, into the material
+    double diameter = 0.0;   ///< of the main bore, the narrowest cylinder or slender taper; of a
+                             ///< taper at its narrow end
+    double depth = 0.0;      ///< from the mouth to the end of the full diameter, tip excluded
     double boreDepth = 0.0;  ///< of the main bore alone, without counterbore and countersink
     HoleBottom bottom = HoleBottom::Through;
     double bottomAngle = 0.0;   ///< Conical: the whole angle at the tip

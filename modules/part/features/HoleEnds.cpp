@@ -75,7 +75,7 @@ private:
         if (across && range.length() <= topology_.near()) squareLength_ += edge.length;
     }
 
-    /// Whether a pin of the part stands on the face, around the hole's axis.
+    /// Whether so thick a pin stands on the face, around the hole's axis, that a groove is left.
     [[nodiscard]] bool holdsCore(int number) const {
         for (const int edge : topology_.edgesOf(number)) {
             const int other = topology_.across(edge, number);
@@ -84,7 +84,9 @@ private:
             const bool pin = (face.surface.kind == SurfaceKind::Cylinder ||
                               face.surface.kind == SurfaceKind::Cone) &&
                              !face.concave && model_.edge(edge).convexity != Convexity::Convex;
-            if (pin && topology_.onAxis(face.surface, body_.origin, body_.axis)) return true;
+            if (pin && face.surface.radius > end_.radius / 2 &&
+                topology_.onAxis(face.surface, body_.origin, body_.axis))
+                return true;
         }
         return false;
     }
@@ -102,7 +104,7 @@ private:
             if (dot(normal, normal) > 0.5)
                 end_.angle = angleBetween(inward ? -normal : normal, out_);
         }
-        end_.free = around.free({centre, out_, 0.0, end_.radius}, false, body_.faces);
+        end_.free = around.free({centre, out_, 0.0, end_.radius}, false, body_.faces, body_.solid);
     }
 
     const Topology& topology_;

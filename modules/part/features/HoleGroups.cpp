@@ -22,9 +22,11 @@ public:
     std::vector<HoleGroup> group() {
         for (const Edge& edge : model_.edges)
             joinAcross(edge);
+        std::vector<bool> seen(model_.faces.size() + 1, false);
         for (const Face& face : model_.faces)
-            if (face.surface.kind == SurfaceKind::Plane && topology_.sound(face.number))
-                joinOverStep(face);
+            if (face.surface.kind == SurfaceKind::Plane && topology_.sound(face.number) &&
+                !seen[static_cast<std::size_t>(face.number)])
+                joinOverStep(planeAround(face.number, seen));
         joinPieces();
         return collect();
     }
@@ -55,32 +57,58 @@ private:
         if (coaxial(wallA ? a : b, wallA ? b : a)) join(a, b);
     }
 
+    /// The faces of one plane that lie edge to edge.
+    [[nodiscard]] std::vector<int> planeAround(int first, std::vector<bool>& seen) const {
+        std::vector<int> planes{first};
+        seen[static_cast<std::size_t>(first)] = true;
+        for (std::size_t i = 0; i < planes.size(); ++i)
+            for (const int edge : topology_.edgesOf(planes[i])) {
+                const int other = topology_.across(edge, planes[i]);
+                if (other == 0 || seen[static_cast<std::size_t>(other)] ||
+                    model_.edge(edge).convexity != Convexity::Smooth ||
+                    model_.face(other).surface.kind != SurfaceKind::Plane)
+                    continue;
+                seen[static_cast<std::size_t>(other)] = true;
+                planes.push_back(other);
+            }
+        return planes;
+    }
+
     /// A flat ring around the axis, with a wall up from its outer border and one down from its
     /// inner border.
-    void joinOverStep(const Face& plane) {
-        std::vector<int> up, down;
+    void joinOverStep(const std::vector<int>& planes) {
+        std::vector<std::pair<int, int>> up, down;  // a wall, the plane beside it
         bool otherWalls = false;
-        for (const int number : topology_.edgesOf(plane.number)) {
-            const Edge& edge = model_.edge(number);
-            const int other = topology_.across(number, plane.number);
-            if (other == 0) continue;
-            const bool round = (isWall(other) || isEnd(other)) &&
-                               topology_.parallel(model_.face(other).surface.axis, plane.normal);
-            const bool rises = edge.convexity == Convexity::Concave ||
-                               (edge.convexity == Convexity::Smooth && model_.face(other).concave);
-            if (round)
-                (rises ? up : down).push_back(other);
-            else if (rises)
-                otherWalls = true;
+        for (const int plane : planes) {
+            for (const int number : topology_.edgesOf(plane)) {
+                const Edge& edge = model_.edge(number);
+                const int other = topology_.across(number, plane);
+                if (other == 0) continue;
+                const bool round =
+                    (isWall(other) || isEnd(other)) &&
+                    topology_.parallel(model_.face(other).surface.axis, model_.face(plane).normal);
+                const bool rises =
+                    edge.convexity == Convexity::Concave ||
+                    (edge.convexity == Convexity::Smooth && model_.face(other).concave);
+                if (round)
+                    (rises ? up : down).emplace_back(other, plane);
+                else if (rises)
+                    otherWalls = true;
+            }
         }
-        for (const int outer : up) {
+        joinOverStep(up, down, otherWalls);
+    }
+    void joinOverStep(const std::vector<std::pair<int, int>>& up,
+                      const std::vector<std::pair<int, int>>& down, bool otherWalls) {
+        for (const auto& [outer, plane] : up) {
             const Surface& s = model_.face(outer).surface;
             // A slot's rounded end does not become the counterbore of a hole in its floor.
             if (otherWalls && topology_.turnOf({outer}, s.origin, s.axis) < kLeastTurn) continue;
-            for (const int inner : down) {
+            for (const auto& [inner, innerPlane] : down) {
                 if (axes_.of(outer) < 0 || axes_.of(outer) != axes_.of(inner)) continue;
                 join(outer, inner);
-                steps_.emplace_back(outer, plane.number);
+                steps_.emplace_back(outer, plane);
+                steps_.emplace_back(outer, innerPlane);
             }
         }
     }
@@ -174,8 +202,10 @@ private:
             const auto group = found.find(groupOf(face.number));
             if (group != found.end()) group->second.round.push_back(face.number);
         }
-        for (const auto& [wall, plane] : steps_)
-            found[groupOf(wall)].steps.push_back(plane);
+        for (const auto& [wall, plane] : steps_) {
+            const auto group = found.find(groupOf(wall));
+            if (group != found.end()) group->second.steps.push_back(plane);
+        }
         std::vector<HoleGroup> groups;
         for (auto& [root, group] : found) {
             std::sort(group.round.begin(), group.round.end());

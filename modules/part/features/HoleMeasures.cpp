@@ -77,7 +77,7 @@ double wallDistance(const Topology& topology, const Surroundings& surroundings, 
     for (const HoleSection& section : hole.sections)
         deepest = std::max(deepest, section.start + section.length);
     const Bar down{hole.entry + hole.axis * deepest, hole.axis, 0.0, hole.diameter / 2};
-    return std::min(best, surroundings.free(down, true, except));
+    return std::min(best, surroundings.free(down, true, except, hole.solid));
 }
 
 /// Least distance between the sides of two bars.

@@ -48,7 +48,7 @@ public:
         body_.pieces = piecesOf(topology, group.round, body_.axis);
         for (const HolePiece& piece : body_.pieces)
             body_.whole.add(piece.range);
-        hole_.solid = widest->solid;
+        hole_.solid = body_.solid = widest->solid;
     }
 
     std::optional<Hole> shape() {
@@ -71,12 +71,16 @@ public:
     }
 
 private:
-    /// The narrowest cylinder that goes around far enough, else the narrowest such cone.
+    /// The narrowest cylinder or slender taper that goes around far enough, else the narrowest
+    /// cone.
     bool findMain() {
-        for (const Kind kind : {Kind::Cylinder, Kind::Cone}) {
+        for (const bool slender : {true, false}) {
             for (const HolePiece& piece : body_.pieces) {
-                if (piece.kind != kind || !piece.concave) continue;
-                if (main_ != nullptr && piece.leastRadius() >= main_->leastRadius()) continue;
+                const bool taper = piece.kind == Kind::Cone && piece.leastRadius() > 0.0 &&
+                                   2.0 * piece.surface.halfAngle <= kNarrowestSink;
+                const bool fits = slender ? piece.kind == Kind::Cylinder || taper
+                                          : piece.kind == Kind::Cone && piece.concave;
+                if (!fits || (main_ != nullptr && !isNarrower(piece))) continue;
                 const double turn = topology_.turnOf(piece.faces, body_.origin, body_.axis);
                 if (turn <= kLeastTurn) continue;
                 main_ = &piece;
@@ -85,6 +89,11 @@ private:
             if (main_ != nullptr) return true;
         }
         return false;
+    }
+    [[nodiscard]] bool isNarrower(const HolePiece& piece) const {
+        const double less = main_->leastRadius() - piece.leastRadius();
+        if (std::abs(less) > topology_.near()) return less > 0.0;
+        return piece.kind == Kind::Cylinder && main_->kind == Kind::Cone;
     }
 
     /// A through hole is entered at its wider, freer, squarer end.

@@ -124,10 +124,6 @@ struct View {
     Vector origin, axis, x, y;
 };
 
-bool holds(const std::vector<int>& sorted, int number) {
-    return std::binary_search(sorted.begin(), sorted.end(), number);
-}
-
 }  // namespace
 
 Surroundings::Surroundings(const Topology& topology, const Mesh& mesh)
@@ -136,12 +132,19 @@ Surroundings::Surroundings(const Topology& topology, const Mesh& mesh)
       tree_(boxesOf(mesh)),
       tolerance_(topology.size() / 1000.0) {}
 
+bool Surroundings::counts(std::uint32_t triangle, const std::vector<int>& except, int solid) const {
+    const int face = mesh_.faces[triangle];
+    return topology_.model().face(face).solid == solid &&
+           !std::binary_search(except.begin(), except.end(), face);
+}
+
 std::array<Vector, 3> Surroundings::corners(std::uint32_t triangle) const {
     const auto& t = mesh_.triangles[triangle];
     return {mesh_.vertices[t[0]], mesh_.vertices[t[1]], mesh_.vertices[t[2]]};
 }
 
-double Surroundings::free(const Bar& bar, bool leaving, const std::vector<int>& except) const {
+double Surroundings::free(const Bar& bar, bool leaving, const std::vector<int>& except,
+                          int solid) const {
     const View view(bar);
     // Facets of the wall itself reach into its circle by their tolerance.
     const double radius = bar.radius * 0.98, start = leaving ? 0.0 : tolerance_;
@@ -153,7 +156,7 @@ double Surroundings::free(const Bar& bar, bool leaving, const std::vector<int>& 
             return out(c) - reach > radius || c.along + reach < start ? kNone : c.along - reach;
         },
         [&](std::uint32_t triangle) {
-            if (holds(except, mesh_.faces[triangle])) return;
+            if (!counts(triangle, except, solid)) return;
             const auto points = corners(triangle);
             const Local normal =
                 view.direction(unit(cross(points[1] - points[0], points[2] - points[0])));
@@ -183,8 +186,7 @@ double Surroundings::beside(const Bar& bar, const std::vector<int>& except, int 
             return past ? kNone : out(c) - reach - bar.radius - 2.0 * tolerance_;
         },
         [&](std::uint32_t triangle) {
-            const int face = mesh_.faces[triangle];
-            if (holds(except, face) || topology_.model().face(face).solid != solid) return;
+            if (!counts(triangle, except, solid)) return;
             const auto points = corners(triangle);
             const Local normal =
                 view.direction(unit(cross(points[1] - points[0], points[2] - points[0])));
@@ -196,7 +198,8 @@ double Surroundings::beside(const Bar& bar, const std::vector<int>& except, int 
             for (const Local& p : polygon)
                 middle = middle + p * (1.0 / static_cast<double>(polygon.size()));
             if (normal.u * middle.u + normal.v * middle.v <= 1e-6 * out(middle)) return;
-            const double found = refined(face, bar, leastOut(polygon)) - bar.radius;
+            const double found =
+                refined(mesh_.faces[triangle], bar, leastOut(polygon)) - bar.radius;
             best = std::min(best, std::max(0.0, found));
         });
     return best;

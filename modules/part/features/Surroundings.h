@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <vector>
 
 #include "BoxTree.h"
@@ -13,7 +14,7 @@ struct Bar {
     double length = 0.0, radius = 0.0;
 };
 
-/// What is around a place of the part, from its mesh.
+/// What is around a place of a solid, from the mesh.
 class Surroundings {
 public:
     Surroundings(const Topology& topology, const Mesh& mesh);
@@ -21,13 +22,16 @@ public:
     /// How far a disc of the bar's radius moves from its origin along its axis until it meets a
     /// face; kNone if it meets none. Faces with their outside to the disc's front count, or with
     /// `leaving` those with their inside to it, which bound the material that the disc moves in.
-    [[nodiscard]] double free(const Bar& bar, bool leaving, const std::vector<int>& except) const;
+    [[nodiscard]] double free(const Bar& bar, bool leaving, const std::vector<int>& except,
+                              int solid) const;
 
     /// Least distance from the bar's side, at right angles to its axis, to a face that bounds the
     /// material around it; kNone if there is none.
     [[nodiscard]] double beside(const Bar& bar, const std::vector<int>& except, int solid) const;
 
 private:
+    [[nodiscard]] bool counts(std::uint32_t triangle, const std::vector<int>& except,
+                              int solid) const;
     [[nodiscard]] std::array<Vector, 3> corners(std::uint32_t triangle) const;
     [[nodiscard]] double refined(int face, const Bar& bar, double outside) const;
 

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <TopoDS_Shape.hxx>
+#include <gp_Ax2.hxx>
+#include <random>
+#include <vector>
+
+#include "corvane/part/Features.h"
+
+/// Parts with features that are known because they were cut into them.
+namespace shapes {
+
+/// Where a revolved tool has which radius: millimetres below its origin and from its axis.
+struct Profile {
+    double depth, radius;
+};
+
+/// The solid of a profile around the axis, from the origin of `axes` along their direction.
+TopoDS_Shape revolved(const gp_Ax2& axes, const std::vector<Profile>& profile);
+
+struct KnownPart {
+    TopoDS_Shape shape;
+    std::vector<corvane::part::Hole> holes;  // what they must be found as; numbers left out
+};
+
+/// A block with a hole of a random kind in each of its cells, the same for the same seed.
+KnownPart drilledBlock(unsigned seed);
+
+}  // namespace shapes
