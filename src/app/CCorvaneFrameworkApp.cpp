@@ -84,7 +84,7 @@ CStringW CCorvaneFrameworkApp::wantedModulePath() const {
 }
 
 CStringW CCorvaneFrameworkApp::GetEnglishString(unsigned int number) const {
-    return corvane::FindText(englishStrings_, number);
+    return corvane::FindTableText(englishStrings_, number);
 }
 
 namespace corvane::app {

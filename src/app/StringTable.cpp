@@ -19,7 +19,7 @@ const StringTable* ownTable() {
 
 }  // namespace
 
-std::u16string_view FindText(const StringTable* table, std::uint32_t number) {
+std::u16string_view FindTableText(const StringTable* table, std::uint32_t number) {
     if (!table) return {};
     const std::span<const StringTableEntry> entries = table->all();
     const auto found = std::ranges::lower_bound(entries, number, {}, &StringTableEntry::number);
@@ -31,7 +31,7 @@ const StringTable* SetCurrentStringTable(const StringTable* table) {
 }
 
 std::u16string_view ResourceText(std::uint32_t number) {
-    return FindText(ownTable(), number);
+    return FindTableText(ownTable(), number);
 }
 
 namespace app {

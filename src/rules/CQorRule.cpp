@@ -157,8 +157,8 @@ CQorParamStorage* CQorRule::CreateParamStorageObject(Type_e type, QorLong id, Qo
     storage->m_bOption = option;
     storage->m_bStatus = status;
     const bool legal = rules::visitKind(type, [&]<typename T>(std::type_identity<T>) {
-        const auto name =
-            corvane::FindText(corvane::app::currentStringTable(), static_cast<std::uint32_t>(id));
+        const auto name = corvane::FindTableText(corvane::app::currentStringTable(),
+                                                 static_cast<std::uint32_t>(id));
         auto parameter = std::make_unique<CQorParameter<T>>(name, op, paramType, status);
         parameter->m_lType = id;
         storage->m_Type = type;

@@ -17,7 +17,7 @@
 
 namespace {
 
-using corvane::FindText;
+using corvane::FindTableText;
 using corvane::ResourceText;
 using corvane::StringTableEntry;
 using corvane::app::currentStringTable;
@@ -90,10 +90,10 @@ TEST(StringTables, AnswerByNumberAndForOneThread) {
     const StringTableEntry entries[] = {{1, u"one"}, {7, u""}, {5012, u"wall"}, {0xFFFFFFFF, u"x"}};
     const corvane::StringTable table{entries, std::size(entries)};
     for (const StringTableEntry& entry : entries)
-        EXPECT_EQ(FindText(&table, entry.number), entry.text);
+        EXPECT_EQ(FindTableText(&table, entry.number), entry.text);
     for (const std::uint32_t number : {0U, 2U, 5011U, 5013U})
-        EXPECT_TRUE(FindText(&table, number).empty());
-    EXPECT_TRUE(FindText(nullptr, 1).empty());
+        EXPECT_TRUE(FindTableText(&table, number).empty());
+    EXPECT_TRUE(FindTableText(nullptr, 1).empty());
     const corvane::StringTableScope outer(table);
     {
         const corvane::StringTableScope inner(*app.strings());

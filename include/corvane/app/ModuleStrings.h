@@ -30,7 +30,7 @@ const StringTable& ModuleStrings();
 
 /// One of these texts by its number, zero-terminated; empty when there is none.
 inline std::u16string_view ModuleText(std::uint32_t number) {
-    return FindText(&ModuleStrings(), number);
+    return FindTableText(&ModuleStrings(), number);
 }
 
 }  // namespace corvane

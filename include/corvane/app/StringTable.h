@@ -7,9 +7,6 @@
 
 #include <corvane/base/Export.h>
 
-// <commdlg.h> of Windows makes a macro of it.
-#undef FindText
-
 namespace corvane {
 
 /// One text of a string table.
@@ -28,7 +25,7 @@ struct StringTable {
 
 /// The text of a number in a table; empty when the table has none, or is null. It lives as long as
 /// the table's module.
-CORVANE_EXPORT std::u16string_view FindText(const StringTable* table, std::uint32_t number);
+CORVANE_EXPORT std::u16string_view FindTableText(const StringTable* table, std::uint32_t number);
 
 /// Makes a table the calling thread's current one and hands out the former one. Null stands for the
 /// table of the library's own resource module. CQorRule::CreateParamStorageObject takes the names
