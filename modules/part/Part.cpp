@@ -6,6 +6,7 @@
 #include "SmallestBox.h"
 #include "Vec.h"
 #include "features/Holes.h"
+#include "features/Pockets.h"
 #include "reading/Reading.h"
 #include "walls/Draft.h"
 #include "walls/Thickness.h"
@@ -33,8 +34,12 @@ struct Part::State {
     }
 
     Lazy<features::Holes> holes;
+    Lazy<features::Corners> corners;
     const features::Holes& foundHoles(const Part& part) {
         return holes.get([&] { return features::findHoles(part.model(), part.mesh()); });
+    }
+    const features::Corners& foundCorners(const Part& part) {
+        return corners.get([&] { return features::findCorners(part.model(), part.holes()); });
     }
 };
 
@@ -169,6 +174,18 @@ const std::vector<Hole>& Part::holes() const {
 
 const std::vector<HolePattern>& Part::holePatterns() const {
     return state_->foundHoles(*this).patterns;
+}
+
+const std::vector<Fillet>& Part::fillets() const {
+    return state_->foundCorners(*this).fillets;
+}
+
+const std::vector<SharpCorner>& Part::sharpCorners() const {
+    return state_->foundCorners(*this).sharp;
+}
+
+const std::vector<Pocket>& Part::pockets() const {
+    return state_->foundCorners(*this).pockets;
 }
 
 }  // namespace corvane::part

@@ -2,8 +2,13 @@
 
 #include <BRepBuilderAPI_MakeFace.hxx>
 #include <BRepBuilderAPI_MakePolygon.hxx>
+#include <BRepFilletAPI_MakeFillet.hxx>
 #include <BRepPrimAPI_MakeRevol.hxx>
 #include <BRepPrimAPI_MakeSphere.hxx>
+#include <BRep_Tool.hxx>
+#include <TopExp.hxx>
+#include <TopTools_IndexedMapOfShape.hxx>
+#include <TopoDS.hxx>
 #include <cmath>
 
 #include "Shapes.h"
@@ -17,9 +22,21 @@ using corvane::part::HoleBottom;
 constexpr double kCell = 30.0, kHeight = 25.0;
 constexpr double kPi = 3.14159265358979323846;
 
-class Driller {
+class Random {
 public:
-    explicit Driller(unsigned seed) : random_(seed) {}
+    explicit Random(unsigned seed) : random_(seed) {}
+    int pick(int choices) { return static_cast<int>(random_() % static_cast<unsigned>(choices)); }
+    double between(double low, double high) {
+        return low + (high - low) * static_cast<double>(random_() % 10001) / 10000.0;
+    }
+
+private:
+    std::mt19937 random_;
+};
+
+class Driller : Random {
+public:
+    using Random::Random;
 
     KnownPart drill() {
         const int columns = 1 + pick(3), rows = 1 + pick(3);
@@ -32,11 +49,6 @@ public:
     }
 
 private:
-    int pick(int choices) { return static_cast<int>(random_() % static_cast<unsigned>(choices)); }
-    double between(double low, double high) {
-        return low + (high - low) * static_cast<double>(random_() % 10001) / 10000.0;
-    }
-
     void addHole(const gp_Pnt& at) {
         const double radius = between(1.5, 4.0);
         Hole hole;
@@ -114,9 +126,64 @@ private:
         part_.holes.push_back(hole);
     }
 
-    std::mt19937 random_;
     KnownPart part_;
 };
+
+class Miller : Random {
+public:
+    using Random::Random;
+
+    KnownPart mill() {
+        const int columns = 1 + pick(3);
+        part_.shape = box(columns * 50, 40, kHeight);
+        for (int i = 0; i < columns; ++i)
+            addPocket(50.0 * i);
+        return part_;
+    }
+
+private:
+    void addPocket(double x) {
+        corvane::part::Pocket pocket;
+        const bool through = pick(4) == 0, slot = !through && pick(3) == 0;
+        const double corner = slot || pick(3) == 0 ? 0.0 : between(2, 5);
+        const double floor = corner > 0 && !through && pick(2) == 0 ? between(0.5, 1.5) : 0.0;
+        pocket.width = between(12, 20);
+        pocket.length = slot ? 40.0 : between(22, 34);
+        pocket.depth = pocket.tallestWall = through ? kHeight : between(4, 18);
+        pocket.axis = {0, 0, -1};
+        pocket.open = slot;
+        pocket.sharpCorner = !slot && corner == 0.0;
+        pocket.cornerRadius = slot ? corvane::part::kNone : corner;
+        pocket.floorRadius = floor;
+        const double y = slot ? -5.0 : 3.0;
+        part_.shape = cut(
+            part_.shape, pocketTool({x + 5, y, through ? -5 : kHeight - pocket.depth}, pocket.width,
+                                    slot ? 50 : pocket.length, pocket.depth + 10, corner, floor));
+        part_.pockets.push_back(pocket);
+        const std::size_t walls = slot ? 2 : corner > 0 ? 8 : 4;
+        part_.sharp += (through || floor > 0 ? 0 : walls) + (pocket.sharpCorner ? 4U : 0U);
+        part_.sharpWalls += pocket.sharpCorner ? 4U : 0U;
+        part_.fillets += (corner > 0 ? 4U : 0U) + (floor > 0 ? 1U : 0U);
+    }
+
+    KnownPart part_;
+};
+
+/// Rounds the edges whose two ends fit.
+template <typename Fits>
+TopoDS_Shape filleted(const TopoDS_Shape& shape, double radius, Fits fits) {
+    if (radius <= 0.0) return shape;
+    BRepFilletAPI_MakeFillet fillet(shape);
+    TopTools_IndexedMapOfShape edges;
+    TopExp::MapShapes(shape, TopAbs_EDGE, edges);
+    for (int i = 1; i <= edges.Extent(); ++i) {
+        const TopoDS_Edge& edge = TopoDS::Edge(edges(i));
+        const gp_Pnt a = BRep_Tool::Pnt(TopExp::FirstVertex(edge)),
+                     b = BRep_Tool::Pnt(TopExp::LastVertex(edge));
+        if (fits(a, b)) fillet.Add(radius, edge);
+    }
+    return fillet.Shape();
+}
 
 }  // namespace
 
@@ -133,6 +200,20 @@ TopoDS_Shape revolved(const gp_Ax2& axes, const std::vector<Profile>& profile) {
     outline.Close();
     return BRepPrimAPI_MakeRevol(BRepBuilderAPI_MakeFace(outline.Wire()).Shape(), axes.Axis())
         .Shape();
+}
+
+TopoDS_Shape pocketTool(const gp_Pnt& low, double x, double y, double z, double corner,
+                        double floor) {
+    const TopoDS_Shape upright =
+        filleted(box(x, y, z, low), corner,
+                 [](const gp_Pnt& a, const gp_Pnt& b) { return std::abs(a.Z() - b.Z()) > 1e-6; });
+    return filleted(upright, floor, [&](const gp_Pnt& a, const gp_Pnt& b) {
+        return std::max(a.Z(), b.Z()) < low.Z() + 1e-6;
+    });
+}
+
+KnownPart milledBlock(unsigned seed) {
+    return Miller(seed).mill();
 }
 
 KnownPart drilledBlock(unsigned seed) {

@@ -20,10 +20,21 @@ TopoDS_Shape revolved(const gp_Ax2& axes, const std::vector<Profile>& profile);
 
 struct KnownPart {
     TopoDS_Shape shape;
-    std::vector<corvane::part::Hole> holes;  // what they must be found as; numbers left out
+    // What they must be found as; numbers left out.
+    std::vector<corvane::part::Hole> holes;
+    std::vector<corvane::part::Pocket> pockets;
+    std::size_t sharp = 0, sharpWalls = 0;  // sharp corners, and those between walls
+    std::size_t fillets = 0;
 };
 
 /// A block with a hole of a random kind in each of its cells, the same for the same seed.
 KnownPart drilledBlock(unsigned seed);
+
+/// A cutter's path: a box whose upright edges are rounded by `corner` and lower ones by `floor`.
+TopoDS_Shape pocketTool(const gp_Pnt& low, double x, double y, double z, double corner,
+                        double floor);
+
+/// A block with a pocket in each of its cells.
+KnownPart milledBlock(unsigned seed);
 
 }  // namespace shapes

@@ -6,6 +6,7 @@
 #include "corvane/part/Part.h"
 
 #include "../../modules/part/features/Holes.h"
+#include "../../modules/part/features/Pockets.h"
 #include "FeatureShapes.h"
 #include "Shapes.h"
 #include "support/TemporaryFolder.h"
@@ -16,6 +17,7 @@ using corvane::part::HolePattern;
 using corvane::part::kNone;
 using corvane::part::Part;
 using corvane::part::PatternKind;
+using corvane::part::Pocket;
 using corvane::part::Vector;
 using shapes::box;
 using shapes::cut;
@@ -163,6 +165,46 @@ TEST_P(DrilledBlocks, GiveEachHoleOnceWithItsSizes) {
 
 INSTANTIATE_TEST_SUITE_P(Seeds, DrilledBlocks, testing::Range(0U, 15U));
 
+class MilledBlocks : public testing::TestWithParam<unsigned> {};
+
+TEST_P(MilledBlocks, GiveEachPocketOnceWithItsSizes) {
+    for (unsigned seed = GetParam() * 10; seed < GetParam() * 10 + 10; ++seed) {
+        SCOPED_TRACE(seed);
+        const shapes::KnownPart known = shapes::milledBlock(seed);
+        const gp_Trsf by = placement(seed);
+        const auto part =
+            partOf(shapes::transformed(known.shape, by), ".step", seed % 5 == 4 ? "INCH" : "MM");
+        EXPECT_TRUE(part->holes().empty());
+        EXPECT_EQ(part->fillets().size(), known.fillets);
+        EXPECT_EQ(part->sharpCorners().size(), known.sharp);
+        EXPECT_EQ(std::count_if(part->sharpCorners().begin(), part->sharpCorners().end(),
+                                [](const auto& corner) { return corner.pocketWall; }),
+                  static_cast<std::ptrdiff_t>(known.sharpWalls));
+        ASSERT_EQ(part->pockets().size(), known.pockets.size());
+        std::vector<bool> used(known.pockets.size(), false);
+        for (const Pocket& truth : known.pockets) {
+            std::size_t at = 0;
+            while (at < used.size() &&
+                   (used[at] || std::abs(part->pockets()[at].width - truth.width) > kExact))
+                ++at;
+            ASSERT_LT(at, used.size()) << "no pocket of width " << truth.width;
+            used[at] = true;
+            const Pocket& found = part->pockets()[at];
+            EXPECT_NEAR(found.depth, truth.depth, kExact);
+            EXPECT_NEAR(found.tallestWall, truth.tallestWall, kExact);
+            EXPECT_NEAR(found.length, truth.length, kExact);
+            EXPECT_NEAR(found.cornerRadius, truth.cornerRadius, kExact);
+            EXPECT_NEAR(found.floorRadius, truth.floorRadius, kExact);
+            EXPECT_EQ(found.open, truth.open);
+            EXPECT_EQ(found.sharpCorner, truth.sharpCorner);
+            const double turned = apart(found.axis, moved(truth.axis, by, true));
+            EXPECT_NEAR(found.floor > 0 ? turned : 0.0, 0.0, kExact);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, MilledBlocks, testing::Range(0U, 5U));
+
 class Cases : public testing::TestWithParam<Case> {};
 
 TEST_P(Cases, AreFoundInAnyPlace) {
@@ -246,12 +288,50 @@ INSTANTIATE_TEST_SUITE_P(
                                bar(30, 14, -1, kZ, 4, 22), bar(60, 40, 10, kZ, 12, 12)});
              },
              {}},
+        Case{"an obround through a plate",
+             [] {
+                 return plate({box(20, 8, 22, {20, 16, -1}), bar(20, 20, -1, kZ, 4, 22),
+                               bar(40, 20, -1, kZ, 4, 22)});
+             },
+             {},
+             [](const Part& part) {
+                 ASSERT_EQ(part.pockets().size(), 1U);
+                 const Pocket& pocket = part.pockets()[0];
+                 EXPECT_EQ(pocket.floor, 0);
+                 EXPECT_NEAR(pocket.width, 8, kExact);
+                 EXPECT_NEAR(pocket.length, 28, kExact);
+                 EXPECT_NEAR(pocket.cornerRadius, 4, kExact);
+                 EXPECT_TRUE(part.fillets().empty() && part.sharpCorners().empty());
+             }},
+        Case{"a step with rounded edges, and all edges of a box",
+             [] {
+                 return shapes::compound(
+                     {shapes::rounded(box(60, 40, 20), 3),
+                      cut(box(60, 40, 20, {0, 100, 0}), box(30, 40, 10, {30, 100, 10}))});
+             },
+             {},
+             [](const Part& part) {
+                 EXPECT_TRUE(part.pockets().empty());
+                 ASSERT_EQ(part.fillets().size(), 1U);
+                 EXPECT_NEAR(part.fillets()[0].radius, 3, kExact);
+                 EXPECT_FALSE(part.fillets()[0].concave);
+                 EXPECT_NEAR(part.fillets()[0].length, 4 * (54 + 34 + 14), kExact);
+                 ASSERT_EQ(part.sharpCorners().size(), 1U);
+                 EXPECT_NEAR(part.sharpCorners()[0].angle, 90, kExact);
+                 EXPECT_NEAR(part.sharpCorners()[0].length, 40, kExact);
+                 EXPECT_FALSE(part.sharpCorners()[0].pocketWall);
+             }},
         Case{"a ring groove and a void",
              [] {
                  return plate({cut(bar(20, 20, 15, kZ, 12, 10), bar(20, 20, 15, kZ, 9, 10)),
                                bar(45, 20, 5, kZ, 5, 10)});
              },
-             {}},
+             {},
+             [](const Part& part) {
+                 ASSERT_EQ(part.pockets().size(), 1U);
+                 EXPECT_NEAR(part.pockets()[0].width, 3, kExact);
+                 EXPECT_NEAR(part.pockets()[0].depth, 5, kExact);
+             }},
         Case{"around a thin pin",
              [] { return plate({cut(bar(20, 20, 15, kZ, 12, 10), bar(20, 20, 15, kZ, 3, 10))}); },
              {{24, 5, 360, 8}}},
@@ -406,6 +486,7 @@ TEST(Features, BadNumbersDoNoHarm) {
         if (i % 11 == 0) edge.points.clear();
         const auto found = corvane::part::features::findHoles(model, part->mesh());
         EXPECT_LE(found.holes.size(), part->holes().size() + 1);
+        corvane::part::features::findCorners(model, found.holes);
         for (const Hole& hole : found.holes)
             EXPECT_TRUE(std::isfinite(hole.diameter + hole.depth) && hole.diameter > 0.0);
     }

@@ -5,9 +5,9 @@
 
 #include "corvane/part/Model.h"
 
-/// What a shop sees in a part: its holes and their patterns. Plain values; lengths in millimetres,
-/// angles in degrees, faces and edges by their numbers in the model. What does not apply is 0; a
-/// distance to something that is not there is `kNone`.
+/// What a shop sees in a part: its holes and their patterns, roundings, inner corners and pockets.
+/// Plain values; lengths in millimetres, angles in degrees, faces and edges by their numbers in the
+/// model. What does not apply is 0; a distance to something that is not there is `kNone`.
 ///
 /// Sizes of exact shapes come from their surfaces and curves and are as exact as these. Distances
 /// to faces are exact for flat faces and parallel cylinders, else within the tolerance of
@@ -88,6 +88,52 @@ struct HolePattern {
     double secondPitch = 0.0;     ///< Grid: across the first one
     double circleDiameter = 0.0;  ///< Circle: through the axes
     std::vector<int> holes;       ///< numbers, rising
+};
+
+/// A rounding of one radius, tangent to the faces on its two sides. Equal roundings that run into
+/// each other, around a corner too, are one. A concave one rounds an inner corner: a cutter of at
+/// most its radius makes it. Rounded ends of slots, which turn by half, and freeform roundings are
+/// left out.
+struct Fillet {
+    double radius = 0.0;
+    bool concave = false;
+    Vector point;         ///< on it
+    Vector axis;          ///< unit, of a straight one; null for others
+    double length = 0.0;  ///< along it
+    std::vector<int> faces;
+};
+
+/// An edge at which two faces meet inside without a rounding. The corners within a hole, at the
+/// bottom or at steps, are left out.
+struct SharpCorner {
+    int edge = 0;
+    Vector point;             ///< its middle
+    Vector direction;         ///< unit, of a straight one; null for others
+    double length = 0.0;      ///< of the edge
+    double angle = 0.0;       ///< between the faces through the air: 90 in a square corner
+    bool pocketWall = false;  ///< between two walls of a pocket: no rotating cutter makes it
+};
+
+/// A hollow with a flat floor and walls around it, or one through the part with walls only. One or
+/// more sides may be missing (a slot), but two flat walls must face each other then: a step is no
+/// pocket. Round holes are none either, nor what is closed above, as a T-slot is. The levels of a
+/// stepped pocket are pockets of their own.
+struct Pocket {
+    int number = 0;  ///< from 1
+    int solid = 0;
+    int floor = 0;             ///< face; 0 of a through pocket
+    Vector point;              ///< of the floor; of a through pocket in the middle of its mouth
+    Vector axis;               ///< unit, into the material
+    double depth = 0.0;        ///< from the floor to the top of its lowest wall
+    double tallestWall = 0.0;  ///< from the floor to the top of its tallest one
+    double width = 0.0;   ///< the smallest distance between facing walls; 0 if none face each other
+    double length = 0.0;  ///< across the width; 0 without a width
+    double cornerRadius = kNone;  ///< smallest of the corners between walls, also of a slot's round
+                                  ///< end; 0 if one is sharp; kNone if it has no corner
+    bool sharpCorner = false;     ///< two walls meet without a rounding
+    double floorRadius = 0.0;     ///< smallest rounding between wall and floor; 0 if one has none
+    bool open = false;            ///< a side is missing
+    std::vector<int> faces;       ///< floor, roundings and walls, in rising order
 };
 
 }  // namespace corvane::part

@@ -97,6 +97,9 @@ public:
     /// tell clearly.
     [[nodiscard]] const std::vector<Hole>& holes() const;
     [[nodiscard]] const std::vector<HolePattern>& holePatterns() const;
+    [[nodiscard]] const std::vector<Fillet>& fillets() const;
+    [[nodiscard]] const std::vector<SharpCorner>& sharpCorners() const;
+    [[nodiscard]] const std::vector<Pocket>& pockets() const;
 
 private:
     struct State;
