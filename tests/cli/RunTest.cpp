@@ -44,6 +44,16 @@ protected:
         arguments.insert(arguments.end(), {"--format", "json"});
         return json::parse(rules(std::move(arguments)).out);
     }
+    /// Runs `corvane run` and sends it a signal soon after a rule of the module has begun to hang.
+    ProcessResult rulesUntilTheyHang(std::vector<std::string> arguments,
+                                     const std::string& signal) const {
+        return rules(
+            std::move(arguments),
+            "sh -c '\"$@\" & program=$!\n"
+            "until grep -q hang log 2>/dev/null || ! kill -0 $program; do sleep 0.05; done\n"
+            "sleep 0.3; kill -" +
+                signal + " $program; wait $program' sh");
+    }
     /// How often a rule of the module has run.
     auto count(const std::string& what) const {
         std::istringstream log(folder.read("log"));
@@ -121,9 +131,8 @@ TEST_F(Runs, WorkersAndSharesGiveTheSameResultsByteForByte) {
 
 TEST_F(Runs, AnInterruptedRunTellsWhatIsDone) {
     folder.write("rules.xml", ruleFile(risky("Find") + risky("Hang") + risky("Find")));
-    const ProcessResult result =
-        rules({"rules.xml", "--part", "parts", "-j", "1", "--output", "json=out.json"},
-              "timeout -s INT 1");
+    const ProcessResult result = rulesUntilTheyHang(
+        {"rules.xml", "--part", "parts", "-j", "1", "--output", "json=out.json"}, "INT");
     EXPECT_THAT(result.out, HasSubstr("interrupted after 1 part, 3 rules: 0 passed, 1 failed, 2 "
                                       "not run"));
     const json run = json::parse(folder.read("out.json"));
@@ -135,7 +144,7 @@ TEST_F(Runs, AKilledRunGoesOnWhereItWasAndLeavesNoWorkerBehind) {
     folder.write("rules.xml", ruleFile(risky("Find") + risky("Hang")));
     const std::vector<std::string> arguments{
         "rules.xml", "--part", "parts/a.stl", "--cache", "cache", "--timeout", "3"};
-    rules(arguments, "timeout -s KILL 1");
+    rulesUntilTheyHang(arguments, "KILL");
     EXPECT_EQ(count("find"), 1);
     std::istringstream log(folder.read("log"));
     std::string what;
