@@ -70,7 +70,7 @@ TEST(Documentation, ShowsWhatTheProgramPrints) {
     std::filesystem::create_directory_symlink(root + "/examples", corvane.folder.path("examples"));
     int blocks = 0;
     for (const char* name : {"command-line", "shipped-rules", "results", "waivers",
-                             "running-many-parts", "script-rules", "host"}) {
+                             "running-many-parts", "script-rules", "host", "lint"}) {
         if (name == std::string("shipped-rules") &&
             !std::filesystem::exists(CORVANE_BUILD_DIR "/share/corvane/rules"))
             continue;
@@ -89,6 +89,29 @@ TEST(Documentation, ShowsWhatTheProgramPrints) {
         }
     }
     EXPECT_GE(blocks, 20);
+}
+
+TEST(Documentation, ShowsScriptsThatRun) {
+    const CommandLine corvane;
+    const std::string page =
+        TemporaryFolder::readFile(CORVANE_TEST_DATA "/../docs/script-rules.md");
+    const std::size_t end = page.find("## Parameters, the part");
+    constexpr std::string_view kStart = "```lua\n";
+    corvane.folder.write("rules.xml", ruleFile(scriptRule("Shown", "shown.lua")));
+    int shown = 0;
+    for (std::size_t at = page.find(kStart, page.find("## Findings")); at < end;
+         at = page.find(kStart, at + 1)) {
+        const std::size_t begin = at + kStart.size();
+        corvane.folder.write("scripts/shown.lua",
+                             "local thin, count = {{size = 1.2, at = {1, 2, 3}}}, 7\n" +
+                                 page.substr(begin, page.find("```", begin) - begin));
+        const ProcessResult result =
+            corvane("run", {"@rules.xml", "--part", CommandLine::part("bracket")});
+        EXPECT_EQ(result.status, 1) << result.out;
+        EXPECT_NE(result.out.find("the wall is too thin"), std::string::npos) << result.out;
+        ++shown;
+    }
+    EXPECT_EQ(shown, 2);
 }
 
 }  // namespace
