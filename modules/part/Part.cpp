@@ -7,6 +7,8 @@
 #include "Vec.h"
 #include "features/Holes.h"
 #include "features/Pockets.h"
+#include "features/SheetMetal.h"
+#include "features/Turned.h"
 #include "reading/Reading.h"
 #include "walls/Draft.h"
 #include "walls/Thickness.h"
@@ -35,6 +37,8 @@ struct Part::State {
 
     Lazy<features::Holes> holes;
     Lazy<features::Corners> corners;
+    Lazy<Turned> turned;
+    Lazy<SheetMetal> sheetMetal;
     const features::Holes& foundHoles(const Part& part) {
         return holes.get([&] { return features::findHoles(part.model(), part.mesh()); });
     }
@@ -186,6 +190,14 @@ const std::vector<SharpCorner>& Part::sharpCorners() const {
 
 const std::vector<Pocket>& Part::pockets() const {
     return state_->foundCorners(*this).pockets;
+}
+
+const Turned& Part::turned() const {
+    return state_->turned.get([&] { return features::findTurned(model()); });
+}
+
+const SheetMetal& Part::sheetMetal() const {
+    return state_->sheetMetal.get([&] { return features::findSheetMetal(model(), holes()); });
 }
 
 }  // namespace corvane::part

@@ -1,14 +1,19 @@
 #include "FeatureShapes.h"
 
+#include <BRepBuilderAPI_MakeEdge.hxx>
 #include <BRepBuilderAPI_MakeFace.hxx>
 #include <BRepBuilderAPI_MakePolygon.hxx>
+#include <BRepBuilderAPI_MakeWire.hxx>
 #include <BRepFilletAPI_MakeFillet.hxx>
+#include <BRepPrimAPI_MakePrism.hxx>
 #include <BRepPrimAPI_MakeRevol.hxx>
 #include <BRepPrimAPI_MakeSphere.hxx>
 #include <BRep_Tool.hxx>
+#include <GC_MakeArcOfCircle.hxx>
 #include <TopExp.hxx>
 #include <TopTools_IndexedMapOfShape.hxx>
 #include <TopoDS.hxx>
+#include <algorithm>
 #include <cmath>
 
 #include "Shapes.h"
@@ -169,6 +174,138 @@ private:
     KnownPart part_;
 };
 
+class Turner : Random {
+public:
+    using Random::Random;
+
+    KnownPart turn() {
+        const int count = 2 + pick(4);
+        double place = 0.0, radius = between(8, 20);
+        for (int i = 0; i < count; ++i) {
+            const double length = between(32, 50);  // no groove by its width
+            const double end = pick(4) == 0 ? radius - between(0.5, 2) : radius;
+            add(place, length, radius, end);
+            place += length;
+            if (i + 1 < count && pick(2) == 0) {
+                const double next = between(8, 20), depth = between(0.5, 2), width = between(1, 4);
+                const double bottom = std::min(end, next) - depth;
+                add(place, width, bottom, bottom);
+                corvane::part::Groove groove;
+                groove.width = width;
+                groove.depth = depth;
+                groove.diameter = 2 * bottom;
+                part_.turned.grooves.push_back(groove);
+                place += width;
+                radius = next;
+            } else {
+                radius = end + (pick(2) == 0 ? 2.5 : -2.5);
+            }
+        }
+        part_.turned.length = place;
+        part_.shape = revolved({{3, 4, 5}, {1, 2, 2}}, profile_);
+        if (pick(2) == 0) {
+            part_.shape = cut(part_.shape, revolved({{3, 4, 5}, {1, 2, 2}}, {{0, 2}, {10, 2}}));
+            part_.turned.sections.push_back({true, 0, 10, 4, 4, 0, {}});
+        }
+        return part_;
+    }
+
+private:
+    void add(double start, double length, double from, double to) {
+        profile_.push_back({start, from});
+        profile_.push_back({start + length, to});
+        const double taper = 2 * std::atan(std::abs(from - to) / length) * 180 / kPi;
+        part_.turned.sections.push_back({false, start, length, 2 * from, 2 * to, taper, {}});
+        part_.turned.diameter = std::max({part_.turned.diameter, 2 * from, 2 * to});
+    }
+
+    std::vector<Profile> profile_;
+    KnownPart part_;
+};
+
+/// Walks along the middle of a strip and keeps both of its outlines.
+class Bender : Random {
+public:
+    using Random::Random;
+
+    KnownPart bend() {
+        const double width = between(30, 60), hole = between(1, 3);
+        thickness_ = between(0.8, 3);
+        part_.sheet.thickness = thickness_;
+        const int bends = 1 + pick(3);
+        const double first = between(20, 40);
+        flat(first);
+        double before = first;
+        for (int i = 0; i < bends; ++i) {
+            const double radius = between(0.5, 4), angle = between(30, 120);
+            arc(radius, angle * (i % 2 == 0 ? 1.0 : -1.0));
+            const double after = between(20, 40);
+            flat(after);
+            corvane::part::Bend bend;
+            bend.innerRadius = radius;
+            bend.angle = angle;
+            bend.length = width;
+            bend.flangeLength =
+                std::min(before, after) +
+                (radius + thickness_) * std::tan(std::min(angle, 90.0) / 2 * kPi / 180);
+            part_.sheet.bends.push_back(bend);
+            before = after;
+        }
+        BRepBuilderAPI_MakeWire wire;
+        for (const TopoDS_Edge& edge : left_)
+            wire.Add(edge);
+        wire.Add(BRepBuilderAPI_MakeEdge(side(1), side(-1)).Edge());
+        for (auto edge = right_.rbegin(); edge != right_.rend(); ++edge)
+            wire.Add(*edge);
+        wire.Add(
+            BRepBuilderAPI_MakeEdge(gp_Pnt(0, -thickness_ / 2, 0), gp_Pnt(0, thickness_ / 2, 0))
+                .Edge());
+        part_.shape =
+            BRepPrimAPI_MakePrism(BRepBuilderAPI_MakeFace(wire.Wire()).Shape(), gp_Vec(0, 0, width))
+                .Shape();
+        const double x = between(8, first - 8);
+        part_.shape = cut(part_.shape, cylinder({{x, -9, width / 2}, {0, 1, 0}}, hole, 18));
+        part_.sheet.holes.push_back({1, first - x - hole, 1, std::min(x, width / 2) - hole});
+        return part_;
+    }
+
+private:
+    [[nodiscard]] gp_Pnt side(double sign) const {
+        const gp_Vec out(-std::sin(turn_), std::cos(turn_), 0);
+        return at_.Translated(out * (sign * thickness_ / 2));
+    }
+    void flat(double length) {
+        const gp_Pnt left = side(1), right = side(-1);
+        at_.Translate(gp_Vec(std::cos(turn_), std::sin(turn_), 0) * length);
+        left_.push_back(BRepBuilderAPI_MakeEdge(left, side(1)).Edge());
+        right_.push_back(BRepBuilderAPI_MakeEdge(right, side(-1)).Edge());
+    }
+    void arc(double radius, double angle) {
+        const gp_Pnt left = side(1), right = side(-1);
+        const double sign = angle > 0 ? 1.0 : -1.0, middle = radius + thickness_ / 2;
+        const gp_Pnt centre =
+            at_.Translated(gp_Vec(-std::sin(turn_), std::cos(turn_), 0) * (sign * middle));
+        const auto go = [&](double share) {
+            gp_Trsf by;
+            by.SetRotation({centre, {0, 0, 1}}, angle * share * kPi / 180);
+            return by;
+        };
+        for (const auto& [from, edges] : {std::pair{left, &left_}, {right, &right_}})
+            edges->push_back(
+                BRepBuilderAPI_MakeEdge(
+                    GC_MakeArcOfCircle(from, from.Transformed(go(0.5)), from.Transformed(go(1)))
+                        .Value())
+                    .Edge());
+        at_.Transform(go(1));
+        turn_ += angle * kPi / 180;
+    }
+
+    double thickness_ = 1.0, turn_ = 0.0;
+    gp_Pnt at_{0, 0, 0};
+    std::vector<TopoDS_Edge> left_, right_;
+    KnownPart part_;
+};
+
 /// Rounds the edges whose two ends fit.
 template <typename Fits>
 TopoDS_Shape filleted(const TopoDS_Shape& shape, double radius, Fits fits) {
@@ -210,6 +347,14 @@ TopoDS_Shape pocketTool(const gp_Pnt& low, double x, double y, double z, double 
     return filleted(upright, floor, [&](const gp_Pnt& a, const gp_Pnt& b) {
         return std::max(a.Z(), b.Z()) < low.Z() + 1e-6;
     });
+}
+
+KnownPart shaft(unsigned seed) {
+    return Turner(seed).turn();
+}
+
+KnownPart bentStrip(unsigned seed) {
+    return Bender(seed).bend();
 }
 
 KnownPart milledBlock(unsigned seed) {

@@ -25,6 +25,8 @@ struct KnownPart {
     std::vector<corvane::part::Pocket> pockets;
     std::size_t sharp = 0, sharpWalls = 0;  // sharp corners, and those between walls
     std::size_t fillets = 0;
+    corvane::part::Turned turned;
+    corvane::part::SheetMetal sheet;
 };
 
 /// A block with a hole of a random kind in each of its cells, the same for the same seed.
@@ -36,5 +38,11 @@ TopoDS_Shape pocketTool(const gp_Pnt& low, double x, double y, double z, double 
 
 /// A block with a pocket in each of its cells.
 KnownPart milledBlock(unsigned seed);
+
+/// A shaft of cylinders, tapers and grooves, some with a bore.
+KnownPart shaft(unsigned seed);
+
+/// A strip of sheet with bends to both sides and a hole in its first flat.
+KnownPart bentStrip(unsigned seed);
 
 }  // namespace shapes

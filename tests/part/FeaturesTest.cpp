@@ -7,6 +7,8 @@
 
 #include "../../modules/part/features/Holes.h"
 #include "../../modules/part/features/Pockets.h"
+#include "../../modules/part/features/SheetMetal.h"
+#include "../../modules/part/features/Turned.h"
 #include "FeatureShapes.h"
 #include "Shapes.h"
 #include "support/TemporaryFolder.h"
@@ -18,6 +20,8 @@ using corvane::part::kNone;
 using corvane::part::Part;
 using corvane::part::PatternKind;
 using corvane::part::Pocket;
+using corvane::part::SheetMetal;
+using corvane::part::Turned;
 using corvane::part::Vector;
 using shapes::box;
 using shapes::cut;
@@ -205,6 +209,68 @@ TEST_P(MilledBlocks, GiveEachPocketOnceWithItsSizes) {
 
 INSTANTIATE_TEST_SUITE_P(Seeds, MilledBlocks, testing::Range(0U, 5U));
 
+/// Finds for each of the truth one not yet used that fits; tells what has no partner.
+template <typename T, typename Fits>
+void expectSame(const std::vector<T>& found, const std::vector<T>& truth, Fits fits) {
+    ASSERT_EQ(found.size(), truth.size());
+    std::vector<bool> used(found.size(), false);
+    for (std::size_t i = 0; i < truth.size(); ++i) {
+        std::size_t at = 0;
+        while (at < found.size() && (used[at] || !fits(found[at], truth[i])))
+            ++at;
+        ASSERT_LT(at, found.size()) << "nothing fits number " << i;
+        used[at] = true;
+    }
+}
+bool same(double a, double b) {
+    return std::abs(a - b) <= kExact;
+}
+
+TEST(Features, ShaftsAreToldBySectionsAndGrooves) {
+    for (unsigned seed = 0; seed < 30; ++seed) {
+        SCOPED_TRACE(seed);
+        const shapes::KnownPart known = shapes::shaft(seed);
+        const auto part = partOf(shapes::transformed(known.shape, placement(seed)));
+        const Turned& turned = part->turned();
+        ASSERT_TRUE(turned.is) << turned.reason;
+        EXPECT_NEAR(turned.length, known.turned.length, kExact);
+        EXPECT_NEAR(turned.diameter, known.turned.diameter, kExact);
+        EXPECT_NEAR(turned.share, 1.0, kExact);
+        expectSame(turned.sections, known.turned.sections, [](const auto& l, const auto& r) {
+            const bool along =
+                same(l.startDiameter, r.startDiameter) && same(l.endDiameter, r.endDiameter);
+            const bool against =
+                same(l.startDiameter, r.endDiameter) && same(l.endDiameter, r.startDiameter);
+            return l.inner == r.inner && same(l.length, r.length) && (along || against) &&
+                   same(l.taperAngle, r.taperAngle);
+        });
+        expectSame(turned.grooves, known.turned.grooves, [](const auto& l, const auto& r) {
+            return same(l.width, r.width) && same(l.depth, r.depth) && same(l.diameter, r.diameter);
+        });
+        EXPECT_FALSE(part->sheetMetal().is);
+    }
+}
+
+TEST(Features, BentStripsAreToldByBends) {
+    for (unsigned seed = 0; seed < 30; ++seed) {
+        SCOPED_TRACE(seed);
+        const shapes::KnownPart known = shapes::bentStrip(seed);
+        const auto part = partOf(shapes::transformed(known.shape, placement(seed)));
+        const SheetMetal& sheet = part->sheetMetal();
+        ASSERT_TRUE(sheet.is) << sheet.reason;
+        EXPECT_NEAR(sheet.thickness, known.sheet.thickness, kExact);
+        expectSame(sheet.bends, known.sheet.bends, [](const auto& l, const auto& r) {
+            return same(l.innerRadius, r.innerRadius) && same(l.angle, r.angle) &&
+                   same(l.length, r.length) && same(l.flangeLength, r.flangeLength) && !l.closed;
+        });
+        expectSame(sheet.holes, known.sheet.holes, [](const auto& l, const auto& r) {
+            return l.hole == r.hole && same(l.bendDistance, r.bendDistance) &&
+                   same(l.edgeDistance, r.edgeDistance);
+        });
+        EXPECT_FALSE(part->turned().is);
+    }
+}
+
 class Cases : public testing::TestWithParam<Case> {};
 
 TEST_P(Cases, AreFoundInAnyPlace) {
@@ -320,6 +386,49 @@ INSTANTIATE_TEST_SUITE_P(
                  EXPECT_NEAR(part.sharpCorners()[0].angle, 90, kExact);
                  EXPECT_NEAR(part.sharpCorners()[0].length, 40, kExact);
                  EXPECT_FALSE(part.sharpCorners()[0].pocketWall);
+             }},
+        Case{"a sheet with a sharp bend",
+             [] {
+                 const TopoDS_Shape corner =
+                     shapes::common(bar(2, 0, 2, kY, 2, 40), box(2, 40, 2, {0, 0, 0}));
+                 return fuse(fuse(box(58, 40, 2, {2, 0, 0}), box(2, 40, 28, {0, 0, 2})), corner);
+             },
+             {},
+             [](const Part& part) {
+                 const SheetMetal& sheet = part.sheetMetal();
+                 ASSERT_EQ(sheet.bends.size(), 1U) << sheet.reason;
+                 EXPECT_EQ(sheet.bends[0].innerRadius, 0.0);
+                 EXPECT_NEAR(sheet.bends[0].angle, 90, kExact);
+                 EXPECT_NEAR(sheet.bends[0].flangeLength, 30, kExact);
+             }},
+        Case{"a sheet with a hem",
+             [] {
+                 const TopoDS_Shape turn =
+                     shapes::common(cut(bar(0, 0, 3, kY, 3, 40), bar(0, 0, 3, kY, 1, 40)),
+                                    box(3, 40, 6, {-3, 0, 0}));
+                 return fuse(fuse(box(60, 40, 2), box(20, 40, 2, {0, 0, 4})), turn);
+             },
+             {},
+             [](const Part& part) {
+                 const SheetMetal& sheet = part.sheetMetal();
+                 ASSERT_EQ(sheet.bends.size(), 1U) << sheet.reason;
+                 EXPECT_TRUE(sheet.bends[0].closed);
+                 EXPECT_NEAR(sheet.bends[0].innerRadius, 1, kExact);
+                 EXPECT_NEAR(sheet.bends[0].flangeLength, 23, kExact);
+             }},
+        Case{"a block twice",
+             [] {
+                 gp_Trsf by;
+                 by.SetTranslation(gp_Vec(100, 0, 0));
+                 const TopoDS_Shape block = plate({bar(30, 20, -1, kZ, 6, 22)});
+                 return shapes::compound({block, block.Moved(by)});
+             },
+             {{12, 20, 360, 14, 14, kNone}, {12, 20, 360, 14, 14, kNone}},
+             [](const Part& part) {
+                 EXPECT_EQ(part.holes()[0].solid + part.holes()[1].solid, 3);
+                 EXPECT_EQ(part.holePatterns().size(), 0U);
+                 EXPECT_FALSE(part.turned().is || part.sheetMetal().is);
+                 EXPECT_FALSE(part.turned().reason.empty() || part.sheetMetal().reason.empty());
              }},
         Case{"a ring groove and a void",
              [] {
@@ -487,6 +596,8 @@ TEST(Features, BadNumbersDoNoHarm) {
         const auto found = corvane::part::features::findHoles(model, part->mesh());
         EXPECT_LE(found.holes.size(), part->holes().size() + 1);
         corvane::part::features::findCorners(model, found.holes);
+        corvane::part::features::findTurned(model);
+        corvane::part::features::findSheetMetal(model, found.holes);
         for (const Hole& hole : found.holes)
             EXPECT_TRUE(std::isfinite(hole.diameter + hole.depth) && hole.diameter > 0.0);
     }

@@ -5,7 +5,8 @@
 
 #include "corvane/part/Model.h"
 
-/// What a shop sees in a part: its holes and their patterns, roundings, inner corners and pockets.
+/// What a shop sees in a part: its holes and their patterns, roundings, inner corners and pockets;
+/// and how it is made if it is turned or bent of sheet.
 /// Plain values; lengths in millimetres, angles in degrees, faces and edges by their numbers in the
 /// model. What does not apply is 0; a distance to something that is not there is `kNone`.
 ///
@@ -134,6 +135,72 @@ struct Pocket {
     double floorRadius = 0.0;     ///< smallest rounding between wall and floor; 0 if one has none
     bool open = false;            ///< a side is missing
     std::vector<int> faces;       ///< floor, roundings and walls, in rising order
+};
+
+/// A stretch of a turned part with one straight outline.
+struct TurnedSection {
+    bool inner = false;  ///< of a bore
+    double start = 0.0;  ///< along the axis from the origin
+    double length = 0.0;
+    double startDiameter = 0.0, endDiameter = 0.0;
+    double taperAngle = 0.0;  ///< whole angle; 0 of a cylinder
+    std::vector<int> faces;
+};
+
+/// A recess with a cylindrical bottom between two walls square to the axis, at most half as wide as
+/// the part is thick there: a longer one is a neck.
+struct Groove {
+    bool inner = false;         ///< in a bore
+    double start = 0.0;         ///< along the axis from the origin
+    double width = 0.0;         ///< between the walls
+    double depth = 0.0;         ///< below the lower one of the walls
+    double diameter = 0.0;      ///< at its bottom
+    double cornerRadius = 0.0;  ///< smallest between bottom and walls; 0 if one is sharp
+    Vector point;               ///< on its bottom
+    std::vector<int> faces;     ///< of bottom, roundings and walls, in rising order
+};
+
+/// Whether a part is turned: one solid that is round outside, with at least two thirds of its
+/// surface around the axis.
+struct Turned {
+    bool is = false;
+    std::string reason;                   ///< why it is none; English
+    Vector origin;                        ///< of the axis, where the part begins: its heavier end
+    Vector axis;                          ///< unit, through the part
+    double length = 0.0, diameter = 0.0;  ///< over all
+    double share = 0.0;                   ///< of the surface that lies around the axis
+    std::vector<TurnedSection> sections;  ///< outer ones first, along the axis
+    std::vector<Groove> grooves;          ///< along the axis
+};
+
+/// A bend of a sheet.
+struct Bend {
+    double innerRadius = 0.0;     ///< 0 of a sharp one
+    double angle = 0.0;           ///< by which the sheet is bent from flat
+    double length = 0.0;          ///< along the bend line
+    Vector point, axis;           ///< on its inner side; unit, along the bend line
+    double flangeLength = kNone;  ///< of the shorter flat beside it, from the outside of the bend;
+                                  ///< kNone without a flat
+    bool closed = false;          ///< bent back onto itself: a hem
+    std::vector<int> faces;       ///< inner and outer side, in rising order
+};
+
+/// Where a hole is in a sheet.
+struct SheetHole {
+    int hole = 0;                 ///< its number
+    double bendDistance = kNone;  ///< from the bore's wall to where the nearest bend begins
+    int bend = 0;                 ///< place of that bend in SheetMetal::bends, from 1
+    double edgeDistance = kNone;  ///< from the bore's wall to the nearest border of the sheet
+};
+
+/// Whether a part is of sheet: one solid of one thickness, thin beside its size, flat or bent along
+/// straight lines.
+struct SheetMetal {
+    bool is = false;
+    std::string reason;  ///< why it is none; English
+    double thickness = 0.0;
+    std::vector<Bend> bends;  ///< in the order of their first faces
+    std::vector<SheetHole> holes;
 };
 
 }  // namespace corvane::part

@@ -100,6 +100,8 @@ public:
     [[nodiscard]] const std::vector<Fillet>& fillets() const;
     [[nodiscard]] const std::vector<SharpCorner>& sharpCorners() const;
     [[nodiscard]] const std::vector<Pocket>& pockets() const;
+    [[nodiscard]] const Turned& turned() const;
+    [[nodiscard]] const SheetMetal& sheetMetal() const;
 
 private:
     struct State;

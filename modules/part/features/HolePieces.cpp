@@ -58,17 +58,20 @@ bool sameSurface(const Topology& topology, const HolePiece& a, const HolePiece& 
            std::abs(a.surface.minorRadius - b.surface.minorRadius) <= near;
 }
 
-/// Counterbores at both ends are two pieces: the bore between them is narrower.
+/// Counterbores at both ends are two pieces: the bore between them is narrower. So are a shaft's
+/// seats with a collar or a groove between them.
 bool apart(const Topology& topology, const HolePiece& a, const HolePiece& b,
            const std::vector<HolePiece>& all) {
     const Range gap{std::min(a.range.high, b.range.high), std::max(a.range.low, b.range.low)};
     if (gap.length() <= topology.near()) return false;
-    for (const HolePiece& piece : all)
-        if (piece.leastRadius() < a.leastRadius() - topology.near() &&
-            piece.range.low < gap.high - topology.near() &&
-            piece.range.high > gap.low + topology.near())
-            return true;
-    return false;
+    return std::any_of(all.begin(), all.end(), [&](const HolePiece& piece) {
+        const double wider = piece.leastRadius() - a.leastRadius();
+        const bool other =
+            piece.concave == a.concave &&
+            (a.concave ? wider < -topology.near() : std::abs(wider) > topology.near());
+        return other && piece.range.low < gap.high - topology.near() &&
+               piece.range.high > gap.low + topology.near();
+    });
 }
 
 }  // namespace
@@ -104,10 +107,11 @@ std::vector<HolePiece> piecesOf(const Topology& topology, const std::vector<int>
         return l.range.low < r.range.low;
     });
     for (const HolePiece& next : single) {
-        const auto same = std::find_if(pieces.begin(), pieces.end(), [&](const HolePiece& piece) {
-            return sameSurface(topology, piece, next) && !apart(topology, piece, next, single);
+        // They come along the axis: if the last such piece is apart, so are those before it.
+        const auto same = std::find_if(pieces.rbegin(), pieces.rend(), [&](const HolePiece& piece) {
+            return sameSurface(topology, piece, next);
         });
-        if (same == pieces.end()) {
+        if (same == pieces.rend() || apart(topology, *same, next, single)) {
             pieces.push_back(next);
         } else {
             same->range.add(next.range);
