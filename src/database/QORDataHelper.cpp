@@ -1,4 +1,4 @@
-#include <cxxabi.h>
+#include <exception>
 
 #include <corvane/config/ModuleConfiguration.h>
 #include <corvane/database/IDatabaseCollector.h>
@@ -150,10 +150,10 @@ void QORDataHelper::createCollector(const IConnectorData& connector) {
     IDatabaseCollector* made = m_pCollector;
     try {
         create(&connector, &made);
-    } catch (const abi::__forced_unwind&) {
-        // The thread is cancelled, which nothing may stop.
-        throw;
     } catch (...) {
+        // The unwinding of a thread that is cancelled is no exception of C++, and nothing may stop
+        // it.
+        if (!std::current_exception()) throw;
         return;
     }
     m_pCollector = made;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cxxabi.h>
 #include <exception>
 #include <new>
 #include <utility>
@@ -27,20 +26,18 @@ inline Status failureOf(ErrorCode code, const char* what) noexcept {
 
 /// Runs an operation that gives a Status or an Outcome. What it raises becomes an error, whatever
 /// its type, as nothing may be thrown from one module into another. Only the unwinding of a thread
-/// that is cancelled goes on, which nothing may stop; it has no object, which the sanitizer takes
-/// for a fault.
+/// that is cancelled goes on, which nothing may stop; it is
+/// no exception of C++, so there is no current one.
 template <typename Operation>
-__attribute__((no_sanitize("null"))) auto guarded(const Operation& operation)
-    -> decltype(operation()) {
+auto guarded(const Operation& operation) -> decltype(operation()) {
     try {
         return operation();
     } catch (const std::bad_alloc&) {
         return failureOf(ErrorCode::OutOfMemory, "There is not enough memory.");
     } catch (const std::exception& exception) {
         return failureOf(ErrorCode::Failed, exception.what());
-    } catch (const abi::__forced_unwind&) {
-        throw;
     } catch (...) {
+        if (!std::current_exception()) throw;
         return failureOf(ErrorCode::Failed, "An exception of an unknown type was raised.");
     }
 }
