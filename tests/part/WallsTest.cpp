@@ -4,6 +4,8 @@
 #include <BRepPrimAPI_MakePrism.hxx>
 #include <gp_Trsf.hxx>
 #include <gtest/gtest.h>
+#include <random>
+#include <set>
 #include <sstream>
 
 #include "corvane/part/Part.h"
@@ -180,6 +182,123 @@ TEST(WallsTest, PlacesAreOnTheFacesThatTheyName) {
     EXPECT_EQ(walls.byVertex.size(), part->mesh().vertices.size());
 }
 
+namespace {
+
+Vector minus(const Vector& a, const Vector& b) {
+    return {a.x - b.x, a.y - b.y, a.z - b.z};
+}
+double product(const Vector& a, const Vector& b) {
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
+Vector across(const Vector& a, const Vector& b) {
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+/// Every facet against every ray, as slow and as plain as it gets.
+class BruteForce {
+public:
+    explicit BruteForce(const Part& part) {
+        for (const auto& edge : part.model().edges)
+            if (edge.convexity == corvane::part::Convexity::Convex)
+                sharp_.insert(std::minmax(edge.faces[0], edge.faces[1]));
+        for (std::size_t i = 0; i < part.mesh().triangles.size(); ++i) {
+            const auto& t = part.mesh().triangles[i];
+            const auto& v = part.mesh().vertices;
+            const Vector n = across(minus(v[t[1]], v[t[0]]), minus(v[t[2]], v[t[0]]));
+            const double size = std::sqrt(product(n, n));
+            facets_.push_back({v[t[0]],
+                               minus(v[t[1]], v[t[0]]),
+                               minus(v[t[2]], v[t[0]]),
+                               {n.x / size, n.y / size, n.z / size},
+                               part.mesh().faces[i]});
+        }
+    }
+
+    /// The thinnest wall among those square to a grid of places on each facet.
+    [[nodiscard]] double thinnest(int steps) const {
+        double least = 1e300;
+        for (const Facet& facet : facets_)
+            for (int i = 0; i < steps; ++i)
+                for (int k = 0; i + k < steps; ++k) {
+                    const double u = (i + 0.33) / steps, v = (k + 0.33) / steps;
+                    const Vector p{facet.a.x + facet.ab.x * u + facet.ac.x * v,
+                                   facet.a.y + facet.ab.y * u + facet.ac.y * v,
+                                   facet.a.z + facet.ab.z * u + facet.ac.z * v};
+                    const auto [length, slope, face] = rayFrom(p, facet.normal);
+                    const bool edge = sharp_.count(std::minmax(face, facet.face)) > 0;
+                    if (slope < (edge ? -0.985 : -0.867)) least = std::min(least, length);
+                }
+        return least;
+    }
+
+    struct End {
+        double length = 1e300, slope = 0.0;
+        int face = 0;
+    };
+    /// The first facet from a place against the direction `n` that looks away from it.
+    [[nodiscard]] End rayFrom(const Vector& p, const Vector& n) const {
+        End end;
+        for (const Facet& facet : facets_) {
+            const double slope = product(n, facet.normal);
+            if (slope > -1e-9) continue;
+            const Vector from = minus(facet.a, p);
+            const double t = product(from, facet.normal) / -slope;
+            const Vector q{-from.x - n.x * t, -from.y - n.y * t, -from.z - n.z * t};
+            const double u = product(across(q, facet.ac), facet.normal),
+                         v = product(across(facet.ab, q), facet.normal),
+                         all = product(across(facet.ab, facet.ac), facet.normal);
+            if (t < 1e-6 || t >= end.length || u < 0 || v < 0 || u + v > all) continue;
+            end = {t, slope, facet.face};
+        }
+        return end;
+    }
+
+private:
+    struct Facet {
+        Vector a, ab, ac, normal;
+        int face;
+    };
+    std::vector<Facet> facets_;
+    std::set<std::pair<int, int>> sharp_;
+};
+
+}  // namespace
+
+TEST(WallsTest, RandomPartsAreAsThinAsBruteForceFinds) {
+    for (unsigned seed = 1; seed <= 20; ++seed) {
+        SCOPED_TRACE(seed);
+        std::mt19937 random(seed);
+        const auto pick = [&](int from, int to) {
+            return from + 0.37 * static_cast<double>(random() % static_cast<unsigned>(to - from));
+        };
+        TopoDS_Shape shape = box(60, 50, 12);
+        for (int i = 0; i < 3; ++i) {
+            shape = cut(shape, box(pick(4, 20), pick(4, 20), 20,
+                                   {pick(-3, 99), pick(-3, 99), pick(1, 24)}));
+            shape = cut(shape, round(pick(3, 120), pick(3, 99), pick(1, 24), pick(1, 12), 20));
+        }
+        const auto part = partOf(shape);
+        ASSERT_TRUE(part);
+        const BruteForce brute(*part);
+        const Walls& walls = part->walls();
+        // No thicker than what the grid finds; and where it is thinner than that, a plain ray from
+        // its place must find the same.
+        const double found = brute.thinnest(12);
+        EXPECT_LE(walls.smallestByRay.value, found * 1.02 + 0.01);
+        EXPECT_LE(walls.smallestBySphere.value, walls.smallestByRay.value * 1.001);
+        for (const Thickness& place : {walls.smallestByRay, walls.smallestBySphere}) {
+            const Vector chord = minus(place.point, place.opposite);
+            const double size = std::sqrt(product(chord, chord));
+            const Vector out{chord.x / size, chord.y / size, chord.z / size};
+            const Vector start{place.point.x - out.x * size / 2, place.point.y - out.y * size / 2,
+                               place.point.z - out.z * size / 2};
+            const Vector in{-out.x, -out.y, -out.z};
+            EXPECT_NEAR(brute.rayFrom(start, out).length + brute.rayFrom(start, in).length, size,
+                        0.01 + 0.02 * size);
+        }
+    }
+}
+
 TEST(GapsTest, NarrowAirIsFoundBetweenWallsAndBetweenSolids) {
     const TopoDS_Shape bearing = shapes::compound(
         {cut(round(0, 0, 0, 20, 15), round(0, 0, -1, 10, 17)), round(0, 0, 0, 9.7, 15)});
@@ -220,10 +339,6 @@ struct Placed {
     std::shared_ptr<const Part> part;
 };
 
-double cosine(const Vector& a, const Vector& b) {
-    return a.x * b.x + a.y * b.y + a.z * b.z;
-}
-
 double leastAngle(const Draft& draft) {
     return draft.faces.empty() ? -1.0 : draft.faces.front().angle;
 }
@@ -253,7 +368,7 @@ TEST(DraftTest, AnglesAreThoseOfTheFaces) {
         EXPECT_NEAR(leastAngle(b.part->draft(b.moved(0, 0, 1))), 1.5, 1e-4);
         EXPECT_NEAR(leastAngle(c.part->draft(c.moved(0, 0, 1))), 1.5, 0.25);
         EXPECT_TRUE(b.part->draft(b.moved(0, 0, 1)).undercuts.empty());
-        EXPECT_NEAR(std::abs(cosine(b.part->pullDirection(), b.moved(0, 0, 1))), 1.0, 1e-9);
+        EXPECT_NEAR(std::abs(product(b.part->pullDirection(), b.moved(0, 0, 1))), 1.0, 1e-9);
     }
 }
 
@@ -287,18 +402,18 @@ TEST(DraftTest, UndercutsAreFoundWithTheWayOut) {
             ASSERT_EQ(first.size(), 1U);
             EXPECT_EQ(first[0].faces.size(), 5U);  // floor, two walls, two lips
             EXPECT_NEAR(first[0].area, 2 * (8 + 10 + 10) * 40, 100);
-            EXPECT_NEAR(std::abs(cosine(first[0].slide, a.moved(0, 1, 0))), 1.0, 1e-9);
+            EXPECT_NEAR(std::abs(product(first[0].slide, a.moved(0, 1, 0))), 1.0, 1e-9);
             EXPECT_NEAR(first[0].travel, 40.0, 0.1);
-            EXPECT_NEAR(std::abs(cosine(a.part->pullDirection(), a.moved(0, 1, 0))), 1.0, 1e-9);
+            EXPECT_NEAR(std::abs(product(a.part->pullDirection(), a.moved(0, 1, 0))), 1.0, 1e-9);
             const auto second = b.part->draft(b.moved(0, 0, 1)).undercuts;
             ASSERT_EQ(second.size(), 1U);
-            EXPECT_NEAR(cosine(second[0].slide, b.moved(0, -1, 0)), 1.0, 1e-4);
+            EXPECT_NEAR(product(second[0].slide, b.moved(0, -1, 0)), 1.0, 1e-4);
             EXPECT_NEAR(second[0].travel, 11.0, 0.1);
             // No one slide frees a groove all around, and nothing a closed cavity.
             for (const auto& undercuts : {c.part->draft(c.moved(0, 0, 1)).undercuts,
                                           d.part->draft(d.moved(0, 0, 1)).undercuts}) {
                 ASSERT_EQ(undercuts.size(), 1U);
-                EXPECT_EQ(cosine(undercuts[0].slide, undercuts[0].slide), 0.0);
+                EXPECT_EQ(product(undercuts[0].slide, undercuts[0].slide), 0.0);
             }
             EXPECT_TRUE(b.part->draft(b.moved(0, 1, 0)).undercuts.empty());
         }

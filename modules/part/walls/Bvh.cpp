@@ -69,17 +69,30 @@ Bvh::Bvh(std::vector<Facet> facets, const Vector& centre)
     nodes_ = Builder(facets_).build();
 }
 
+/// Whether any normal below the node's child passes the filter. A sphere in a thin plate holds many
+/// facets that do not.
+bool Bvh::mayCount(const Node& node, std::size_t child, const Filter& filter) {
+    constexpr double kScale = 127.0;
+    const double d[3] = {filter.direction.x, filter.direction.y, filter.direction.z};
+    double least = 0.0;
+    for (std::size_t i = 0; i < 3; ++i)
+        least += std::min(d[i] * node.least[i][child], d[i] * node.greatest[i][child]);
+    return least <= filter.limit * kScale;
+}
+
 /// Goes through the tree, nearest first. `distance` fills in how far each box of a node is;
 /// `most` is how far is still of interest, which `leaf` may shorten.
 template <typename Distance, typename Leaf>
-void Bvh::visit(Distance distance, Leaf leaf, const double& most) const {
+void Bvh::visit(const Filter& filter, Distance distance, Leaf leaf, const double& most) const {
     if (nodes_.empty()) return;
     std::array<Pending, kStack> stack;
     std::size_t height = 0;
+    std::uint64_t work = 0;
     stack[height++] = {0.0F, 0, 0};
     while (height > 0) {
         const Pending next = stack[--height];
         if (static_cast<double>(next.distance) > most) continue;
+        work += 1 + next.count;
         if (next.count > 0) {
             for (std::uint32_t i = 0; i < next.count; ++i)
                 leaf(facets_[next.child + i]);
@@ -90,13 +103,14 @@ void Bvh::visit(Distance distance, Leaf leaf, const double& most) const {
         distance(node, far);
         const std::size_t base = height;
         for (std::size_t k = 0; k < node.children; ++k) {
-            if (!(static_cast<double>(far[k]) <= most)) continue;
+            if (!(static_cast<double>(far[k]) <= most) || !mayCount(node, k, filter)) continue;
             std::size_t at = height++;
             for (; at > base && stack[at - 1].distance < far[k]; --at)
                 stack[at] = stack[at - 1];
             stack[at] = {far[k], node.child[k], node.count[k]};
         }
     }
+    if (filter.work) *filter.work += work;
 }
 
 Bvh::Hit Bvh::ray(const Vector& origin, const Vector& direction, double from, double to,
@@ -125,7 +139,7 @@ Bvh::Hit Bvh::ray(const Vector& origin, const Vector& direction, double from, do
         }
     };
     visit(
-        distance,
+        filter, distance,
         [&](const Facet& facet) {
             if (!counts(facet, filter)) return;
             const double t = distanceAlong(facet, start, direction);
@@ -145,6 +159,7 @@ Bvh::Hit Bvh::nearest(const Vector& point, double radius, const Filter& filter) 
     const Facet* best = nullptr;
     Vector found;
     visit(
+        filter,
         [&](const Node& node, std::array<float, kWidth>& far) {
             for (std::size_t k = 0; k < kWidth; ++k) {
                 float sum = 0.0F;

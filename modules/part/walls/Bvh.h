@@ -25,6 +25,7 @@ public:
         Vector direction;
         double limit = 2.0;
         int body = kAnyBody;
+        std::uint64_t* work = nullptr;  ///< grows by the boxes and facets that were looked at
     };
 
     struct Hit {
@@ -50,8 +51,9 @@ private:
     static constexpr std::size_t kWidth = 4;
     struct alignas(16) Node {
         float low[3][kWidth], high[3][kWidth];
-        std::uint32_t child[kWidth];  // a node, or the first facet of a leaf
-        std::uint8_t count[kWidth];   // facets of a leaf; 0 for a node
+        std::uint32_t child[kWidth];                        // a node, or the first facet of a leaf
+        std::int8_t least[3][kWidth], greatest[3][kWidth];  // components of normals, in 127ths
+        std::uint8_t count[kWidth];                         // facets of a leaf; 0 for a node
         std::uint8_t children;
     };
     struct Pending {
@@ -61,8 +63,9 @@ private:
     };
     class Builder;
 
+    static bool mayCount(const Node& node, std::size_t child, const Filter& filter);
     template <typename Distance, typename Leaf>
-    void visit(Distance distance, Leaf leaf, const double& most) const;
+    void visit(const Filter& filter, Distance distance, Leaf leaf, const double& most) const;
 
     std::vector<Facet> facets_;
     std::vector<Node> nodes_;

@@ -11,6 +11,11 @@ constexpr std::size_t kBins = 16;
 constexpr float kMargin = 5e-7F;
 /// Below this depth cuts halve the count, so that the stack of a visit has a known size.
 constexpr int kDeep = 24;
+constexpr float kScale = 127.0F;
+
+std::int8_t small(float value) {
+    return static_cast<std::int8_t>(std::clamp(value, -128.0F, 127.0F));
+}
 
 }  // namespace
 
@@ -48,9 +53,12 @@ Bvh::Builder::Builder(std::vector<Facet>& facets) : facets_(facets) {
 }
 
 Bvh::Builder::Range Bvh::Builder::range(std::uint32_t begin, std::uint32_t end) const {
-    Range range{begin, end, {}};
-    for (std::uint32_t i = begin; i < end; ++i)
+    Range range{begin, end, {}, {}};
+    for (std::uint32_t i = begin; i < end; ++i) {
         range.bounds.add(items_[i].bounds);
+        const float* n = facets_[items_[i].facet].normal;
+        range.normals.add({{n[0], n[1], n[2]}, {n[0], n[1], n[2]}});
+    }
     return range;
 }
 
@@ -147,6 +155,8 @@ std::vector<Bvh::Node> Bvh::Builder::build() {
             for (std::size_t i = 0; i < 3; ++i) {
                 node.low[i][k] = parts[k].bounds.low[i];
                 node.high[i][k] = parts[k].bounds.high[i];
+                node.least[i][k] = small(std::floor(parts[k].normals.low[i] * kScale));
+                node.greatest[i][k] = small(std::ceil(parts[k].normals.high[i] * kScale));
             }
             const bool leaf = parts[k].size() <= kLeaf;
             node.count[k] = static_cast<std::uint8_t>(leaf ? parts[k].size() : 0);

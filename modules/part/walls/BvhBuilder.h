@@ -27,7 +27,7 @@ private:
     };
     struct Range {
         std::uint32_t begin, end;
-        Bounds bounds;
+        Bounds bounds, normals;
         [[nodiscard]] std::uint32_t size() const { return end - begin; }
     };
     struct Task {

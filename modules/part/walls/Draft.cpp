@@ -82,7 +82,7 @@ Draft findDraft(const Skin& skin, const Vector& pull) {
     if (!skin.anyClosed()) return draft;
     draft.pull = pull;
     const Model& model = skin.model();
-    const Reach reach(skin);
+    Reach reach(skin);
     std::vector<Slopes> slopes(model.faces.size() + 1);
     Hidden hidden;
     hidden.areas.assign(slopes.size(), 0.0);
@@ -100,7 +100,7 @@ Draft findDraft(const Skin& skin, const Vector& pull) {
             }
         }
         slopes[at].add(dot(normal, pull), point);
-        if (!reach.isHidden(sample, pull)) return;
+        if (!reach.isDue() || !reach.isHidden(sample, pull)) return;
         hidden.areas[at] += sample.area;
         hidden.samples.push_back(sample);
     });
@@ -128,13 +128,13 @@ Vector findPullDirection(const Skin& skin) {
         some.push_back(all[i]);
         area += all[i].area;
     }
-    const Reach reach(skin);
     Vector best;
     double least = 1e300, shortest = 1e300;
     for (const Vector& direction : directionsOf(skin.model(), kMostDirections)) {
+        Reach reach(skin);
         double hidden = 0.0, low = 1e300, high = -1e300;
         for (const Sample& sample : some) {
-            if (reach.isHidden(sample, direction)) hidden += sample.area;
+            if (reach.isDue() && reach.isHidden(sample, direction)) hidden += sample.area;
             low = std::min(low, dot(sample.point, direction));
             high = std::max(high, dot(sample.point, direction));
         }

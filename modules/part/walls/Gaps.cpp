@@ -8,13 +8,13 @@ Gaps findGaps(const Skin& skin) {
     if (!skin.anyClosed()) return gaps;
     using Pair = std::pair<int, int>;
     const Samples samples(skin);
-    const Probe probe(skin, Medium::Air);
+    Probe probe(skin, Medium::Air);
     const auto pairOf = [](const Thickness& place) {
         return Pair(std::minmax(place.faces[0], place.faces[1]));
     };
     Thinnest<Pair> narrowest;
     samples.each([&](const Sample& sample) {
-        if (!skin.isClosed(sample.triangle)) return;
+        if (!skin.isClosed(sample.triangle) || !probe.isDue()) return;
         const Probe::Reading reading = probe.measure(sample);
         if (reading.sphereIsWall) narrowest.take(pairOf(reading.sphere), reading.sphere, sample);
     });

@@ -41,8 +41,9 @@ bool Probe::isWall(int face, int opposite, double cosine) const {
 
 bool Probe::shoot(const Sample& sample, End& end, double& distance) const {
     const Vector in = medium_ == Medium::Material ? -sample.normal : sample.normal;
-    const Bvh::Hit hit = skin_.tree().ray(sample.point, in, -tiny_, 2.0 * skin_.size(),
-                                          {sample.normal, kAway, bodyOf(sample.triangle)});
+    const Bvh::Hit hit =
+        skin_.tree().ray(sample.point, in, -tiny_, 2.0 * skin_.size(),
+                         {sample.normal, kAway, bodyOf(sample.triangle), &pace_.work});
     if (!hit) return false;
     const Skin::Spot spot = skin_.exactly(hit.triangle, hit.point);
     const double slope = dot(in, spot.normal);
@@ -57,7 +58,7 @@ double Probe::shrink(const Sample& sample, double radius, End& end) const {
     constexpr int kMostSteps = 40;
     constexpr double kEnough = 1e-6;
     const Vector in = medium_ == Medium::Material ? -sample.normal : sample.normal;
-    const Bvh::Filter filter{sample.normal, kObstacle, bodyOf(sample.triangle)};
+    const Bvh::Filter filter{sample.normal, kObstacle, bodyOf(sample.triangle), &pace_.work};
     for (int step = 0; step < kMostSteps; ++step) {
         const Vector centre = sample.point + in * radius;
         const double reach = std::min(radius * 1.02 + skin_.size() * kDeviation, radius * 1.2);
@@ -83,7 +84,8 @@ bool Probe::touches(const Sample& sample, double radius, const End& end) const {
     const Vector centre = sample.point + in * radius;
     const double slope = dot(end.normal, unit(end.point - centre));
     if (std::abs(slope) > kFlat) return true;
-    return !skin_.tree().nearest(centre, radius * kInside, {{}, 1.0, bodyOf(sample.triangle)});
+    return !skin_.tree().nearest(centre, radius * kInside,
+                                 {{}, 1.0, bodyOf(sample.triangle), &pace_.work});
 }
 
 Probe::Reading Probe::measure(const Sample& sample) const {
@@ -113,7 +115,7 @@ Probe::Reading Probe::measure(const Sample& sample) const {
 Bvh::Hit Probe::across(const Sample& sample, const Vector& opposite) const {
     const Vector out = medium_ == Medium::Material ? sample.normal : -sample.normal;
     return skin_.tree().ray(opposite, out, tiny_, 2.0 * skin_.size(),
-                            {-sample.normal, kObstacle, bodyOf(sample.triangle)});
+                            {-sample.normal, kObstacle, bodyOf(sample.triangle), &pace_.work});
 }
 
 }  // namespace corvane::part::walls

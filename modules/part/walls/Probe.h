@@ -2,6 +2,7 @@
 
 #include "corvane/part/Walls.h"
 
+#include "Pace.h"
 #include "Samples.h"
 
 namespace corvane::part::walls {
@@ -19,6 +20,9 @@ public:
         bool rayIsWall = false, sphereIsWall = false;
     };
     [[nodiscard]] Reading measure(const Sample& sample) const;
+
+    /// Whether the next of many samples is worth its work.
+    [[nodiscard]] bool isDue() { return pace_.isDue(); }
 
     /// The facet on the sample's side across from a reading's other end, and the place on it.
     [[nodiscard]] Bvh::Hit across(const Sample& sample, const Vector& opposite) const;
@@ -38,6 +42,7 @@ private:
     Medium medium_;
     std::vector<std::pair<int, int>> edges_;  // pairs of faces at a sharp edge, in order
     double tiny_ = 0.0;
+    mutable Pace pace_;
 };
 
 }  // namespace corvane::part::walls

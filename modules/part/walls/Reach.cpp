@@ -15,7 +15,8 @@ bool Reach::isFree(const Sample& sample, const Vector& direction) const {
     // Facets on both sides, for the exact surface of a hole is inside its facets.
     const Vector start = skin_.onto(sample.triangle, sample.point) +
                          skin_.facetNormal(sample.triangle) * (skin_.size() * kLift);
-    return !skin_.tree().ray(start, direction, 0.0, 2.0 * skin_.size(), {direction, -1e-6});
+    return !skin_.tree().ray(start, direction, 0.0, 2.0 * skin_.size(),
+                             {direction, -1e-6, Bvh::kAnyBody, &pace_.work});
 }
 
 bool Reach::isHidden(const Sample& sample, const Vector& pull) const {

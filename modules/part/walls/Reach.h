@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Pace.h"
 #include "Samples.h"
 
 namespace corvane::part::walls {
@@ -12,11 +13,15 @@ public:
     /// Whether nothing is in the way from the sample along a unit direction.
     [[nodiscard]] bool isFree(const Sample& sample, const Vector& direction) const;
 
+    /// Whether the next of many samples is worth its work.
+    [[nodiscard]] bool isDue() { return pace_.isDue(); }
+
     /// Whether neither half of a mould can form the place. An upright one may leave either way.
     [[nodiscard]] bool isHidden(const Sample& sample, const Vector& pull) const;
 
 private:
     const Skin& skin_;
+    mutable Pace pace_;
 };
 
 }  // namespace corvane::part::walls

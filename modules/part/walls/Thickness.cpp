@@ -31,7 +31,7 @@ public:
 
 private:
     void take(const Sample& sample) {
-        if (!skin_.isClosed(sample.triangle)) return;
+        if (!skin_.isClosed(sample.triangle) || !probe_.isDue()) return;
         const Probe::Reading reading = probe_.measure(sample);
         if (reading.rayIsWall) byRay_.take(reading.ray.faces[0], reading.ray, sample);
         if (sample.vertex != Sample::kNoVertex && reading.sphere.value > 0.0) {

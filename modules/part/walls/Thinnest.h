@@ -35,7 +35,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kMostFollowed = 2000;
+    static constexpr std::size_t kMostFollowed = 500;
     static constexpr int kMostSteps = 12;
     struct Best {
         Thickness place;

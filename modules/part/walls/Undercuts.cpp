@@ -52,7 +52,7 @@ private:
         for (const Vector& known : directions_)
             if (angleBetweenLines(known, line) < kSameLine) return;
         directions_.push_back(line);
-        directions_.push_back(-line);
+        directions_.push_back(Vector{} - line);
     }
 
     Vector pull_;
