@@ -17,8 +17,8 @@ public:
     ScriptLocale& operator=(const ScriptLocale&) = delete;
 
 private:
-    // As the system has them.
-    int formerMode_ = 0;
+    // As the system has them; only some have a mode.
+    [[maybe_unused]] int formerMode_ = 0;
     void* former_ = nullptr;
 };
 
