@@ -447,6 +447,9 @@ TEST(OverhangsTest, SpansAreMeasuredFromWhatHolds) {
                 EXPECT_NEAR(found[0].angle, known.angle, 1e-3);
                 EXPECT_EQ(placed.part->overhangs(up, 45).empty(), known.angle > 0.0);
             }
+}
+
+TEST(OverhangsTest, QuestionsWithoutADirectionHaveNoAnswer) {
     const auto cube = partOf(box(5, 5, 5));
     EXPECT_TRUE(cube->overhangs({0, 0, 0}, 45).empty());
     EXPECT_TRUE(cube->overhangs({0, 0, 1}, std::nan("")).empty());
