@@ -8,12 +8,11 @@
 namespace corvane::part::features {
 namespace {
 
-std::vector<Box> boxesOf(const Mesh& mesh) {
-    std::vector<Box> boxes(mesh.triangles.size());
-    for (std::size_t i = 0; i < boxes.size(); ++i)
-        for (const std::uint32_t vertex : mesh.triangles[i])
-            add(boxes[i], mesh.vertices[vertex]);
-    return boxes;
+Box boxOf(const Mesh& mesh, std::uint32_t triangle) {
+    Box box;
+    for (const std::uint32_t vertex : mesh.triangles[triangle])
+        add(box, mesh.vertices[vertex]);
+    return box;
 }
 
 /// A point by its place along an axis and across it.
@@ -127,15 +126,29 @@ struct View {
 }  // namespace
 
 Surroundings::Surroundings(const Topology& topology, const Mesh& mesh)
-    : topology_(topology),
-      mesh_(mesh),
-      tree_(boxesOf(mesh)),
-      tolerance_(topology.size() / 1000.0) {}
+    : topology_(topology), mesh_(mesh), faces_({}), tolerance_(topology.size() / 1000.0) {
+    const std::size_t count = topology.model().faces.size();
+    std::vector<std::vector<Box>> boxes(count);
+    std::vector<std::vector<std::uint32_t>> triangles(count);
+    std::vector<Box> faces(count);
+    for (std::uint32_t i = 0; i < mesh.triangles.size(); ++i) {
+        const auto face = static_cast<std::size_t>(mesh.faces[i] - 1);
+        const Box box = boxOf(mesh, i);
+        boxes[face].push_back(box);
+        triangles[face].push_back(i);
+        add(faces[face], box.least);
+        add(faces[face], box.greatest);
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        if (triangles[i].empty()) faces[i] = {topology.centre(), topology.centre()};
+        patches_.push_back({std::move(triangles[i]), BoxTree(std::move(boxes[i]))});
+    }
+    faces_ = BoxTree(std::move(faces));
+}
 
-bool Surroundings::counts(std::uint32_t triangle, const std::vector<int>& except, int solid) const {
-    const int face = mesh_.faces[triangle];
-    return topology_.model().face(face).solid == solid &&
-           !std::binary_search(except.begin(), except.end(), face);
+bool Surroundings::counts(std::size_t face, const std::vector<int>& except, int solid) const {
+    return topology_.model().faces[face].solid == solid &&
+           !std::binary_search(except.begin(), except.end(), static_cast<int>(face) + 1);
 }
 
 std::array<Vector, 3> Surroundings::corners(std::uint32_t triangle) const {
@@ -143,27 +156,38 @@ std::array<Vector, 3> Surroundings::corners(std::uint32_t triangle) const {
     return {mesh_.vertices[t[0]], mesh_.vertices[t[1]], mesh_.vertices[t[2]]};
 }
 
-double Surroundings::free(const Bar& bar, bool leaving, const std::vector<int>& except,
-                          int solid) const {
+double Surroundings::lowestOn(std::uint32_t triangle, const Bar& bar, bool leaving,
+                              double start) const {
     const View view(bar);
+    const auto points = corners(triangle);
+    const Local normal = view.direction(unit(cross(points[1] - points[0], points[2] - points[0])));
+    if (leaving ? normal.along <= 1e-6 : normal.along >= -1e-6) return kNone;
+    const Polygon polygon = clipped(view.polygon(points), start, 1.0);
+    return polygon.empty() ? kNone : lowestWithin(polygon, normal, bar.radius);
+}
+
+double Surroundings::free(const Bar& wide, bool leaving, const std::vector<int>& except,
+                          int solid) const {
+    const View view(wide);
     // Facets of the wall itself reach into its circle by their tolerance.
-    const double radius = bar.radius * 0.98, start = leaving ? 0.0 : tolerance_;
+    const Bar bar{wide.origin, wide.axis, wide.length, wide.radius * 0.98};
+    const double start = leaving ? 0.0 : tolerance_;
     double best = kNone;
-    tree_.search(
-        best,
-        [&](const Vector& centre, double reach) {
-            const Local c = view.point(centre);
-            return out(c) - reach > radius || c.along + reach < start ? kNone : c.along - reach;
-        },
-        [&](std::uint32_t triangle) {
-            if (!counts(triangle, except, solid)) return;
-            const auto points = corners(triangle);
-            const Local normal =
-                view.direction(unit(cross(points[1] - points[0], points[2] - points[0])));
-            if (leaving ? normal.along <= 1e-6 : normal.along >= -1e-6) return;
-            const Polygon polygon = clipped(view.polygon(points), start, 1.0);
-            if (!polygon.empty()) best = std::min(best, lowestWithin(polygon, normal, radius));
+    const auto bound = [&](const Vector& centre, double reach) {
+        const Local c = view.point(centre);
+        return out(c) - reach > bar.radius || c.along + reach < start ? kNone : c.along - reach;
+    };
+    faces_.search(best, bound, [&](std::uint32_t index) {
+        if (!counts(index, except, solid)) return;
+        const Face& face = topology_.model().faces[index];
+        // A flat face that looks the other way has no facet that counts.
+        const double look = dot(face.normal, bar.axis);
+        if (face.surface.kind == SurfaceKind::Plane && (leaving ? look < -0.1 : look > 0.1)) return;
+        const Patch& patch = patches_[index];
+        patch.tree.search(best, bound, [&](std::uint32_t i) {
+            best = std::min(best, lowestOn(patch.triangles[i], bar, leaving, start));
         });
+    });
     return best;
 }
 
@@ -175,33 +199,35 @@ double Surroundings::refined(int number, const Bar& bar, double outside) const {
     return std::abs(exact - outside) <= 2.0 * tolerance_ ? exact : outside;
 }
 
+double Surroundings::leastOn(std::uint32_t triangle, const Bar& bar) const {
+    const View view(bar);
+    const auto points = corners(triangle);
+    const Local normal = view.direction(unit(cross(points[1] - points[0], points[2] - points[0])));
+    const double margin = bar.length * 1e-6;
+    const Polygon polygon =
+        clipped(clipped(view.polygon(points), margin, 1.0), bar.length - margin, -1.0);
+    Local middle{0, 0, 0};
+    for (const Local& p : polygon)
+        middle = middle + p * (1.0 / static_cast<double>(polygon.size()));
+    if (normal.u * middle.u + normal.v * middle.v <= 1e-6 * out(middle)) return kNone;
+    return std::max(0.0, refined(mesh_.faces[triangle], bar, leastOut(polygon)) - bar.radius);
+}
+
 double Surroundings::beside(const Bar& bar, const std::vector<int>& except, int solid) const {
     const View view(bar);
     double best = kNone;
-    tree_.search(
-        best,
-        [&](const Vector& centre, double reach) {
-            const Local c = view.point(centre);
-            const bool past = c.along + reach < 0.0 || c.along - reach > bar.length;
-            return past ? kNone : out(c) - reach - bar.radius - 2.0 * tolerance_;
-        },
-        [&](std::uint32_t triangle) {
-            if (!counts(triangle, except, solid)) return;
-            const auto points = corners(triangle);
-            const Local normal =
-                view.direction(unit(cross(points[1] - points[0], points[2] - points[0])));
-            const double margin = bar.length * 1e-6;
-            const Polygon polygon =
-                clipped(clipped(view.polygon(points), margin, 1.0), bar.length - margin, -1.0);
-            if (polygon.empty()) return;
-            Local middle{0, 0, 0};
-            for (const Local& p : polygon)
-                middle = middle + p * (1.0 / static_cast<double>(polygon.size()));
-            if (normal.u * middle.u + normal.v * middle.v <= 1e-6 * out(middle)) return;
-            const double found =
-                refined(mesh_.faces[triangle], bar, leastOut(polygon)) - bar.radius;
-            best = std::min(best, std::max(0.0, found));
+    const auto bound = [&](const Vector& centre, double reach) {
+        const Local c = view.point(centre);
+        const bool past = c.along + reach < 0.0 || c.along - reach > bar.length;
+        return past ? kNone : out(c) - reach - bar.radius - 2.0 * tolerance_;
+    };
+    faces_.search(best, bound, [&](std::uint32_t index) {
+        if (!counts(index, except, solid)) return;
+        const Patch& patch = patches_[index];
+        patch.tree.search(best, bound, [&](std::uint32_t i) {
+            best = std::min(best, leastOn(patch.triangles[i], bar));
         });
+    });
     return best;
 }
 

@@ -30,14 +30,23 @@ public:
     [[nodiscard]] double beside(const Bar& bar, const std::vector<int>& except, int solid) const;
 
 private:
-    [[nodiscard]] bool counts(std::uint32_t triangle, const std::vector<int>& except,
-                              int solid) const;
+    /// The facets of one face.
+    struct Patch {
+        std::vector<std::uint32_t> triangles;
+        BoxTree tree;
+    };
+
+    [[nodiscard]] bool counts(std::size_t face, const std::vector<int>& except, int solid) const;
+    [[nodiscard]] double lowestOn(std::uint32_t triangle, const Bar& bar, bool leaving,
+                                  double start) const;
+    [[nodiscard]] double leastOn(std::uint32_t triangle, const Bar& bar) const;
     [[nodiscard]] std::array<Vector, 3> corners(std::uint32_t triangle) const;
     [[nodiscard]] double refined(int face, const Bar& bar, double outside) const;
 
     const Topology& topology_;
     const Mesh& mesh_;
-    BoxTree tree_;
+    std::vector<Patch> patches_;  // by face number less 1
+    BoxTree faces_;
     double tolerance_;
 };
 
