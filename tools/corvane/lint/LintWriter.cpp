@@ -86,7 +86,7 @@ void writeSarif(std::ostream& out, std::span<const Problem> problems, std::strin
                            {"ruleIndex", index},
                            {"level", gravityOf(*problem.code)},
                            {"message", {{"text", sentence(problem.message) + " " + problem.mend}}},
-                           {"locations", {locationOf(problem)}}});
+                           {"locations", Json::array({locationOf(problem)})}});
     }
     const Json driver{
         {"name", "corvane lint"}, {"version", std::string(version)}, {"rules", std::move(rules)}};
@@ -97,7 +97,7 @@ void writeSarif(std::ostream& out, std::span<const Problem> problems, std::strin
                     "https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/"
                     "sarif-schema-2.1.0.json"},
                    {"version", "2.1.0"},
-                   {"runs", {std::move(run)}}})
+                   {"runs", Json::array({std::move(run)})}})
         << '\n';
 }
 

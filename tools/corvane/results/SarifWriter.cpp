@@ -122,7 +122,7 @@ private:
             {"help", messageOf(helpOf(rule))},
             {"defaultConfiguration", {{"level", levelOf(info_.severities, rule.severity.number)}}}};
         Json properties;
-        if (!rule.category.empty()) properties["tags"] = {rule.category};
+        if (!rule.category.empty()) properties["tags"] = Json::array({rule.category});
         if (!rule.severity.name.empty()) properties["severity"] = rule.severity.name;
         if (!properties.empty()) descriptor["properties"] = std::move(properties);
         rules_.push_back(std::move(descriptor));
@@ -157,7 +157,7 @@ private:
         if (!locations.empty()) result["locations"] = locations;
         if (!finding.fingerprint.empty())
             result["partialFingerprints"] = {{kFingerprint, finding.fingerprint}};
-        if (finding.waiver) result["suppressions"] = {suppressionOf(*finding.waiver)};
+        if (finding.waiver) result["suppressions"] = Json::array({suppressionOf(*finding.waiver)});
         Json properties = propertiesOf(rule, finding);
         if (!properties.empty()) result["properties"] = std::move(properties);
         out_ << (first_ ? "\n" : ",\n") << lineOf(result);
