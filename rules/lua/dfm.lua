@@ -57,3 +57,7 @@ function dfm.thinnest(process) end
 ---@param places Thickness[]
 ---@return Thickness[]
 function dfm.pairs_once(places) end
+
+---The sheet that the part is; ends the rule in an error when it is none.
+---@return SheetMetal
+function dfm.sheet() end

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "Figures.h"
 #include "cli/CommandLine.h"
 #include "part/Shapes.h"
 
@@ -48,18 +49,29 @@ TEST_F(PartEngine, GivesTheMeasuresOfThePartBesideWhatTheHostSaysOfIt) {
         "if e.kind == 'circle' then n = n + 1 end end return n == 2 end)()",
         "part.edge(1).number == 1 and part.face(7).number == 7",
         "#part.face(1).edges[1] > 0",
+        "#part.holes() == 1 and near(part.holes()[1].diameter, 10)",
+        "part.holes()[1].bottom == 'through' and part.holes()[1].counterbore_diameter == nil",
+        "near(part.holes()[1].edge_distance, 15) and part.holes()[1].hole_distance == nil",
+        "part.holes()[1].free_length == nil and #part.holes()[1].sections == 1",
+        "#part.patterns() == 0 and #part.pockets() == 0 and #part.corners() == 0",
+        "#part.fillets() == 0 and not part.turned().is and #part.sheet().reason > 0",
+        "part.gaps().places[1].faces[1] == part.gaps().places[1].faces[2]",
+        "near(math.abs(part.draft().pull.z), 1) and #part.draft{pull = {0, 0, 2}}.faces == 7",
+        "#part.draft{pull = {x = 1, y = 0, z = 0}}.undercuts > 0",
+        "#part.overhangs() == 0 and #part.overhangs{up = {0, 1, 0}, angle = 40} == 1",
         "math.abs(part.walls().thinnest.value - 15) < 0.01 and #part.walls().places > 0",
     };
     std::string script =
         "local function near(a, b) return math.abs(a - b) < 1e-6 * math.abs(b) + 1e-6 end\n";
     for (const char* truth : truths)
-        script += "if not (" + std::string(truth) + ") then error([[" + truth + "]]) end\n";
+        script += "if not (" + std::string(truth) + ") then error([=[" + truth + "]=]) end\n";
     const ProcessResult result = run(script);
     EXPECT_EQ(result.status, 0) << result.out;
 }
 
 TEST_F(PartEngine, WhatCannotBeMeasuredIsAnErrorAndNeverPasses) {
     corvane.folder.write("broken.step", "ISO-10303-21;\nnothing\n");
+    shapes::write(figures::openBox(), corvane.folder.path("open.brep"));
     const struct {
         const char* script;
         std::vector<std::string> part;
@@ -74,6 +86,17 @@ TEST_F(PartEngine, WhatCannotBeMeasuredIsAnErrorAndNeverPasses) {
         {"part.face(0)", {"@block.step"}, "the part has no face 0"},
         {"part.face(math.maxinteger)", {"@block.step"}, "the part has no face 9223"},
         {"part.face(1.5)", {"@block.step"}, "integer representation"},
+        {"part.draft{pull = {0, 0, 0}}", {"@block.step"}, "a direction needs a length"},
+        {"part.draft{pull = {0, 0/0, 1}}", {"@block.step"}, "a direction is three numbers"},
+        {"part.draft{pull = 'up'}", {"@block.step"}, "a direction is three numbers"},
+        {"part.draft(7)", {"@block.step"}, "table expected, got number"},
+        {"part.overhangs{up = {1e300, 0, 0}}", {"@block.step"}, "a direction is three numbers"},
+        {"part.overhangs{angle = 0/0}", {"@block.step"}, "above 0 and at most 90"},
+        {"part.overhangs{angle = 91}", {"@block.step"}, "above 0 and at most 90"},
+        {"part.walls()", {"@open.brep"}, "not closed"},
+        {"part.draft()", {"@open.brep"}, "not closed"},
+        {"part.overhangs()", {"@open.brep"}, "not closed"},
+        {"part.volume()", {"@open.brep"}, "encloses no volume"},
         {"part.edge({})", {"@block.step"}, "number expected, got table"},
         {"local t = {} while true do t[#t + 1] = part.faces() end", {"@block.step"}, "memory"},
     };

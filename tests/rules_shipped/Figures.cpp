@@ -13,16 +13,6 @@ Make block(double x, double y, double z) {
     return [=] { return box(x, y, z); };
 }
 
-/// A box without its first face.
-TopoDS_Shape openBox() {
-    BRepBuilderAPI_Sewing sewing;
-    TopExp_Explorer face(box(20, 20, 20), TopAbs_FACE);
-    for (face.Next(); face.More(); face.Next())
-        sewing.Add(face.Current());
-    sewing.Perform();
-    return sewing.SewedShape();
-}
-
 /// An angle bracket with a sharp inner corner.
 TopoDS_Shape angle() {
     return cut(box(40, 30, 20), box(40, 30, 20, {3, -1, 3}));
@@ -39,8 +29,17 @@ TopoDS_Shape roundedBlock() {
 
 }  // namespace
 
+TopoDS_Shape openBox() {
+    BRepBuilderAPI_Sewing sewing;
+    TopExp_Explorer face(box(20, 20, 20), TopAbs_FACE);
+    for (face.Next(); face.More(); face.Next())
+        sewing.Add(face.Current());
+    sewing.Perform();
+    return sewing.SewedShape();
+}
+
 std::vector<Case> cases() {
-    return {
+    std::vector<Case> all{
         {"milling", "Closed solid", block(20, 20, 20), openBox},
         {"milling", "Milling size", block(150, 400, 250), block(401, 20, 20)},
         {"fdm", "FDM build volume", block(200, 200, 200), block(201, 10, 10)},
@@ -59,6 +58,11 @@ std::vector<Case> cases() {
         {"metal-powder-bed", "Metal wall", block(0.5, 30, 30), block(0.3, 30, 30)},
         {"sls", "Closed void", block(20, 20, 20), hollow},
     };
+    for (const auto more : {holeCases, machinedCases, formedCases}) {
+        const std::vector<Case> some = more();
+        all.insert(all.end(), some.begin(), some.end());
+    }
+    return all;
 }
 
 }  // namespace figures

@@ -18,6 +18,12 @@ struct Case {
     Make bad;
 };
 
-std::vector<Case> cases();
+/// A box without its first face.
+TopoDS_Shape openBox();
+
+std::vector<Case> cases();  ///< all of them
+std::vector<Case> holeCases();
+std::vector<Case> machinedCases();
+std::vector<Case> formedCases();
 
 }  // namespace figures

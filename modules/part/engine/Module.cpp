@@ -7,6 +7,7 @@
 #include <corvane/base/ModuleExport.h>
 
 #include "Answer.h"
+#include "Functions.h"
 
 namespace partengine {
 namespace {
@@ -120,16 +121,6 @@ int damages(lua_State* lua) {
         lua, [](const Part& part, Failure&) -> const auto& { return part.damages(); });
 }
 
-int walls(lua_State* lua) {
-    return answer(
-        lua, [](const Part& part, Failure& failure) -> const auto& {
-            const corvane::part::Walls& found = part.walls();
-            if (!found.measurable)
-                failure.set("the part is not closed, so it has no walls to measure");
-            return found;
-        });
-}
-
 constexpr luaL_Reg kFunctions[] = {{"box", box},         {"smallest_box", smallestBox},
                                    {"size", size},       {"volume", volume},
                                    {"area", area},       {"centre", centre},
@@ -137,8 +128,7 @@ constexpr luaL_Reg kFunctions[] = {{"box", box},         {"smallest_box", smalle
                                    {"units", units},     {"solids", solids},
                                    {"faces", faces},     {"edges", edges},
                                    {"face", face},       {"edge", edge},
-                                   {"damages", damages}, {"walls", walls},
-                                   {nullptr, nullptr}};
+                                   {"damages", damages}, {nullptr, nullptr}};
 
 }  // namespace
 }  // namespace partengine
@@ -147,6 +137,10 @@ CORVANE_MODULE_EXPORT int luaopen_part(lua_State* lua) {
     partengine::openKept(lua);
     luaL_newlibtable(lua, partengine::kFunctions);
     partengine::newKept(lua);
+    lua_pushvalue(lua, -1);
+    lua_insert(lua, 1);
     luaL_setfuncs(lua, partengine::kFunctions, 1);
+    lua_pushvalue(lua, 1);
+    luaL_setfuncs(lua, partengine::kFeatureFunctions, 1);
     return 1;
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include <corvane/part/Features.h>
 #include <corvane/part/Part.h>
 #include <corvane/part/Walls.h>
 
@@ -28,6 +29,23 @@ void push(lua_State* lua, const corvane::part::Damage& damage);
 /// nil where nothing was measured.
 void push(lua_State* lua, const corvane::part::Thickness& thickness);
 void push(lua_State* lua, const corvane::part::Walls& walls);
+void push(lua_State* lua, const corvane::part::HoleSection& section);
+void push(lua_State* lua, const corvane::part::Hole& hole);
+void push(lua_State* lua, const corvane::part::HolePattern& pattern);
+void push(lua_State* lua, const corvane::part::Fillet& fillet);
+void push(lua_State* lua, const corvane::part::SharpCorner& corner);
+void push(lua_State* lua, const corvane::part::Pocket& pocket);
+void push(lua_State* lua, const corvane::part::TurnedSection& section);
+void push(lua_State* lua, const corvane::part::Groove& groove);
+void push(lua_State* lua, const corvane::part::Turned& turned);
+void push(lua_State* lua, const corvane::part::Bend& bend);
+void push(lua_State* lua, const corvane::part::SheetHole& hole);
+void push(lua_State* lua, const corvane::part::SheetMetal& sheet);
+void push(lua_State* lua, const corvane::part::Gaps& gaps);
+void push(lua_State* lua, const corvane::part::FaceDraft& draft);
+void push(lua_State* lua, const corvane::part::Undercut& undercut);
+void push(lua_State* lua, const corvane::part::Draft& draft);
+void push(lua_State* lua, const corvane::part::Overhang& overhang);
 
 template <typename T>
 void push(lua_State* lua, const std::vector<T>& list) {
@@ -41,6 +59,7 @@ void push(lua_State* lua, const std::vector<T>& list) {
 
 /// What does not apply where it is 0: nothing then.
 double unlessZero(double value);
+bool isNull(const corvane::part::Vector& vector);
 
 /// A record under construction at the top of the stack.
 class Record {

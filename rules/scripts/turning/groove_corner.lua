@@ -1,0 +1,11 @@
+-- The nose of an insert is round.
+dfm.sound()
+local turned = part.turned()
+if not turned.is then error("this is no turned part: " .. turned.reason, 0) end
+for _, groove in ipairs(turned.grooves) do
+    dfm.at_least {
+        value = groove.corner_radius or 0, limit = params.limit, unit = "mm",
+        what = string.format("the corner radius of a groove of %s", dfm.text(groove.width, "mm")),
+        at = {faces = groove.faces}, label = "groove corner",
+    }
+end
