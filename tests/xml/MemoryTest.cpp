@@ -13,12 +13,12 @@ thread_local int allocationsLeft = -1;
 
 }  // namespace
 
-void* operator new(std::size_t size) {
+// Inlined, these would show the compiler that a block of malloc is given to an operator delete.
+[[gnu::noinline]] void* operator new(std::size_t size) {
     if (allocationsLeft >= 0 && allocationsLeft-- == 0) throw std::bad_alloc();
     if (void* place = std::malloc(size)) return place;
     throw std::bad_alloc();
 }
-// Inlined, they would show the compiler a block of an operator new that it takes for another one.
 [[gnu::noinline]] void operator delete(void* place) noexcept {
     std::free(place);
 }
