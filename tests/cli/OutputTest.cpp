@@ -60,6 +60,20 @@ std::string shownOnTerminal(const CommandLine& corvane, std::vector<std::string>
     return {buffer, static_cast<std::size_t>(size > 0 ? size : 0)};
 }
 
+TEST(Output, EqualFindingsStandOnceWithTheirNumber) {
+    const CommandLine corvane;
+    corvane.folder.write("rules.xml", ruleFile(scriptRule("Holes", "holes.lua")));
+    corvane.folder.write("scripts/holes.lua",
+                         "for x = 1, 3 do\n"
+                         "    result.finding {message = 'too deep', at = {x, 0, 0}}\n"
+                         "    if x == 2 then result.finding('too near') end\n"
+                         "end\n");
+    const ProcessResult result =
+        corvane("run", {"@rules.xml", "--part", CommandLine::part("bracket")});
+    EXPECT_NE(result.out.find("failed  too deep (3 times)\n"), std::string::npos) << result.out;
+    EXPECT_NE(result.out.find(" too near\n"), std::string::npos) << result.out;
+}
+
 TEST(Output, ColourAndProgressAppearOnATerminalAlone) {
     const CommandLine corvane;
     corvane.folder.write("rules.xml", ruleFile(scriptRule(std::string(30, 'r'), "")));

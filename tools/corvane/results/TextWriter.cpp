@@ -1,5 +1,6 @@
 #include "results/TextWriter.h"
 
+#include <unordered_map>
 #include <utility>
 
 #include "Table.h"
@@ -43,14 +44,33 @@ CStringW prefixOf(const Finding& finding) {
            u"): ";
 }
 
+/// The texts of findings in their order, equal ones once with their number: a part has many equal
+/// holes.
+std::vector<std::pair<CStringW, QorLong>> textsOf(const std::vector<Finding>& findings) {
+    std::vector<std::pair<CStringW, QorLong>> texts;
+    std::unordered_map<std::string, std::size_t> places;
+    for (const Finding& finding : findings) {
+        const CStringW text = prefixOf(finding) + wide(finding.message);
+        const auto [place, isNew] = places.try_emplace(text.ToUtf8(), texts.size());
+        if (isNew)
+            texts.emplace_back(text, 1);
+        else
+            ++texts[place->second].second;
+    }
+    return texts;
+}
+
 Table::Row rowOf(const RuleResult& rule) {
     Table::Row row{
         {wide(rule.name), wide(rule.category), severityText(rule.severity), wordOf(rule.verdict)},
         {},
         toneOf(rule.verdict)};
-    for (const Finding& finding : rule.findings)
-        for (const CStringW& line : linesOf(prefixOf(finding) + wide(finding.message)))
+    for (const auto& [text, count] : textsOf(rule.findings)) {
+        CStringW times;
+        if (count > 1) times.Format(u" (%d times)", count);
+        for (const CStringW& line : linesOf(text + times))
             row.lines.push_back(line);
+    }
     for (const std::string& reason : rule.reasons)
         row.lines.push_back(wide(reason));
     return row;
