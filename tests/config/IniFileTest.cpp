@@ -5,7 +5,7 @@
 #include <sys/stat.h>
 
 #include "config/CIniFile.h"
-#include "support/TemporaryFolder.h"
+#include "support/FaultySaves.h"
 
 namespace {
 
@@ -155,6 +155,14 @@ TEST_F(IniFileOperations, KeepEveryValueThroughAnySequenceOfChanges) {
         for (const auto& [place, expected] : model)
             ASSERT_EQ(ini_.GetValue(place.second, place.first, file_), expected) << step;
     }
+}
+
+TEST(IniFile, HoldsTheOldOrTheNewSettingsWhateverFails) {
+    const TemporaryFolder folder;
+    expectTheOldOrTheNewFile(folder, "settings.ini", "[S]\nk=1\n", [&folder] {
+        CIniFile file;
+        return file.SetValue("k", "2", "S", folder.path("settings.ini"));
+    });
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 #include <tuple>
 #include <unistd.h>
 
-#include "support/FileFaults.h"
+#include "support/FaultySaves.h"
 #include "support/TemporaryFolder.h"
 #include "system/Files.h"
 #include "system/Paths.h"
@@ -90,38 +90,8 @@ TEST_F(Files, StayWholeOnAFullDisk) {
 }
 
 TEST_F(Files, HoldTheOldOrTheNewContentWhateverFails) {
-    int calls = 0;
-    {
-        const FileFaults none;
-        ASSERT_TRUE(replaceFile(at("file"), "old"));
-        calls = none.calls();
-    }
-    for (int first = 0; first < calls; ++first) {
-        // One call fails, or all that follow; the temporary file stays only in the second case.
-        for (const int end : {first + 1, FileFaults::kNever}) {
-            folder_.write("file", "old");
-            const FileFaults faults(first, end);
-            const bool replaced = replaceFile(at("file"), "new");
-            EXPECT_EQ(folder_.read("file") == "new", replaced) << first;
-            EXPECT_EQ(folder_.read("file") == "old", !replaced) << first;
-            if (end != FileFaults::kNever) {
-                EXPECT_EQ(entries(), 1) << first;
-            }
-            for (const auto& entry : fs::directory_iterator(folder_.path())) {
-                if (entry.path().extension() == ".tmp") fs::remove(entry);
-            }
-        }
-    }
-}
-
-TEST_F(Files, SurviveALossOfPowerOnceTheyAreReplaced) {
-    for (const bool renamesReachedTheDisk : {false, true}) {
-        folder_.write("file", "old");
-        FileFaults faults;
-        EXPECT_TRUE(replaceFile(at("file"), "new"));
-        faults.losePower(renamesReachedTheDisk);
-        EXPECT_EQ(folder_.read("file"), "new") << renamesReachedTheDisk;
-    }
+    expectTheOldOrTheNewFile(folder_, "file", "old",
+                             [this] { return replaceFile(at("file"), "new"); });
 }
 
 TEST_F(Files, AreWrittenInPlaceWhereTheFolderIsProtected) {

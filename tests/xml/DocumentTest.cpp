@@ -6,8 +6,8 @@
 #include <corvane/xml/CurrentDocument.h>
 
 #include "XmlFixture.h"
+#include "support/FaultySaves.h"
 #include "support/MessageRecorder.h"
-#include "support/TemporaryFolder.h"
 #include "xml/Document.h"
 
 namespace {
@@ -128,6 +128,14 @@ TEST(Document, RemovesWhatKilledSavesHaveLeft) {
     close(writer);
     ASSERT_TRUE(corvane::SaveXML(document, folder.wide("a.xml")));
     EXPECT_FALSE(std::filesystem::exists(folder.path(living)));
+}
+
+TEST(Document, SavesTheOldOrTheNewRulesWhateverFails) {
+    const TemporaryFolder folder;
+    QorXMLDocument document;
+    load(document, u"<Rules><Rule Name='a'/></Rules>");
+    expectTheOldOrTheNewFile(folder, "rules.xml", "<Rules/>",
+                             [&] { return corvane::SaveXML(document, folder.wide("rules.xml")); });
 }
 
 TEST(Document, IsWhereNodesAreMadeWhenItIsTheCurrentOne) {
