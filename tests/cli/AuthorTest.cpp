@@ -84,7 +84,7 @@ TEST(Words, AreCompletedByTheShellAndCorrected) {
     const CommandLine corvane;
     const auto complete = [&corvane](const std::string& line) {
         const std::string script =
-            "source <(" CORVANE_BUILD_DIR "/bin/corvane completion bash); COMP_WORDS=(corvane " +
+            "source <('" CORVANE_BUILD_DIR "/bin/corvane' completion bash); COMP_WORDS=(corvane " +
             line + "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _corvane; echo \"${COMPREPLY[*]}\"";
         return runProcess({"/bin/bash", "-c", "cd " + corvane.folder.path() + " && " + script}).out;
     };
@@ -98,8 +98,8 @@ TEST(Words, AreCompletedByTheShellAndCorrected) {
         const ProcessResult zsh = runProcess(
             {"/usr/bin/zsh", "-fc",
              "_describe() { print -l $commands }; _arguments() { print -rl -- $@ }; "
-             "_corvane_test() { words=(corvane db ''); CURRENT=3; source <(" CORVANE_BUILD_DIR
-             "/bin/corvane completion zsh) }; _corvane_test"});
+             "_corvane_test() { words=(corvane db ''); CURRENT=3; source <('" CORVANE_BUILD_DIR
+             "/bin/corvane' completion zsh) }; _corvane_test"});
         EXPECT_THAT(zsh.out, AllOf(HasSubstr("\nthread:"), HasSubstr("*--data[Folder above")));
         EXPECT_THAT(zsh.err, IsEmpty());
     }
