@@ -121,6 +121,16 @@ TEST_F(ShippedRules, EachHasASourceAHelpPageAScriptAndATest) {
     EXPECT_EQ(defined, tested);
 }
 
+TEST_F(ShippedRules, TheExamplePlateBreaksMostOfTheRulesOfMilling) {
+    fs::create_directories(folder_.path("milling"));
+    fs::copy(CORVANE_TEST_DATA "/../examples/solids/plate.step", folder_.path("milling"));
+    auto results = check("milling");
+    std::map<std::string, int> verdicts;
+    for (const auto& [name, rule] : results["plate.step"])
+        ++verdicts[rule.at("verdict")];
+    EXPECT_EQ(verdicts, (std::map<std::string, int>{{"failed", 19}, {"passed", 7}}));
+}
+
 TEST_F(ShippedRules, LintFindsNothing) {
     std::vector<std::string> command{CORVANE_BUILD_DIR "/bin/corvane", "lint",
                                      (kRules / "scripts/UserDefinedFile.xml").string()};
