@@ -55,6 +55,14 @@ function dfm.same(a, b)
     return math.abs(a - b) <= TOLERANCE
 end
 
+--- True when one of the values of a list is no further away than the tolerance.
+function dfm.is_near(value, list, tolerance)
+    for _, known in ipairs(list) do
+        if math.abs(value - known) <= tolerance then return true end
+    end
+    return false
+end
+
 --- A line between two points, as a place.
 function dfm.line(from, to, label)
     return {polyline = {from, to}, label = label}
@@ -71,6 +79,23 @@ function dfm.sheet()
     local sheet = part.sheet()
     if not sheet.is then error("this is no sheet: " .. sheet.reason, 0) end
     return sheet
+end
+
+--- The turned part that the part is; ends the rule in an error when it is none.
+function dfm.turned()
+    dfm.sound()
+    local turned = part.turned()
+    if not turned.is then error("this is no turned part: " .. turned.reason, 0) end
+    return turned
+end
+
+--- The faces of all holes: a table whose field is true for the number of such a face.
+function dfm.hole_faces()
+    local faces = {}
+    for _, hole in ipairs(part.holes()) do
+        for _, face in ipairs(hole.faces) do faces[face] = true end
+    end
+    return faces
 end
 
 --- The places of walls or gaps, each pair of faces once: the first, which is the narrowest.

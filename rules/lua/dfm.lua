@@ -61,3 +61,18 @@ function dfm.pairs_once(places) end
 ---The sheet that the part is; ends the rule in an error when it is none.
 ---@return SheetMetal
 function dfm.sheet() end
+
+---The turned part that the part is; ends the rule in an error when it is none.
+---@return Turned
+function dfm.turned() end
+
+---A table that is true for the numbers of faces that belong to holes.
+---@return table<integer, boolean>
+function dfm.hole_faces() end
+
+---True when one of the values of a list is no further away than the tolerance.
+---@param value number
+---@param list number[]
+---@param tolerance number
+---@return boolean
+function dfm.is_near(value, list, tolerance) end

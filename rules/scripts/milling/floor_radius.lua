@@ -1,11 +1,8 @@
 -- The corner of the cutter makes the rounding at the floor.
 dfm.sound()
 for _, pocket in ipairs(part.pockets()) do
-    local radius, isCommon = pocket.floor_radius, false
-    for _, known in ipairs(params.radii) do
-        isCommon = isCommon or (radius and math.abs(radius - known) <= params.tolerance)
-    end
-    if radius and not isCommon then
+    local radius = pocket.floor_radius
+    if radius and not dfm.is_near(radius, params.radii, params.tolerance) then
         result.finding {
             message = string.format("the rounding at the floor of a pocket has %s, which no common cutter has",
                 dfm.text(radius, "mm")),

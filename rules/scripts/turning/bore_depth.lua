@@ -1,7 +1,5 @@
 -- A boring bar is thinner than its bore and clamped outside it.
-dfm.sound()
-local turned = part.turned()
-if not turned.is then error("this is no turned part: " .. turned.reason, 0) end
+local turned = dfm.turned()
 local PARALLEL = 0.9999
 for _, hole in ipairs(part.holes()) do
     local axis = turned.axis

@@ -1,7 +1,5 @@
 -- The nose of an insert is round.
-dfm.sound()
-local turned = part.turned()
-if not turned.is then error("this is no turned part: " .. turned.reason, 0) end
+local turned = dfm.turned()
 for _, groove in ipairs(turned.grooves) do
     dfm.at_least {
         value = groove.corner_radius or 0, limit = params.limit, unit = "mm",

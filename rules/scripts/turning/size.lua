@@ -1,7 +1,5 @@
 -- The part fits into the lathe.
-dfm.sound()
-local turned = part.turned()
-if not turned.is then error("this is no turned part: " .. turned.reason, 0) end
+local turned = dfm.turned()
 local box = part.box()
 local at = {box = {box.least, box.greatest}}
 dfm.at_most {value = turned.diameter, limit = params.diameter, unit = "mm", what = "the part's diameter", at = at}

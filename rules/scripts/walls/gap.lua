@@ -1,9 +1,6 @@
 -- Air between two walls is wide enough for the process. Holes, which have one wall around, are not meant.
 dfm.sound()
-local isHole = {}
-for _, hole in ipairs(part.holes()) do
-    for _, face in ipairs(hole.faces) do isHole[face] = true end
-end
+local isHole = dfm.hole_faces()
 for _, gap in ipairs(dfm.pairs_once(part.gaps().places)) do
     local a, b = gap.faces[1], gap.faces[2]
     if a ~= b and not (isHole[a] and isHole[b]) then
