@@ -28,7 +28,7 @@ struct Dfx {
     static void put(Set& set, int key, int value) {
         set.addParameter(std::make_shared<Number>(key, value));
     }
-    // A user who knows what stands under a key casts without asking.
+    // A user who knows what is under a key casts without asking.
     static int read(const Set& set, int key) {
         return static_cast<Number&>(*set.getParameter(key)).get();
     }

@@ -13,7 +13,7 @@ bool isBlank(char unit) {
     return unit == ' ' || (unit >= '\t' && unit <= '\r');
 }
 
-/// Words of the text, with the line that each stands on.
+/// Words of the text, with the line that each is on.
 class Words {
 public:
     explicit Words(std::string_view text) : text_(text) {}

@@ -7,7 +7,7 @@
 namespace meshengine {
 namespace {
 
-// Below this share of the part's size two facets touch, and no wall stands between them.
+// Below this share of the part's size two facets touch, and no wall is between them.
 constexpr double kTouching = 1e-9;
 
 }  // namespace

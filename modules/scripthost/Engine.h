@@ -6,7 +6,7 @@
 
 namespace scripthost {
 
-/// Where an engine's implementation is sought: beside its type library, under the same stem.
+/// Where an engine's implementation is looked for: beside its type library, under the same stem.
 struct Engine {
     std::u16string folder;  ///< "." when the path names none.
     std::string name;       ///< The stem; a Lua name.

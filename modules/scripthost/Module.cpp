@@ -17,7 +17,7 @@ constexpr HResult kErrorClassNotAvailable = static_cast<HResult>(0x80040111);
 /// One for the life of the module, so its references are not counted.
 class Factory final : public IClassFactory {
 public:
-    virtual ~Factory() = default;  // behind the slots of the interface
+    virtual ~Factory() = default;  // after the slots of the interface
 
     HResult QueryInterface(const Guid& interfaceId, void** object) override {
         if (!object) return corvane::kErrorPointer;

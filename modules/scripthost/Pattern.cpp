@@ -98,7 +98,7 @@ const char* Matcher::matchItems(const char* at, const char* item) {
             continue;
         }
         const char* end = endOfItem(item);
-        const char suffix = *end;  // a zero stands behind the pattern
+        const char suffix = *end;  // a zero follows the pattern
         const bool here = matchesOne(at, item, end);
         if (suffix == '*' && here) return expandMost(at, item, end);
         if (suffix == '-' && here) return expandLeast(at, item, end);
@@ -115,7 +115,7 @@ const char* Matcher::matchItems(const char* at, const char* item) {
     return at;
 }
 
-/// The items that an escape begins and that take no suffix. Moves `item` behind them.
+/// The items that an escape begins and that take no suffix. Moves `item` past them.
 const char* Matcher::matchEscape(const char* at, const char*& item) {
     const char kind = item[1];
     item += 2;

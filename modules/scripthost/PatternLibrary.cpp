@@ -91,7 +91,7 @@ int match(lua_State* lua) {
     return search(lua, false);
 }
 
-constexpr int kNextStart = 3;  ///< Upvalues of an iterator, behind subject and pattern.
+constexpr int kNextStart = 3;  ///< Upvalues of an iterator, after subject and pattern.
 constexpr int kLastEnd = 4;
 
 int nextMatch(lua_State* lua) {

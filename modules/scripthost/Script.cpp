@@ -62,7 +62,7 @@ std::string_view sourceIn(std::string_view text) {
     return text;
 }
 
-/// What openEngine needs and tells. It stands outside the protected call.
+/// What openEngine needs and tells. It is outside the protected call.
 struct EngineCall {
     const char* name;
     const char* chunk;
@@ -238,7 +238,7 @@ bool Script::run() {
     int status = lua_pcall(lua, 0, 1, 0);
     if (status == LUA_OK) status = lua_pcall(lua, 1, LUA_MULTRET, 1);
     if (status == LUA_ERRMEM) run_.limits.reach(Limit::Memory);
-    // One long step of Lua may have ended behind the limit, with nothing after it to notice.
+    // One long step of Lua may have ended after the limit, with nothing after it to notice.
     if (status == LUA_OK && run_.limits.isInTime()) return judge();
     const int line = run_.faultLine;
     fail(faultFromMessage(FaultKind::RunTime, kScriptName, line, describe(-1)));

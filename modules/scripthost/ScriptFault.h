@@ -31,7 +31,7 @@ ScriptFault faultFromMessage(FaultKind kind, std::string_view source, int line,
 ScriptFault limitFault(const Limits& limits);
 
 /// Finds the character of a failure in its line of `text`: the token that a syntax error names,
-/// when it stands there once, else where the line's text begins.
+/// when it is there once, else where the line's text begins.
 void placeCharacter(ScriptFault& fault, std::string_view text);
 
 }  // namespace scripthost

@@ -19,8 +19,8 @@ inline constexpr std::size_t kLargestIniFile = std::size_t{4} << 20;
 ///
 /// Everything is bytes: sections, keys and values are compared exactly, and the file's name is text
 /// in the process's code page. A record that is commented out is found, read and changed like a
-/// live one. What is written anew stands with each section in one piece, and without the comments
-/// behind the last record. Two writers of one file overwrite each other's work, never each other's
+/// live one. What is written anew has each section in one piece, and lacks the comments
+/// after the last record. Two writers of one file overwrite each other's work, never each other's
 /// bytes.
 ///
 /// What is no regular file, cannot be read or is larger than kLargestIniFile counts as unreadable.
@@ -57,7 +57,7 @@ public:
     bool AddSection(std::string_view section, std::string_view file) const;
     bool AddRecord(std::string_view key, std::string_view value, std::string_view section,
                    std::string_view file) const;
-    /// Changes the first record of that key and section. A new key stands first in its section, a
+    /// Changes the first record of that key and section. A new key comes first in its section, a
     /// new section last in the file.
     bool SetValue(std::string_view key, std::string_view value, std::string_view section,
                   std::string_view file) const;
@@ -81,7 +81,7 @@ public:
     bool UnCommentSection(std::string_view section, std::string_view file) const;
 
     /// Sorts headings by section and keys within their section, by bytes. Keys without a heading
-    /// are lost, and the keys of a section stand below each of its headings. False without a
+    /// are lost, and the keys of a section are below each of its headings. False without a
     /// heading.
     bool Sort(std::string_view file, bool descending) const;
 

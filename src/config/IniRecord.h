@@ -27,7 +27,7 @@ using IniRecords = std::vector<IniRecord>;
 ///
 /// Files of older installations depend on how lines are read: a line without a line end is not
 /// taken, a line with "[" anywhere is a heading, nothing around "=" is trimmed, and a line that is
-/// nothing at all is an empty record, unless comments stand above it.
+/// nothing at all is an empty record, unless comments are above it.
 ///
 /// "[" without "]" is told apart by what the writer of the line meant: a line that begins with it
 /// is a heading whose "]" was forgotten; in any other line it is an ordinary character.
@@ -52,7 +52,7 @@ void groupBySection(IniRecords& records);
 /// The text of a file with these records. Each live record begins with a blank.
 std::string iniFileText(const IniRecords& records);
 
-/// The records as a person reads them: no blanks in front, no line end behind the last.
+/// The records as a person reads them: no blanks in front, no line end after the last.
 std::string iniReadableText(const IniRecords& records);
 
 }  // namespace corvane::config

@@ -62,7 +62,7 @@ void FileLogSink::log(const LOGLEVEL& level, const char16_t* message) {
         corvane::system::appendUtf8(bytes, message);
         if (!file_->write(bytes)) good_ = false;
     } catch (const std::bad_alloc&) {
-        good_ = false;  // whoever logs that memory is short must not fail on the log
+        good_ = false;  // code that logs that memory is short must not fail on the log
     }
 }
 
@@ -77,7 +77,7 @@ std::u16string setting(std::u16string_view name) {
     return value;
 }
 
-// The number at the start of the text, behind white space. The texts of the exceptions are those
+// The number at the start of the text, after white space. The texts of the exceptions are those
 // that callers know.
 int leadingNumber(std::u16string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(u" \t\n\v\f\r"), text.size()));

@@ -22,7 +22,7 @@ struct Language {
     std::uint16_t id;
 };
 
-// The home country of a language stands first.
+// The home country of a language comes first.
 constexpr Language kLanguages[] = {
     {u"cs", u"CZ", 1029},  {u"de", u"DE", 1031},  {u"de", u"CH", 2055},  {u"de", u"AT", 3079},
     {u"de", u"LU", 4103},  {u"de", u"LI", 5127},  {u"en", u"US", 1033},  {u"en", u"GB", 2057},

@@ -7,7 +7,7 @@
 
 namespace corvane::emulation {
 
-/// English of the United States, which stands for whatever is not known.
+/// English of the United States, which is used for whatever is not known.
 inline constexpr std::uint16_t kDefaultLanguageId = 1033;
 
 /// The ISO 639 language and ISO 3166 country of a locale. Both are plain letters.

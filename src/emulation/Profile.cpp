@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kLargestProfile = std::size_t{16} << 20;
 
-// The name of a section when the line is a heading; what stands behind its bracket is ignored.
+// The name of a section when the line is a heading; what follows its bracket is ignored.
 std::optional<std::u16string_view> headingOf(std::u16string_view line) {
     const std::size_t end = line.rfind(u']');
     if (line.front() != u'[' || end == line.npos) return std::nullopt;

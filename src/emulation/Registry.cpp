@@ -35,7 +35,7 @@ struct SourceFile {
     FileStamp stamp;
 };
 
-// A relative folder would depend on where the process stands, so it counts as not set.
+// A relative folder would depend on the process's current folder, so it counts as not set.
 std::u16string folderVariable(std::u16string_view name) {
     std::u16string folder = environmentVariable(name).value_or(std::u16string());
     return !folder.empty() && isSeparator(folder.front()) ? folder : std::u16string();

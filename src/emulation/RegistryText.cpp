@@ -41,7 +41,7 @@ bool takeWord(std::u16string_view& rest, std::u16string_view word) {
     return true;
 }
 
-// Appends the bytes of one line; false when something else stands between them. `continued` tells
+// Appends the bytes of one line; false when something else is between them. `continued` tells
 // whether a backslash at the end announces a further line.
 bool appendBytes(std::string& bytes, std::u16string_view line, bool& continued) {
     continued = line.ends_with(u'\\');
@@ -76,7 +76,7 @@ std::optional<std::string> readBytes(std::u16string_view line, TextLines& lines)
     return bytes;
 }
 
-// Whoever reads it takes it up to the first zero.
+// Its readers take it up to the first zero.
 RegistryValue textValue(std::u16string text) {
     text.resize(std::min(text.find(u'\0'), text.size()));
     return {std::move(text), std::nullopt};

@@ -7,7 +7,7 @@
 
 namespace {
 
-// The length in bytes stands right before the text. The block has more room there, so that the text
+// The length in bytes is right before the text. The block has more room there, so that the text
 // is aligned like the block.
 constexpr std::size_t kPrefix = alignof(std::max_align_t);
 constexpr std::size_t kMostBytes = 0x7FFFFFFF;

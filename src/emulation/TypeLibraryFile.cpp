@@ -49,7 +49,7 @@ constexpr std::uint64_t kOptionalSize = 20;
 constexpr std::uint64_t kOptionalHeader = 24;
 constexpr std::uint16_t kOptionalMagic32 = 0x10B;
 constexpr std::uint16_t kOptionalMagic64 = 0x20B;
-// From the start of the optional header; right before the directories stands their count.
+// From the start of the optional header; their count is right before the directories.
 constexpr std::uint64_t kDirectories32 = 96;
 constexpr std::uint64_t kDirectories64 = 112;
 constexpr std::uint64_t kDirectorySize = 8;
@@ -122,7 +122,7 @@ bool isNamed(const FileWindow& tree, std::uint32_t nameOffset, std::u16string_vi
     return bytes && compareNoCase(fromUtf16Bytes(*bytes), wanted) == 0;
 }
 
-// The offset behind the first entry of a level whose name or number is accepted.
+// The offset after the first entry of a level whose name or number is accepted.
 template <typename Accept>
 std::optional<std::uint32_t> findEntry(const FileWindow& tree, std::uint32_t level,
                                        const Accept& accept) {

@@ -48,7 +48,7 @@ Number littleEndian(const char* bytes) {
 }
 
 /// The bytes of a resource with a named type and a number in a Windows module of 32 or 64 bits, in
-/// whatever language stands first; nothing when there is none or the module is damaged.
+/// whatever language comes first; nothing when there is none or the module is damaged.
 std::optional<FileWindow> findModuleResource(const FileWindow& module, std::u16string_view type,
                                              std::uint32_t number);
 

@@ -54,7 +54,7 @@ namespace {
 constexpr std::u16string_view kSiteVariable = u"CORVANE_CUSTOMIZED_HELP_FOLDER_PATH";
 
 // Help that cannot be given is no fault of the caller's, so whatever goes wrong is only told to
-// whoever debugs, and counts as not found.
+// people who debug, and counts as not found.
 template <typename Step>
 int quietly(std::u16string_view complaint, Step step) {
     try {

@@ -21,7 +21,7 @@ inline constexpr std::size_t kLargestHelpFile = std::size_t{1} << 24;
 /// cannot be read.
 std::optional<std::u16string> readHelpFile(std::u16string_view path);
 
-/// The first line of `text` in which `sought` stands, in any place and as part of any word, without
+/// The first line of `text` that has `sought`, in any place and as part of any word, without
 /// every `sought`, then without every `mark`, and trimmed. Nothing when no line has it. An empty
 /// `sought` stands in every line. LF ends a line, with or without CR before it.
 std::optional<CStringW> restOfLine(std::u16string_view text, std::u16string_view sought,

@@ -53,7 +53,7 @@ std::optional<CStringW> countingVersion(const std::vector<CStringW>& versions) {
 }
 
 // An installation registers its own type libraries by paths from the library's folder, so that it
-// can be moved. Where no such file is there, the path counts as it stands.
+// can be moved. Where no such file is there, the path counts as it is.
 CStringW foundFile(std::u16string_view registered) {
     namespace system = corvane::system;
     const bool isRelative = !registered.empty() && registered.find(u':') == registered.npos &&

@@ -56,7 +56,7 @@ public:
 /// takes; a symbolic link is followed first. Where the folder lets no file be made or replaced, the
 /// file is written in place. Temporary files that killed saves have left in the folder are removed.
 /// What is no regular file or may not be written is refused. On failure
-/// the result is false, and the old file stands whole unless it had to be written in place.
+/// the result is false, and the old file is left whole unless it had to be written in place.
 bool replaceFile(std::u16string_view path, std::string_view bytes);
 
 /// A file that is open for writing and readable by others meanwhile. Closes itself.
@@ -67,7 +67,7 @@ public:
     static std::unique_ptr<OutputFile> open(std::u16string_view path);
 
     virtual ~OutputFile() = default;
-    /// Hands the bytes to the system in one write, at the end of the file whoever else writes to
+    /// Hands the bytes to the system in one write, at the end of the file whatever else writes to
     /// it. False when they did not all arrive.
     virtual bool write(std::string_view bytes) = 0;
 };

@@ -6,7 +6,7 @@
 namespace corvane::system {
 
 /// A static object of this library that gives up its content when the library is unloaded or the
-/// process ends, and is not destroyed: whoever asks for it later finds it as new. So unloading
+/// process ends, and is not destroyed: code that asks for it later finds it as new. So unloading
 /// leaks nothing, and the destructors of a host's own statics may still use the library.
 template <typename Content>
 class Lasting {

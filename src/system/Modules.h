@@ -10,7 +10,7 @@ using ModuleHandle = void*;
 
 /// Loads a shared module by the name that the interface gives it, with or without a folder:
 /// "QORDatabaseu.dll" is this platform's module of that stem, found whatever its case; on POSIX
-/// "QORDatabaseu.so" or "libQORDatabaseu.so". A bare name is sought in the folder of this
+/// "QORDatabaseu.so" or "libQORDatabaseu.so". A bare name is looked for in the folder of this
 /// library, then where the system's loader looks. Null when there is none or it won't load. Each
 /// successful load is paired with one freeModule. `fault` gets why a file that is there won't
 /// load: what the loader says, or that the file is cut off.

@@ -15,10 +15,10 @@ bool isSeparator(char16_t unit);
 /// The position of the last separator, or npos.
 std::size_t lastSeparator(std::u16string_view path);
 
-/// What stands behind the last separator; the whole path when there is none.
+/// What follows the last separator; the whole path when there is none.
 std::u16string_view fileName(std::u16string_view path);
 
-/// What stands before the last separator; empty when there is none.
+/// What precedes the last separator; empty when there is none.
 std::u16string_view parentFolder(std::u16string_view path);
 
 /// `folder`, one separator, `name`. No look at what `folder` ends in.

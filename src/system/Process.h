@@ -30,7 +30,7 @@ struct LocalTime {
 /// The time of day where the user is, now.
 LocalTime localTime();
 
-/// A line for whoever debugs the process. On POSIX it goes to standard error when
+/// A line for people who debug the process. On POSIX it goes to standard error when
 /// CORVANE_DEBUG_OUTPUT is set, and nowhere otherwise.
 void debugOutput(std::u16string_view text);
 

@@ -30,7 +30,7 @@ bool isOneOf(char16_t unit, std::u16string_view units) {
     return units.find(unit) != std::u16string_view::npos;
 }
 
-// Hands out the arguments in order; behind the last one there is nothing.
+// Hands out the arguments in order; after the last one there is nothing.
 class Arguments {
 public:
     explicit Arguments(std::span<const FormatArgument> list) : list_(list) {}

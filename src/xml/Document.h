@@ -45,7 +45,7 @@ private:
 
     std::size_t shares_ = 0;
     std::deque<QorXMLNode> rootNodes_;
-    Element* tree_;  // Behind all whose making can fail, since nothing would free it.
+    Element* tree_;  // After all that can fail to be made, since nothing would free it.
     Fault fault_;
 };
 

@@ -33,14 +33,14 @@ public:
 
     std::optional<std::u16string_view> attribute(std::u16string_view name) const;
 
-    /// What QorXMLNode::GetNodeValue gives. Stands in the tree when the element holds one piece of
+    /// What QorXMLNode::GetNodeValue gives. It is in the tree when the element holds one piece of
     /// text, else in `buffer`.
     std::u16string_view text(std::u16string& buffer) const;
 
     ElementView parent() const;                           ///< Empty at the top.
     ElementView child() const;                            ///< The first child element.
     ElementView child(std::u16string_view name) const;    ///< The first of that full name.
-    ElementView sibling() const;                          ///< The next element behind this one.
+    ElementView sibling() const;                          ///< The next element after this one.
     ElementView sibling(std::u16string_view name) const;  ///< The next of that full name.
 
     /// A counted node for the element.

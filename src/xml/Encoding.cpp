@@ -68,7 +68,7 @@ Decoded contradicted(const std::string& declared) {
     return faulty("The bytes are not in the declared encoding " + declared);
 }
 
-// Where half a surrogate pair stands, or npos.
+// Where half a surrogate pair is, or npos.
 std::size_t findHalfPair(std::u16string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] < 0xD800 || text[i] > 0xDFFF) continue;

@@ -7,7 +7,7 @@
 
 namespace corvane::xml {
 
-/// The source of a document as UTF-8 without byte order mark, with a zero behind its end.
+/// The source of a document as UTF-8 without byte order mark, with a zero after its end.
 struct Decoded {
     std::string buffer;      ///< The text when it had to be converted.
     std::string_view given;  ///< The text where it stands in the bytes that were given.

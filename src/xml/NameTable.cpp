@@ -7,7 +7,7 @@
 namespace corvane::xml {
 namespace {
 
-// Stands for the prefix of declarations in a key: no pointer of the parser's.
+// The prefix of declarations in a key: no pointer of the parser's.
 constexpr xmlChar kXmlns[] = "xmlns";
 
 std::string_view bytes(const xmlChar* text) {

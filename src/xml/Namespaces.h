@@ -19,7 +19,7 @@ std::u16string_view namespaceOf(const Element& element, std::u16string_view pref
 /// True when an attribute of that name, "xmlns" or one with that prefix, may have that value.
 bool isDeclarationAllowed(std::u16string_view name, std::u16string_view uri);
 
-/// True when names with this prefix may stand at the element; a null element has no scope.
+/// True when names with this prefix may be used at the element; a null element has no scope.
 bool isPrefixInScope(const Element* scope, std::u16string_view prefix);
 
 /// True when an attribute of that name and value may be put on the element, so that what is saved

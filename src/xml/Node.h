@@ -44,7 +44,7 @@ public:
         return {reinterpret_cast<const char16_t*>(this + 1), size_};
     }
 
-    // The number of white space units at the two ends that stand unescaped in the source.
+    // The number of white space units at the two ends that are unescaped in the source.
     std::uint16_t rawLeading = 0;
     std::uint16_t rawTrailing = 0;
 

@@ -7,7 +7,7 @@
 
 namespace corvane::xml {
 
-/// Parses a whole document into a builder. The text is UTF-8 with a zero behind its end, and what
+/// Parses a whole document into a builder. The text is UTF-8 with a zero after its end, and what
 /// it declares about its encoding means nothing. Everything that is not well-formed, with
 /// namespaces too, is a fault, and so is a reference to an entity that is external or that the text
 /// does not declare. Nothing is read but the text. Entities expand to a small multiple of the text

@@ -63,7 +63,7 @@ bool scanInt(const Element* element, std::int32_t& value) {
 QorXMLNode corvane::xml::Access::node(const Node* node) {
     QorXMLNode result;
     if (node && node->isElement()) {
-        // Whoever has a view of an element may hold it; the tree's constness is the view's alone.
+        // Code with a view of an element may hold it; the tree's constness is the view's alone.
         result.m_pElement = const_cast<Element*>(corvane::xml::asElement(node));
         corvane::xml::hold(result.m_pElement);
     }

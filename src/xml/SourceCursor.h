@@ -8,13 +8,13 @@ namespace corvane::xml {
 
 /// Follows a parser through the content of its source, from one construct to the next, to tell what
 /// stands in the source itself from what a reference stands for. The parser says how far it has
-/// come; in what an entity holds it stays behind the reference to that entity.
+/// come; in what an entity holds it stays after the reference to that entity.
 class SourceCursor {
 public:
     explicit SourceCursor(std::string_view source) : source_(source) {}
 
     /// A piece of text that ends where the parser is or, when `ahead` is not 0, that many bytes
-    /// after; true when a reference stands for it.
+    /// after; true when it comes from a reference.
     bool passText(std::size_t offset, std::size_t ahead) {
         if (ahead > 0) {
             at_ = offset + ahead;
@@ -46,7 +46,7 @@ public:
     }
 
 private:
-    // A reference that stands for nothing is not reported.
+    // A reference to nothing is not reported.
     void passEmptyReferences(std::size_t offset) {
         while (at_ < offset && source_[at_] == '&') {
             const std::size_t end = source_.find(';', at_);

@@ -17,7 +17,7 @@ bool isElement(const Node* node) {
 }
 
 // Joins the pieces below an element. White space that is no text counts as one blank where it
-// stands between an element and a later text.
+// is between an element and a later text.
 class Collector {
 public:
     explicit Collector(std::u16string& out) : out_(out) { out_.clear(); }

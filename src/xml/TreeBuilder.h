@@ -11,7 +11,7 @@ namespace corvane::xml {
 
 /// Makes the tree of a document from what a parser reports, and decides what becomes of white
 /// space: a text of nothing but unescaped white space is dropped and leaves a mark, and the other
-/// texts remember how much of it stands at their ends, except where "xml:space" preserves it.
+/// texts remember how much of it is at their ends, except where "xml:space" preserves it.
 class TreeBuilder {
 public:
     TreeBuilder();

@@ -265,7 +265,7 @@ Items Tree::covering(Items contexts, Axis axis) {
         case Axis::Preceding:
             return {contexts.back()};
         case Axis::Following: {
-            // The one that ends first. What follows in the order of the ends is behind that.
+            // The one that ends first. What follows in the order of the ends comes after that.
             number();
             const auto end = [this](const Item& item) {
                 count(1);

@@ -139,7 +139,7 @@ private:
         return taken;
     }
 
-    // Where an operator may stand, a name is one.
+    // Where an operator may be, a name is one.
     const OperatorRow* takeOperator(int precedence) {
         skipSpace();
         const std::size_t name = nameLength(rest_);
@@ -181,7 +181,7 @@ private:
             signs = true;
         Expression operand = unionOf();
         if (!signs) return operand;
-        // Two signs make a number of what they stand before, too.
+        // Two signs too make a number of what follows them.
         const int wraps = negative ? 1 : 2;
         for (int i = 0; i < wraps; ++i) {
             Expression negated;

@@ -8,20 +8,20 @@
 
 extern "C" {
 
-/// Asks for help on a numbered topic and stores 1 when it was shown, else 0. No message tells of a
-/// failure, and no exception gets out.
+/// Asks for help on a numbered topic and stores 1 when it was shown, else 0. A
+/// failure shows no message, and no exception gets out.
 ///
 /// The site's own page of the topic comes first, where CORVANE_CUSTOMIZED_HELP_FOLDER_PATH names
 /// the folder of such pages and the installation's two help files lead from the topic to a page
 /// there. Otherwise the help viewer shows the topic in `helpFile`, a compiled help file of the
 /// caller's. The call waits for neither to be closed, but up to two seconds for an opener that may
-/// yet fail. A null `shown` is passed over.
+/// yet fail. `shown` may be null.
 CORVANE_EXPORT void ShowQORHelp(CStringW helpFile, QorLong helpId, int* shown);
 }
 
 namespace corvane {
 
-/// Where help would come from now: what tells whoever sets up a site why a topic shows or not.
+/// Where help would come from now: tells the person who sets up a site why a topic shows or not.
 struct HelpSources {
     /// The folder of the site's own pages, as CORVANE_CUSTOMIZED_HELP_FOLDER_PATH has it; empty
     /// when it is not set. Without it the next two files and the opener are not used.

@@ -24,7 +24,7 @@ struct Installation {
     /// Where that language's module of texts is expected. Paths of modules are as Windows names
     /// them; LoadedModule finds the file.
     CStringW wantedModule;
-    /// The module that was tried last, with English standing in for a language without module.
+    /// The module that was tried last, with English in place of a language without a module.
     CStringW triedModule;
     CStringW moduleFile;   ///< Full path of the module in use; empty without one.
     CStringW englishFile;  ///< Full path of the English module; empty without it.

@@ -12,9 +12,9 @@ class CQorEngine;
 /// The document of the add-in and the rule modules: schemas, and a table of engines by name,
 /// through which rule modules hand engines to each other.
 ///
-/// The document **owns no engine**: whoever adds one keeps it alive for as long as the document may
-/// hand it out, and frees it. A copy hands out the same engines. A document belongs to one thread
-/// at a time; `std::bad_alloc` leaves it as it was.
+/// The document **owns no engine**: the caller that adds one keeps it alive for as long as the
+/// document may hand it out, and frees it. A copy hands out the same engines. A document belongs to
+/// one thread at a time; `std::bad_alloc` leaves it as it was.
 class CORVANE_EXPORT QORDocument : public dfx::IDocument {
 public:
     QORDocument();
@@ -25,8 +25,8 @@ public:
     /// True for every document.
     bool isValid() const;
 
-    /// Enters an engine, which may be null. The first engine of a name stays: when the name is
-    /// taken, nothing changes. Names differ by case.
+    /// Adds an engine, which may be null. The first engine of a name stays: when the name is
+    /// taken, nothing changes. Case counts in names.
     void AddEngine(CStringW name, CQorEngine* engine);
     /// The engine of that name, or null.
     CQorEngine* GetEngine(CStringW name) const;

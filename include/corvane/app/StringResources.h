@@ -24,7 +24,7 @@ inline constexpr std::uint32_t kErrorCode = 56;
 inline constexpr std::uint32_t kNewRuleName = 58;
 inline constexpr std::uint32_t kNewRuleDescription = 59;
 
-// The rule element: "Attr" stands for an attribute, "Node" for an element.
+// The rule element: "Attr" is an attribute, "Node" an element.
 inline constexpr std::uint32_t kRuleNameAttr = 3000;
 inline constexpr std::uint32_t kRuleDescriptionAttr = 3001;
 inline constexpr std::uint32_t kRuleSourceAttr = 3002;

@@ -27,7 +27,7 @@ struct StringTable {
 /// the table's module.
 CORVANE_EXPORT std::u16string_view FindTableText(const StringTable* table, std::uint32_t number);
 
-/// Makes a table the calling thread's current one and hands out the former one. Null stands for the
+/// Makes a table the calling thread's current one and gives the former one. Null means the
 /// table of the library's own resource module. CQorRule::CreateParamStorageObject takes the names
 /// of parameters from the current table, and from no other.
 CORVANE_EXPORT const StringTable* SetCurrentStringTable(const StringTable* table);

@@ -1,8 +1,8 @@
 #pragma once
 
-// What differs between the platforms in the public headers, and nothing else does: the types of
-// the component runtime and of windows, which Windows has itself, and two marks for the compiler.
-// Every one is written so that code for one platform compiles on the others.
+// All that differs between the platforms in the public headers: the types of the component runtime
+// and of windows, which Windows has itself, and two marks for the compiler. Each is written so that
+// code for one platform compiles on the others.
 
 #include <array>
 #include <compare>
@@ -33,10 +33,10 @@ struct CPoint : POINT {
 
 #else
 
-/// Stands before a function that a module offers by its plain name to whoever loads the module.
+/// Marks a function that a module offers by its plain name to the program that loads it.
 #define CORVANE_MODULE_EXPORT extern "C" __attribute__((visibility("default")))
 
-/// Stands before a class that is defined in a header alone and still is the same type in every
+/// Marks a class that is defined in a header alone and is still the same type in every
 /// module: what the library exports may have it as a template argument.
 #define CORVANE_SHARED_TYPE __attribute__((visibility("default")))
 
@@ -131,7 +131,7 @@ class CWnd;
 
 /// A message on its way to a window. What `wParam` and `lParam` mean depends on the number.
 struct MSG {
-    CWnd* hwnd = nullptr;  ///< Null stands for the dialog that runs.
+    CWnd* hwnd = nullptr;  ///< Null means the dialog that runs.
     unsigned message = 0;
     std::uintptr_t wParam = 0;
     std::intptr_t lParam = 0;

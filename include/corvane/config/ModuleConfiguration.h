@@ -31,7 +31,7 @@ struct ConfigurationEntry {
     CStringW section;
     CStringW key;
     CStringW value;
-    bool commented = false;  ///< The line is commented out, which keeps nobody from reading it.
+    bool commented = false;  ///< The line is commented out; it is read all the same.
 };
 
 /// ConfigModule.ini as the library reads it now, with what tells why a line does not count.
@@ -43,13 +43,13 @@ struct ModuleConfiguration {
     /// The folder of the user-defined rules; nothing without a record of it.
     std::optional<CStringW> scriptFolder;
 
-    /// The keys of the database's section that are set, as their reader takes them, which is not
-    /// that of the script folder; but whole, where the database is given 259 characters. The value
-    /// of ConnectionString may hold a password.
+    /// The keys of the database's section that are set, as the reader of these keys takes them,
+    /// which is not the one of the script folder; but whole, where the database is given 259
+    /// characters. The value of ConnectionString may hold a password.
     std::vector<ConfigurationEntry> databaseKeys;
 
-    /// All keys in the order of the file, as the reader of the script folder takes them: to the
-    /// letter.
+    /// All keys in the order of the file, as the reader of the script folder takes them: as
+    /// written.
     std::vector<ConfigurationEntry> entries;
     /// The text of the file's last line when that has no line end, and so is no entry.
     CStringW cutLine;

@@ -3,7 +3,7 @@
 namespace qor_db {
 
 /// The abstract description of one database connection: which kind of database, and which driver
-/// module speaks to it. What else is needed stands in the class of the kind.
+/// module speaks to it. What else is needed is in the class of that kind.
 class IConnectorData {
 public:
     enum DATABASETYPE {

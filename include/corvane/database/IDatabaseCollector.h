@@ -14,7 +14,7 @@ namespace qor_db {
 struct ConnectionInfo {
     IConnectorData::DATABASETYPE type = IConnectorData::DATABASETYPE_SQLITE;
     CStringW driverModule;  ///< As configured.
-    CStringW database;      ///< File or connection string; passwords stand as "***".
+    CStringW database;      ///< File or connection string; passwords are shown as "***".
     bool open = false;
     bool readOnly = false;
     int schemaVersion = 0;  ///< Version of the reference tables; 0 when there are none.

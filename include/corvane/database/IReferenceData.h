@@ -66,8 +66,8 @@ struct WallThickness {
 };
 
 /// The tables of reference data that rules look up. Names are compared without regard to the case
-/// of ASCII letters. A row that isn't there is ErrorCode::NotFound, a length that is negative or no
-/// number ErrorCode::BadParameter.
+/// of ASCII letters. A row that isn't there is ErrorCode::NotFound, a length that is negative or
+/// not a number ErrorCode::BadParameter.
 class IReferenceData {
 public:
     /// Drills in ascending order of diameter.

@@ -10,7 +10,7 @@ namespace qor_db {
 
 class IDatabaseCollector;
 
-/// The connection that the configuration asks for now, whether anybody is connected or not.
+/// The connection that the configuration asks for now, whether it is open or not.
 struct ConfiguredDatabase {
     IConnectorData::DATABASETYPE type = IConnectorData::DATABASETYPE_SQLITE;
     CStringW collectorModule;    ///< Where the collector module is expected, as Windows names it.
@@ -23,7 +23,7 @@ struct ConfiguredDatabase {
 /// collector for the rule modules. There is one object in the process.
 ///
 /// Nothing here reports an error: without the collector module the collector is null, and every
-/// caller must be ready for that. Whether the database itself could be opened, the collector says
+/// caller must be ready for that. The collector says whether the database itself could be opened
 /// (IDatabaseCollector::status).
 ///
 /// The connection is read from section RULE_DATABASE_MODULES of ConfigModule.ini in the settings
@@ -32,12 +32,12 @@ struct ConfiguredDatabase {
 /// FileName may begin with an environment variable in percent signs: %NAME%/more. A variable that
 /// is not set counts as empty, and so does every name of more than 49 units. Without module1 an
 /// SQLite connection takes QorSqliteDatabaseu.dll beside the collector module; an MSSQL connection
-/// has no default. "QORDatabaseu.dll", the collector module, stands beside this library. On POSIX a
-/// module name stands for the shared object of its stem.
+/// has no default. "QORDatabaseu.dll", the collector module, is in the folder of this library. On
+/// POSIX a module name means the shared object of its stem.
 class CORVANE_EXPORT QORDataHelper {
 public:
     /// The one object. The first call makes it and with it the connection; it must not race with a
-    /// second one. The collector and its module go at the end of the process.
+    /// second one. The collector and its module are freed at the end of the process.
     static QORDataHelper& getInstance();
 
     /// Looks at the configuration without connecting, and makes no file and no folder.
@@ -55,8 +55,8 @@ public:
 
     /// The database file that is used when none is configured: qorSqliteDb.dat in the folder that
     /// the environment variable CORVANE_DATABASE_DIR names, when that exists (it must end in a
-    /// separator), else below the machine's common data folder. Whether the file exists is not
-    /// looked at, nor is the argument.
+    /// separator), else below the machine's common data folder. The file need not
+    /// exist, and the argument is ignored.
     CStringW GetDefaultDatabase(const CStringW& unused);
 
     /// Connects by the MSSQL keys of this ConfigModule.ini. An earlier collector is not destroyed,

@@ -9,7 +9,7 @@ namespace dfx {
 
 /// A document: schemas by number, at most one of each.
 ///
-/// It shares its schemas with whoever else holds them, and so does a copy. It is complete and may
+/// It shares its schemas with all others that hold them, and so does a copy. It is complete and may
 /// be derived from. A thread that changes it must have it to itself. `std::bad_alloc` leaves it as
 /// it was. The order of the virtual operations is part of the interface to modules.
 class CORVANE_EXPORT IDocument {

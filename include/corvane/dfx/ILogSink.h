@@ -10,7 +10,7 @@ namespace dfx {
 /// modules.
 class CORVANE_EXPORT ILogSink {
 public:
-    /// Single bits, so that a mask says which of them pass. Every number may stand for a level.
+    /// Single bits, so that a mask says which of them pass. Every number may be a level.
     enum LOGLEVEL : std::int32_t {
         LOGLEVEL_DEBUG = 1,
         LOGLEVEL_INFO = 2,

@@ -8,7 +8,7 @@ namespace dfx {
 
 /// A set of typed values, looked up by key. Parameters is its implementation.
 ///
-/// Sets stand behind `std::shared_ptr<IParameters>`. The order of the virtual operations is part of
+/// Sets are held by `std::shared_ptr<IParameters>`. The order of the virtual operations is part of
 /// the interface to modules.
 class CORVANE_EXPORT IParameters {
 public:

@@ -4,8 +4,8 @@
 
 namespace dfx {
 
-/// What an operator hands back: a set of values with a status and an error code, whose meaning the
-/// module of the operator settles. Result is its implementation.
+/// What an operator hands back: a set of values with a status and an error code, whose meaning
+/// the module of the operator defines. Result is its implementation.
 class CORVANE_EXPORT IResult : public IParameters {
 public:
     IResult() = default;

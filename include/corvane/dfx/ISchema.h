@@ -10,13 +10,13 @@ namespace dfx {
 /// A block of typed data in a document, with the number of its kind. SCInfo has 129 and
 /// SCContentDataList 131; modules choose others for schemas of their own.
 ///
-/// Schemas stand behind `std::shared_ptr<ISchema>`, and one schema may stand in several documents.
+/// Schemas are held by `std::shared_ptr<ISchema>`, and one schema may be in several documents.
 /// The order of the virtual operations is part of the interface to modules.
 class CORVANE_EXPORT ISchema {
 public:
     explicit ISchema(const short& type);
     ISchema(const ISchema& source);
-    /// Takes over the number too, so the target must not stand in a document under another one.
+    /// Takes over the number too, so the target must not be in a document under another one.
     ISchema& operator=(const ISchema& source);
     virtual ~ISchema();
 

@@ -14,7 +14,7 @@ public:
     ISchemaFactory& operator=(const ISchemaFactory&) = default;
     virtual ~ISchemaFactory();
 
-    /// A new schema, which stands in no document yet, or an empty handle for a number that the
+    /// A new schema, which is in no document yet, or an empty handle for a number that the
     /// factory does not know. The body knows none.
     virtual std::shared_ptr<ISchema> create(const short& type) = 0;
 };

@@ -7,18 +7,17 @@
 
 namespace dfx {
 
-/// A typed value as everybody sees it who does not know what it holds: a key, a type number and an
+/// A typed value as code sees it that does not know what it holds: a key, a type number and an
 /// optional text. Value is its implementation.
 ///
-/// Values stand behind `std::shared_ptr<IValue>`. `std::dynamic_pointer_cast` to the Value of a
+/// Values are held by `std::shared_ptr<IValue>`. `std::dynamic_pointer_cast` to the Value of a
 /// held type gives an empty handle for any other one, across modules too. The order of the virtual
 /// operations is part of the interface to modules.
 class CORVANE_EXPORT IValue {
 public:
-    /// The number of a held type. Numbers 10 and 12 stand for a plain interface pointer and for a
-    /// counted handle of it alike; 11, 13 and 22 belong to no held type. What stands behind the
-    /// pointer of number 9, and how far it reaches, the modules that exchange it agree on; its
-    /// handle frees it.
+    /// The number of a held type. Numbers 10 and 12 mean a plain interface pointer and a counted
+    /// handle of it alike; 11, 13 and 22 belong to no held type. The modules that exchange the
+    /// pointer of number 9 agree on what it points to and on how much of it; its handle frees it.
     enum TYPE : int {
         TYPE_BOOL = 0,
         TYPE_UCHAR = 1,
@@ -55,7 +54,7 @@ public:
     virtual TYPE type() const = 0;
 
     /// The number by which a set finds the value. The modules that exchange values give the numbers
-    /// their meaning; every one is free for use. It must not change while the value stands in a
+    /// their meaning; every one is free for use. It must not change while the value is in a
     /// set: the set orders its values by it.
     virtual int key() const = 0;
 
@@ -64,7 +63,8 @@ public:
 };
 
 /// The order of values in a set: by key alone. Handles are not empty. A set is also searched by a
-/// predicate that holds for the values before the sought place, so without a value to search for.
+/// predicate that holds for the values before the place that is looked for, so without a value to
+/// search for.
 struct IsValueLessThan {
     using is_transparent = void;
 

@@ -13,8 +13,8 @@ public:
     IVoidFunctor& operator=(const IVoidFunctor&) = default;
     virtual ~IVoidFunctor();
 
-    /// Does the work, on the caller's thread. Whether it may run more than once is for the module
-    /// to say that makes it.
+    /// Does the work, on the caller's thread. The module that makes it says whether
+    /// it may run more than once.
     virtual void operator()() = 0;
 };
 

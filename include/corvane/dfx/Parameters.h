@@ -12,9 +12,9 @@ namespace dfx {
 /// is looked up there. `Parameters<IParameters>` is complete; `Parameters<IResult>` leaves status
 /// and error code to Result or to a module's own class. The library holds the code of both.
 ///
-/// **Sharing:** the set shares its values with whoever else holds them. A copy has the same values
-/// and the same parent; adding to one of the two does not touch the other, changing a value shows
-/// in both.
+/// **Sharing:** the set shares its values with all others that hold them. A copy has the same
+/// values and the same parent; adding to one of the two does not touch the other, but a changed
+/// value shows in both.
 ///
 /// **Failure:** `std::bad_alloc` leaves the set as it was, and replacing a value needs no memory.
 /// A chain of parents must end. It may have any length: the library's own sets are searched and

@@ -24,11 +24,11 @@ public:
     short type() const override;
 
     /// Appends an object that was made with `new` and takes it over; null is an entry too. The
-    /// caller's pointer stays as it is. An object may stand in one list once. With `std::bad_alloc`
+    /// caller's pointer stays as it is. An object may be in one list, once. With `std::bad_alloc`
     /// it stays the caller's.
     void addContentData(IContentData*& data);
     int getNumContentData() const;
-    /// Gives the entry, which stays the list's. An index below 0 or behind the last entry leaves
+    /// Gives the entry, which stays the list's. An index below 0 or after the last entry leaves
     /// `data` as it was.
     void getContentData(int index, IContentData*& data);
 

@@ -15,13 +15,13 @@
 namespace dfx {
 
 /// A value of one held type `T` with its number `N` out of IValue::TYPE. The 27 pairs at the end of
-/// this file are all that there are; the library holds their code, so that every module works with
+/// this file are all there are; the library holds their code, so that every module works with
 /// the same class.
 ///
 /// What copying and destruction mean depends on the held type:
 /// - a number is copied;
 /// - a **plain pointer** is borrowed: copies point at the same object, and the value neither counts
-///   nor deletes it. Whoever sets it keeps the object alive;
+///   nor deletes it. The code that sets it keeps the object alive;
 /// - an `ATL::CComPtr` is counted: each copy holds a reference and releases it;
 /// - a `std::shared_ptr` is shared by all copies, and the last one ends the object;
 /// - a text or a container is copied with all its elements.

@@ -33,7 +33,7 @@ struct RunContext {
     CStringW partPath;      ///< Absolute path of the part's file; empty when there is none.
     CStringW partName;      ///< What users call the part; empty when there is no other name.
     CStringW partMaterial;  ///< As in the rule database; empty when it is not known.
-    /// The unit of a part whose file names none, as "mm" or "in"; empty stands for millimetres.
+    /// The unit of a part whose file names none, as "mm" or "in"; empty means millimetres.
     CStringW partUnits;
     /// Takes what the rule finds. Not owned; null when nobody listens.
     QORResultSet* results = nullptr;

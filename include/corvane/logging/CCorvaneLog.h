@@ -11,9 +11,9 @@
 ///
 ///     [14:7:9] [WallRule.cpp:42] the message
 ///
-/// with the local time, and file and line of the source that logs. Nothing is reported: where a log
-/// cannot be opened, all later messages go nowhere. Each operation may run while no log is open.
-/// Opening and closing must not race with other calls; lines from several threads do not mix.
+/// with the local time, and file and line of the source that logs. No failure is reported: where a
+/// log cannot be opened, all later messages are dropped. Each operation may run while no log is
+/// open. Opening and closing must not race with other calls; lines from several threads do not mix.
 class CORVANE_EXPORT CCorvaneLog {
 public:
     /// Opens the log of a part: "Corvane_bracket.corvanelog" in the folder of "bracket.prt". An

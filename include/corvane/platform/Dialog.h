@@ -8,9 +8,9 @@ class CDialog;
 
 namespace corvane {
 
-/// What stands for the window system: it shows dialogs and brings them their messages. A program
-/// with a user interface of its own derives from it; a test hands out the messages it wants. Called
-/// on the thread that runs the dialog.
+/// What takes the place of the window system: it shows dialogs and brings them their messages. A
+/// program with a user interface of its own derives from it; a test hands out the messages it
+/// wants. Called on the thread that runs the dialog.
 class CORVANE_EXPORT DialogHost {
 public:
     DialogHost() = default;
@@ -21,18 +21,18 @@ public:
     /// Makes the window of a dialog. `templateNumber` is its layout's number in the resources of
     /// its module. False when it cannot be shown.
     virtual bool open(CDialog& dialog, unsigned templateNumber) = 0;
-    /// Takes the window away again.
+    /// Removes the window.
     virtual void close(CDialog& dialog) = 0;
     /// Waits for the next message. False when there will be none: the dialog ends as cancelled.
     virtual bool next(MSG& message) = 0;
-    /// The keys by which the user moves in a dialog. True when the message was one and is done
-    /// with.
+    /// The keys by which the user moves in a dialog. True when the message was one of them and is
+    /// dealt with.
     virtual bool translate(CDialog& dialog, const MSG& message);
     /// The default processing of a message that no handler took. Here it does nothing and gives 0.
     virtual std::intptr_t process(CWnd& window, const MSG& message);
 };
 
-/// Sets the host of this process and hands out the former one. Null, as at the start, stands for no
+/// Sets the host of this process and gives the former one. Null, as at the start, means no
 /// window system: then no dialog opens. The host is the caller's, and stays until it is replaced.
 CORVANE_EXPORT DialogHost* SetDialogHost(DialogHost* host);
 

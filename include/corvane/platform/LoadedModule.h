@@ -12,8 +12,8 @@ class CORVANE_EXPORT LoadedModule {
 public:
     LoadedModule() = default;
     /// Loads a module by the name that Windows gives it, with or without a folder:
-    /// "QORDatabaseu.dll" is the platform's shared object of that stem. A bare name is sought in
-    /// this library's folder, then where the system's loader looks.
+    /// "QORDatabaseu.dll" is the platform's shared object of that stem. A bare name is looked for
+    /// in this library's folder, then where the system's loader looks.
     explicit LoadedModule(std::u16string_view path);
     LoadedModule(LoadedModule&& other) noexcept;
     LoadedModule& operator=(LoadedModule&& other) noexcept;

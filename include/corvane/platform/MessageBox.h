@@ -16,7 +16,7 @@ struct Message {
 
 using MessageSink = std::function<void(const Message&)>;
 
-/// Replaces what shows messages, and hands out the former sink. An empty sink stands for the
+/// Replaces what shows messages, and gives the former sink. An empty sink means the
 /// default, which writes to standard error and never waits. The sink runs on the thread of the
 /// message. Set it before threads start.
 CORVANE_EXPORT MessageSink SetMessageSink(MessageSink sink);

@@ -8,8 +8,8 @@
 
 // Windows, as far as a dialog of a rule module needs them: an object that gets messages by number,
 // finds the handler in its class's table and leaves the rest to the default processing. Nothing
-// here draws; a corvane::DialogHost (Dialog.h) stands for the window system. Windows belong to the
-// thread of the user interface.
+// here draws; a corvane::DialogHost (Dialog.h) takes the place of the window system. Windows belong
+// to the thread of the user interface.
 
 class CWnd;
 
@@ -35,7 +35,7 @@ struct MessageEntry {
     std::intptr_t (*call)(CWnd& window, std::uintptr_t wParam, std::intptr_t lParam);
 };
 
-/// A class's table. A message without a row in it is sought in the base class's.
+/// A class's table. A message without a row in it is looked up in the base class's.
 struct MessageMap {
     const MessageMap* base;
     std::span<const MessageEntry> entries;
@@ -55,7 +55,7 @@ public:
     CWnd* GetParent() const { return parent_; }
 
     /// Looks at a message before it is dispatched; each window from the target up to the dialog is
-    /// asked. Non-zero says that it is done with, and goes no further.
+    /// asked. Non-zero says that it is dealt with and goes no further.
     virtual int PreTranslateMessage(MSG* message);
 
     /// Has the window process a message now, and gives what its handler gives.
@@ -72,7 +72,7 @@ protected:
     virtual std::intptr_t DefWindowProc(unsigned message, std::uintptr_t wParam,
                                         std::intptr_t lParam);
 
-    /// Gives the message that is being processed to the default processing, as it came; 0 outside
+    /// Hands the message that is being processed to the default processing as it came; 0 outside
     /// of a handler.
     std::intptr_t Default();
 

@@ -2,8 +2,8 @@
 
 #include <corvane/rules/CQorRule.h>
 
-/// Stands in for a rule that could not be created: it keeps the name, the severity and the category
-/// and does nothing else, so that it adds nothing to a rule file.
+/// Takes the place of a rule that could not be created: it keeps the name, the severity and the
+/// category and does nothing else, so that it adds nothing to a rule file.
 class CORVANE_EXPORT CConcreteFailedRule : public CQorRule {
 public:
     CConcreteFailedRule();

@@ -12,7 +12,7 @@ public:
     CQORFrameWrkUtils& operator=(const CQORFrameWrkUtils&);
 
     /// Appends the ten category texts that a user may choose from, in the user's language and in
-    /// the order in which they are shown. What the list holds already stays in front.
+    /// the order in which they are shown. What the list already holds stays first.
     static void GetRuleCategoryStringList(CStringList& categories);
 
     /// The element name made from a rule's name: "QORRule_" and the name without

@@ -16,7 +16,7 @@ public:
     /// Deletes the parameter with its values. A storage of an illegal kind deletes nothing.
     ~CQorParamStorage();
     CQorParamStorage(const CQorParamStorage&) = delete;
-    /// Copies the five fields as they stand. Both storages then hold the same parameter: the caller
+    /// Copies the five fields as they are. Both storages then hold the same parameter: the caller
     /// clears `m_pParameter` of one of them before that is destroyed. What this storage held before
     /// is not released.
     CQorParamStorage& operator=(const CQorParamStorage&);

@@ -29,7 +29,7 @@ struct RuleUnitSystemStructure;
 ///
 /// A rule module derives from it, supplies the first eight virtual operations and creates its
 /// parameters in InitializeParamStorage, which it calls from its own constructor. Derived rules
-/// add what they create to `m_Parameters` and `m_Constraints` themselves.
+/// themselves add what they create to `m_Parameters` and `m_Constraints`.
 ///
 /// **Interface.** The order of the virtual operations and of the fields is fixed, since rule
 /// modules are built separately. Add nothing between them.

@@ -73,9 +73,9 @@ private:
     CStringW partPath_;
 };
 
-/// The base of the rules of a module. It does what every compiled rule does alike: it makes the
+/// The base of the rules of a module. It does what all compiled rules do alike: it makes the
 /// parameters of its table, reads and writes them, and does the same with the constraints, which it
-/// owns. A derived rule checks the part in check() and overrides what it has to say otherwise.
+/// owns. A derived rule checks the part in check() and overrides what it does otherwise.
 class CORVANE_EXPORT ModuleRule : public CQorRule {
 public:
     using CQorRule::operator=;
@@ -101,8 +101,8 @@ public:
     T value(QorLong number, T otherwise = T()) const {
         return FirstValue<T>(storage(number), std::move(otherwise));
     }
-    /// The same with the value that the first constraint has for it that is on and names the
-    /// material, case ignored.
+    /// The same, but first the value of the first constraint that is on and names the material,
+    /// case ignored.
     template <typename T>
     T valueFor(const CStringW& material, QorLong number, T otherwise = T()) const {
         return FirstValue<T>(constrained(material, number), value<T>(number, std::move(otherwise)));

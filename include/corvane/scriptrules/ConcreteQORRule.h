@@ -33,7 +33,7 @@ public:
     /// without a number), categories, engines and the module file. Categories and engines are added
     /// to those that the rule has; comments and text among them are passed over. An engine becomes
     /// the path that the registry has for it, and is dropped when it has none; what its element
-    /// leaves out is as the engine before it says. Null does nothing. Reading ends, without a
+    /// leaves out is taken from the engine before it. Null does nothing. Reading ends, without a
     /// message, at a storage of another kind than 1 to 7.
     void PopulateParametersFromXML(QorXMLNode* node) override;
     /// Writes the larger form: like CQorRule, with categories and engines. An engine whose file is

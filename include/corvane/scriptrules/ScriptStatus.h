@@ -5,8 +5,8 @@
 #include <corvane/base/Types.h>
 #include <corvane/platform/Unknown.h>
 
-// What the script host of this system answers. Another host behind IScriptProcessor may answer
-// otherwise.
+// What the script host of this system answers. Another implementation of IScriptProcessor may
+// answer otherwise.
 
 namespace corvane {
 

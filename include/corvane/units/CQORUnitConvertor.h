@@ -28,7 +28,7 @@ public:
     double ConversionFromMeters(double value, QorLong unit, QorLong kind) const;
     /// A QORLengthUnit_e into metres, or a QORAngleUnit_e into radians.
     double ConversionInMeters(double value, QorLong unit, QorLong kind) const;
-    /// From one unit of length or angle to another. The kind stands before the units here.
+    /// From one unit of length or angle to another. The kind comes before the units here.
     double ConversionFromOneUnitToAnother(double value, QorLong kind, QorLong fromUnit,
                                           QorLong toUnit) const;
 
@@ -36,7 +36,7 @@ public:
     double ConversionFromSquareMeters(double value, QorLong unit, QorLong kind) const;
     /// The square of a QORLengthUnit_e into square metres. An angle comes back unchanged.
     double ConversionInSquareMeters(double value, QorLong unit, QorLong kind) const;
-    /// From one unit of area to another. The kind stands before the units here.
+    /// From one unit of area to another. The kind comes before the units here.
     double ConversionFromOneUnitToAnotherForArea(double value, QorLong kind, QorLong fromUnit,
                                                  QorLong toUnit) const;
 

@@ -7,7 +7,7 @@ class QorXMLDocument;
 extern "C" {
 
 /// The document on which the rule classes make their elements when they write XML. Null until the
-/// host sets it; the host owns it and keeps it alive for as long as it stands here.
+/// host sets it; the host owns it and keeps it alive for as long as it is set here.
 CORVANE_EXPORT extern QorXMLDocument* g_pXMLDoc;
 
 CORVANE_EXPORT void SetXMLDoc(QorXMLDocument* document);

@@ -34,7 +34,7 @@ public:
     /// Makes a document without parser; nothing is copied.
     QorXMLDocument(QorXMLDocument& ignored);
     /// Shares the source's parser, tree and root node from here on. What this document held before
-    /// goes, its root node included, unless another document shares it.
+    /// is dropped, its root node included, unless another document shares it.
     QorXMLDocument& operator=(QorXMLDocument& other);
     ~QorXMLDocument();
 
@@ -45,7 +45,7 @@ public:
     /// leaves the document's tree empty and earlier root nodes valid.
     QorXMLNode* LoadFromFile(CStringW path);
     QorXMLNode* LoadFromFile1(const char* path);
-    /// The same for a text, whose declared encoding is ignored unless nobody knows it. A failed
+    /// The same for a text, whose declared encoding is ignored unless it is unknown. A failed
     /// load gives the root node of the last successful load, if there was one.
     QorXMLNode* LoadFromXMLString(CStringW& text);
 
@@ -58,13 +58,13 @@ public:
     /// kErrorFail, an empty node kErrorInvalidArgument. The node object stays the caller's.
     void AppendNode(QorXMLNode* node);
 
-    /// Writes the document as UTF-8, replacing the file as a whole. True whatever happens; see
-    /// corvane::SaveXML for the truth.
+    /// Writes the document as UTF-8, replacing the file as a whole. Always true; see
+    /// corvane::SaveXML for whether it was written.
     bool Save(CStringW path);
     bool Save1(const char* path);
 
     /// The element of the root node of the last successful load serialised, without prolog,
-    /// wherever it stands now; before any load the root element of the tree, or "" when there is
+    /// wherever it is now; before any load the root element of the tree, or "" when there is
     /// none.
     CStringW GetXML() const;
 

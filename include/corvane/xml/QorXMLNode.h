@@ -19,8 +19,8 @@ struct Access;
 /// outlive its document, and so do the elements above it. Deleting a node object leaves the element
 /// in its tree. A tree and all nodes of it belong to one thread at a time.
 ///
-/// **Ownership.** Whoever receives a QorXMLNode* or a QorXMLNodeList* from an operation deletes it,
-/// with DeleteNode, DeleteNodeList or a plain delete.
+/// **Ownership.** The caller that gets a QorXMLNode* or a QorXMLNodeList* from an operation deletes
+/// it, with DeleteNode, DeleteNodeList or a plain delete.
 ///
 /// **Failure.** What is merely missing gives null or false. Everything else raises `_com_error`:
 /// kErrorPointer for an operation on an empty node (unless it says otherwise), kErrorOutOfMemory
@@ -34,7 +34,7 @@ struct Access;
 /// leaves its parent takes the declarations along that it needs.
 ///
 /// **White space.** A load drops text of nothing but blanks, tabs and line ends; the text of an
-/// element leaves out such characters at its two ends if they stood there unescaped in the source.
+/// element leaves out such characters at its two ends if they were unescaped in the source.
 /// White space written as a reference, in a CDATA section or under xml:space="preserve" is kept,
 /// and so is text that an operation sets, to the last character, through saving and loading too.
 ///
@@ -83,8 +83,8 @@ public:
     /// The text of the element and of all below it; "" for an empty node.
     CStringW GetNodeValue() const;
     bool GetNodeValueInCString(CStringW& value) const;  ///< GetNodeValue; always true.
-    /// The number at the start of the text, behind white space; what follows it is ignored. False,
-    /// with `value` untouched, when something else stands there; true, untouched, when there is
+    /// The number at the start of the text, after white space; what follows it is ignored. False,
+    /// with `value` untouched, when there is something else; true, untouched, when there is
     /// nothing but white space and for an empty node. A number beyond 32 bits wraps.
     bool GetNodeValueInInt(int& value) const;
     bool GetNodeValueInLong(QorLong& value) const;
@@ -94,7 +94,7 @@ public:
     /// Replaces all content of the element by the text.
     void SetNodeValue(CStringW text);
 
-    /// The element serialised, without prolog; "" for an empty node. Line breaks stand where the
+    /// The element serialised, without prolog; "" for an empty node. Line breaks are where the
     /// source of a loaded element had white space; nothing else is indented.
     CStringW GetXML() const;
 
@@ -103,7 +103,7 @@ public:
     QorXMLNode* AppendNode(CStringW name);
     /// The same on the given document; null when that is null.
     QorXMLNode* AppendNode(CStringW name, QorXMLDocument* document);
-    /// Moves the node's element below this one, behind its other children, out of wherever it was.
+    /// Moves the node's element, wherever it was, below this one, after its other children.
     /// A null pointer does nothing; an empty node raises kErrorInvalidArgument. The node object
     /// stays the caller's.
     void AppendNode(QorXMLNode* node);

@@ -9,7 +9,7 @@ class QorXMLNode;
 
 namespace corvane {
 
-/// Why a load failed and where. Line and column count from 1; 0 stands for "nowhere in particular",
+/// Why a load failed and where. Line and column count from 1; 0 means "nowhere in particular",
 /// such as in a file that cannot be read.
 struct XMLFault {
     QorLong line = 0;
@@ -17,7 +17,7 @@ struct XMLFault {
     CStringW message;  ///< One line of English; empty when there is no fault.
 };
 
-/// The fault of the document's last load; without message when that succeeded or there was none.
+/// The fault of the document's last load; without a message when that succeeded or there was none.
 CORVANE_EXPORT XMLFault LastXMLFault(const QorXMLDocument& document);
 
 /// The line on which the element's start tag begins in the source that it was loaded from, from 1;
@@ -26,7 +26,7 @@ CORVANE_EXPORT QorLong XMLLine(const QorXMLNode& node);
 
 /// Saves like QorXMLDocument::Save, and tells whether the file was written. A document without
 /// parser or without root element is not written, so that a file is never replaced by one that
-/// cannot be read back. On failure the old file stands whole.
+/// cannot be read back. On failure the old file is left whole.
 CORVANE_EXPORT bool SaveXML(QorXMLDocument& document, const CStringW& path);
 
 }  // namespace corvane

@@ -24,7 +24,7 @@ bool leavesOpen(ErrorCode code) {
            code == ErrorCode::NewerVersion || code == ErrorCode::ReadOnly;
 }
 
-// The kind stands in type() and not in run-time type data, which modules need not share.
+// The kind is in type() and not in run-time type data, which modules need not share.
 CStringW targetOf(const IConnectorData& connector) {
     if (connector.type() == IConnectorData::DATABASETYPE_MSSQL)
         return static_cast<const MSSQLConnectorData&>(connector).connectionString();

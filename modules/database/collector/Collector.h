@@ -10,13 +10,13 @@
 
 namespace collector {
 
-/// The rule database behind the one driver that its connector names.
+/// The rule database, reached by the one driver that its connector names.
 class Collector final : public qor_db::IDatabaseCollector {
 public:
     explicit Collector(const qor_db::IConnectorData& connector);
     Collector(const Collector&) = delete;
     Collector& operator=(const Collector&) = delete;
-    virtual ~Collector() = default;  // behind the slots of the interface
+    virtual ~Collector() = default;  // after the slots of the interface
 
     const qor_db::Status& status() const noexcept override { return status_; }
     qor_db::ConnectionInfo connection() const noexcept override;

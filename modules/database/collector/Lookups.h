@@ -56,7 +56,7 @@ public:
         return items;
     }
 
-    /// The first row; `name` stands for it in the message when there is none.
+    /// The first row; the message says `name` when there is none.
     template <typename Item>
     qor_db::Outcome<Item> first(Lookup lookup, const std::vector<qor_db::Value>& parameters,
                                 const CStringW& name) {

@@ -12,7 +12,7 @@ public:
     ReferenceData() = default;
     ReferenceData(const ReferenceData&) = delete;
     ReferenceData& operator=(const ReferenceData&) = delete;
-    virtual ~ReferenceData() = default;  // behind the slots of the interface
+    virtual ~ReferenceData() = default;  // after the slots of the interface
 
     /// From now on lookups read `database`; with null they give `reason`.
     void connect(qor_db::IDatabaseConnection* database, qor_db::Status reason) noexcept;

@@ -39,7 +39,7 @@ public:
 protected:
     /// Executes with parameters of the right number.
     virtual Status run(const std::vector<Value>& parameters) = 0;
-    /// Reads the next row; false behind the last one, after which it is not called again.
+    /// Reads the next row; false after the last one, after which it is not called again.
     virtual Outcome<bool> advance(Row& row) = 0;
 
     std::vector<CStringW> columns_;

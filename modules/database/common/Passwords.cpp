@@ -29,7 +29,7 @@ char16_t closingMark(char16_t open) {
     return open == u'"' || open == u'\'' ? open : u'\0';
 }
 
-// A value in marks, which may hold semicolons. A doubled closing mark stands for itself, and a
+// A value in marks, which may hold semicolons. A doubled closing mark means itself, and a
 // value whose closing mark is missing reaches to the end.
 struct Marked {
     std::size_t end;  ///< Behind the closing mark.

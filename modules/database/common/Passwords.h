@@ -11,7 +11,7 @@ namespace qor_db::driver {
 /// token. No message and no description shows them.
 ///
 /// Drivers differ in what marks around a value mean, so each value counts in every way in which it
-/// may be read, and a key also where it may stand inside another value: too much is hidden rather
+/// may be read, and a key also where it may be inside another value: too much is hidden rather
 /// than too little.
 class Passwords {
 public:
@@ -21,8 +21,8 @@ public:
     /// The connection string with "***" in place of each secret.
     const CStringW& description() const { return description_; }
 
-    /// A message with "***" wherever a secret stands in it, whoever has put it there. A secret of
-    /// up to three units is only hidden where it stands by itself: without the letters of a
+    /// A message with "***" wherever a secret is in it, however it got there. A secret of
+    /// up to three units is only hidden where it is by itself: without the letters of a
     /// one-letter password no message could be read, and their gaps would tell it.
     CStringW mask(std::u16string_view message) const;
 

@@ -19,7 +19,7 @@ struct Column {
 /// The columns of a prepared or executed statement; false when the driver does not tell.
 bool describeColumns(SQLHANDLE statement, std::vector<Column>& columns);
 
-/// Reads the row that the statement stands on; false when the driver fails.
+/// Reads the row that the statement is at; false when the driver fails.
 bool readRow(SQLHANDLE statement, const std::vector<Column>& columns, Row& row);
 
 }  // namespace qor_db::odbc

@@ -10,7 +10,7 @@ namespace qor_db::odbc {
 
 /// A connection to a data source.
 ///
-/// The version of the reference tables stands in the one row of a table, QorSchema. begin changes
+/// The version of the reference tables is in the one row of a table, QorSchema. begin changes
 /// that row to itself, which takes the right to write in every dialect alike; a database without
 /// that table takes it with the first change.
 class Connection final : public driver::DriverConnection {

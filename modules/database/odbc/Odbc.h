@@ -19,7 +19,7 @@ inline SQLWCHAR* units(const char16_t* text) {
     return reinterpret_cast<SQLWCHAR*>(const_cast<char16_t*>(text));
 }
 
-/// A number as the driver manager takes it where a pointer may stand too.
+/// A number as the driver manager takes it where a pointer may be too.
 inline SQLPOINTER number(SQLULEN value) {
     return reinterpret_cast<SQLPOINTER>(value);  // NOLINT(performance-no-int-to-ptr)
 }

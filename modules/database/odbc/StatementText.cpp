@@ -33,7 +33,7 @@ private:
         return taken;
     }
 
-    // Behind the next `mark`, or at the end.
+    // After the next `mark`, or at the end.
     void skipBehind(std::u16string_view mark, std::size_t start) {
         const std::size_t found = rest_.find(mark, start);
         take(found == rest_.npos ? found : found + mark.size());

@@ -10,8 +10,8 @@ namespace qor_db::odbc {
 /// several, since drivers run them all, and for one that begins or ends a transaction.
 ///
 /// Quotes, names in brackets and comments are known; a text that another dialect reads differently
-/// is refused rather than let through. Statements that stand in a row without a semicolon are not
-/// told apart.
+/// is refused rather than let through. Statements that follow each other without a semicolon are
+/// not told apart.
 Outcome<std::u16string_view> oneStatement(std::u16string_view text);
 
 }  // namespace qor_db::odbc

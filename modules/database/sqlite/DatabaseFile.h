@@ -13,9 +13,9 @@ struct DatabaseFile {
     std::string path;  ///< UTF-8
     bool exists = false;
 
-    /// The same file as a URI, with parameters behind it.
+    /// The same file as a URI, with parameters after it.
     std::string uri(const char* parameters) const;
-    /// True when changes stand in a journal beside the file, so that the file alone is not whole.
+    /// True when changes are in a journal beside the file, so that the file alone is not whole.
     bool hasJournal() const;
 };
 

@@ -45,7 +45,7 @@ Value readValue(sqlite3_stmt* statement, int column) {
     return Bytes(bytes, bytes + size);
 }
 
-// Prepares the first statement of `text`, which then is what stands behind it. Comments and
+// Prepares the first statement of `text`, which then is what follows it. Comments and
 // semicolons alone give none.
 int prepareFirst(sqlite3* handle, std::string_view& text, Statement& statement) {
     sqlite3_stmt* prepared = nullptr;

@@ -42,7 +42,7 @@ private:
     std::shared_ptr<Database> database_;
     Statement statement_;   // before its database goes
     std::deque<Row> rows_;  ///< What a changing statement gave.
-    bool held_ = false;     ///< The statement stands on a row that was not handed out.
+    bool held_ = false;     ///< The statement is at a row that was not handed out.
 };
 
 }  // namespace qor_db::sqlite

@@ -13,7 +13,7 @@ namespace corvane::part::walls {
 class Sides {
 public:
     struct Side {
-        std::uint32_t a, b;  ///< vertices that stand for all at their places
+        std::uint32_t a, b;  ///< vertices that represent all at their places
         std::uint32_t triangle;
     };
 

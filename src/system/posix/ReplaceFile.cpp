@@ -141,8 +141,8 @@ void removeAllDead(const std::string& folder) {
     }
 }
 
-// Gives the new file the old one's owner and mode before it has any content. Whoever may not give
-// it the old group must not open it to the members of another one.
+// Gives the new file the old one's owner and mode before it has any content. A process that may not
+// give it the old group must not open it to the members of another one.
 bool takeOver(int descriptor, const struct stat& old) {
     mode_t mode = old.st_mode & kPermissions;
     const bool sameOwner = ::fchown(descriptor, old.st_uid, old.st_gid) == 0;
