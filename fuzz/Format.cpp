@@ -110,6 +110,7 @@ void printAndScan(FuzzedDataProvider& bytes) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const fuzz::Quick quick;
     FuzzedDataProvider bytes(data, size);
     constexpr void (*kChoices[])(FuzzedDataProvider&) = {printInteger, printFloat, printAnything,
                                                          scan, printAndScan};

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -20,6 +21,23 @@ inline void require(bool holds, const char* promise) {
     std::fprintf(stderr, "Broken: %s\n", promise);
     std::abort();
 }
+
+/// Breaks the promise that an input takes a few seconds at most. It counts the time that the
+/// process computes, so that a busy machine breaks nothing; the fuzzer's own limit ends what never
+/// returns.
+class Quick {
+public:
+    Quick() = default;
+    Quick(const Quick&) = delete;
+    Quick& operator=(const Quick&) = delete;
+    ~Quick() {
+        require(std::clock() - start_ < kMostSeconds * CLOCKS_PER_SEC, "an input is read quickly");
+    }
+
+private:
+    static constexpr std::clock_t kMostSeconds = 4;
+    std::clock_t start_ = std::clock();
+};
 
 inline std::string_view textOf(const std::uint8_t* data, std::size_t size) {
     return {reinterpret_cast<const char*>(data), size};

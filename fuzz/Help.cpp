@@ -7,6 +7,7 @@
 #include "frontend/HelpFiles.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const fuzz::Quick quick;
     static const fuzz::Folder folder;
     const auto [topics, pages] = fuzz::parted(fuzz::textOf(data, size));
     folder.write("topics", topics);

@@ -55,6 +55,7 @@ void edit(const CIniFile& ini, const std::string& file, const std::string& secti
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const fuzz::Quick quick;
     const auto [source, rest] = fuzz::parted(fuzz::textOf(data, size));
     folder().write("file.ini", source);
     std::string_view lines = rest;

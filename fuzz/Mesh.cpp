@@ -7,6 +7,7 @@
 #include "MeshReader.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const fuzz::Quick quick;
     const meshengine::ReadResult result = meshengine::parseMesh(fuzz::textOf(data, size));
     fuzz::require(result.mesh.has_value() == result.error.empty(),
                   "a file is read or told why not");

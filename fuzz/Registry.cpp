@@ -29,6 +29,7 @@ std::u16string shown(RegistryNode& root) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const fuzz::Quick quick;
     const std::u16string text = decodeText(fuzz::textOf(data, size), UnmarkedText::Guessed);
     for (const RegistryRoot own : {RegistryRoot::LocalMachine, RegistryRoot::CurrentUser}) {
         RegistryNode root;

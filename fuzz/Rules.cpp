@@ -61,6 +61,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const fuzz::Quick quick;
     CurrentDocument document;
     QorXMLNode* const root = document.load(CStringW::FromUtf8(fuzz::textOf(data, size)));
     if (!root) return 0;

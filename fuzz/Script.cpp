@@ -15,6 +15,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const fuzz::Quick quick;
     const Outcome outcome = runScript(CStringW::FromUtf8(fuzz::textOf(data, size)));
     fuzz::require(outcome.success || !outcome.message.empty(), "a script that fails says why");
     return 0;

@@ -5,6 +5,7 @@
 #include "Fuzz.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const fuzz::Quick quick;
     static const fuzz::Folder folder;
     folder.write("library", fuzz::textOf(data, size));
     TypeLibDetails first(folder.wide("library"));

@@ -98,6 +98,7 @@ void edit(QorXMLDocument& document, QorXMLNode& root, std::string_view commands)
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const fuzz::Quick quick;
     const auto [source, commands] = fuzz::parted(fuzz::textOf(data, size));
     folder().write("source", source);
     QorXMLDocument document;
