@@ -26,17 +26,17 @@ struct HelpSources {
     /// The folder of the site's own pages, as CORVANE_CUSTOMIZED_HELP_FOLDER_PATH has it; empty
     /// when it is not set. Without it the next two files and the opener are not used.
     std::u16string siteFolder;
-    bool siteFolderExists = false;
+    bool siteFolderExists = false;  ///< That folder exists.
     /// The file that leads from a topic's number to its help name, and the one that leads from
     /// there to a page. Both paths are full.
     std::u16string topicFile;
-    bool topicFileExists = false;
-    std::u16string pageFile;
-    bool pageFileExists = false;
+    bool topicFileExists = false;  ///< The file is there.
+    std::u16string pageFile;       ///< Leads from the help name to a page.
+    bool pageFileExists = false;   ///< The file is there.
     /// The full path of the program that opens pages, and of the viewer for compiled help; empty
     /// when none is found. A process that has shown help keeps the viewer that it found then.
     std::u16string opener;
-    std::u16string viewer;
+    std::u16string viewer;  ///< Of compiled help.
 };
 
 /// Looks at the environment, the registry and the files; starts nothing.

@@ -19,7 +19,7 @@ struct Installation {
     CStringW installFolder;  ///< The folder above the one of that file.
 
     CStringW language;  ///< The language that was asked for, such as "french".
-    LanguageSource languageSource = LanguageSource::User;
+    LanguageSource languageSource = LanguageSource::User;  ///< What settled it.
 
     /// Where that language's module of texts is expected. Paths of modules are as Windows names
     /// them; LoadedModule finds the file.

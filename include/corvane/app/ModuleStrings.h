@@ -11,8 +11,8 @@ namespace corvane {
 
 /// The texts of a module in one language, which has the name of a folder in Lang/: "french".
 struct LanguageTable {
-    std::u16string_view language;
-    StringTable table;
+    std::u16string_view language;  ///< Name of the language.
+    StringTable table;             ///< Its texts.
 };
 
 /// The table of the language that the library has settled on, else the first one. `tables` has one

@@ -11,15 +11,16 @@ namespace corvane {
 
 /// One text of a string table.
 struct StringTableEntry {
-    std::uint32_t number;
+    std::uint32_t number;  ///< By which it is asked for.
     const char16_t* text;  ///< Zero-terminated, never null.
 };
 
 /// Texts by number, in ascending order of their numbers, each number once.
 struct StringTable {
-    const StringTableEntry* entries;
-    std::size_t count;
+    const StringTableEntry* entries;  ///< The first one.
+    std::size_t count;                ///< How many there are.
 
+    /// The entries for a loop.
     std::span<const StringTableEntry> all() const { return {entries, count}; }
 };
 
@@ -35,6 +36,7 @@ CORVANE_EXPORT const StringTable* SetCurrentStringTable(const StringTable* table
 /// Keeps a rule module's table current for a block, such as the body of InitializeParamStorage.
 class StringTableScope {
 public:
+    /// Makes the table current. It is not copied and must outlive the scope.
     explicit StringTableScope(const StringTable& table) : former_(SetCurrentStringTable(&table)) {}
     explicit StringTableScope(StringTable&& table) = delete;  // It would not live long enough.
     StringTableScope(const StringTableScope&) = delete;

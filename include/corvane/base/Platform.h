@@ -43,10 +43,10 @@ struct CPoint : POINT {
 /// A 16-byte identifier of a class, an interface or a type library, laid out as in memory on its
 /// first platform.
 struct Guid {
-    std::uint32_t data1 = 0;
-    std::uint16_t data2 = 0;
-    std::uint16_t data3 = 0;
-    std::array<std::uint8_t, 8> data4{};
+    std::uint32_t data1 = 0;              ///< The first group of eight digits.
+    std::uint16_t data2 = 0;              ///< The second group, of four.
+    std::uint16_t data3 = 0;              ///< The third group, of four.
+    std::array<std::uint8_t, 8> data4{};  ///< The rest, byte by byte.
 
     friend bool operator==(const Guid&, const Guid&) = default;
 };
@@ -65,8 +65,8 @@ public:
     /// Gives another interface of the same object with one more reference, or null and
     /// corvane::kErrorNoInterface.
     virtual HResult QueryInterface(const Guid& interfaceId, void** object) = 0;
-    virtual QorULong AddRef() = 0;
-    virtual QorULong Release() = 0;
+    virtual QorULong AddRef() = 0;   ///< One more reference; gives their number.
+    virtual QorULong Release() = 0;  ///< One less; the last one ends the object.
 
 protected:
     ~IUnknown() = default;
@@ -84,6 +84,8 @@ using OLECHAR = char16_t;
 /// they keep the slots of the interfaces that derive from it in place, and their types are opaque.
 class CORVANE_SHARED_TYPE IDispatch : public IUnknown {
 public:
+    ///@{
+    /// The four operations of the interface, not called here.
     virtual HResult GetTypeInfoCount(unsigned* count) = 0;
     virtual HResult GetTypeInfo(unsigned index, QorULong locale, ITypeInfo** typeInfo) = 0;
     virtual HResult GetIDsOfNames(const Guid& reserved, OLECHAR** names, unsigned count,
@@ -91,6 +93,7 @@ public:
     virtual HResult Invoke(QorLong id, const Guid& reserved, QorULong locale, std::uint16_t flags,
                            DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
                            unsigned* argumentError) = 0;
+    ///@}
 
 protected:
     ~IDispatch() = default;
@@ -101,7 +104,7 @@ class IClassFactory : public IUnknown {
 public:
     /// `outer` is null: aggregation is refused. The caller owns one reference to `*object`.
     virtual HResult CreateInstance(IUnknown* outer, const Guid& interfaceId, void** object) = 0;
-    virtual HResult LockServer(int lock) = 0;
+    virtual HResult LockServer(int lock) = 0;  ///< Keeps the module loaded while it is locked.
 
 protected:
     ~IClassFactory() = default;
@@ -120,9 +123,10 @@ CORVANE_EXPORT void SysFreeString(BSTR text);
 /// The length in code units; 0 for null.
 CORVANE_EXPORT std::uint32_t SysStringLen(BSTR text);
 
+/// A place on the screen or in a window, in pixels.
 struct CPoint {
-    int x = 0;
-    int y = 0;
+    int x = 0;  ///< To the right.
+    int y = 0;  ///< Down.
 
     friend bool operator==(const CPoint&, const CPoint&) = default;
 };
@@ -131,10 +135,10 @@ class CWnd;
 
 /// A message on its way to a window. What `wParam` and `lParam` mean depends on the number.
 struct MSG {
-    CWnd* hwnd = nullptr;  ///< Null means the dialog that runs.
-    unsigned message = 0;
-    std::uintptr_t wParam = 0;
-    std::intptr_t lParam = 0;
+    CWnd* hwnd = nullptr;       ///< Null means the dialog that runs.
+    unsigned message = 0;       ///< Its number.
+    std::uintptr_t wParam = 0;  ///< First value.
+    std::intptr_t lParam = 0;   ///< Second value.
 };
 
 #endif

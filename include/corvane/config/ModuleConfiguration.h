@@ -11,16 +11,21 @@ namespace corvane {
 /// The names of the configuration: its file in the settings folder, the sections and their keys.
 namespace configuration {
 
-inline constexpr const char16_t* kFile = u"ConfigModule.ini";
+inline constexpr const char16_t* kFile = u"ConfigModule.ini";  ///< The file.
 
-inline constexpr const char16_t* kScriptSection = u"RULE_SCRIPT_LOCATION";
-inline constexpr const char16_t* kScriptFolder = u"directory";
+inline constexpr const char16_t* kScriptSection =
+    u"RULE_SCRIPT_LOCATION";                                    ///< Section of the script folder.
+inline constexpr const char16_t* kScriptFolder = u"directory";  ///< Key of that folder.
 
-inline constexpr const char16_t* kDatabaseSection = u"RULE_DATABASE_MODULES";
-inline constexpr const char16_t* kDatabaseType = u"DatabaseType";
-inline constexpr const char16_t* kDriverModule = u"module1";
-inline constexpr const char16_t* kConnectionString = u"ConnectionString";
-inline constexpr const char16_t* kDatabaseFile = u"FileName";
+inline constexpr const char16_t* kDatabaseSection =
+    u"RULE_DATABASE_MODULES";  ///< Section of the rule database.
+inline constexpr const char16_t* kDatabaseType = u"DatabaseType";  ///< Key: "MSSQL", else SQLite.
+inline constexpr const char16_t* kDriverModule = u"module1";       ///< Key: the driver module.
+inline constexpr const char16_t* kConnectionString =
+    u"ConnectionString";  ///< Key: how a server is reached.
+inline constexpr const char16_t* kDatabaseFile =
+    u"FileName";  ///< Key: the file of an SQLite database.
+/// All keys of the database.
 inline constexpr const char16_t* kDatabaseKeys[] = {kDatabaseType, kDriverModule, kConnectionString,
                                                     kDatabaseFile};
 
@@ -28,9 +33,9 @@ inline constexpr const char16_t* kDatabaseKeys[] = {kDatabaseType, kDriverModule
 
 /// One key of ConfigModule.ini.
 struct ConfigurationEntry {
-    CStringW section;
-    CStringW key;
-    CStringW value;
+    CStringW section;        ///< Name of its section.
+    CStringW key;            ///< Its name.
+    CStringW value;          ///< What follows "=".
     bool commented = false;  ///< The line is commented out; it is read all the same.
 };
 
@@ -38,7 +43,7 @@ struct ConfigurationEntry {
 struct ModuleConfiguration {
     CStringW settingsFolder;  ///< With its closing separator. The query does not make it.
     CStringW file;            ///< Full path of ConfigModule.ini, whether it exists or not.
-    bool readable = false;
+    bool readable = false;    ///< The file exists and can be read.
 
     /// The folder of the user-defined rules; nothing without a record of it.
     std::optional<CStringW> scriptFolder;
@@ -57,6 +62,7 @@ struct ModuleConfiguration {
     bool byteOrderMark = false;
 };
 
+/// Reads the file as it is now.
 CORVANE_EXPORT ModuleConfiguration GetModuleConfiguration();
 
 }  // namespace corvane

@@ -6,6 +6,7 @@ namespace qor_db {
 /// module speaks to it. What else is needed is in the class of that kind.
 class IConnectorData {
 public:
+    /// The kinds of database.
     enum DATABASETYPE {
         DATABASETYPE_SQLITE = 0,  ///< The object is an SQLLiteConnectorData.
         DATABASETYPE_MSSQL = 1,   ///< The object is an MSSQLConnectorData.
@@ -13,6 +14,7 @@ public:
 
     virtual ~IConnectorData() = default;
 
+    /// The kind, and so the class of the object.
     virtual DATABASETYPE type() const = 0;
 
     /// The path of the driver module, zero-terminated and valid as long as the object lives. Empty

@@ -12,11 +12,11 @@ namespace qor_db {
 
 /// What a collector is connected to.
 struct ConnectionInfo {
-    IConnectorData::DATABASETYPE type = IConnectorData::DATABASETYPE_SQLITE;
-    CStringW driverModule;  ///< As configured.
+    IConnectorData::DATABASETYPE type = IConnectorData::DATABASETYPE_SQLITE;  ///< Kind of database.
+    CStringW driverModule;                                                    ///< As configured.
     CStringW database;      ///< File or connection string; passwords are shown as "***".
-    bool open = false;
-    bool readOnly = false;
+    bool open = false;      ///< The database is open.
+    bool readOnly = false;  ///< It can be read and not written.
     int schemaVersion = 0;  ///< Version of the reference tables; 0 when there are none.
 };
 
@@ -32,6 +32,7 @@ class IDatabaseCollector {
 public:
     /// What became of the last attempt to open the database; Ok once installSchema has succeeded.
     virtual const Status& status() const noexcept = 0;
+    /// What the collector is connected to now.
     virtual ConnectionInfo connection() const noexcept = 0;
 
     /// Closes the database and opens it anew, for instance when the server is back. Queries that
@@ -44,11 +45,13 @@ public:
     /// Prepares one statement in the language of the database, with "?" for each parameter.
     virtual Outcome<std::unique_ptr<IQuery>> prepare(std::u16string_view statement) = 0;
 
+    ///@{
     /// Changes between begin and commit happen together or not at all. begin takes the right to
     /// write at once, so that a conflict shows here. Transactions don't nest.
     virtual Status begin() = 0;
     virtual Status commit() = 0;
     virtual Status rollback() = 0;
+    ///@}
 
     /// Makes or upgrades the reference tables. A database file that is new, empty or of this
     /// library gets them by itself when it is opened; a file with tables of a site's own and a
@@ -65,6 +68,7 @@ protected:
 /// A transaction that is rolled back unless it was committed.
 class Transaction {
 public:
+    /// Begins; status() tells whether that succeeded.
     explicit Transaction(IDatabaseCollector& collector)
         : collector_(collector), status_(collector.begin()), open_(status_.ok()) {}
     Transaction(const Transaction&) = delete;

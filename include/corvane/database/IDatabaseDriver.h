@@ -22,11 +22,15 @@ public:
     /// Refuses with ErrorCode::BadQuery what is no single statement, what begins or ends a
     /// transaction or a savepoint, and on a file what opens another one (ATTACH, VACUUM INTO).
     virtual Outcome<std::unique_ptr<IQuery>> prepare(std::u16string_view statement) = 0;
+    ///@{
+    /// As the operation of IDatabaseCollector of that name; readOnly tells whether the database can
+    /// only be read.
     virtual Status begin() = 0;
     virtual Status commit() = 0;
     virtual Status rollback() = 0;
     virtual void setTimeout(int milliseconds) noexcept = 0;
     virtual bool readOnly() const noexcept = 0;
+    ///@}
 
     /// The version of the reference tables: 0 for a database that holds nothing of this library,
     /// such as another program's file with a version of its own. Inside a transaction it is the
@@ -40,9 +44,9 @@ public:
 
 /// What the collector asks a driver to open.
 struct OpenRequest {
-    CStringW target;         ///< Database file or connection string.
-    bool mayCreate = false;  ///< Make a missing file, and its folder.
-    int timeoutMilliseconds = 0;
+    CStringW target;              ///< Database file or connection string.
+    bool mayCreate = false;       ///< Make a missing file, and its folder.
+    int timeoutMilliseconds = 0;  ///< How long to wait for a lock.
     /// How long one call may work on a statement, the wait for a lock not counted: a slip in a
     /// query, or a view of a file that never ends, must not hang the process.
     int statementMilliseconds = 60000;

@@ -21,7 +21,7 @@ struct ThreadHole {
     double nominal = 0;    ///< mm
     double pitch = 0;      ///< mm
     double tapDrill = 0;   ///< mm
-    CStringW source;
+    CStringW source;       ///< Where the row comes from.
 };
 
 /// How wide the clearance hole of a bolt is.
@@ -31,7 +31,7 @@ enum class ClearanceFit { Fine, Medium, Coarse };
 struct ClearanceHole {
     double nominal = 0;   ///< The bolt's diameter, mm.
     double diameter = 0;  ///< The hole, mm.
-    CStringW source;
+    CStringW source;      ///< Where the row comes from.
 };
 
 /// A material with its limits. A limit that the source leaves open is 0.
@@ -43,7 +43,7 @@ struct Material {
     double youngsModulus = 0;    ///< GPa
     double yieldStrength = 0;    ///< MPa, minimum
     double tensileStrength = 0;  ///< MPa, minimum
-    CStringW source;
+    CStringW source;             ///< Where the row comes from.
 };
 
 /// How a bend lies to the rolling direction of the sheet.
@@ -51,18 +51,18 @@ enum class BendDirection { Across, Along };
 
 /// The least inner radius at which a sheet bends without cracking.
 struct BendRadius {
-    CStringW bendGroup;
+    CStringW bendGroup;    ///< The group of materials that it holds for.
     double thickness = 0;  ///< mm, as asked for
     double radius = 0;     ///< mm
-    CStringW source;
+    CStringW source;       ///< Where the row comes from.
 };
 
 /// The least wall that a process makes.
 struct WallThickness {
-    CStringW process;
+    CStringW process;    ///< Such as "fdm" or "injection moulding".
     CStringW material;   ///< "any" when the process's limit holds for every material.
     double minimum = 0;  ///< mm
-    CStringW source;
+    CStringW source;     ///< Where the row comes from.
 };
 
 /// The tables of reference data that rules look up. Names are compared without regard to the case
@@ -75,13 +75,16 @@ public:
     /// The drill whose diameter is closest; of two equally close ones the smaller.
     virtual Outcome<DrillSize> nearestDrill(double diameter, bool preferredOnly) = 0;
 
+    /// The thread of that designation, such as "M6" or "M8x1".
     virtual Outcome<ThreadHole> thread(std::u16string_view designation) = 0;
     /// Threads of this nominal diameter, coarsest pitch first.
     virtual Outcome<std::vector<ThreadHole>> threads(double nominal) = 0;
+    /// The clearance hole of a bolt of this nominal diameter.
     virtual Outcome<ClearanceHole> clearanceHole(double nominal, ClearanceFit fit) = 0;
 
     /// Materials in the order of their names.
     virtual Outcome<std::vector<Material>> materials() = 0;
+    /// The material of that name.
     virtual Outcome<Material> material(std::u16string_view name) = 0;
 
     /// `material` names a material or a bend group.

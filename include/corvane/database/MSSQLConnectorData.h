@@ -13,6 +13,7 @@ public:
     MSSQLConnectorData& operator=(const MSSQLConnectorData& other);
     ~MSSQLConnectorData() override;
 
+    /// DATABASETYPE_MSSQL.
     DATABASETYPE type() const override;
     const char16_t* modulePath() const override;
 

@@ -12,7 +12,7 @@ class IDatabaseCollector;
 
 /// The connection that the configuration asks for now, whether it is open or not.
 struct ConfiguredDatabase {
-    IConnectorData::DATABASETYPE type = IConnectorData::DATABASETYPE_SQLITE;
+    IConnectorData::DATABASETYPE type = IConnectorData::DATABASETYPE_SQLITE;  ///< Kind of database.
     CStringW collectorModule;    ///< Where the collector module is expected, as Windows names it.
     CStringW driverModule;       ///< As the collector is told; empty when none is configured.
     CStringW file;               ///< The database file; empty for a server.

@@ -13,6 +13,7 @@ public:
     SQLLiteConnectorData& operator=(const SQLLiteConnectorData& other);
     ~SQLLiteConnectorData() override;
 
+    /// DATABASETYPE_SQLITE.
     DATABASETYPE type() const override;
     const char16_t* modulePath() const override;
 

@@ -36,18 +36,18 @@ enum class ErrorCode {
 /// What may pass through those that are not `noexcept` is the unwinding of a thread that is
 /// cancelled.
 struct [[nodiscard]] Status {
-    ErrorCode code = ErrorCode::Ok;
+    ErrorCode code = ErrorCode::Ok;  ///< What became of it.
     CStringW message;    ///< What is wrong, in English and for people; never holds a password.
     int nativeCode = 0;  ///< The database's own number for the error, 0 when it has none.
 
-    bool ok() const { return code == ErrorCode::Ok; }
+    bool ok() const { return code == ErrorCode::Ok; }  ///< True when nothing failed.
 };
 
 /// A value, or the reason why there is none.
 template <typename Value>
 class [[nodiscard]] Outcome {
 public:
-    Outcome(Value value) : value_(std::move(value)) {}
+    Outcome(Value value) : value_(std::move(value)) {}  ///< A value.
     /// A status that reports no failure does not say why there is no value, so it counts as one.
     Outcome(Status error) : status_(std::move(error)) {
         if (!status_.ok()) return;
@@ -55,17 +55,24 @@ public:
         status_.message = u"There is no value, and no reason was given.";
     }
 
-    bool ok() const { return value_.has_value(); }
-    explicit operator bool() const { return ok(); }
-    const Status& status() const { return status_; }
+    bool ok() const { return value_.has_value(); }   ///< True when there is a value.
+    explicit operator bool() const { return ok(); }  ///< The same as ok().
+    const Status& status() const {
+        return status_;
+    }  ///< Why there is no value; Ok when there is one.
 
+    ///@{
     /// The value. Ask for it only when ok().
     Value& operator*() & { return *value_; }
     const Value& operator*() const& { return *value_; }
+    ///@}
     /// By value, so that a loop over `*reference.materials()` has something to walk.
     Value operator*() && { return std::move(*value_); }
+    ///@{
+    /// The value's members. Ask for them only when ok().
     Value* operator->() { return &*value_; }
     const Value* operator->() const { return &*value_; }
+    ///@}
 
 private:
     Status status_;

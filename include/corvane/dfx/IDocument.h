@@ -14,7 +14,7 @@ namespace dfx {
 /// it was. The order of the virtual operations is part of the interface to modules.
 class CORVANE_EXPORT IDocument {
 public:
-    using Schemas = std::set<std::shared_ptr<ISchema>, IsSchemaLessThan>;
+    using Schemas = std::set<std::shared_ptr<ISchema>, IsSchemaLessThan>;  ///< Schemas by number.
 
     IDocument();
     IDocument(const IDocument& source);

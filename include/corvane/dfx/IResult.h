@@ -13,8 +13,8 @@ public:
     IResult& operator=(const IResult&) = default;
     ~IResult() override;
 
-    virtual bool status() const = 0;
-    virtual int errorCode() const = 0;
+    virtual bool status() const = 0;    ///< Whether the operator succeeded.
+    virtual int errorCode() const = 0;  ///< What failed.
 };
 
 }  // namespace dfx

@@ -14,7 +14,7 @@ namespace dfx {
 /// The order of the virtual operations is part of the interface to modules.
 class CORVANE_EXPORT ISchema {
 public:
-    explicit ISchema(const short& type);
+    explicit ISchema(const short& type);  ///< A schema of that number.
     ISchema(const ISchema& source);
     /// Takes over the number too, so the target must not be in a document under another one.
     ISchema& operator=(const ISchema& source);
@@ -23,10 +23,12 @@ public:
     /// The number of the schema. The body gives the one from the constructor; each schema defines
     /// the operation and may call it.
     virtual short type() const = 0;
+    ///@{
     /// For the module that owns the schema to prepare it and to give up what it holds. The bodies
     /// do nothing, and the library calls neither: documents don't, and the destructor doesn't.
     virtual void setup();
     virtual void cleanup();
+    ///@}
 
 private:
     short type_;
@@ -35,8 +37,11 @@ private:
 /// The order of schemas in a document: by number alone. Handles are not empty. A document is also
 /// searched by a predicate that holds for the schemas before the place that is looked for.
 struct IsSchemaLessThan {
+    /// Lets a set be searched by a predicate.
     using is_transparent = void;
 
+    ///@{
+    /// True when the first argument comes before the second.
     bool operator()(const std::shared_ptr<ISchema>& left,
                     const std::shared_ptr<ISchema>& right) const {
         return left->type() < right->type();
@@ -45,6 +50,7 @@ struct IsSchemaLessThan {
     bool operator()(const std::shared_ptr<ISchema>& left, const IsBefore& isBefore) const {
         return isBefore(left);
     }
+    ///@}
 };
 
 }  // namespace dfx

@@ -51,7 +51,7 @@ public:
     IValue& operator=(const IValue&) = default;
     virtual ~IValue();
 
-    virtual TYPE type() const = 0;
+    virtual TYPE type() const = 0;  ///< The number of the held type.
 
     /// The number by which a set finds the value. The modules that exchange values give the numbers
     /// their meaning; every one is free for use. It must not change while the value is in a
@@ -66,8 +66,11 @@ public:
 /// predicate that holds for the values before the place that is looked for, so without a value to
 /// search for.
 struct IsValueLessThan {
+    /// Lets a set be searched by a predicate.
     using is_transparent = void;
 
+    ///@{
+    /// True when the first argument comes before the second.
     bool operator()(const std::shared_ptr<IValue>& left,
                     const std::shared_ptr<IValue>& right) const {
         return left->key() < right->key();
@@ -76,6 +79,7 @@ struct IsValueLessThan {
     bool operator()(const std::shared_ptr<IValue>& left, const IsBefore& isBefore) const {
         return isBefore(left);
     }
+    ///@}
 };
 
 }  // namespace dfx

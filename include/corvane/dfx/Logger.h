@@ -40,8 +40,11 @@ public:
     Logger& operator=(const Logger& source);
     ~Logger();
 
+    ///@{
+    /// Logs a zero-terminated message at that level; see print.
     void info(const char16_t* message) const;
     void error(const char16_t* message) const;
+    ///@}
 
     /// Logs a zero-terminated message when its level and the mask have a bit in common. This is the
     /// way for debug messages and warnings. A null message is dropped.

@@ -27,7 +27,7 @@ public:
     /// caller's pointer stays as it is. An object may be in one list, once. With `std::bad_alloc`
     /// it stays the caller's.
     void addContentData(IContentData*& data);
-    int getNumContentData() const;
+    int getNumContentData() const;  ///< Number of entries.
     /// Gives the entry, which stays the list's. An index below 0 or after the last entry leaves
     /// `data` as it was.
     void getContentData(int index, IContentData*& data);

@@ -22,15 +22,20 @@ public:
 
     short type() const override;
 
+    ///@{
+    /// Path of the part, path of the rule file, and folder of the results.
     const char16_t* getPartFile() const;
     void setPartFile(const char16_t* text);
     const char16_t* getRuleFile() const;
     void setRuleFile(const char16_t* text);
     const char16_t* getResultFolder() const;
     void setResultFolder(const char16_t* text);
+    ///@}
+    ///@{
     /// "DocumentUnit" until it is set; the other texts are empty until then.
     const char16_t* getDrillDatabaseUnit() const;
     void setDrillDatabaseUnit(const char16_t* text);
+    ///@}
 
 private:
     std::u16string partFile_;

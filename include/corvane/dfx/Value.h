@@ -32,6 +32,7 @@ namespace dfx {
 template <typename T, int N>
 class CORVANE_EXPORT Value : public IValue {
 public:
+    /// A value without a description.
     Value(const int& key, T value);
     /// Keeps a copy of the zero-terminated `description`; null gives a value without one.
     Value(const int& key, const char16_t* description, T value);
@@ -42,7 +43,7 @@ public:
     /// Takes over key and held value. A source without a description leaves this value's in place.
     Value& operator=(const Value& source);
 
-    TYPE type() const override;
+    TYPE type() const override;  ///< `N`.
     int key() const override;
     /// Valid until the value ends or takes over another description.
     const char16_t* description() const override;

@@ -11,13 +11,14 @@ namespace corvane {
 
 /// A point in the part's coordinates, in mm.
 struct Point {
-    double x = 0;
-    double y = 0;
-    double z = 0;
+    double x = 0;  ///< mm
+    double y = 0;  ///< mm
+    double z = 0;  ///< mm
 };
 
 /// Where in the part something was found.
 struct Place {
+    /// What the place is.
     enum class Kind {
         Point,
         Box,       ///< Along the axes.
@@ -26,8 +27,8 @@ struct Place {
         Faces,     ///< A set of faces of the part's boundary.
     };
 
-    Kind kind = Kind::Point;
-    CStringW label;  ///< A few words that a viewer shows beside it; may be empty.
+    Kind kind = Kind::Point;  ///< What the points and faces are.
+    CStringW label;           ///< A few words that a viewer shows beside it; may be empty.
     /// Point: one. Box: its least and its greatest corner. Polyline: two or more in their order.
     /// Facets and Faces: three for each triangle; Faces may leave them out.
     std::vector<Point> points;

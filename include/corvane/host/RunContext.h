@@ -47,6 +47,7 @@ struct RunContext {
 /// end in reverse order on the thread that began them.
 class CORVANE_EXPORT RunContextScope {
 public:
+    /// Makes the context current.
     explicit RunContextScope(const RunContext& context);
     RunContextScope(const RunContextScope&) = delete;
     RunContextScope& operator=(const RunContextScope&) = delete;

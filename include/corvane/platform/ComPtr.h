@@ -17,7 +17,7 @@ template <typename T>
 class CORVANE_SHARED_TYPE CComPtr {
 public:
     CComPtr() = default;
-    CComPtr(std::nullptr_t) noexcept {}
+    CComPtr(std::nullptr_t) noexcept {}  ///< Null.
     /// Takes a reference of its own; the caller keeps the one that it has.
     CComPtr(T* object) noexcept : p(object) {
         if (p) p->AddRef();
@@ -26,6 +26,7 @@ public:
     CComPtr(CComPtr&& source) noexcept : p(source.Detach()) {}
     ~CComPtr() { Release(); }
 
+    /// Takes a reference of its own to another interface.
     CComPtr& operator=(T* object) noexcept {
         if (p != object) CComPtr(object).Swap(*this);
         return *this;
@@ -40,7 +41,7 @@ public:
         return *this;
     }
 
-    void Swap(CComPtr& other) noexcept { std::swap(p, other.p); }
+    void Swap(CComPtr& other) noexcept { std::swap(p, other.p); }  ///< Exchanges what the two hold.
 
     /// Lets go of the interface. The handle is null before the object hears of it.
     void Release() noexcept {
@@ -81,10 +82,13 @@ public:
         return &p;
     }
 
+    ///@{
+    /// The interface, which stays the handle's.
     operator T*() const noexcept { return p; }
     T* operator->() const noexcept { return p; }
     T& operator*() const noexcept { return *p; }
-    bool operator!() const noexcept { return !p; }
+    ///@}
+    bool operator!() const noexcept { return !p; }  ///< True when it holds null.
 
     T* p = nullptr;  ///< The interface, or null.
 };

@@ -41,13 +41,16 @@ CORVANE_EXPORT DialogHost* SetDialogHost(DialogHost* host);
 /// A dialog that runs until the user ends it.
 class CORVANE_EXPORT CDialog : public CWnd {
 public:
+    ///@{
     /// Results of a dialog, and the numbers of the buttons that give them.
     static constexpr int kOk = 1;
     static constexpr int kCancel = 2;
+    ///@}
     /// The result of a dialog that could not be shown, or runs already.
     static constexpr int kNotShown = -1;
 
     CDialog() = default;
+    /// A dialog of that layout. The parent is not owned and may be null.
     explicit CDialog(unsigned templateNumber, CWnd* parent = nullptr)
         : CWnd(parent), template_(templateNumber) {}
     ~CDialog() override;
@@ -66,10 +69,12 @@ protected:
     /// overrides this, gives non-zero for what it has done, and leaves the rest to this one, which
     /// takes care of the buttons kOk and kCancel. A row for kCommand in its table would hide them.
     virtual int OnCommand(std::uintptr_t wParam, std::intptr_t lParam);
+    ///@{
     /// What the buttons kOk and kCancel lead to, and closing the window to OnCancel: the dialog's
     /// end with that number.
     virtual void OnOK();
     virtual void OnCancel();
+    ///@}
 
     const corvane::MessageMap* GetMessageMap() const override;
 

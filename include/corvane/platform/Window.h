@@ -31,14 +31,15 @@ inline constexpr unsigned kHitHelp = 21;
 
 /// One row of a class's table: what a message leads to.
 struct MessageEntry {
-    unsigned message;
-    std::intptr_t (*call)(CWnd& window, std::uintptr_t wParam, std::intptr_t lParam);
+    unsigned message;  ///< Its number.
+    std::intptr_t (*call)(CWnd& window, std::uintptr_t wParam,
+                          std::intptr_t lParam);  ///< What handles it.
 };
 
 /// A class's table. A message without a row in it is looked up in the base class's.
 struct MessageMap {
-    const MessageMap* base;
-    std::span<const MessageEntry> entries;
+    const MessageMap* base;                 ///< That of the base class, or null.
+    std::span<const MessageEntry> entries;  ///< The rows.
 };
 
 }  // namespace corvane
@@ -47,12 +48,13 @@ struct MessageMap {
 /// of its handlers runs.
 class CORVANE_EXPORT CWnd {
 public:
-    explicit CWnd(CWnd* parent = nullptr) : parent_(parent) {}
+    explicit CWnd(CWnd* parent = nullptr)
+        : parent_(parent) {}  ///< A window in that parent, which may be null.
     CWnd(const CWnd&) = delete;
     CWnd& operator=(const CWnd&) = delete;
     virtual ~CWnd();
 
-    CWnd* GetParent() const { return parent_; }
+    CWnd* GetParent() const { return parent_; }  ///< The parent, or null.
 
     /// Looks at a message before it is dispatched; each window from the target up to the dialog is
     /// asked. Non-zero says that it is dealt with and goes no further.

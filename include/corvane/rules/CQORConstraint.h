@@ -21,6 +21,7 @@ class QorXMLNode;
 /// of the interface to rule modules.
 class CORVANE_EXPORT CQORConstraint {
 public:
+    /// Without parameters.
     CQORConstraint(QORConstraintType_e type, const CStringW& value, bool status);
     CQORConstraint(CQORConstraint& source);
     virtual ~CQORConstraint();
@@ -41,10 +42,10 @@ public:
     /// The first storage with that number, which stays the constraint's, or null.
     CQorParamStorage* FindParameterInArray(QorLong id);
 
-    QORConstraintType_e m_Type;
+    QORConstraintType_e m_Type;                 ///< What the condition is about.
     CQorArray<CQorParamStorage*> m_Parameters;  ///< Owned.
-    CStringW m_csValue;
-    bool m_bStatus;
+    CStringW m_csValue;  ///< What it asks for, such as the name of a material.
+    bool m_bStatus;      ///< Whether it is on.
 
 private:
     void SetType(QorXMLNode*& node);

@@ -15,8 +15,8 @@ class CQorArray {
     static_assert(std::is_trivially_copyable_v<T>);
 
 public:
-    static constexpr int kInitialCapacity = 10;
-    static constexpr int kInitialGrowBy = 1;
+    static constexpr int kInitialCapacity = 10;  ///< Slots of a new array.
+    static constexpr int kInitialGrowBy = 1;     ///< Growth step of a new array.
 
     CQorArray() : m_pData(zeroed(kInitialCapacity)) {}
 
@@ -38,9 +38,12 @@ public:
 
     ~CQorArray() { freeBuffer(); }
 
-    int GetSize() const { return m_nCount; }
+    int GetSize() const { return m_nCount; }  ///< Number of elements.
+    ///@{
+    /// The element at `index`, from 0.
     T& GetAt(int index) { return m_pData[index]; }
     const T& GetAt(int index) const { return m_pData[index]; }
+    ///@}
 
     /// The elements in order, for loops. Adding, removing and Reset end what these give.
     T* begin() { return m_pData; }

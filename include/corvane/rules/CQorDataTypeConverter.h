@@ -17,6 +17,7 @@
 /// QorLong are one type on some platforms and two on others.
 class CORVANE_EXPORT CQorDataTypeConverter {
 public:
+    /// True for the types of the whole-number operations.
     template <typename T>
     static constexpr bool kWholeNumber = std::integral<T> && sizeof(T) == sizeof(std::int32_t);
 
@@ -36,10 +37,13 @@ public:
     bool TextToValue(std::u16string_view text, double& value) const;
     /// A new text, owned by the caller.
     bool TextToValue(std::u16string_view text, CStringW*& value) const;
+    ///@{
     /// Dates and records have no text: these do nothing.
     bool TextToValue(std::u16string_view, COleDateTime*&) const { return false; }
     bool TextToValue(std::u16string_view, QORCustomRuleData*&) const { return false; }
+    ///@}
 
+    ///@{
     /// The text of a value: whole numbers in decimal, doubles with six places after the point. A
     /// null pointer and the kinds that have no text give an empty one.
     template <typename T>
@@ -56,7 +60,9 @@ public:
     CStringW ValueToText(const CStringW* value) const;
     CStringW ValueToText(const COleDateTime*) const { return {}; }
     CStringW ValueToText(const QORCustomRuleData*) const { return {}; }
+    ///@}
 
+    ///@{
     /// Makes the record the value for the one kind that is a record; the caller then owns it. For
     /// all other kinds the record is released and `value` untouched.
     void AttributesToValue(std::unique_ptr<QORCustomRuleData> record,
@@ -65,6 +71,7 @@ public:
     }
     template <typename T>
     void AttributesToValue(std::unique_ptr<QORCustomRuleData>, T&) const {}
+    ///@}
 
     /// A copy of a record's texts; empty for a null record and for all other kinds.
     template <typename T>

@@ -31,9 +31,10 @@ Object* cloneValue(const Object* value) {
 /// What a parameter owns of its scalar: the clone that assignment made, if any.
 template <typename T>
 struct ScalarClone {};
+/// That of the types that are cloned.
 template <typename T>
 requires(kClonedValue<T>) struct ScalarClone<T> {
-    std::unique_ptr<std::remove_pointer_t<T>> object;
+    std::unique_ptr<std::remove_pointer_t<T>> object;  ///< Null before an assignment.
 };
 
 }  // namespace corvane
@@ -49,6 +50,7 @@ requires(kClonedValue<T>) struct ScalarClone<T> {
 template <typename T>
 class CQorParameter {
 public:
+    /// No values. The constructor says nothing of the number, which starts as 0.
     CQorParameter(CStringW name, QorOperator_e op, QorParamType_e paramType, bool status)
         : m_csName(std::move(name)), m_Operator(op), m_ParamType(paramType), m_bStatus(status) {}
     virtual ~CQorParameter() = default;
@@ -87,15 +89,15 @@ public:
     /// The same from an element that is found already.
     void PopulateFromXML(corvane::ParameterReader& reader);
 
-    CStringW m_csName;
-    QorOperator_e m_Operator;
-    CQorArray<T> m_Values;
-    QorParamType_e m_ParamType;
-    CStringW m_csRemarks;  ///< Written to XML and never read back.
-    QorLong m_lType = 0;   ///< The parameter's number, equal to `m_lId` of its storage.
-    T m_Scalar{};          ///< One more value for rule modules; never written to XML.
-    QorLong m_lMode = 2;   ///< For rule modules.
-    bool m_bStatus;
+    CStringW m_csName;           ///< Name, as users read it.
+    QorOperator_e m_Operator;    ///< How the values are meant.
+    CQorArray<T> m_Values;       ///< The values; see above for who owns what they point to.
+    QorParamType_e m_ParamType;  ///< How the element holds the values.
+    CStringW m_csRemarks;        ///< Written to XML and never read back.
+    QorLong m_lType = 0;         ///< The parameter's number, equal to `m_lId` of its storage.
+    T m_Scalar{};                ///< One more value for rule modules; never written to XML.
+    QorLong m_lMode = 2;         ///< For rule modules.
+    bool m_bStatus;              ///< Whether the parameter is on.
 
 private:
     void releaseValues();

@@ -48,7 +48,7 @@ public:
 
     // The virtual operations, in the order of their slots.
 
-    virtual void InitializeParamStorage() = 0;
+    virtual void InitializeParamStorage() = 0;  ///< Creates the parameters.
     /// Runs the rule; 0 for success. The arguments stay the caller's.
     virtual QorLong Execute(QORICadSys* cadSystem, const CQorData*& data,
                             QORResultSet*& results) const = 0;
@@ -62,7 +62,7 @@ public:
     /// the caller owns it. Null when no document is set. Parameters of operator 0 and 12 and
     /// storages of illegal kind are left out. Text that XML cannot carry raises _com_error.
     virtual QorXMLNode* GetXML() = 0;
-    virtual void RunRule() = 0;
+    virtual void RunRule() = 0;  ///< For derived rules; the library does not call it.
     /// Moves the rule from one unit system to another. The library converts nothing itself.
     virtual void UpdateRule(const RuleUnitSystemStructure* first,
                             const RuleUnitSystemStructure* second) = 0;
@@ -71,7 +71,7 @@ public:
     /// date parameters are not moved. A parameter that `target` lacks, or has in another kind, is
     /// passed over. Null does nothing and gives false.
     virtual bool UpdateRule(CQorRule* target) = 0;
-    virtual void EditRule() = 0;
+    virtual void EditRule() = 0;  ///< For derived rules; the library does not call it.
     virtual QorLong Import(QorXMLDocument* document, QorXMLNode* node, const CQorData*& data,
                            QORICadSys* cadSystem, QORResultSet*& results) const;  ///< -7.
     /// Deletes the storages in `m_Parameters`. Constraints stay: see ClearConstraints.
@@ -83,23 +83,24 @@ public:
     virtual CQorRule& operator=(CQorRule* source);
     /// The first storage with that number, which stays the rule's, or null.
     virtual CQorParamStorage* FindParameterInArray(QorLong id);
-    virtual void SetRuleStatusForAssemblyModel(int status);
-    virtual bool ValidateInputData();               ///< True.
-    virtual CStringW GetRequiredInputData() const;  ///< Empty.
-    virtual void SetInputData(CStringW& data);
-    virtual void SetPreExecutionData(CQorData*& data);
-    virtual int GetRuleId() const;          ///< -1.
-    virtual int GetMaterialStatus() const;  ///< 0.
+    virtual void SetRuleStatusForAssemblyModel(int status);  ///< Does nothing.
+    virtual bool ValidateInputData();                        ///< True.
+    virtual CStringW GetRequiredInputData() const;           ///< Empty.
+    virtual void SetInputData(CStringW& data);               ///< Does nothing.
+    virtual void SetPreExecutionData(CQorData*& data);       ///< Does nothing.
+    virtual int GetRuleId() const;                           ///< -1.
+    virtual int GetMaterialStatus() const;                   ///< 0.
     /// To be called after a rule was read: makes source and file name lower case and takes every
     /// "proe" out of them, so that one rule file serves both forms of the add-in.
     virtual void PostPopulate();
     virtual int GetCutterStatus() const;  ///< 0.
+    /// Does nothing.
     virtual void Heal(QORICadSys* cadSystem, const CQorData*& data,
                       const QORResultSet*& results) const;
 
-    // The parameter of the first storage with that number, which stays the rule's; null when there
-    // is none or it is of another kind. Const, so that Execute can ask for its parameters.
-
+    ///@{
+    /// The parameter of the first storage with that number, which stays the rule's; null when there
+    /// is none or it is of another kind. Const, so that Execute can ask for its parameters.
     CQorParameter<int>* GetIntItem(QorLong id) const;
     CQorParameter<QorLong>* GetLongItem(QorLong id) const;
     CQorParameter<bool>* GetBoolItem(QorLong id) const;
@@ -107,6 +108,7 @@ public:
     CQorParameter<CStringW*>* GetCStringPtrItem(QorLong id) const;
     CQorParameter<COleDateTime*>* GetCOleDateTimePtrItem(QorLong id) const;
     CQorParameter<QorULong>* GetColorRefItem(QorLong id) const;
+    ///@}
 
     /// A new storage with its parameter, in no list yet; the caller owns it. The parameter's name
     /// is the text numbered `id` of the current string table, which a rule module makes its own;
@@ -121,8 +123,11 @@ public:
     /// this first.
     void ClearConstraints();
 
+    ///@{
+    /// The module that holds the rule, read and written.
     CStringW GetRuleModuleName() const;
     void SetRuleModuleName(CStringW& name);
+    ///@}
 
     /// The number of the category whose text `m_csRuleCategory` is; -1 for an empty text and 6 for
     /// any other. 7, 11, 13 and 14 are never given.
@@ -136,22 +141,22 @@ public:
     /// a pointer is null. A rule name that makes no XML name raises _com_error.
     QorXMLNode* CreateRuleNode(QorXMLDocument* document, QorXMLNode* parent) const;
 
-    CStringW m_csRuleName;
-    CStringW m_csRuleDisplayName;
-    CStringW m_csRuleDescription;
-    CStringW m_csRuleSource;
-    CStringW m_csRuleCategory;
-    CStringList m_lstCategories;  ///< Further categories.
-    CStringW m_csRuleModuleName;
+    CStringW m_csRuleName;             ///< By which rule files name it.
+    CStringW m_csRuleDisplayName;      ///< As users read it.
+    CStringW m_csRuleDescription;      ///< What it checks.
+    CStringW m_csRuleSource;           ///< Where it comes from.
+    CStringW m_csRuleCategory;         ///< Text of its category.
+    CStringList m_lstCategories;       ///< Further categories.
+    CStringW m_csRuleModuleName;       ///< The module that holds it.
     CStringW m_csRuleFileName;         ///< The script's file name in a script rule.
     CStringW m_csRuleBaseDescription;  ///< Description as read; not written.
     CStringList m_lstEngines;          ///< Paths of type library files in a script rule.
-    CStringList m_lstDBModules;
-    CStringW m_csRuleExtra;  ///< For derived rules.
-    QorLong m_lRuleKind = 0;
-    QorLong m_lRuleStatus = 0;
-    QorLong m_lRuleSeverity = 0;
-    QorLong m_lRuleLifeStatus = 0;
+    CStringList m_lstDBModules;        ///< Database modules, for derived rules.
+    CStringW m_csRuleExtra;            ///< For derived rules.
+    QorLong m_lRuleKind = 0;           ///< For derived rules.
+    QorLong m_lRuleStatus = 0;         ///< Whether it is on, as rule modules number it.
+    QorLong m_lRuleSeverity = 0;       ///< How much it weighs, as rule modules number it.
+    QorLong m_lRuleLifeStatus = 0;     ///< Where it is in its life, as rule modules number it.
     CQorArray<CQorParamStorage*> m_Parameters;  ///< Owned.
     CQorArray<CQORConstraint*> m_Constraints;   ///< Owned only by ClearConstraints.
     bool m_bPopulated = false;                  ///< An element was read to its end.
@@ -159,13 +164,13 @@ public:
     std::uint64_t m_RuleTag = 0;                ///< Opaque.
     std::vector<std::shared_ptr<void>> m_RuleRecords;  ///< For derived rules.
     CStringW m_csRuleText1;                            ///< For derived rules, like the five below.
-    CStringW m_csRuleText2;
-    CStringW m_csRuleText3;
-    CStringW m_csRuleText4;
-    CStringW m_csRuleText5;
-    CStringW m_csRuleText6;
-    QorLong m_lRuleValue = 0;
+    CStringW m_csRuleText2;                            ///< For derived rules.
+    CStringW m_csRuleText3;                            ///< For derived rules.
+    CStringW m_csRuleText4;                            ///< For derived rules.
+    CStringW m_csRuleText5;                            ///< For derived rules.
+    CStringW m_csRuleText6;                            ///< For derived rules.
+    QorLong m_lRuleValue = 0;                          ///< For derived rules.
     CStringW m_csModuleFileName;  ///< File name of the module that holds the rule.
-    double m_dRuleValue = 0.0;
-    bool m_bRuleFlag = false;
+    double m_dRuleValue = 0.0;    ///< For derived rules.
+    bool m_bRuleFlag = false;     ///< For derived rules.
 };

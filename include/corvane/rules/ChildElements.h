@@ -16,23 +16,34 @@ namespace corvane {
 /// serves in place of a name.
 class ChildElements {
 public:
+    /// Goes over the elements; ends with the range.
     class Iterator {
     public:
+        ///@{
+        /// Types that algorithms ask for.
         using iterator_category = std::forward_iterator_tag;
         using value_type = QorXMLNode;
         using difference_type = std::ptrdiff_t;
         using pointer = QorXMLNode*;
         using reference = QorXMLNode&;
+        ///@}
 
         Iterator() = default;
+        /// The entry `at` of a list, which outlives the iterator.
         Iterator(const QorXMLNodeList* list, QorLong at) : list_(list), at_(at) {}
+        ///@{
+        /// The element, which stays the range's.
         QorXMLNode& operator*() const { return *(*list_)[at_]; }
         QorXMLNode* operator->() const { return (*list_)[at_]; }
+        ///@}
+        ///@{
+        /// Goes to the next element.
         Iterator& operator++() {
             ++at_;
             return *this;
         }
         Iterator operator++(int) { return {list_, at_++}; }
+        ///@}
         bool operator==(const Iterator&) const = default;
 
     private:

@@ -15,20 +15,20 @@ struct StringTable;
 /// One parameter that a rule, or each of its constraints, has.
 struct ParameterDefinition {
     QorLong number;  ///< Written to rule files: choose it once and keep it.
-    Type_e kind;
+    Type_e kind;     ///< Kind of its values.
     /// Zero-terminated. Null means the text of that number in the string table that is current
     /// while the rule is made, which must outlive it; see StringTable.h.
     const char16_t* name = nullptr;
-    QorOperator_e op = QorOperator_Default;
+    QorOperator_e op = QorOperator_Default;  ///< How its values are meant.
     /// Files keep the texts of a record with QorParamType_Attributes alone.
     QorParamType_e paramType = QorParamType_Plain;
 };
 
 /// One rule of a rule module, with the texts that it has until an element is read.
 struct RuleEntry {
-    const char16_t* name;  ///< By which a rule file asks for it. These three are never null.
-    const char16_t* description;
-    const char16_t* source;
+    const char16_t* name;         ///< By which a rule file asks for it. These three are never null.
+    const char16_t* description;  ///< What the rule checks.
+    const char16_t* source;       ///< Where the rule comes from, such as a standard.
     /// Makes the rule, which the caller then owns.
     CQorRule* (*make)(const RuleEntry& entry);
 };
@@ -49,14 +49,16 @@ public:
     /// Pointers stay the caller's and may be null.
     RuleCheck(QORICadSys* cadSystem, const CQorData* data, QORResultSet* results);
 
-    QORICadSys* cadSystem() const { return cadSystem_; }
-    const CQorData* data() const { return data_; }
+    QORICadSys* cadSystem() const { return cadSystem_; }  ///< The CAD system, or null.
+    const CQorData* data() const { return data_; }        ///< What the host has prepared, or null.
     /// The part's file: what the CAD system has open, else CurrentPartPath. Empty without a part.
     const CStringW& partPath() const { return partPath_; }
 
+    ///@{
     /// Says what is wrong with the part. A rule that says nothing has passed.
     void fail(const CStringW& message);
     void fail(const Finding& finding);
+    ///@}
     /// Says what is worth knowing and fails nothing.
     void note(const CStringW& message);
 
@@ -108,7 +110,7 @@ public:
         return FirstValue<T>(constrained(material, number), value<T>(number, std::move(otherwise)));
     }
 
-    void InitializeParamStorage() override;
+    void InitializeParamStorage() override;  ///< Makes the parameters of the table.
     /// Runs check(). Always 0: findings, and the exception of RuleCheck::cannotJudge, tell the
     /// rest.
     QorLong Execute(QORICadSys* cadSystem, const CQorData*& data,

@@ -24,11 +24,11 @@ class CORVANE_EXPORT ParameterWriter {
 public:
     /// What comes before the values. It refers to the name for the length of a call.
     struct Head {
-        const CStringW& name;
-        QorLong number;
-        bool status;
-        QorOperator_e op;
-        QorParamType_e paramType;
+        const CStringW& name;      ///< As users read it.
+        QorLong number;            ///< The parameter's number.
+        bool status;               ///< Whether it is on.
+        QorOperator_e op;          ///< How its values are meant.
+        QorParamType_e paramType;  ///< How the element holds them.
     };
 
     /// False when there is no current document to make a free element on.
@@ -42,10 +42,10 @@ public:
     ParameterWriter& operator=(const ParameterWriter&) = delete;
     ~ParameterWriter();
 
-    void addHead(const Head& head);
+    void addHead(const Head& head);                   ///< The attributes.
     void addText(std::u16string_view text);           ///< One `Value` element with that text.
     void addRecord(const QORCustomRuleData& record);  ///< One with attributes; none when empty.
-    void addRemarks(const CStringW& remarks);
+    void addRemarks(const CStringW& remarks);         ///< The `Remarks` element.
 
     /// Hands out the free element; the caller owns it.
     QorXMLNode* release();
@@ -63,7 +63,7 @@ public:
     /// For an element that is found already; null for none.
     explicit ParameterReader(const xml::Element* parameter) : parameter_(parameter) {}
 
-    bool found() const { return parameter_ != nullptr; }
+    bool found() const { return parameter_ != nullptr; }  ///< There is such an element.
 
     // What follows needs an element.
 

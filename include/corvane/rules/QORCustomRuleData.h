@@ -10,10 +10,10 @@
 /// texts.
 class QORCustomRuleData {
 public:
-    using const_iterator = std::vector<CStringW>::const_iterator;
+    using const_iterator = std::vector<CStringW>::const_iterator;  ///< For a loop over the texts.
 
-    void Add(CStringW text) { texts_.push_back(std::move(text)); }
-    int GetSize() const { return static_cast<int>(texts_.size()); }
+    void Add(CStringW text) { texts_.push_back(std::move(text)); }   ///< Appends a text.
+    int GetSize() const { return static_cast<int>(texts_.size()); }  ///< Number of texts.
     /// The text at a position from 0 to GetSize() minus 1; the range is the caller's to keep.
     const CStringW& GetAt(int index) const { return texts_[static_cast<std::size_t>(index)]; }
 

@@ -22,7 +22,7 @@ public:
     /// _com_error.
     bool PopulateScriptRule(QorXMLNode* ruleNode);
 
-    void InitializeParamStorage() override;
+    void InitializeParamStorage() override;  ///< Does nothing: parameters come from the rule file.
     /// Runs the script. 0 for success, also when no script folder is configured; -6 for any
     /// failure. The arguments are not used. A script file of more than 256 MiB fails unread, one
     /// that cannot be read runs as an empty text. A script that fails is reported by message box
@@ -40,11 +40,11 @@ public:
     /// no type library becomes an element without attributes. A storage of another kind than 1 to 7
     /// is left out, with a message.
     QorXMLNode* GetXML() override;
-    void RunRule() override;
+    void RunRule() override;  ///< Does nothing.
     void UpdateRule(const RuleUnitSystemStructure* first,
                     const RuleUnitSystemStructure* second) override;
     bool UpdateRule(CQorRule* target) override;  ///< True, and copies nothing.
-    void EditRule() override;
+    void EditRule() override;                    ///< Does nothing.
     /// Null does nothing; otherwise the base's assignment.
     CQorRule& operator=(CQorRule* source) override;
 

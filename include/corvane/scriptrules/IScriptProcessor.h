@@ -15,6 +15,7 @@ public:
     /// {7DD4BB45-C163-47A2-A5CF-50D0371AF680}
     static constexpr Guid kInterfaceId{
         0x7DD4BB45, 0xC163, 0x47A2, {0xA5, 0xCF, 0x50, 0xD0, 0x37, 0x1A, 0xF6, 0x80}};
+    /// The identifier under which the host is registered.
     static constexpr const char16_t* kProgramId = u"QorScriptHost.ScriptProcessor";
 
     /// Runs the prepared script. Stores 1 in `*success` when it succeeded and any other value when

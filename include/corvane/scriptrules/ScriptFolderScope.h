@@ -11,6 +11,7 @@ namespace corvane {
 /// nest, and end in reverse order on the thread that began them.
 class CORVANE_EXPORT ScriptFolderScope {
 public:
+    /// The folder, with or without a closing separator.
     explicit ScriptFolderScope(CStringW folder);
     ScriptFolderScope(const ScriptFolderScope&) = delete;
     ScriptFolderScope& operator=(const ScriptFolderScope&) = delete;

@@ -29,8 +29,8 @@ enum class ScriptRunStatus {
 
 /// One finished run of a script rule.
 struct ScriptRun {
-    const CQorRule* rule = nullptr;  ///< Valid for the length of the call.
-    ScriptRunStatus status = ScriptRunStatus::Succeeded;
+    const CQorRule* rule = nullptr;                       ///< Valid for the length of the call.
+    ScriptRunStatus status = ScriptRunStatus::Succeeded;  ///< How it ended.
     CStringW scriptFolder;  ///< Empty when the run ended before it was known.
     CStringW scriptPath;    ///< Empty when the run ended before it was known.
     /// The script file is there but could not be read. Unless it was too large, the host ran an
@@ -42,13 +42,13 @@ struct ScriptRun {
 
     // What the host says of the error; with ScriptFailed, and with EngineRefused when `code` is
     // kEngineFailed: the engine's own code failed.
-    QorLong line = -1;    ///< From 0; -1 when the host does not say.
-    QorLong column = -1;  ///< From 0; -1 when the host does not say.
-    CStringW errorType;
-    CStringW errorSource;
-    CStringW errorMessage;
-    QorLong errorNumber = -1;
-    QorLong errorCode = -1;
+    QorLong line = -1;         ///< From 0; -1 when the host does not say.
+    QorLong column = -1;       ///< From 0; -1 when the host does not say.
+    CStringW errorType;        ///< Kind of error, as the host names it.
+    CStringW errorSource;      ///< The line of the script, or where else it failed.
+    CStringW errorMessage;     ///< What is wrong.
+    QorLong errorNumber = -1;  ///< See ScriptStatus.h.
+    QorLong errorCode = -1;    ///< See ScriptStatus.h.
 
     /// True when the script judged and the part does not meet the rule; false when it passed or
     /// could not judge.

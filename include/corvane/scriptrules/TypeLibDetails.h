@@ -9,6 +9,7 @@
 /// What tells a type library: the two ways between its registration and its file. A record lives
 /// for one look-up.
 struct CORVANE_EXPORT TypeLibDetails {
+    /// A record of that file, with nothing read yet.
     explicit TypeLibDetails(CStringW file);
 
     /// The file that is registered for a library, for 64-bit use. The texts go into the registry
@@ -23,9 +24,9 @@ struct CORVANE_EXPORT TypeLibDetails {
     /// is no type library.
     bool ReadTypeLibAttributes();
 
-    Guid guid;
-    std::uint16_t majorVersion = 0;
-    std::uint16_t minorVersion = 0;
-    std::uint32_t lcid = 0;
-    CStringW fileName;
+    Guid guid;                       ///< Identifier of the library.
+    std::uint16_t majorVersion = 0;  ///< Version, before the point.
+    std::uint16_t minorVersion = 0;  ///< Version, after the point.
+    std::uint32_t lcid = 0;          ///< Locale.
+    CStringW fileName;               ///< Path of the file.
 };

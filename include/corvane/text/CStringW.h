@@ -43,29 +43,43 @@ class CORVANE_EXPORT CStringW {
 public:
     CStringW() = default;
     CStringW(const char16_t* text);  ///< A null pointer gives an empty text.
+    /// The first `length` units of `text`, zeros too; a null pointer or a length below 1 gives an
+    /// empty text.
     CStringW(const char16_t* text, int length);
+    /// One unit, `repeat` times.
     explicit CStringW(char16_t unit, int repeat = 1);
+    /// The units of a text.
     CStringW(std::u16string text) : text_(std::move(text)) {}
-    CStringW(std::u16string_view text) : text_(text) {}
+    CStringW(std::u16string_view text) : text_(text) {}  ///< The units of a text.
     /// Widens 8-bit text through the process's code page. A null pointer gives an empty text.
     explicit CStringW(const char* text);
 
+    /// Text of UTF-8.
     [[nodiscard]] static CStringW FromUtf8(std::string_view bytes);
+    /// The text in UTF-8.
     [[nodiscard]] std::string ToUtf8() const;
     /// 8-bit text in the process's code page; what it lacks becomes a replacement character.
     [[nodiscard]] std::string ToNarrow() const;
 
+    /// Number of code units.
     [[nodiscard]] int GetLength() const { return static_cast<int>(text_.size()); }
+    /// True for a text of no unit.
     [[nodiscard]] bool IsEmpty() const { return text_.empty(); }
-    void Empty() { text_.clear(); }
+    void Empty() { text_.clear(); }  ///< Removes all units.
 
+    ///@{
+    /// One unit of the text, read and written.
     char16_t GetAt(int position) const;
     void SetAt(int position, char16_t unit);
     char16_t operator[](int position) const { return GetAt(position); }
+    ///@}
 
+    ///@{
     /// The zero-terminated text, valid until this object changes.
     const char16_t* GetString() const { return text_.c_str(); }
     operator const char16_t*() const { return text_.c_str(); }
+    ///@}
+    /// The units of the text as a view, valid until this object changes.
     operator std::u16string_view() const { return text_; }
     // The pointer would also serve as a truth value, as an operand of `delete` and for arithmetic.
     // None of them means for a text what it says, so none compiles; IsEmpty asks for a text.
@@ -80,16 +94,22 @@ public:
     template <std::integral Number>
     friend void operator-(const CStringW&, Number) = delete;
     friend void operator-(const CStringW&, const CStringW&) = delete;
+    /// The units of the text, valid until this object changes.
     std::u16string_view View() const { return text_; }
+    /// The same as the standard library's text.
     const std::u16string& Std() const { return text_; }
 
+    /// Takes over zero-terminated text; null gives an empty one.
     CStringW& operator=(const char16_t* text);
     // A template, so that neither 0 nor {} is taken for a unit.
+    /// A text of that one unit.
     template <std::same_as<char16_t> Unit>
     CStringW& operator=(Unit unit) {
         text_.assign(1, unit);
         return *this;
     }
+    ///@{
+    /// Appends; null appends nothing. The argument may refer to this object.
     CStringW& operator+=(const CStringW& text);
     CStringW& operator+=(std::u16string_view text);
     CStringW& operator+=(const std::u16string& text) { return *this += std::u16string_view(text); }
@@ -97,12 +117,16 @@ public:
     CStringW& operator+=(char16_t unit);
     void Append(std::u16string_view text) { text_ += text; }
     void AppendChar(char16_t unit) { text_ += unit; }
+    ///@}
+    /// Makes room for `length` units, so that appending up to there moves nothing.
     void Preallocate(int length);
+    /// Cuts the text after `length` units; a longer length changes nothing.
     void Truncate(int length);
     /// Room for `length` units, or for the text when that is longer, and a zero after them. The
     /// units may be written until ReleaseBuffer sets the length: `length`, or without one the units
     /// before the first zero.
     char16_t* GetBuffer(int length = 0);
+    /// Ends the writing that GetBuffer began.
     void ReleaseBuffer(int length = -1);
 
     [[nodiscard]] int Compare(std::u16string_view other) const;  ///< Below 0, 0 or above 0.
@@ -111,33 +135,53 @@ public:
     /// The same in the order of the user's language, for lists that a person reads. Texts that this
     /// order holds equal are ordered by code unit. Never for what is stored: users differ.
     [[nodiscard]] int Collate(std::u16string_view other) const;
+    /// The same without regard to case.
     [[nodiscard]] int CollateNoCase(std::u16string_view other) const;
 
+    ///@{
     [[nodiscard]] int Find(std::u16string_view text, int start = 0) const;  ///< Position, or -1.
     [[nodiscard]] int Find(char16_t unit, int start = 0) const;
+    ///@}
+    /// The position of the last such unit, or -1.
     [[nodiscard]] int ReverseFind(char16_t unit) const;
+    /// The position of the first unit that is one of `units`, or -1.
     [[nodiscard]] int FindOneOf(std::u16string_view units) const;
 
+    /// The first `count` units.
     [[nodiscard]] CStringW Left(int count) const;
+    /// The units from `first` to the end.
     [[nodiscard]] CStringW Mid(int first) const;
+    /// `count` units from `first`.
     [[nodiscard]] CStringW Mid(int first, int count) const;
+    /// The last `count` units.
     [[nodiscard]] CStringW Right(int count) const;
+    /// The units at the start that are all among `units`.
     [[nodiscard]] CStringW SpanIncluding(std::u16string_view units) const;
+    /// The units at the start of which none is among `units`.
     [[nodiscard]] CStringW SpanExcluding(std::u16string_view units) const;
     /// The next run of units that are not in `separators`, from `position`, which moves past it.
     /// At the end the result is empty and `position` -1.
     CStringW Tokenize(std::u16string_view separators, int& position) const;
 
+    ///@{
     int Replace(std::u16string_view from, std::u16string_view to);  ///< Number of replacements.
     int Replace(char16_t from, char16_t to);
-    int Remove(char16_t unit);                           ///< Number of units removed.
+    ///@}
+    int Remove(char16_t unit);  ///< Number of units removed.
+    ///@{
     int Insert(int position, std::u16string_view text);  ///< New length.
     int Insert(int position, char16_t unit) { return Insert(position, {&unit, 1}); }
+    ///@}
     int Delete(int position, int count = 1);  ///< New length.
 
+    /// Makes every unit lower case.
     CStringW& MakeLower();
+    /// Makes every unit upper case.
     CStringW& MakeUpper();
+    /// Reverses the order of the units.
     CStringW& MakeReverse();
+    ///@{
+    /// Removes white space, or the given units, from both ends, from the start or from the end.
     CStringW& Trim();
     CStringW& Trim(std::u16string_view units);
     CStringW& Trim(char16_t unit) { return Trim({&unit, 1}); }
@@ -147,6 +191,7 @@ public:
     CStringW& TrimRight();
     CStringW& TrimRight(std::u16string_view units);
     CStringW& TrimRight(char16_t unit) { return TrimRight({&unit, 1}); }
+    ///@}
 
     /// Replaces the text by the formatted one; see corvane::formatText. The arguments may refer to
     /// this object.
@@ -178,6 +223,8 @@ public:
                                             const corvane::ComparableText auto& b) {
         return a.text_.compare(viewOf(b)) <=> 0;
     }
+    ///@{
+    /// One text after the other.
     friend CStringW operator+(CStringW a, const CStringW& b) { return std::move(a += b); }
     friend CStringW operator+(CStringW a, const char16_t* b) { return std::move(a += b); }
     friend CStringW operator+(const char16_t* a, const CStringW& b) {
@@ -185,6 +232,7 @@ public:
     }
     friend CStringW operator+(CStringW a, char16_t b) { return std::move(a += b); }
     friend CStringW operator+(char16_t a, const CStringW& b) { return std::move(CStringW(a) += b); }
+    ///@}
 
 private:
     template <typename Text>
@@ -200,8 +248,10 @@ private:
     std::u16string text_;
 };
 
+/// Equal texts have equal hashes.
 template <>
 struct std::hash<CStringW> {
+    /// The hash of the units.
     std::size_t operator()(const CStringW& text) const noexcept {
         return std::hash<std::u16string_view>{}(text.View());
     }

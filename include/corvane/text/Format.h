@@ -18,13 +18,17 @@ namespace corvane {
 /// pointer. It refers to the text that it was made from and lives for one call.
 class FormatArgument {
 public:
+    /// A whole number of any type.
     struct Integer {
         std::uint64_t bits;  ///< Sign-extended to 64 bits when the type is signed.
         unsigned width;      ///< Bytes of the type that was passed.
-        bool isSigned;
+        bool isSigned;       ///< The type is signed.
     };
+    /// What an argument is one of.
     using Value = std::variant<Integer, double, std::u16string_view, std::string_view, const void*>;
 
+    ///@{
+    /// Takes the value, or refers to the text. A null pointer to text prints as "(null)".
     template <typename T>
     requires std::integral<T> || std::is_enum_v<T> FormatArgument(T value)
         : value_(integer(value)) {}
@@ -34,14 +38,14 @@ public:
     FormatArgument(std::string_view text) : value_(text) {}
     FormatArgument(const std::string& text) : value_(std::string_view(text)) {}
     CORVANE_EXPORT FormatArgument(const CStringW& text);
-    /// A null pointer prints as "(null)".
     FormatArgument(const char16_t* text)
         : value_(text ? std::u16string_view(text) : std::u16string_view(u"(null)")) {}
     FormatArgument(const char* text)
         : value_(text ? std::string_view(text) : std::string_view("(null)")) {}
     FormatArgument(const void* pointer) : value_(pointer) {}
+    ///@}
 
-    const Value& value() const { return value_; }
+    const Value& value() const { return value_; }  ///< The argument.
 
 private:
     template <typename T>

@@ -47,6 +47,7 @@ public:
     QorXMLNode& operator=(const QorXMLNode& other) noexcept;  ///< Shares the element.
     ~QorXMLNode();
 
+    ///@{
     /// One entry for each match of an XPath 1.0 query relative to this element, in document order;
     /// a match that is no element is an empty node. Never null. Unprefixed names match whatever
     /// default namespace is in force, prefixes match as they are written. A query may have 65,536
@@ -55,6 +56,7 @@ public:
     /// node, by its name, its place or a value, stop when they have found it.
     QorXMLNodeList* GetNodeList(CStringW query) const;
     QorXMLNodeList* GetNodeList1(const char* query) const;
+    ///@}
     /// One entry for each child of any kind; a child that is no element is an empty node.
     QorXMLNodeList* GetChildNodes() const;
     /// The first match, an empty node when that is no element, or null when nothing matches.
@@ -75,19 +77,23 @@ public:
     bool GetAttributeValue1(const char* name, char*& value) const;
     /// Changes an attribute that exists; false, and nothing is added, when it does not.
     bool SetAttributeValue(CStringW name, CStringW value);
+    ///@{
     /// Adds the attribute after the others or overwrites its value. True. An element has at most
     /// 10,000 attributes, and 1,000 declarations of prefixes in scope.
     bool AddAttribute(CStringW name, CStringW value);
     bool AddAttribute1(const char* name, const char* value);
+    ///@}
 
     /// The text of the element and of all below it; "" for an empty node.
     CStringW GetNodeValue() const;
     bool GetNodeValueInCString(CStringW& value) const;  ///< GetNodeValue; always true.
+    ///@{
     /// The number at the start of the text, after white space; what follows it is ignored. False,
     /// with `value` untouched, when there is something else; true, untouched, when there is
     /// nothing but white space and for an empty node. A number beyond 32 bits wraps.
     bool GetNodeValueInInt(int& value) const;
     bool GetNodeValueInLong(QorLong& value) const;
+    ///@}
     bool GetNodeValueInDouble(double& value) const;  ///< The same for a floating-point number.
     /// False for exactly "0", true for every other text. Always true.
     bool GetNodeValueInBool(bool& value) const;

@@ -24,7 +24,7 @@ public:
     QorXMLNodeList& operator=(const QorXMLNodeList& other);
     ~QorXMLNodeList();
 
-    QorLong GetSize() const { return m_nSize; }
+    QorLong GetSize() const { return m_nSize; }  ///< Number of entries.
     /// The entry at `index`, which is 0 to GetSize() minus 1: there is no guard. Stays the list's.
     QorXMLNode* operator[](QorLong index) const {
         return m_pItems[static_cast<std::size_t>(index)];

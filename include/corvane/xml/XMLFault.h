@@ -12,9 +12,9 @@ namespace corvane {
 /// Why a load failed and where. Line and column count from 1; 0 means "nowhere in particular",
 /// such as in a file that cannot be read.
 struct XMLFault {
-    QorLong line = 0;
-    QorLong column = 0;
-    CStringW message;  ///< One line of English; empty when there is no fault.
+    QorLong line = 0;    ///< From 1.
+    QorLong column = 0;  ///< From 1, in characters.
+    CStringW message;    ///< One line of English; empty when there is no fault.
 };
 
 /// The fault of the document's last load; without a message when that succeeded or there was none.
