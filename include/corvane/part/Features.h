@@ -16,6 +16,7 @@
 /// file gives the same numbers, and a moved or mirrored part too.
 namespace corvane::part {
 
+/// A distance to something that is not there.
 inline constexpr double kNone = 1e300;
 
 /// How a hole ends. `Other` is a bottom that is neither square, a cone nor a sphere.
@@ -23,15 +24,16 @@ enum class HoleBottom { Through, Flat, Conical, Round, Other };
 
 /// One step of a hole around its axis.
 struct HoleSection {
+    /// What the step is.
     enum class Kind { Cylinder, Cone, Sphere, Rounding };
-    Kind kind = Kind::Cylinder;
+    Kind kind = Kind::Cylinder;  ///< what it is
     double start = 0.0;          ///< below the mouth
     double length = 0.0;         ///< along the axis
     double startDiameter = 0.0;  ///< at its upper end
     double endDiameter = 0.0;    ///< at its lower end; 0 at a tip
     double angle = 0.0;          ///< Cone: the whole angle
     double turn = 360.0;         ///< degrees that it goes around the axis
-    std::vector<int> faces;
+    std::vector<int> faces;      ///< of the step
 };
 
 /// A round hole: faces around one axis with the material outside, which together go around it by
@@ -48,12 +50,14 @@ struct Hole {
                              ///< taper at its narrow end
     double depth = 0.0;      ///< from the mouth to the end of the full diameter, tip excluded
     double boreDepth = 0.0;  ///< of the main bore alone, without counterbore and countersink
-    HoleBottom bottom = HoleBottom::Through;
-    double bottomAngle = 0.0;   ///< Conical: the whole angle at the tip
+    HoleBottom bottom = HoleBottom::Through;  ///< how it ends
+    double bottomAngle = 0.0;                 ///< Conical: the whole angle at the tip
     double bottomRadius = 0.0;  ///< Round: of the sphere; Flat: of the rounding along the wall
-    double counterboreDiameter = 0.0, counterboreDepth = 0.0;  ///< of the outermost one
-    double countersinkDiameter = 0.0, countersinkAngle = 0.0;  ///< at its wide end; whole angle
-    double taperAngle = 0.0;  ///< whole angle of a conical main bore
+    double counterboreDiameter = 0.0;  ///< of the outermost one
+    double counterboreDepth = 0.0;     ///< of the outermost one
+    double countersinkDiameter = 0.0;  ///< at its wide end
+    double countersinkAngle = 0.0;     ///< whole angle
+    double taperAngle = 0.0;           ///< whole angle of a conical main bore
     bool squareEntry = true;  ///< the face around the mouth is flat and at right angles to the axis
     bool squareExit = true;   ///< the same of a through hole's other end; true for other holes
     double entryAngle = 0.0;  ///< between the axis and the normal of the entry face at the axis
@@ -75,6 +79,7 @@ struct Hole {
     std::vector<int> faces;             ///< of the whole hole, in rising order
 };
 
+/// How the holes of a pattern lie.
 enum class PatternKind { Row, Circle, Grid, Group };
 
 /// Two or more equal holes with their mouths on one level and parallel axes. Holes of a Row lie on
@@ -82,9 +87,9 @@ enum class PatternKind { Row, Circle, Grid, Group };
 /// rectangle's lattice; all others are a Group. A square of four is a Circle if a round face of the
 /// part has the middle axis, else a Grid.
 struct HolePattern {
-    int number = 0;  ///< from 1
-    PatternKind kind = PatternKind::Group;
-    double diameter = 0.0;        ///< of its holes
+    int number = 0;                         ///< from 1
+    PatternKind kind = PatternKind::Group;  ///< how they lie
+    double diameter = 0.0;                  ///< of its holes
     double pitch = 0.0;           ///< between the axes of neighbours; of a Grid the smaller one
     double secondPitch = 0.0;     ///< Grid: across the first one
     double circleDiameter = 0.0;  ///< Circle: through the axes
@@ -96,18 +101,18 @@ struct HolePattern {
 /// most its radius makes it. Rounded ends of slots, which turn by half, and freeform roundings are
 /// left out.
 struct Fillet {
-    double radius = 0.0;
-    bool concave = false;
-    Vector point;         ///< on it
-    Vector axis;          ///< unit, of a straight one; null for others
-    double length = 0.0;  ///< along it
-    std::vector<int> faces;
+    double radius = 0.0;     ///< of its round faces
+    bool concave = false;    ///< it rounds an inner corner
+    Vector point;            ///< on it
+    Vector axis;             ///< unit, of a straight one; null for others
+    double length = 0.0;     ///< along it
+    std::vector<int> faces;  ///< of the rounding
 };
 
 /// An edge at which two faces meet inside without a rounding. The corners within a hole, at the
 /// bottom or at steps, are left out.
 struct SharpCorner {
-    int edge = 0;
+    int edge = 0;             ///< its number
     Vector point;             ///< its middle
     Vector direction;         ///< unit, of a straight one; null for others
     double length = 0.0;      ///< of the edge
@@ -120,8 +125,8 @@ struct SharpCorner {
 /// pocket. Round holes are none either, nor what is closed above, as a T-slot is. The levels of a
 /// stepped pocket are pockets of their own.
 struct Pocket {
-    int number = 0;  ///< from 1
-    int solid = 0;
+    int number = 0;            ///< from 1
+    int solid = 0;             ///< number of its solid; 0 in an open shape
     int floor = 0;             ///< face; 0 of a through pocket
     Vector point;              ///< of the floor; of a through pocket in the middle of its mouth
     Vector axis;               ///< unit, into the material
@@ -139,12 +144,13 @@ struct Pocket {
 
 /// A stretch of a turned part with one straight outline.
 struct TurnedSection {
-    bool inner = false;  ///< of a bore
-    double start = 0.0;  ///< along the axis from the origin
-    double length = 0.0;
-    double startDiameter = 0.0, endDiameter = 0.0;
-    double taperAngle = 0.0;  ///< whole angle; 0 of a cylinder
-    std::vector<int> faces;
+    bool inner = false;          ///< of a bore
+    double start = 0.0;          ///< along the axis from the origin
+    double length = 0.0;         ///< along the axis
+    double startDiameter = 0.0;  ///< at its start
+    double endDiameter = 0.0;    ///< at its end
+    double taperAngle = 0.0;     ///< whole angle; 0 of a cylinder
+    std::vector<int> faces;      ///< of the stretch
 };
 
 /// A recess with a cylindrical bottom between two walls square to the axis, at most half as wide as
@@ -163,11 +169,12 @@ struct Groove {
 /// Whether a part is turned: one solid that is round outside, with at least two thirds of its
 /// surface around the axis.
 struct Turned {
-    bool is = false;
+    bool is = false;                      ///< it is turned
     std::string reason;                   ///< why it is none; English
     Vector origin;                        ///< of the axis, where the part begins: its heavier end
     Vector axis;                          ///< unit, through the part
-    double length = 0.0, diameter = 0.0;  ///< over all
+    double length = 0.0;                  ///< over all
+    double diameter = 0.0;                ///< over all
     double share = 0.0;                   ///< of the surface that lies around the axis
     std::vector<TurnedSection> sections;  ///< outer ones first, along the axis
     std::vector<Groove> grooves;          ///< along the axis
@@ -178,7 +185,8 @@ struct Bend {
     double innerRadius = 0.0;     ///< 0 of a sharp one
     double angle = 0.0;           ///< by which the sheet is bent from flat
     double length = 0.0;          ///< along the bend line
-    Vector point, axis;           ///< on its inner side; unit, along the bend line
+    Vector point;                 ///< on its inner side
+    Vector axis;                  ///< unit, along the bend line
     double flangeLength = kNone;  ///< of the shorter flat beside it, from the outside of the bend;
                                   ///< kNone without a flat
     bool closed = false;          ///< bent back onto itself: a hem
@@ -196,11 +204,11 @@ struct SheetHole {
 /// Whether a part is of sheet: one solid of one thickness, thin beside its size, flat or bent along
 /// straight lines.
 struct SheetMetal {
-    bool is = false;
-    std::string reason;  ///< why it is none; English
-    double thickness = 0.0;
-    std::vector<Bend> bends;  ///< in the order of their first faces
-    std::vector<SheetHole> holes;
+    bool is = false;               ///< it is of sheet
+    std::string reason;            ///< why it is none; English
+    double thickness = 0.0;        ///< between its two sides
+    std::vector<Bend> bends;       ///< in the order of their first faces
+    std::vector<SheetHole> holes;  ///< in the order of their numbers
 };
 
 }  // namespace corvane::part

@@ -25,13 +25,14 @@ namespace corvane::part {
 
 /// A box of any direction. Its sides run along the three axes, the longest first.
 struct OrientedBox {
-    Vector centre;
+    Vector centre;      ///< its middle
     Vector axes[3];     ///< unit, at right angles
     double sizes[3]{};  ///< in falling order
 };
 
 class Part;
 
+/// A part, or why there is none.
 struct OpenResult {
     std::shared_ptr<const Part> part;  ///< empty if the file cannot be read
     std::string error;                 ///< why; English
@@ -96,12 +97,13 @@ public:
     /// The holes of all solids. All operations from here on leave out what a damaged shape does not
     /// tell clearly.
     [[nodiscard]] const std::vector<Hole>& holes() const;
-    [[nodiscard]] const std::vector<HolePattern>& holePatterns() const;
-    [[nodiscard]] const std::vector<Fillet>& fillets() const;
-    [[nodiscard]] const std::vector<SharpCorner>& sharpCorners() const;
-    [[nodiscard]] const std::vector<Pocket>& pockets() const;
-    [[nodiscard]] const Turned& turned() const;
-    [[nodiscard]] const SheetMetal& sheetMetal() const;
+    [[nodiscard]] const std::vector<HolePattern>& holePatterns() const;  ///< groups of equal holes
+    [[nodiscard]] const std::vector<Fillet>& fillets() const;  ///< roundings of one radius
+    [[nodiscard]] const std::vector<SharpCorner>& sharpCorners()
+        const;                                                 ///< inner edges without a rounding
+    [[nodiscard]] const std::vector<Pocket>& pockets() const;  ///< hollows with walls around them
+    [[nodiscard]] const Turned& turned() const;                ///< whether it is turned
+    [[nodiscard]] const SheetMetal& sheetMetal() const;        ///< whether it is of sheet
 
 private:
     struct State;

@@ -31,16 +31,19 @@ namespace corvane::part {
 /// Two opposite places of a wall, or of the air between two walls.
 struct Thickness {
     double value = 0.0;              ///< mm; 0 where nothing was measured
-    Vector point, opposite;          ///< on the two sides
+    Vector point;                    ///< on one side
+    Vector opposite;                 ///< on the other one
     std::array<int, 2> faces{0, 0};  ///< that the two are on; equal for a pin or a hole
 };
 
+/// How thick the walls of a part are.
 struct Walls {
     /// Whether the part encloses material: it has a solid, or an open shape with no more than
     /// cracks. If not, all else is empty.
     bool measurable = false;
-    Thickness smallestByRay, smallestBySphere;
-    Thickness largestBySphere;
+    Thickness smallestByRay;     ///< the thinnest place by ray
+    Thickness smallestBySphere;  ///< the thinnest place by sphere
+    Thickness largestBySphere;   ///< the thickest place
     double typical =
         0.0;  ///< mm; half of the surface has thinner walls by sphere, half thicker ones
     std::vector<Thickness> places;       ///< each face's thinnest place by sphere, thinnest first
@@ -65,9 +68,10 @@ enum class MouldHalf {
     Both       ///< the face turns from one to the other: the parting line crosses it
 };
 
+/// How one face leaves the mould.
 struct FaceDraft {
-    int face = 0;
-    MouldHalf half = MouldHalf::Either;
+    int face = 0;                        ///< its number
+    MouldHalf half = MouldHalf::Either;  ///< which half forms it
     /// Degrees between the face and the pull direction, 0 to 90, where they are least: 0 for an
     /// upright wall and for a face that the parting line crosses, 90 for one square to the pull.
     double angle = 0.0;
@@ -78,13 +82,14 @@ struct FaceDraft {
 
 /// Connected faces that neither half of the mould can form.
 struct Undercut {
-    std::vector<int> faces;
-    Vector point;         ///< in its middle, on the surface
-    double area = 0.0;    ///< mm2 that cannot be reached
-    Vector slide;         ///< unit: a slide that leaves this way frees it; null if none does
-    double travel = 0.0;  ///< mm that the slide must move
+    std::vector<int> faces;  ///< their numbers
+    Vector point;            ///< in its middle, on the surface
+    double area = 0.0;       ///< mm2 that cannot be reached
+    Vector slide;            ///< unit: a slide that leaves this way frees it; null if none does
+    double travel = 0.0;     ///< mm that the slide must move
 };
 
+/// How a part leaves a mould of two halves.
 struct Draft {
     Vector pull;                      ///< unit; null if the part cannot be measured
     std::vector<FaceDraft> faces;     ///< every face, the least angle first
@@ -94,6 +99,7 @@ struct Draft {
     std::vector<int> partingEdges;
 };
 
+/// How an overhang is held.
 enum class OverhangKind {
     Cantilever,  ///< held from one side
     Bridge,      ///< held from two sides across
@@ -102,8 +108,8 @@ enum class OverhangKind {
 
 /// Connected faces that look down too flatly to be built layer by layer without a support.
 struct Overhang {
-    std::vector<int> faces;
-    OverhangKind kind = OverhangKind::Cantilever;
+    std::vector<int> faces;                        ///< their numbers
+    OverhangKind kind = OverhangKind::Cantilever;  ///< how it is held
     double angle = 0.0;  ///< degrees from the horizontal where it is flattest; 0 for a ceiling
     double area = 0.0;   ///< mm2
     /// mm: across a bridge; from the wall to the farthest place of a cantilever; the greatest
