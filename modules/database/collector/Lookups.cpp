@@ -13,8 +13,9 @@ using qor_db::driver::failure;
 
 namespace {
 
-// In the order of the enumerators. Names are compared in lower case; lengths that are looked up by
-// equality are given as a narrow range, since they often come out of a calculation.
+// In the order of the enumerators. Names are compared in lower case, which reads the whole table; a
+// name as it stands there is found by the primary key. Lengths that are looked up by equality are
+// given as a narrow range, since they often come out of a calculation.
 constexpr const char16_t* kStatements[] = {
     u"SELECT diameter, preferred, source FROM qor_drill_size WHERE preferred >= ? "
     u"ORDER BY diameter",
@@ -27,6 +28,9 @@ constexpr const char16_t* kStatements[] = {
     u"WHERE LOWER(designation) = ?",
 
     u"SELECT designation, series, nominal, pitch, tap_drill, source FROM qor_thread "
+    u"WHERE designation = ?",
+
+    u"SELECT designation, series, nominal, pitch, tap_drill, source FROM qor_thread "
     u"WHERE nominal BETWEEN ? AND ? ORDER BY pitch DESC",
 
     u"SELECT nominal, fine, medium, coarse, source FROM qor_clearance_hole "
@@ -37,6 +41,9 @@ constexpr const char16_t* kStatements[] = {
 
     u"SELECT name, material_group, bend_group, density, youngs_modulus, yield_strength, "
     u"tensile_strength, source FROM qor_material WHERE LOWER(name) = ?",
+
+    u"SELECT name, material_group, bend_group, density, youngs_modulus, yield_strength, "
+    u"tensile_strength, source FROM qor_material WHERE name = ?",
 
     u"SELECT bend_group, radius, radius_by_thickness, source FROM qor_bend_radius "
     u"WHERE thickness_over < ? AND thickness_to >= ? AND (direction = ? OR direction = 'any') "

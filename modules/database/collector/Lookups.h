@@ -14,10 +14,12 @@ enum class Lookup {
     Drills,
     NearestDrill,
     Thread,
+    ThreadAsWritten,
     Threads,
     ClearanceHole,
     Materials,
     Material,
+    MaterialAsWritten,
     BendRadius,
     Wall,
     Walls,
@@ -56,13 +58,13 @@ public:
         return items;
     }
 
-    /// The first row; the message says `name` when there is none.
-    template <typename Item>
+    /// The first row; the message says what `name` gives when there is none.
+    template <typename Item, typename Name>
     qor_db::Outcome<Item> first(Lookup lookup, const std::vector<qor_db::Value>& parameters,
-                                const CStringW& name) {
+                                const Name& name) {
         qor_db::Outcome<std::vector<Item>> items = all<Item>(lookup, parameters);
         if (!items.ok()) return items.status();
-        if (items->empty()) return notFound(name);
+        if (items->empty()) return notFound(name());
         return std::move(items->front());
     }
 

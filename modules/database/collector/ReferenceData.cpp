@@ -29,10 +29,15 @@ std::vector<Value> around(double length) {
     return {length - kLengthTolerance, length + kLengthTolerance};
 }
 
-CStringW folded(std::u16string_view name) {
+CStringW asParameter(std::u16string_view name) {
     std::u16string text(name);
     // Drivers that read a text up to its first zero would find a name that was not asked for.
     std::replace(text.begin(), text.end(), u'\0', u'\uFFFD');
+    return text;
+}
+
+CStringW folded(std::u16string_view name) {
+    std::u16string text = asParameter(name).Std();
     for (char16_t& unit : text) {
         if (unit >= u'A' && unit <= u'Z') unit = static_cast<char16_t>(unit - u'A' + u'a');
     }
@@ -52,9 +57,9 @@ CStringW lengthText(double length) {
     return text;
 }
 
-// "M8 × 1" is written in many ways.
+// "M8 × 1" is written in many ways; case apart.
 CStringW threadKey(std::u16string_view designation) {
-    CStringW key = folded(designation);
+    CStringW key = asParameter(designation);
     key.Remove(u' ');
     key.Replace(u'\u00D7', u'x');
     return key;
@@ -65,6 +70,16 @@ bool namesPitch(const CStringW& key, const ThreadHole& coarse) {
     CStringW full;
     full.Format(u"m%gx%g", coarse.nominal, coarse.pitch);
     return coarse.series == u"coarse" && key == full;
+}
+
+// The row of a name: as it is written, which is found at once, or else in any case.
+template <typename Item, typename Text>
+Outcome<Item> named(Lookups& lookups, Lookup asWritten, Lookup inAnyCase, const CStringW& key,
+                    const Text& name) {
+    Outcome<std::vector<Item>> found = lookups.all<Item>(asWritten, {key});
+    if (!found.ok()) return found.status();
+    if (!found->empty()) return std::move(found->front());
+    return lookups.first<Item>(inAnyCase, {folded(key)}, name);
 }
 
 }  // namespace
@@ -84,20 +99,22 @@ Outcome<DrillSize> ReferenceData::nearestDrill(double diameter, bool preferredOn
         std::vector<Value> parameters(4, std::min(diameter, kLargestDrill));
         parameters.front() = parameters.back() = preferredOnly ? 1 : 0;
         return lookups_.first<DrillSize>(Lookup::NearestDrill, parameters,
-                                         u"a drill of " + lengthText(diameter));
+                                         [&] { return u"a drill of " + lengthText(diameter); });
     });
 }
 
 Outcome<ThreadHole> ReferenceData::thread(std::u16string_view designation) {
     return guarded([&]() -> Outcome<ThreadHole> {
         const CStringW key = threadKey(designation);
-        const CStringW name = u"the thread " + quoted(designation);
-        Outcome<ThreadHole> found = lookups_.first<ThreadHole>(Lookup::Thread, {key}, name);
-        const int pitch = key.Find(u'x');
+        const auto name = [&] { return u"the thread " + quoted(designation); };
+        const auto find = [&](const CStringW& text) {
+            return named<ThreadHole>(lookups_, Lookup::ThreadAsWritten, Lookup::Thread, text, name);
+        };
+        Outcome<ThreadHole> found = find(key);
+        const int pitch = key.FindOneOf(u"xX");
         if (found.status().code != ErrorCode::NotFound || pitch < 0) return found;
-        Outcome<ThreadHole> coarse =
-            lookups_.first<ThreadHole>(Lookup::Thread, {key.Left(pitch)}, name);
-        if (coarse.ok() && !namesPitch(key, *coarse)) return Lookups::notFound(name);
+        Outcome<ThreadHole> coarse = find(key.Left(pitch));
+        if (coarse.ok() && !namesPitch(folded(key), *coarse)) return Lookups::notFound(name());
         return coarse;
     });
 }
@@ -116,8 +133,9 @@ Outcome<std::vector<ThreadHole>> ReferenceData::threads(double nominal) {
 Outcome<ClearanceHole> ReferenceData::clearanceHole(double nominal, ClearanceFit fit) {
     return guarded([&]() -> Outcome<ClearanceHole> {
         if (const Status status = checkLength(nominal); !status.ok()) return status;
-        const Outcome<Row> row = lookups_.first<Row>(Lookup::ClearanceHole, around(nominal),
-                                                     u"a bolt of " + lengthText(nominal));
+        const Outcome<Row> row = lookups_.first<Row>(Lookup::ClearanceHole, around(nominal), [&] {
+            return u"a bolt of " + lengthText(nominal);
+        });
         if (!row.ok()) return row.status();
         const std::size_t column = fit == ClearanceFit::Fine     ? 1
                                    : fit == ClearanceFit::Medium ? 2
@@ -136,8 +154,8 @@ Outcome<std::vector<Material>> ReferenceData::materials() {
 
 Outcome<Material> ReferenceData::material(std::u16string_view name) {
     return guarded([&] {
-        return lookups_.first<Material>(Lookup::Material, {folded(name)},
-                                        u"the material " + quoted(name));
+        return named<Material>(lookups_, Lookup::MaterialAsWritten, Lookup::Material,
+                               asParameter(name), [&] { return u"the material " + quoted(name); });
     });
 }
 
@@ -151,7 +169,7 @@ Outcome<BendRadius> ReferenceData::bendRadius(std::u16string_view material, doub
         const Outcome<Row> row = lookups_.first<Row>(
             Lookup::BendRadius,
             {upper, upper, direction == BendDirection::Across ? u"across" : u"along", key, key},
-            u"bends of " + quoted(material) + u" at " + lengthText(thickness));
+            [&] { return u"bends of " + quoted(material) + u" at " + lengthText(thickness); });
         if (!row.ok()) return row.status();
         BendRadius bend{row->text(0), thickness, 1, row->text(3)};
         if (Lookups::readNumber(*row, 1, bend.radius)) return bend;
@@ -165,10 +183,12 @@ Outcome<BendRadius> ReferenceData::bendRadius(std::u16string_view material, doub
 Outcome<WallThickness> ReferenceData::minimumWall(std::u16string_view process,
                                                   std::u16string_view material) {
     return guarded([&] {
-        const bool any = material.empty() || folded(material) == u"any";
         return lookups_.first<WallThickness>(
-            Lookup::Wall, {folded(process), folded(material)},
-            u"walls by " + quoted(process) + u" in " + (any ? u"any material" : quoted(material)));
+            Lookup::Wall, {folded(process), folded(material)}, [&] {
+                const bool any = material.empty() || folded(material) == u"any";
+                return u"walls by " + quoted(process) + u" in " +
+                       (any ? u"any material" : quoted(material));
+            });
     });
 }
 
