@@ -108,7 +108,9 @@ TEST_F(HelpSite, OpensItsOwnPageAndOtherwiseTheCompiledHelp) {
         return "xchm|--contextid=" + std::to_string(topic) + "|" + tree_.path("rules.chm") + "\n";
     };
     const corvane::HelpSources sources = corvane::GetHelpSources();
-    EXPECT_TRUE(sources.siteFolderExists && !sources.topicFileExists && !sources.pageFileExists);
+    EXPECT_TRUE(sources.siteFolderExists);
+    EXPECT_FALSE(sources.topicFileExists);
+    EXPECT_FALSE(sources.pageFileExists);
     EXPECT_EQ(CStringW(sources.opener), tree_.wide("bin/xdg-open"));
     EXPECT_EQ(CStringW(sources.viewer), tree_.wide("bin/xchm"));
     const std::string page = "xdg-open|" + tree_.path("site/pages/the wall.htm") + "\n";

@@ -66,7 +66,8 @@ TEST_F(Collector, MakesAMissingFileWithItsFolder) {
     expectWorks(collector);
     EXPECT_TRUE(folder.exists("new/folder/rules.dat"));
     const ConnectionInfo info = collector->connection();
-    EXPECT_TRUE(info.open && !info.readOnly);
+    EXPECT_TRUE(info.open);
+    EXPECT_FALSE(info.readOnly);
     EXPECT_EQ(info.database, folder.wide("new\\folder/rules.dat"));
     EXPECT_EQ(info.driverModule, kSqliteDriver);
 }

@@ -237,7 +237,10 @@ TEST_F(SqliteFileTest, DoesNotTrustTheSchemaOfAFile) {
     const Opened opened = open();
     ASSERT_THAT(run(*opened, u"PRAGMA writable_schema=ON"), IsOk());
     ASSERT_THAT(run(*opened, u"CREATE VIEW trap AS SELECT load_extension('x') FROM kept"), IsOk());
+    ASSERT_THAT(run(*opened, u"CREATE VIEW spy AS SELECT * FROM pragma_table_info('kept')"),
+                IsOk());
     const std::u16string_view kRefused[] = {u"SELECT * FROM trap",
+                                            u"SELECT * FROM spy",
                                             u"SELECT load_extension('x')",
                                             u"UPDATE sqlite_schema SET sql = 'x'",
                                             u"ATTACH 'other.dat' AS other",

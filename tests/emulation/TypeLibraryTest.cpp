@@ -151,8 +151,10 @@ TEST(TypeLibrary, StaysInsideADamagedFile) {
         for (std::size_t length = 0; length < whole.size(); ++length) {
             const std::string result = readBytes(whole.substr(0, length));
             constexpr std::size_t kShortest = 0x54 + 15 * 16;
-            EXPECT_TRUE(result == "nothing" || (length >= kShortest && result == attributes))
-                << length << ' ' << result;
+            // Beyond what is read a cut changes nothing.
+            if (length < kShortest || result != attributes) {
+                EXPECT_EQ(result, "nothing") << length;
+            }
         }
         // Every word takes the values that are likely to reach too far.
         for (std::size_t i = 0; i + 4 <= whole.size(); ++i) {

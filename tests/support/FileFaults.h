@@ -87,6 +87,15 @@ public:
         return 0;
     }
     int unlink(const char* path) override { return fails() ? -1 : FileOperations::unlink(path); }
+    int changeOwner(int descriptor, uid_t user, gid_t group) override {
+        return fails() ? -1 : FileOperations::changeOwner(descriptor, user, group);
+    }
+    int changeMode(int descriptor, mode_t mode) override {
+        return fails() ? -1 : FileOperations::changeMode(descriptor, mode);
+    }
+    int lock(int descriptor, int operation) override {
+        return fails() ? -1 : FileOperations::lock(descriptor, operation);
+    }
 
 private:
     struct Move {

@@ -1,3 +1,4 @@
+#include <cerrno>
 #include <csignal>
 #include <filesystem>
 #include <functional>
@@ -65,10 +66,37 @@ TEST_F(Files, AreReplacedWithModeAndLinkKept) {
     EXPECT_TRUE(replaceFile(at("real\\third"), std::string(100'000, 't')));
     EXPECT_EQ(folder_.read("real/file"), "new");
     EXPECT_EQ(fs::status(folder_.path("real/file")).permissions(), fs::perms(0640));
-    EXPECT_TRUE(fs::is_symlink(folder_.path("link")) && fs::is_symlink(folder_.path("dangling")));
+    EXPECT_TRUE(fs::is_symlink(folder_.path("link")));
+    EXPECT_TRUE(fs::is_symlink(folder_.path("dangling")));
     EXPECT_EQ(readFile(at("real/new")), "");
     EXPECT_EQ(readFile(at("real/third")), std::string(100'000, 't'));
     EXPECT_EQ(entries(), 3);
+}
+
+// As for somebody who may not give a file away, or not to that group.
+TEST_F(Files, AreNotOpenedToTheMembersOfAnotherGroup) {
+    struct Owners : FileFaults {
+        explicit Owners(int count) : refusals(count) {}
+        int changeOwner(int descriptor, uid_t user, gid_t group) override {
+            if (refusals-- <= 0) return FileFaults::changeOwner(descriptor, user, group);
+            errno = EPERM;
+            return -1;
+        }
+        int refusals;
+    };
+    const struct {
+        int refusals;
+        unsigned before;
+        unsigned after;
+    } cases[] = {{0, 01764, 01764}, {1, 01764, 0764}, {2, 01764, 0744},
+                 {2, 0640, 0600},   {2, 0646, 0646},  {2, 0673, 0633}};
+    for (const auto& [refusals, before, after] : cases) {
+        folder_.write("file", "old");
+        fs::permissions(folder_.path("file"), fs::perms(before));
+        const Owners owners(refusals);
+        EXPECT_TRUE(replaceFile(at("file"), "new"));
+        EXPECT_EQ(fs::status(folder_.path("file")).permissions(), fs::perms(after)) << before;
+    }
 }
 
 TEST_F(Files, AreNotReplacedWhereTheyAreNoRegularFiles) {
@@ -140,7 +168,9 @@ TEST_F(Files, LieInFoldersThatAreMadeWithTheirParents) {
     for (const std::u16string_view path : {u"", u"relative", u"./a"})
         EXPECT_FALSE(createFolders(path)) << toUtf8(path);
     EXPECT_TRUE(pathExists(at("file")));
-    EXPECT_FALSE(folderExists(at("file")) || pathExists(at("file/")) || pathExists(u""));
+    EXPECT_FALSE(folderExists(at("file")));
+    EXPECT_FALSE(pathExists(at("file/")));
+    EXPECT_FALSE(pathExists(u""));
 }
 
 TEST(FilePattern, MatchesAWholeName) {

@@ -102,8 +102,15 @@ TEST(CStringW, ComparesWithWhateverHoldsText) {
     const CStringW b(u"b");
     const std::u16string_view view = u"b";
     const char16_t* null = nullptr;
-    EXPECT_TRUE(b < u"c" && u"a" < b && b <= view && view >= b && b == std::u16string(view));
-    EXPECT_TRUE(b > null && b != nullptr && CStringW() == nullptr && CStringW() == null);
+    EXPECT_TRUE(b < u"c");
+    EXPECT_TRUE(u"a" < b);
+    EXPECT_TRUE(b <= view);
+    EXPECT_TRUE(view >= b);
+    EXPECT_TRUE(b == std::u16string(view));
+    EXPECT_TRUE(b > null);
+    EXPECT_TRUE(b != nullptr);
+    EXPECT_TRUE(CStringW() == nullptr);
+    EXPECT_TRUE(CStringW() == null);
 }
 
 TEST(CStringW, CollatesWithEveryUnitCounted) {

@@ -17,6 +17,10 @@ constexpr double kValue = 13.69301;
 constexpr std::array kUnchanged = {kValue, kValue, kValue, kValue};
 const CQORUnitConvertor kConvertor;
 
+std::uint64_t bits(double value) {
+    return std::bit_cast<std::uint64_t>(value);
+}
+
 // From metres, into metres, from square metres, into square metres.
 std::array<double, 4> converted(QorLong unit, QorLong kind) {
     return {kConvertor.ConversionFromMeters(kValue, unit, kind),
@@ -76,14 +80,12 @@ TEST(UnitConvertor, AnArrayConvertsToTheSameBitsAsItsValues) {
         by.ConvertValues(lengths, kind, from, to);
         by.ConvertValuesForArea(areas, kind, from, to);
         for (std::size_t at = 0; at < values.size(); ++at) {
-            const auto same = [](double a, double b) {
-                return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
-            };
-            EXPECT_TRUE(
-                same(lengths[at], by.ConversionFromOneUnitToAnother(values[at], kind, from, to)) &&
-                same(areas[at],
-                     by.ConversionFromOneUnitToAnotherForArea(values[at], kind, from, to)))
-                << values[at] << " of kind " << kind << " from " << from << " to " << to;
+            const double length = by.ConversionFromOneUnitToAnother(values[at], kind, from, to);
+            const double area =
+                by.ConversionFromOneUnitToAnotherForArea(values[at], kind, from, to);
+            SCOPED_TRACE(values[at]);
+            EXPECT_EQ(bits(lengths[at]), bits(length)) << kind << ": " << from << " to " << to;
+            EXPECT_EQ(bits(areas[at]), bits(area)) << kind << ": " << from << " to " << to;
         }
     }
 }

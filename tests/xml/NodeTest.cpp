@@ -273,7 +273,9 @@ TEST_F(NodeTest, RaisesOrStaysQuietWhenEmpty) {
     EXPECT_EQ(codeOf([&] { document_.AppendNode(&empty); }), corvane::kErrorInvalidArgument);
     empty.AppendNode(static_cast<QorXMLNode*>(nullptr));
     EXPECT_FALSE(empty.RemoveChild(nullptr));
-    EXPECT_EQ(empty.GetNodeName() + empty.GetNodeValue() + empty.GetXML(), u"");
+    EXPECT_EQ(empty.GetNodeName(), u"");
+    EXPECT_EQ(empty.GetNodeValue(), u"");
+    EXPECT_EQ(empty.GetXML(), u"");
     EXPECT_TRUE(empty.GetNodeValueInInt(number));
     EXPECT_EQ(number, 7);
     EXPECT_TRUE(empty.GetNodeValueInCString(text));

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace corvane::system {
@@ -45,6 +46,18 @@ int FileOperations::rename(const char* from, const char* to) {
 
 int FileOperations::unlink(const char* path) {
     return ::unlink(path);
+}
+
+int FileOperations::changeOwner(int descriptor, uid_t user, gid_t group) {
+    return ::fchown(descriptor, user, group);
+}
+
+int FileOperations::changeMode(int descriptor, mode_t mode) {
+    return ::fchmod(descriptor, mode);
+}
+
+int FileOperations::lock(int descriptor, int operation) {
+    return ::flock(descriptor, operation);
 }
 
 FileOperations& fileOperations() {

@@ -26,6 +26,9 @@ public:
     virtual int close(int descriptor);
     virtual int rename(const char* from, const char* to);
     virtual int unlink(const char* path);
+    virtual int changeOwner(int descriptor, uid_t user, gid_t group);
+    virtual int changeMode(int descriptor, mode_t mode);
+    virtual int lock(int descriptor, int operation);
 };
 
 /// The operations of this process.

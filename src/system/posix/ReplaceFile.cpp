@@ -109,7 +109,8 @@ private:
 
     // Locks the file. Where a file system knows no locks, nobody takes it either.
     static bool isTaken(int descriptor) {
-        if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) return true;
+        if (fileOperations().lock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
+            return true;
         struct stat status;
         return ::fstat(descriptor, &status) == 0 && status.st_nlink == 0;
     }
@@ -128,7 +129,8 @@ void removeDead(const std::string& path) {
     const Descriptor file(openFile(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK));
     struct stat status;
     if (!file.isOpen() || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return;
-    if (::flock(file.get(), LOCK_EX | LOCK_NB) == 0) fileOperations().unlink(path.c_str());
+    FileOperations& operations = fileOperations();
+    if (operations.lock(file.get(), LOCK_EX | LOCK_NB) == 0) operations.unlink(path.c_str());
 }
 
 void removeAllDead(const std::string& folder) {
@@ -144,13 +146,14 @@ void removeAllDead(const std::string& folder) {
 // Gives the new file the old one's owner and mode before it has any content. A process that may not
 // give it the old group must not open it to the members of another one.
 bool takeOver(int descriptor, const struct stat& old) {
+    constexpr auto kSame = static_cast<uid_t>(-1);
+    FileOperations& operations = fileOperations();
     mode_t mode = old.st_mode & kPermissions;
-    const bool sameOwner = ::fchown(descriptor, old.st_uid, old.st_gid) == 0;
-    const bool sameGroup =
-        sameOwner || ::fchown(descriptor, static_cast<uid_t>(-1), old.st_gid) == 0;
+    const bool sameOwner = operations.changeOwner(descriptor, old.st_uid, old.st_gid) == 0;
+    const bool sameGroup = sameOwner || operations.changeOwner(descriptor, kSame, old.st_gid) == 0;
     if (sameOwner) mode = old.st_mode & (kPermissions | S_ISUID | S_ISGID | S_ISVTX);
     if (!sameGroup) mode &= ~kGroup | ((mode & S_IRWXO) << 3);
-    return ::fchmod(descriptor, mode) == 0;
+    return operations.changeMode(descriptor, mode) == 0;
 }
 
 bool flush(int descriptor) {
