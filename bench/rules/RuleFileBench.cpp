@@ -1,9 +1,8 @@
-// Loads, reads, writes and saves rule files, beside what libxml2 alone does with the same bytes.
+// Loads, reads, writes and saves rule files, beside what other parsers do with the same bytes:
+// bare, and below code written by hand for the rules of this benchmark.
 
 #include <benchmark/benchmark.h>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <memory>
@@ -15,6 +14,8 @@
 #include <corvane/xml/QorXMLDocument.h>
 #include <corvane/xml/QorXMLNode.h>
 #include <corvane/xml/XMLFault.h>
+
+#include "PeerRule.h"
 
 namespace {
 
@@ -62,7 +63,7 @@ public:
             ->m_Values.Add(record.release());
     }
 
-private:
+protected:
     void add(Type_e kind, QorLong id, QorParamType_e paramType = QorParamType_Plain) {
         m_Parameters.Add(
             CreateParamStorageObject(kind, id, QorOperator_Default, paramType, true, false));
@@ -92,8 +93,7 @@ public:
         QorXMLDocument document;
         makeDocument(document, rules);
         corvane::SaveXML(document, CStringW::FromUtf8(path));
-        std::ifstream file(path, std::ios::binary);
-        bytes.assign(std::istreambuf_iterator<char>(file), {});
+        bytes = fileBytes(path);
     }
     RuleFile(const RuleFile&) = delete;
     RuleFile& operator=(const RuleFile&) = delete;
@@ -176,8 +176,87 @@ void LibxmlSerialise(benchmark::State& state) {
     file.report(state);
 }
 
+void LoadAndRead(benchmark::State& state) {
+    const RuleFile file(state);
+    for (auto _ : state) {
+        QorXMLDocument document;
+        const QorXMLNode* const root = document.LoadFromFile(CStringW::FromUtf8(file.path));
+        const std::unique_ptr<QorXMLNodeList> elements(root->GetChildNodes());
+        std::vector<WallRule> rules(file.rules.size());
+        for (std::size_t i = 0; i < rules.size(); ++i)
+            rules[i].PopulateParametersFromXML((*elements)[static_cast<QorLong>(i)]);
+        benchmark::DoNotOptimize(rules.data());
+    }
+    file.report(state);
+}
+
+void WriteAndSave(benchmark::State& state) {
+    RuleFile file(state);
+    for (auto _ : state) {
+        QorXMLDocument document;
+        makeDocument(document, file.rules);
+        benchmark::DoNotOptimize(corvane::SaveXML(document, CStringW::FromUtf8(file.path)));
+    }
+    file.report(state);
+}
+
+class WideRule : public WallRule {
+public:
+    explicit WideRule(QorLong parameters) {
+        for (QorLong id = 100; id < 100 + parameters; ++id)
+            add(Type_Int, id);
+    }
+};
+
+void GetParameters(benchmark::State& state) {
+    const auto parameters = static_cast<QorLong>(state.range(0));
+    const WideRule rule(parameters);
+    for (auto _ : state) {
+        for (QorLong id = 100; id < 100 + parameters; ++id)
+            benchmark::DoNotOptimize(rule.GetIntItem(id));
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+// The peers read what this library reads: as many rules with as many values.
+template <PeerRules (*Read)(const std::string&)>
+void PeerRead(benchmark::State& state) {
+    const RuleFile file(state);
+    for (auto _ : state) {
+        const PeerRules rules = Read(file.path);
+        if (rules.size() != file.rules.size() || rules.back().thicknesses.size() != 3 ||
+            rules.back().records.size() != 1)
+            state.SkipWithError("The peer has not read the rules");
+        benchmark::DoNotOptimize(rules.data());
+    }
+    file.report(state);
+}
+
+void PeerEvents(benchmark::State& state) {
+    const RuleFile file(state);
+    for (auto _ : state)
+        parseEvents(file.path);
+    file.report(state);
+}
+
+#ifdef CORVANE_BENCH_PUGIXML
+void PugixmlWrite(benchmark::State& state) {
+    const RuleFile file(state);
+    const PeerRules rules = readByPugixml(file.path);
+    for (auto _ : state)
+        writeByPugixml(rules, file.path);
+    file.report(state);
+}
+#endif
+
 void sizes(benchmark::internal::Benchmark* benchmark) {
     for (const int rules : {10, 1'000, 20'000})
+        benchmark->Arg(rules);
+    benchmark->Unit(benchmark::kMillisecond);
+}
+
+void largeSizes(benchmark::internal::Benchmark* benchmark) {
+    for (const int rules : {1'000, 20'000, 100'000})
         benchmark->Arg(rules);
     benchmark->Unit(benchmark::kMillisecond);
 }
@@ -188,5 +267,21 @@ BENCHMARK(Read)->Name("read the rules:corvane")->Apply(sizes);
 BENCHMARK(Write)->Name("write the rules:corvane")->Apply(sizes);
 BENCHMARK(Save)->Name("save:corvane")->Apply(sizes);
 BENCHMARK(LibxmlSerialise)->Name("save:libxml2")->Apply(sizes);
+BENCHMARK(LoadAndRead)->Name("load and read:corvane")->Apply(largeSizes);
+BENCHMARK(PeerEvents)->Name("load and read:libxml2-events-only")->Apply(largeSizes);
+BENCHMARK(PeerRead<readBySax>)->Name("load and read:libxml2-sax")->Apply(largeSizes);
+BENCHMARK(WriteAndSave)->Name("write and save:corvane")->Apply(sizes);
+BENCHMARK(GetParameters)
+    ->Name("get each parameter:corvane")
+    ->Arg(1'000)
+    ->Arg(10'000)
+    ->Unit(benchmark::kMicrosecond);
+#ifdef CORVANE_BENCH_EXPAT
+BENCHMARK(PeerRead<readByExpat>)->Name("load and read:expat")->Apply(largeSizes);
+#endif
+#ifdef CORVANE_BENCH_PUGIXML
+BENCHMARK(PeerRead<readByPugixml>)->Name("load and read:pugixml")->Apply(largeSizes);
+BENCHMARK(PugixmlWrite)->Name("write and save:pugixml")->Apply(sizes);
+#endif
 
 }  // namespace

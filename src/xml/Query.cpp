@@ -1,6 +1,7 @@
 #include "xml/Query.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 #include "xml/Names.h"
@@ -14,6 +15,8 @@ using namespace xpath;
 
 constexpr std::size_t kLongestQuery = 1 << 16;
 constexpr std::size_t kNoLimit = static_cast<std::size_t>(-1);
+// A first match is looked for with a call for each step up to this many.
+constexpr std::size_t kMostNested = 64;
 
 std::u16string_view trimmed(std::u16string_view query) {
     while (!query.empty() && isWhite(query.front()))
@@ -21,6 +24,12 @@ std::u16string_view trimmed(std::u16string_view query) {
     while (!query.empty() && isWhite(query.back()))
         query.remove_suffix(1);
     return query;
+}
+
+// From nodes in document order of which none is within another, these axes lead to such nodes
+// again.
+bool keepsApart(const Step& step) {
+    return step.axis == Axis::Child || step.axis == Axis::Attribute || step.axis == Axis::Self;
 }
 
 class Evaluator {
@@ -54,12 +63,39 @@ public:
             for (const Expression& predicate : path.predicates)
                 filter(items, predicate);
         }
-        for (const Step& step : path.steps)
-            items = after(std::move(items), step, &step == &path.steps.back() ? limit : kNoLimit);
+        const bool areApart = std::all_of(path.steps.begin(), path.steps.end(), keepsApart);
+        if (limit == 1 && areApart && items.size() == 1 && path.steps.size() <= kMostNested)
+            return firstOf(items.front(), path.steps);
+        bool apart = items.size() < 2;
+        for (const Step& step : path.steps) {
+            apart = apart && keepsApart(step);
+            items = after(std::move(items), step, apart,
+                          &step == &path.steps.back() ? limit : kNoLimit);
+        }
         return items;
     }
 
 private:
+    // The first node of a path, at most. Each node is followed to the end of the path before the
+    // next one is looked at, so that the search ends with the first match.
+    Items firstOf(const Item& context, std::span<const Step> steps) {
+        if (steps.empty()) return {context};
+        Items first;
+        const auto follow = [&](const Item& item) {
+            first = firstOf(item, steps.subspan(1));
+            return first.empty();
+        };
+        const Step& step = steps.front();
+        if (step.positional) {
+            const Items found = placesOf(context, step);
+            static_cast<void>(std::all_of(found.begin(), found.end(), follow));
+        } else {
+            tree_.walk(context, step,
+                       [&](const Item& item) { return !meetsAll(item, step) || follow(item); });
+        }
+        return first;
+    }
+
     Value chain(const Expression& expression, const Place& place) {
         const std::vector<Expression>& operands = expression.operands;
         const Operator first = expression.operators.front();
@@ -108,48 +144,55 @@ private:
         items = std::move(left);
     }
 
-    Items after(Items contexts, const Step& step, std::size_t limit) {
-        if (step.positional) return afterByPlace(contexts, step, limit);
+    bool meetsAll(const Item& item, const Step& step) {
+        return std::all_of(step.predicates.begin(), step.predicates.end(),
+                           [&](const Expression& predicate) {
+                               return holds(predicate, {item, 1, 1});
+                           });
+    }
+
+    // `apart` tells that what is found is in document order as it is.
+    Items after(Items contexts, const Step& step, bool apart, std::size_t limit) {
+        if (step.positional) return afterByPlace(contexts, step, apart);
         contexts = tree_.covering(std::move(contexts), step.axis);
         const bool one = contexts.size() == 1;
         Items found;
         for (const Item& context : contexts) {
             tree_.walk(context, step, [&](const Item& item) {
-                const bool all = std::all_of(step.predicates.begin(), step.predicates.end(),
-                                             [&](const Expression& predicate) {
-                                                 return holds(predicate, {item, 1, 1});
-                                             });
-                if (all) found.push_back(item);
+                if (meetsAll(item, step)) found.push_back(item);
                 return !one || isReverse(step.axis) || found.size() < limit;
             });
         }
         if (one && isReverse(step.axis))
             std::reverse(found.begin(), found.end());
-        else if (!one)
+        else if (!one && !apart)
             tree_.sort(found);
         return found;
     }
 
     // Where predicates count, each context node has a count of its own.
-    Items afterByPlace(const Items& contexts, const Step& step, std::size_t limit) {
-        const bool one = contexts.size() == 1;
-        const std::size_t enough = enoughFor(step);
+    Items afterByPlace(const Items& contexts, const Step& step, bool apart) {
+        if (contexts.size() == 1) return placesOf(contexts.front(), step);
         Items all;
         for (const Item& context : contexts) {
-            Items found;
-            tree_.walk(context, step, [&](const Item& item) {
-                found.push_back(item);
-                return found.size() < enough;
-            });
-            for (const Expression& predicate : step.predicates)
-                filter(found, predicate);
-            if (isReverse(step.axis)) std::reverse(found.begin(), found.end());
-            if (one) return found;
+            const Items found = placesOf(context, step);
             all.insert(all.end(), found.begin(), found.end());
         }
-        static_cast<void>(limit);
-        tree_.sort(all);
+        if (!apart) tree_.sort(all);
         return all;
+    }
+
+    Items placesOf(const Item& context, const Step& step) {
+        const std::size_t enough = enoughFor(step);
+        Items found;
+        tree_.walk(context, step, [&](const Item& item) {
+            found.push_back(item);
+            return found.size() < enough;
+        });
+        for (const Expression& predicate : step.predicates)
+            filter(found, predicate);
+        if (isReverse(step.axis)) std::reverse(found.begin(), found.end());
+        return found;
     }
 
     // How many nodes a first predicate that is a plain number has to see.
