@@ -68,7 +68,7 @@ struct Position {
     int line = 0;
     int column = 0;
     std::size_t offset = 0;
-    const xmlChar* text = nullptr;  // What comes next.
+    const xmlChar* text = nullptr;  // What comes next, where the parser may report it before.
 };
 
 Position positionOf(xmlParserCtxtPtr context) {
@@ -77,10 +77,6 @@ Position positionOf(xmlParserCtxtPtr context) {
     unsigned long offset = 0;
     xmlCtxtGetInputPosition(context, 0, nullptr, &position.line, &position.column, &offset);
     position.offset = offset;
-    int size = 0;
-    int ahead = 0;
-    if (xmlCtxtGetInputWindow(context, 0, &position.text, &size, &ahead) == 0)
-        position.text += ahead;
 #else
     if (context->inputNr < 1) return position;
     const xmlParserInputPtr input = context->inputTab[0];

@@ -71,7 +71,8 @@ TEST(HostileXml, RefusesWhatWouldCostTooMuch) {
          "Too many tokens in an enumeration"},
         {inSubset + "<!ENTITY % p '" + tokens +
              "'><!ENTITY % e '<!ATTLIST a b (&#37;p;) \"t1\">'>%e;]><a/>",
-         "Too many tokens in parameter entities"},
+         LIBXML_VERSION < 21300 ? "Too many tokens in parameter entities"
+                                : "NmToken expected in ATTLIST enumeration"},
         {inSubset + numbered(20'001, "<!ELEMENT a", " EMPTY>") + "]><a/>", "Too many declarations"},
         {"<a>" + numbered(100'001, "<b", "/>") + "</a>", "Too many different names"},
     };
@@ -95,7 +96,7 @@ TEST(HostileXml, RefusesWhatWouldCostTooMuch) {
 }
 
 TEST(HostileXml, TakesDeepNestingWithoutRecursion) {
-    constexpr std::size_t kDepth = 100'000;
+    constexpr std::size_t kDepth = kDeepest;
     QorXMLDocument document;
     const CStringW source =
         CStringW::FromUtf8(repeated("<a>", kDepth) + "x" + repeated("</a>", kDepth));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <libxml/xmlversion.h>
 #include <memory>
 #include <string>
 
@@ -27,6 +28,10 @@ HResult codeOf(Operation operation) {
     }
     return 0;
 }
+
+/// How deep a tree the parser can be given: as deep as overflows a stack, but from libxml2 2.13 on
+/// it reads no more than 2,048 levels.
+inline constexpr std::size_t kDeepest = LIBXML_VERSION < 21300 ? 100'000 : 2'000;
 
 inline std::string repeated(const std::string& piece, std::size_t count) {
     std::string text;
