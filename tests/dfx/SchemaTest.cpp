@@ -42,10 +42,12 @@ TEST(ContentDataList, DeletesEachEntryOnceInTheirOrder) {
             list.addContentData(entry);
         EXPECT_EQ(list.getNumContentData(), 3);
         for (const int index : {-1, 0, 1, 2, 3}) {
-            IContentData* found = entries[0];
+            Entry other(ended);
+            IContentData* found = &other;
             list.getContentData(index, found);
-            EXPECT_EQ(found, entries[index == 1 || index == 2 ? index : 0]) << index;
+            EXPECT_EQ(found, index >= 0 && index < 3 ? entries[index] : &other) << index;
         }
+        ended.clear();
     }
     EXPECT_EQ(ended, (std::vector<const IContentData*>{entries[0], entries[2]}));
 }

@@ -31,6 +31,8 @@ TEST(Value, KeepsItsDescriptionUntilItIsGivenAnother) {
     EXPECT_EQ(*before, u'\0');
     EXPECT_EQ(value.key(), 2);
     EXPECT_EQ(value.get(), std::vector{3});
+    value = Numbers(2, u"another", {3});
+    EXPECT_EQ(std::u16string_view(value.description()), u"another");
 }
 
 using Work = Value<std::shared_ptr<IVoidFunctor>, 23>;

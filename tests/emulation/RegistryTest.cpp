@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "emulation/Registry.h"
+#include "emulation/RegistryText.h"
+#include "emulation/RegistryTree.h"
 #include "support/EnvironmentScope.h"
 #include "support/TemporaryFolder.h"
 #include "system/Unicode.h"
@@ -200,6 +202,25 @@ TEST_F(Registry, SurvivesHostileFiles) {
     EXPECT_EQ(subkeys(RegistryRoot::LocalMachine, u""), "K Many ");
     EXPECT_EQ(RegistryKey::open(RegistryRoot::LocalMachine, u"Many")->subkeyCount(), 50'000U);
     EXPECT_EQ(value(u"v"), "\"a\"");
+}
+
+TEST(RegistryText, MakesAMillionKeysAndNoMore) {
+    constexpr int kDepth = 500;
+    std::string below;
+    for (int i = 1; i < kDepth; ++i)
+        below += "\\k";
+    std::string text;
+    for (int i = 0; i < 2'001; ++i)
+        text += "[HKLM\\" + std::to_string(i) + below + "]\n";
+    text += "\"v\"=\"lost\"\n[HKLM\\0\\k]\n\"v\"=\"there\"\n";
+    RegistryNode root;
+    applyRegistryText(fromUtf8(text), RegistryRoot::LocalMachine, root);
+    EXPECT_NE(root.find(u"1999" + fromUtf8(below)), nullptr);
+    EXPECT_EQ(root.find(u"2000"), nullptr);
+    const RegistryNode* former = root.find(u"0\\k");
+    ASSERT_NE(former, nullptr);
+    ASSERT_NE(former->value(u"v"), nullptr);
+    EXPECT_EQ(former->value(u"v")->text, u"there");
 }
 
 TEST_F(Registry, AnswersOnManyThreadsWhileItsFileChanges) {

@@ -173,6 +173,17 @@ TEST_F(Files, LieInFoldersThatAreMadeWithTheirParents) {
     EXPECT_FALSE(pathExists(u""));
 }
 
+TEST_F(Files, AreKnownAgainByTheirStampOnceTheyHaveSettled) {
+    const auto proves = [](std::u16string_view path) {
+        return FileStamp::of(path).proves(FileStamp::of(path));
+    };
+    folder_.write("file", "new");
+    EXPECT_FALSE(proves(at("file"))) << "another change may get the same time";
+    EXPECT_TRUE(proves(u"/bin/sh"));
+    EXPECT_TRUE(proves(at("missing")));
+    EXPECT_FALSE(FileStamp::of(u"/bin/sh").proves(FileStamp::of(at("missing"))));
+}
+
 TEST(FilePattern, MatchesAWholeName) {
     const std::tuple<std::u16string_view, std::u16string_view, bool> cases[] = {
         {u"QORProeAddinCreo*u.dll", u"qorproeaddincreo5U.DLL", true},
