@@ -20,6 +20,9 @@ namespace {
 
 constexpr const char16_t* kMessage = u"rule 'Minimum wall' measured 1.2 mm at face 4711\n";
 constexpr std::string_view kBytes = "rule 'Minimum wall' measured 1.2 mm at face 4711\n";
+constexpr const char16_t* kRunMessage = u"rule 'Minimum wall' measured 1.2 mm at face 4711";
+constexpr std::string_view kLine =
+    "[14:27:29] [LoggingBench.cpp:72] rule 'Minimum wall' measured 1.2 mm at face 4711\n";
 
 // A file that is gone with the benchmark.
 class Target {
@@ -60,15 +63,15 @@ void runLogLine(benchmark::State& state) {
     const Target target;
     CCorvaneLog::OpenLogFile(target.wide());
     for (auto _ : state)
-        CCorvaneLog::PrintMessage(kMessage, __FILE__, __LINE__);
+        CCorvaneLog::PrintMessage(kRunMessage, __FILE__, __LINE__);
     CCorvaneLog::CloseLogFile();
 }
 
-void bareWrite(benchmark::State& state) {
+void bareWrite(benchmark::State& state, std::string_view bytes) {
     const Target target;
     const int file = ::open(target.path().c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
     for (auto _ : state) {
-        if (::write(file, kBytes.data(), kBytes.size()) < 0) state.SkipWithError("write");
+        if (::write(file, bytes.data(), bytes.size()) < 0) state.SkipWithError("write");
     }
     ::close(file);
 }
@@ -95,6 +98,7 @@ BENCHMARK(logPeer<true>)->Name("message:spdlog");
 BENCHMARK(message)->Name("message:corvane");
 BENCHMARK(filteredMessage)->Name("filtered message:corvane");
 BENCHMARK(runLogLine)->Name("line of a run:corvane");
-BENCHMARK(bareWrite)->Name("message:write");
+BENCHMARK_CAPTURE(bareWrite, message, kBytes)->Name("message:write");
+BENCHMARK_CAPTURE(bareWrite, line, kLine)->Name("line of a run:write");
 
 }  // namespace

@@ -1,3 +1,6 @@
+#include <charconv>
+#include <iterator>
+#include <string>
 #include <string_view>
 
 #include <corvane/logging/CCorvaneLog.h>
@@ -6,6 +9,7 @@
 #include "system/Files.h"
 #include "system/Paths.h"
 #include "system/Process.h"
+#include "system/Unicode.h"
 
 namespace corvane::logging {
 
@@ -21,13 +25,24 @@ std::u16string logPath(std::u16string_view partPath) {
 
 namespace {
 
+// What the line takes beside the message, of nearly all source files.
+constexpr std::size_t kLongestPrefix = 100;
+
 // "[hour:minute:second] [file:line] "
-CStringW prefix(std::u16string_view sourceFile, QorLong line) {
+void appendPrefix(std::string& line, std::string_view file, QorLong number) {
     const corvane::system::LocalTime now = corvane::system::localTime();
-    CStringW text;
-    text.Format(u"[%d:%d:%d] [%s:%d] ", now.hour, now.minute, now.second,
-                corvane::system::fileName(sourceFile), line);
-    return text;
+    const auto append = [&line](char before, QorLong value) {
+        char digits[16];
+        char* const end = std::to_chars(std::begin(digits), std::end(digits), value).ptr;
+        line.append(1, before).append(std::begin(digits), end);
+    };
+    append('[', now.hour);
+    append(':', now.minute);
+    append(':', now.second);
+    line += "] [";
+    corvane::system::appendUtf8(line, corvane::system::widen(file));
+    append(':', number);
+    line += "] ";
 }
 
 }  // namespace
@@ -49,11 +64,13 @@ std::FILE* CCorvaneLog::GetLogFile() {
 
 void CCorvaneLog::PrintMessage(CStringW message, const char* sourceFile, QorLong line) {
     if (message.IsEmpty() || !CorvaneLogFile) return;
-    const CStringW source(sourceFile);
-    CStringW text;
-    if (corvane::system::lastSeparator(source) != 0) text = prefix(source, line);
-    text += message;
-    text += u'\n';
+    const std::string_view source = sourceFile ? sourceFile : "";
+    const std::size_t separator = corvane::system::lastSeparator(source);
+    std::string text;
+    text.reserve(kLongestPrefix + static_cast<std::size_t>(message.GetLength()));
+    if (separator != 0) appendPrefix(text, source.substr(separator + 1), line);
+    corvane::system::appendUtf8(text, message);
+    text += '\n';
     corvane::system::writeText(CorvaneLogFile, text);
 }
 

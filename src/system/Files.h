@@ -99,8 +99,8 @@ private:
 /// and is not handed on to child processes. The caller closes it.
 std::FILE* openTextStream(std::u16string_view path);
 
-/// Hands a text to the system in one write, which no other thread or process divides. The stream is
-/// one of openTextStream. A lone surrogate becomes U+FFFD. What cannot be written is lost.
-void writeText(std::FILE* stream, std::u16string_view text);
+/// Hands a text in UTF-8 to the system in one write, which no other thread or process divides. The
+/// stream is one of openTextStream. What cannot be written is lost.
+void writeText(std::FILE* stream, std::string_view text);
 
 }  // namespace corvane::system

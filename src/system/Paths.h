@@ -14,6 +14,8 @@ bool isSeparator(char16_t unit);
 
 /// The position of the last separator, or npos.
 std::size_t lastSeparator(std::u16string_view path);
+/// The same in 8-bit text of the process's code page.
+std::size_t lastSeparator(std::string_view path);
 
 /// What follows the last separator; the whole path when there is none.
 std::u16string_view fileName(std::u16string_view path);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <type_traits>
 
 namespace corvane::system {
 namespace {
@@ -38,14 +39,15 @@ void appendCodePoint(std::u16string& out, char32_t point) {
 
 // Appends the run of ASCII at the front of the text, which is the rule and needs no coding, and
 // gives its length.
-std::size_t appendAscii(std::u16string& out, std::string_view text) {
+template <typename Out, typename In>
+std::size_t appendAscii(std::basic_string<Out>& out, std::basic_string_view<In> text) {
     std::size_t length = 0;
-    while (length < text.size() && static_cast<std::uint8_t>(text[length]) < 0x80)
+    while (length < text.size() && std::make_unsigned_t<In>(text[length]) < 0x80)
         ++length;
     const std::size_t start = out.size();
     out.resize(start + length);
     for (std::size_t i = 0; i < length; ++i)
-        out[start + i] = static_cast<char16_t>(text[i]);
+        out[start + i] = static_cast<Out>(text[i]);
     return length;
 }
 
@@ -95,6 +97,8 @@ Decoded decode(std::string_view bytes) {
 void appendUtf8(std::string& out, std::u16string_view text) {
     out.reserve(out.size() + text.size());
     while (!text.empty()) {
+        text.remove_prefix(appendAscii(out, text));
+        if (text.empty()) break;
         const char32_t point = takeCodePoint(text);
         const bool lone = point >= 0xD800 && point <= 0xDFFF;
         appendCodePoint(out, lone ? kReplacement : point);

@@ -98,10 +98,10 @@ TEST_F(RunLog, OpensNothingButAFile) {
 
 TEST_F(RunLog, TwoProcessesOnOneFileLeaveNoHole) {
     std::FILE* first = corvane::system::openTextStream(folder.wide("log"));
-    corvane::system::writeText(first, u"replaced\n");
+    corvane::system::writeText(first, "replaced\n");
     std::FILE* second = corvane::system::openTextStream(folder.wide("log"));
-    corvane::system::writeText(first, u"one\n");
-    corvane::system::writeText(second, u"two\n");
+    corvane::system::writeText(first, "one\n");
+    corvane::system::writeText(second, "two\n");
     EXPECT_EQ(folder.read("log"), kMark + "one\ntwo\n");
     std::fclose(first);
     std::fclose(second);

@@ -126,9 +126,8 @@ std::FILE* openTextStream(std::u16string_view path) {
     return stream;
 }
 
-void writeText(std::FILE* stream, std::u16string_view text) {
-    const std::string bytes = toUtf8(text);
-    std::fwrite(bytes.data(), 1, bytes.size(), stream);
+void writeText(std::FILE* stream, std::string_view text) {
+    writeAll(::fileno(stream), text);
 }
 
 }  // namespace corvane::system

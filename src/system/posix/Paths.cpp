@@ -17,6 +17,14 @@ bool isSeparator(char16_t unit) {
     return unit == u'/' || unit == u'\\';
 }
 
+std::size_t lastSeparator(std::string_view path) {
+    // In UTF-8 these bytes are part of no other character.
+    for (std::size_t i = path.size(); i-- > 0;) {
+        if (path[i] == '/' || path[i] == '\\') return i;
+    }
+    return std::string_view::npos;
+}
+
 namespace {
 
 // A byte that is no UTF-8 is the lone surrogate with this distance.
