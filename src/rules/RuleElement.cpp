@@ -68,21 +68,23 @@ void writeText(QorXMLNode& element, std::uint32_t resource, CStringW text) {
 }
 
 std::unique_ptr<QorXMLNode> makeRuleElement(const CQorRule& rule, std::uint32_t categoryResource) {
-    auto element = xml::ElementWriter::make(*g_pXMLDoc, ResourceText(resource::kRuleNode));
-    const auto add = [&element](std::uint32_t resource, CStringW text) {
-        writeText(*element, resource, std::move(text));
+    constexpr std::size_t kAttributes = 9;
+    auto node =
+        xml::ElementWriter::make(*g_pXMLDoc, ResourceText(resource::kRuleNode), kAttributes);
+    xml::ElementWriter element(*node);
+    const auto add = [&element](std::uint32_t resource, std::u16string_view text) {
+        element.attribute(ResourceText(resource), text);
     };
-    const CQorDataTypeConverter converter;
     add(resource::kRuleNameAttr, rule.m_csRuleName);
-    add(resource::kRuleStatusAttr, converter.ValueToText(rule.m_lRuleStatus));
-    add(resource::kRuleLifeStatusAttr, converter.ValueToText(rule.m_lRuleLifeStatus));
+    add(resource::kRuleStatusAttr, text::printInt32(rule.m_lRuleStatus));
+    add(resource::kRuleLifeStatusAttr, text::printInt32(rule.m_lRuleLifeStatus));
     add(resource::kRuleDescriptionAttr, rule.m_csRuleDescription);
     add(resource::kRuleSourceAttr, rule.m_csRuleSource);
     add(resource::kRuleModuleAttr, rule.m_csRuleModuleName);
     add(resource::kRuleFileAttr, system::fileName(rule.m_csRuleFileName));
-    add(resource::kRuleSeverityAttr, converter.ValueToText(rule.m_lRuleSeverity));
+    add(resource::kRuleSeverityAttr, text::printInt32(rule.m_lRuleSeverity));
     add(categoryResource, rule.m_csRuleCategory);
-    return element;
+    return node;
 }
 
 void writeParameters(const QorXMLNode& parent, const CQorArray<CQorParamStorage*>& parameters,

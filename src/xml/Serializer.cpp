@@ -1,5 +1,6 @@
 #include "xml/Serializer.h"
 
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -21,6 +22,14 @@ struct Utf8Output {
     void put(std::string_view ascii) { text += ascii; }
     void put(std::u16string_view units) { system::appendUtf8(text, units); }
 };
+
+// A bit for each unit that is escaped somewhere; none of them is above '>'.
+constexpr std::uint64_t kEscaped = [] {
+    std::uint64_t bits = 0;
+    for (const char16_t unit : std::u16string_view(u"&<>\r\"\n\t"))
+        bits |= std::uint64_t{1} << unit;
+    return bits;
+}();
 
 // What stands for a unit, or nothing when it stands for itself. White space that a load would
 // change is written as a reference: all but blanks in an attribute, a carriage return in a text.
@@ -169,7 +178,7 @@ private:
     void escape(std::u16string_view text, bool inAttribute) {
         std::size_t start = 0;
         for (std::size_t i = 0; i < text.size(); ++i) {
-            if (text[i] > u'>') continue;
+            if (text[i] > u'>' || (kEscaped >> text[i] & 1) == 0) continue;
             const std::string_view escaped = escapeOf(text[i], inAttribute);
             if (escaped.empty()) continue;
             out_.put(text.substr(start, i - start));
