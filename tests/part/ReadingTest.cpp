@@ -229,3 +229,33 @@ TEST_F(ReadingTest, AFileIsReadOnceUntilItChanges) {
     write(shapes::box(10, 20, 30.5), "c.brep");
     EXPECT_NEAR(Part::open(file).part->volume(), 6100.0, 1e-6);
 }
+
+TEST_F(ReadingTest, CornersOfFacetsThatDifferInTheLastBitsAreOne) {
+    // A tetrahedron whose facets each round its corners for themselves; a true gap stays open.
+    constexpr float kUp = 1.0F + 1.2e-7F, kGap = 1.0F + 2e-6F;
+    const auto solid = [&](float other) {
+        const std::array<std::array<float, 3>, 4> p{
+            {{0, 0, 0}, {other, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
+        std::ostringstream text;
+        text.precision(9);
+        text << "solid t\n";
+        for (const std::array<std::size_t, 3>& corners :
+             {std::array<std::size_t, 3>{0, 2, 1}, {0, 1, 3}, {0, 3, 2}, {1, 2, 3}}) {
+            text << "facet normal 0 0 0\nouter loop\n";
+            for (const std::size_t corner : corners)
+                text << "vertex " << (corner == 1 && corners[0] == 1 ? 1.0F : p[corner][0]) << ' '
+                     << p[corner][1] << ' ' << p[corner][2] << (corner == 0 ? "e-40\n" : "\n");
+            text << "endloop\nendfacet\n";
+        }
+        return text.str() + "endsolid\n";
+    };
+    const auto whole = Part::open(writeText(solid(kUp), "whole.stl")).part;
+    ASSERT_TRUE(whole);
+    EXPECT_EQ(whole->model().solids.size(), 1U);
+    EXPECT_EQ(whole->mesh().vertices.size(), 4U);
+    EXPECT_NEAR(whole->volume(), 1.0 / 6.0, 1e-6);
+    const auto open = Part::open(writeText(solid(kGap), "open.stl")).part;
+    ASSERT_TRUE(open);
+    EXPECT_EQ(open->mesh().vertices.size(), 5U);
+    EXPECT_TRUE(open->model().solids.empty());
+}

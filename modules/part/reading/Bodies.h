@@ -1,6 +1,7 @@
 #pragma once
 
 #include <TopoDS_Shape.hxx>
+#include <XSControl_WorkSession.hxx>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -25,6 +26,10 @@ constexpr std::size_t kMostBodies = 100'000;
 Bodies readStep(const std::filesystem::path& file);
 Bodies readIges(const std::filesystem::path& file);
 Bodies readBrep(const std::filesystem::path& file);
+
+/// Why the kernel cannot turn the entities of a loaded file into shapes: it takes for granted that
+/// each has its parts, and that none is a part of itself. Empty if it can.
+std::string entityFault(const Handle(XSControl_WorkSession) & session);
 
 /// Adds the solids of `shape`, and what is in no solid sewn together.
 void addBodies(const TopoDS_Shape& shape, const std::string& name, const std::string& place,

@@ -5,11 +5,13 @@
 #include <BRep_Tool.hxx>
 #include <Bnd_Box.hxx>
 #include <Poly_Triangulation.hxx>
+#include <Standard_Failure.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopTools_MapOfShape.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Compound.hxx>
 #include <gp_Ax3.hxx>
+#include <stdexcept>
 
 #include "../Vec.h"
 #include "Bodies.h"
@@ -52,11 +54,33 @@ void addFacets(const TopoDS_Face& face, int number, Mesh& mesh) {
     }
 }
 
+/// Does work of the kernel, whose failures are no std::exception, for callers that know nothing of
+/// it.
+template <typename Work>
+auto guarded(Work work) {
+    try {
+        return work();
+    } catch (const Standard_Failure& failure) {
+        throw std::runtime_error(failure.GetMessageString());
+    }
+}
+
 class KernelShape : public Shape {
 public:
     explicit KernelShape(Bodies bodies) : bodies_(std::move(bodies)) {}
 
     Mesh mesh(double deviation) override {
+        return guarded([&] { return makeMesh(deviation); });
+    }
+    Box box(const Frame& frame) override {
+        return guarded([&] { return makeBox(frame); });
+    }
+    std::vector<int> invalidFaces() override {
+        return guarded([&] { return findInvalidFaces(); });
+    }
+
+private:
+    Mesh makeMesh(double deviation) const {
         const TopoDS_Compound all = compound();
         BRepMesh_IncrementalMesh(all, deviation, false, radians(kMeshAngle), false);
         Mesh mesh;
@@ -65,14 +89,15 @@ public:
         return mesh;
     }
 
-    Box box(const Frame& frame) override {
+    Box makeBox(const Frame& frame) const {
         gp_Trsf turn;
         turn.SetTransformation(gp_Ax3({0, 0, 0}, toDir(frame.z), toDir(frame.x)));
         Box all;
         for (const Body& body : bodies_.bodies) {
             Bnd_Box box;
             const TopLoc_Location location = TopLoc_Location(turn) * body.shape.Location();
-            BRepBndLib::AddOptimal(body.shape.Located(location), box, false, false);
+            // A place of an older file may scale, which makes Located raise unless told.
+            BRepBndLib::AddOptimal(body.shape.Located(location, false), box, false, false);
             if (box.IsVoid()) continue;
             box.SetGap(0.0);
             add(all, from(box.CornerMin()));
@@ -81,7 +106,7 @@ public:
         return all;
     }
 
-    std::vector<int> invalidFaces() override {
+    std::vector<int> findInvalidFaces() const {
         std::vector<int> invalid;
         const TopoDS_Compound all = compound();
         const BRepCheck_Analyzer analyzer(all);
@@ -92,7 +117,6 @@ public:
         return invalid;
     }
 
-private:
     [[nodiscard]] TopoDS_Compound compound() const {
         TopoDS_Compound all;
         BRep_Builder builder;

@@ -237,11 +237,14 @@ void Builder::addChain(int left, int right, const std::vector<const MeshEdge*>& 
     }
     std::vector<bool> used(lines.size(), false);
     const auto next = [&](std::uint32_t vertex) -> std::ptrdiff_t {
-        if (at.count(vertex) > 2) return -1;
         const auto [first, last] = at.equal_range(vertex);
-        for (auto it = first; it != last; ++it)
-            if (!used[it->second]) return static_cast<std::ptrdiff_t>(it->second);
-        return -1;
+        // Where more than two meet none goes on; how many more is not worth counting.
+        std::ptrdiff_t found = -1, seen = 0;
+        for (auto it = first; it != last; ++it) {
+            if (++seen > 2) return -1;
+            if (found < 0 && !used[it->second]) found = static_cast<std::ptrdiff_t>(it->second);
+        }
+        return found;
     };
     for (std::size_t i = 0; i < lines.size(); ++i) {
         if (used[i]) continue;

@@ -68,6 +68,17 @@ std::vector<int> usedFaces(const Edge& edge) {
 
 }  // namespace
 
+std::string contentOf(const std::filesystem::path& file) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(file, error);
+    if (error || size > kMostBytes) return {};
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    std::ifstream stream(file, std::ios::binary);
+    stream.read(bytes.data(), static_cast<std::streamsize>(size));
+    bytes.resize(static_cast<std::size_t>(stream.gcount()));
+    return bytes;
+}
+
 double millimetresIn(const std::string& unit) {
     struct Row {
         std::string_view name;

@@ -14,7 +14,8 @@ struct Frame {
     Vector x{1, 0, 0}, y{0, 1, 0}, z{0, 0, 1};
 };
 
-/// What stays of the file once its model is made: the shape, for what the model does not hold.
+/// What stays of the file once its model is made: the shape, for what the model does not hold. All
+/// its operations throw std::exception where the shape is too damaged for them.
 class Shape {
 public:
     Shape() = default;
@@ -44,6 +45,9 @@ Result read(const std::filesystem::path& file, const std::string& units);
 
 /// Millimetres in a unit by its name or by the way files write it; 0 for an unknown name.
 double millimetresIn(const std::string& unit);
+
+/// All bytes of the file; empty if it cannot be read.
+std::string contentOf(const std::filesystem::path& file);
 
 /// Adds to the model's damages what its edges and solids tell.
 void findDamages(Model& model);

@@ -8,17 +8,55 @@
 #include <BRep_Tool.hxx>
 #include <IGESControl_Reader.hxx>
 #include <IGESData_IGESModel.hxx>
+#include <TopExp.hxx>
 #include <TopExp_Explorer.hxx>
+#include <TopTools_IndexedMapOfShape.hxx>
 #include <TopoDS.hxx>
+#include <TopoDS_Iterator.hxx>
 #include <TopoDS_Solid.hxx>
+#include <algorithm>
+#include <sstream>
+#include <unordered_map>
 
 #include "Bodies.h"
+#include "BrepText.h"
+#include "IgesText.h"
 
 namespace corvane::part::reading {
 namespace {
 
 /// Faces of most surface files meet within this distance of each other, in millimetres.
 constexpr double kSewingTolerance = 1e-3;
+
+/// A few lines can say of each shape that it holds the one before twice. Then these are more than
+/// anybody can count, and the kernel takes them one by one.
+constexpr double kMostParts = 1e8;
+
+/// How many shapes there are with all that they hold, each as often as it is held.
+class PartCount {
+public:
+    double of(const TopoDS_Shape& shape) {
+        const auto [it, fresh] = known_.emplace(shape.TShape().get(), 1.0);
+        if (!fresh) return it->second;
+        double count = 1.0;
+        for (TopoDS_Iterator part(shape, false, false); part.More(); part.Next())
+            count += of(part.Value());
+        return known_[shape.TShape().get()] = count;
+    }
+
+private:
+    std::unordered_map<const TopoDS_TShape*, double> known_;
+};
+
+/// Whether each face has a surface: one of a mesh alone has none, which the kernel forgets.
+bool haveSurfaces(const TopoDS_Shape& shape) {
+    TopTools_IndexedMapOfShape faces;
+    TopExp::MapShapes(shape, TopAbs_FACE, faces);
+    return std::none_of(faces.cbegin(), faces.cend(), [](const TopoDS_Shape& face) {
+        TopLoc_Location place;
+        return BRep_Tool::Surface(TopoDS::Face(face), place).IsNull();
+    });
+}
 
 /// A solid of a closed shell, with the material inside; the shell itself if it is open.
 TopoDS_Shape solidOf(const TopoDS_Shape& shell) {
@@ -58,6 +96,14 @@ void addOpen(const TopoDS_Shape& shape, const std::string& name, const std::stri
 void addBodies(const TopoDS_Shape& shape, const std::string& name, const std::string& place,
                Bodies& bodies) {
     if (shape.IsNull()) return;
+    if (PartCount().of(shape) > kMostParts) {
+        bodies.error = "the shape holds too many others";
+        return;
+    }
+    if (!haveSurfaces(shape)) {
+        bodies.error = "a face of the shape has no surface";
+        return;
+    }
     for (TopExp_Explorer it(shape, TopAbs_SOLID); it.More() && bodies.bodies.size() <= kMostBodies;
          it.Next())
         bodies.bodies.push_back({it.Current(), name, place});
@@ -74,9 +120,15 @@ void scale(Bodies& bodies, double factor) {
 
 Bodies readIges(const std::filesystem::path& file) {
     Bodies bodies;
+    bodies.error = igesFault(contentOf(file));
+    if (!bodies.error.empty()) return bodies;
     IGESControl_Reader reader;
     if (reader.ReadFile(file.string().c_str()) != IFSelect_RetDone) {
         bodies.error = "the file is no readable IGES file";
+        return bodies;
+    }
+    if (const std::string fault = entityFault(reader.WS()); !fault.empty()) {
+        bodies.error = "the IGES file cannot be read: " + fault;
         return bodies;
     }
     const Handle(IGESData_IGESModel) model = Handle(IGESData_IGESModel)::DownCast(reader.Model());
@@ -89,9 +141,16 @@ Bodies readIges(const std::filesystem::path& file) {
 
 Bodies readBrep(const std::filesystem::path& file) {
     Bodies bodies;
+    std::string text = contentOf(file);
+    bodies.error = brepFault(text);
+    if (!bodies.error.empty()) return bodies;
+    std::istringstream stream(std::move(text));
+    // Where a number is missing the kernel would wait for the next one for ever.
+    stream.exceptions(std::ios::failbit | std::ios::badbit);
     TopoDS_Shape shape;
-    if (!BRepTools::Read(shape, file.string().c_str(), BRep_Builder()) || shape.IsNull()) {
-        bodies.error = "the file is no readable BREP file";
+    BRepTools::Read(shape, stream, BRep_Builder());
+    if (shape.IsNull()) {
+        bodies.error = "the BREP file holds no shape";
         return bodies;
     }
     addBodies(shape, {}, {}, bodies);

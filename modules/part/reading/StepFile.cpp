@@ -10,11 +10,14 @@
 #include <XCAFDoc_ShapeTool.hxx>
 
 #include "Bodies.h"
+#include "References.h"
 
 namespace corvane::part::reading {
 namespace {
 
 constexpr int kDeepest = 64;
+/// Assemblies within assemblies can be many without a single body.
+constexpr std::size_t kMostVisits = 10 * kMostBodies;
 
 std::string nameOf(const TDF_Label& label) {
     Handle(TDataStd_Name) name;
@@ -33,7 +36,7 @@ public:
 
     void visit(const TDF_Label& label, const TopLoc_Location& location, const std::string& place,
                int depth) {
-        if (depth > kDeepest || bodies_.bodies.size() > kMostBodies) {
+        if (depth > kDeepest || ++visits_ > kMostVisits || bodies_.bodies.size() > kMostBodies) {
             bodies_.error = "the assembly is too deep or too large";
             return;
         }
@@ -50,12 +53,15 @@ public:
         }
         TDF_LabelSequence parts;
         XCAFDoc_ShapeTool::GetComponents(target, parts);
-        for (const TDF_Label& part : parts)
+        for (const TDF_Label& part : parts) {
+            if (!bodies_.error.empty()) return;
             visit(part, here, place.empty() ? name : place + "/" + name, depth + 1);
+        }
     }
 
 private:
     Bodies& bodies_;
+    std::size_t visits_ = 0;
 };
 
 /// A document of the kernel's application, closed at the end so that the application keeps nothing
@@ -79,6 +85,10 @@ private:
 
 Bodies readStep(const std::filesystem::path& file) {
     Bodies bodies;
+    if (const std::string fault = stepFault(contentOf(file)); !fault.empty()) {
+        bodies.error = "the STEP file cannot be read: " + fault;
+        return bodies;
+    }
     Document document;
     STEPCAFControl_Reader reader;
     reader.SetColorMode(false);
@@ -86,6 +96,10 @@ Bodies readStep(const std::filesystem::path& file) {
     reader.SetPropsMode(false);
     if (reader.ReadFile(file.string().c_str()) != IFSelect_RetDone) {
         bodies.error = "the file is no readable STEP file";
+        return bodies;
+    }
+    if (const std::string fault = entityFault(reader.Reader().WS()); !fault.empty()) {
+        bodies.error = "the STEP file cannot be read: " + fault;
         return bodies;
     }
     TColStd_SequenceOfAsciiString lengths, angles, solidAngles;

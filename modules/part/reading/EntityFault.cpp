@@ -1,0 +1,103 @@
+#include <IGESData_IGESEntity.hxx>
+#include <Interface_Check.hxx>
+#include <Interface_EntityIterator.hxx>
+#include <Interface_Graph.hxx>
+#include <Interface_HGraph.hxx>
+#include <Interface_InterfaceModel.hxx>
+#include <Interface_ReportEntity.hxx>
+#include <StepBasic_NamedUnit.hxx>
+#include <StepBasic_ProductDefinition.hxx>
+#include <StepBasic_ProductDefinitionFormation.hxx>
+#include <StepBasic_ProductDefinitionRelationship.hxx>
+#include <StepGeom_CartesianPoint.hxx>
+#include <StepGeom_GeometricRepresentationItem.hxx>
+#include <StepRepr_ItemDefinedTransformation.hxx>
+#include <StepRepr_MappedItem.hxx>
+#include <StepRepr_ProductDefinitionShape.hxx>
+#include <StepRepr_Representation.hxx>
+#include <StepRepr_RepresentationContext.hxx>
+#include <StepRepr_RepresentationMap.hxx>
+#include <StepRepr_RepresentationRelationship.hxx>
+#include <StepShape_ContextDependentShapeRepresentation.hxx>
+#include <StepShape_ShapeDefinitionRepresentation.hxx>
+#include <StepShape_TopologicalRepresentationItem.hxx>
+#include <TCollection_HAsciiString.hxx>
+#include <XSControl_WorkSession.hxx>
+#include <algorithm>
+#include <cmath>
+
+#include "Bodies.h"
+#include "References.h"
+
+namespace corvane::part::reading {
+namespace {
+
+/// An entity on whose parts the translator relies. What only tells of names, colours, dimensions or
+/// properties may be wrong.
+bool isOfShape(const Handle(Standard_Transient) & entity) {
+    static const Handle(Standard_Type)
+        kKinds[] = {STANDARD_TYPE(IGESData_IGESEntity),
+                    STANDARD_TYPE(StepBasic_NamedUnit),
+                    STANDARD_TYPE(StepBasic_ProductDefinition),
+                    STANDARD_TYPE(StepBasic_ProductDefinitionFormation),
+                    STANDARD_TYPE(StepBasic_ProductDefinitionRelationship),
+                    STANDARD_TYPE(StepGeom_GeometricRepresentationItem),
+                    STANDARD_TYPE(StepRepr_ItemDefinedTransformation),
+                    STANDARD_TYPE(StepRepr_MappedItem),
+                    STANDARD_TYPE(StepRepr_ProductDefinitionShape),
+                    STANDARD_TYPE(StepRepr_Representation),
+                    STANDARD_TYPE(StepRepr_RepresentationContext),
+                    STANDARD_TYPE(StepRepr_RepresentationMap),
+                    STANDARD_TYPE(StepRepr_RepresentationRelationship),
+                    STANDARD_TYPE(StepShape_ContextDependentShapeRepresentation),
+                    STANDARD_TYPE(StepShape_ShapeDefinitionRepresentation),
+                    STANDARD_TYPE(StepShape_TopologicalRepresentationItem)};
+    return std::any_of(std::begin(kKinds), std::end(kKinds),
+                       [&](const Handle(Standard_Type) & kind) { return entity->IsKind(kind); });
+}
+
+bool lacksParts(const Interface_InterfaceModel& model, int number) {
+    return model.IsReportEntity(number) && model.ReportEntity(number)->Check()->HasFailed() &&
+           isOfShape(model.Value(number));
+}
+
+/// Whether a point is ten thousand kilometres away, where the kernel's searches find no end.
+bool isTooFar(const Handle(Standard_Transient) & entity) {
+    const Handle(StepGeom_CartesianPoint) point = Handle(StepGeom_CartesianPoint)::DownCast(entity);
+    if (point.IsNull()) return false;
+    for (int i = 1; i <= point->NbCoordinates(); ++i)
+        if (!(std::abs(point->CoordinatesValue(i)) <= 1e10)) return true;
+    return false;
+}
+
+References referencesOf(const Interface_Graph& graph) {
+    References references(static_cast<std::size_t>(graph.Size()));
+    for (int number = 1; number <= graph.Size(); ++number) {
+        Interface_EntityIterator parts = graph.Shareds(graph.Entity(number));
+        for (parts.Start(); parts.More(); parts.Next())
+            if (const int part = graph.EntityNumber(parts.Value()))
+                references[static_cast<std::size_t>(number - 1)].push_back(
+                    static_cast<std::uint32_t>(part - 1));
+    }
+    return references;
+}
+
+}  // namespace
+
+std::string entityFault(const Handle(XSControl_WorkSession) & session) {
+    const Handle(Interface_InterfaceModel) model = session->Model();
+    const auto label = [&](int number) {
+        return std::string(model->StringLabel(model->Value(number))->ToCString());
+    };
+    for (int number = 1; number <= model->NbEntities(); ++number) {
+        if (lacksParts(*model, number)) return "entity " + label(number) + " is damaged";
+        if (isTooFar(model->Value(number))) return "entity " + label(number) + " is too far away";
+    }
+    const Handle(Interface_HGraph) graph = session->HGraph();
+    if (graph.IsNull()) return "its schema is unknown";
+    const ReferenceFault fault = checkReferences(referencesOf(graph->Graph()));
+    if (fault.kind == ReferenceFault::Kind::None) return {};
+    return "entity " + label(static_cast<int>(fault.thing) + 1) + " is a part of itself";
+}
+
+}  // namespace corvane::part::reading

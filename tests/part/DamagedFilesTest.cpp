@@ -1,0 +1,176 @@
+#include <BRepBuilderAPI_MakeEdge.hxx>
+#include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRepMesh_IncrementalMesh.hxx>
+#include <BRepTools.hxx>
+#include <BRep_Builder.hxx>
+#include <GeomConvert.hxx>
+#include <Geom_BezierSurface.hxx>
+#include <Geom_OffsetSurface.hxx>
+#include <TopoDS_Compound.hxx>
+#include <gmock/gmock.h>
+#include <gp_Trsf.hxx>
+#include <gtest/gtest.h>
+
+#include "corvane/part/Part.h"
+
+#include "Shapes.h"
+#include "support/TemporaryFolder.h"
+
+using corvane::part::Part;
+using testing::HasSubstr;
+
+namespace {
+
+/// A freeform face, rational where it is `weighted`, on which another one is offset.
+TopoDS_Shape freeform(bool weighted) {
+    TColgp_Array2OfPnt poles(1, 3, 1, 3);
+    TColStd_Array2OfReal weights(1, 3, 1, 3);
+    weights.Init(1.0);
+    for (int i = 1; i <= 3; ++i)
+        for (int j = 1; j <= 3; ++j)
+            poles(i, j) = {4.0 * i, 4.0 * j, i == 2 && j == 2 ? 3.0 : 0.0};
+    if (weighted) weights(2, 2) = 2.0;
+    const Handle(Geom_Surface) bezier = new Geom_BezierSurface(poles, weights);
+    const Handle(Geom_Surface) spline = GeomConvert::SurfaceToBSplineSurface(bezier);
+    const Handle(Geom_Surface) offset = new Geom_OffsetSurface(spline, 0.5);
+    return shapes::compound({BRepBuilderAPI_MakeFace(bezier, 0.1, 0.9, 0.1, 0.9, 1e-6).Shape(),
+                             BRepBuilderAPI_MakeFace(offset, 0.1, 0.9, 0.1, 0.9, 1e-6).Shape()});
+}
+
+/// Cylinders, one of them placed twice.
+TopoDS_Shape placed() {
+    gp_Trsf move, turn;
+    move.SetTranslation({20, 0, 0});
+    turn.SetRotation({{0, 0, 0}, {0, 0, 1}}, 1);
+    const TopLoc_Location a(move), b(turn);
+    const TopoDS_Shape cylinder = shapes::cylinder({{5, 5, 0}, {0, 0, 1}}, 3, 10);
+    return shapes::compound(
+        {cylinder, cylinder.Moved(a * b), cylinder.Moved(a * a * b.Inverted())});
+}
+
+class DamagedFilesTest : public testing::Test {
+protected:
+    std::string write(const TopoDS_Shape& shape, const std::string& name) {
+        shapes::write(shape, folder_.path(name));
+        return TemporaryFolder::readFile(folder_.path(name));
+    }
+    corvane::part::OpenResult open(const std::string& text, const std::string& name) {
+        folder_.write(name, text);
+        return Part::open(folder_.path(name));
+    }
+    TemporaryFolder folder_;
+};
+
+/// The text with its first `old` after `start` replaced, so that a test fails that finds none.
+std::string replaced(std::string text, std::string_view start, std::string_view old,
+                     std::string_view by) {
+    const std::size_t at = text.find(old, text.find(start));
+    EXPECT_NE(at, text.npos) << start << ' ' << old;
+    if (at != text.npos) text.replace(at, old.size(), by);
+    return text;
+}
+
+}  // namespace
+
+TEST_F(DamagedFilesTest, BrepFilesOfEveryFormAreRead) {
+    const std::string path = folder_.path("form.brep");
+    for (const TopoDS_Shape& shape : {freeform(false), freeform(true), placed(),
+                                      shapes::cone({{0, 0, 0}, {0, 0, 1}}, 5, 2, 8)}) {
+        BRepMesh_IncrementalMesh(shape, 1.0, false, 1.0);
+        const std::string step = write(shape, "same.step");
+        const auto same = Part::open(folder_.path("same.step")).part;
+        ASSERT_TRUE(same);
+        for (const auto version :
+             {TopTools_FormatVersion_VERSION_1, TopTools_FormatVersion_VERSION_2,
+              TopTools_FormatVersion_VERSION_3}) {
+            for (const bool mesh : {false, true}) {
+                SCOPED_TRACE(testing::Message() << "version " << version << ", mesh " << mesh);
+                BRepTools::Write(shape, path.c_str(), mesh, mesh, version);
+                const auto opened = Part::open(path);
+                ASSERT_TRUE(opened.part) << opened.error;
+                EXPECT_EQ(opened.part->model().faces.size(), same->model().faces.size());
+                EXPECT_NEAR(opened.part->area(), same->area(), 1e-4);
+                std::filesystem::remove(path);
+            }
+        }
+    }
+}
+
+TEST_F(DamagedFilesTest, ABrepFileMustCountWhatItHolds) {
+    const std::string whole = write(freeform(true), "whole.brep");
+    for (const auto& [start, old, by] :
+         {std::array<const char*, 3>{"Curve2ds", "Curve2ds 8", "Curve2ds 2000000000"},
+          {"Curves ", "Curves 8", "Curves -1"},
+          {"Surfaces", "9 1 1 0 0 2 2 3 3 2 2", "9 1 1 0 0 2 2 30000 30000 2 2"},
+          {"Surfaces", "9 1 1 0 0 2 2 3 3 2 2", "9 1 1 0 0 2 2 1 1 2 2"},
+          {"Surfaces", "9 1 1 0 0 2 2 3 3 2 2 4 4 0", "9 1 1 0 0 2 2 3 3 2 2 4 1e300 0"},
+          {"TShapes", "1  1 0", "1  x 0"},
+          {"TShapes", "\n0 0\n", "\n0 y\n"},
+          {"\nCo\n", "+", "+9"},
+          {"TShapes", "0101101\n*", "0101101\n+1 0 *"}}) {
+        SCOPED_TRACE(by);
+        const auto opened = open(replaced(whole, start, old, by), "bad.brep");
+        EXPECT_FALSE(opened.part);
+        EXPECT_THAT(opened.error, HasSubstr("damaged at line"));
+    }
+}
+
+TEST_F(DamagedFilesTest, AnEntityOfAShapeMustHaveItsPartsAndBeNoneOfThem) {
+    const std::string step = write(shapes::box(1, 2, 3), "whole.step");
+    const auto entity = [&](const std::string& kind) {
+        const std::size_t end = step.find(" = " + kind + "("), start = step.rfind('#', end);
+        return step.substr(start, end - start);
+    };
+    const std::string loop = entity("EDGE_LOOP"), edge = entity("ORIENTED_EDGE"),
+                      plane = entity("PLANE");
+    const std::string inLoop = loop + " = EDGE_LOOP('',(" + edge;
+    const std::string inEdge = edge + " = ORIENTED_EDGE('',*,*,";
+    const std::size_t basis = step.find(inEdge) + inEdge.size();
+    const std::string edgeCurve = step.substr(basis, step.find(',', basis) - basis);
+    for (const auto& [text, reason] :
+         {std::pair{replaced(step, inLoop, edge, plane), "is damaged"},
+          {replaced(step, inEdge, edgeCurve, "$"), "is damaged"},
+          {replaced(step, inEdge, edgeCurve, edge), "refers to itself"},
+          {replaced(step, "CARTESIAN_POINT", "(0.,0.,0.)", "(0.,1.E300,0.)"), "too far away"}}) {
+        const auto opened = open(text, "bad.step");
+        EXPECT_FALSE(opened.part);
+        EXPECT_THAT(opened.error, HasSubstr(reason));
+    }
+    const std::string iges = write(shapes::box(1, 2, 3), "whole.iges");
+    for (const auto& text :
+         {replaced(iges, "D0000001", "D0000001", "D000001"),
+          replaced(iges, "P0000001", "P0000001", "P0000x01"), iges.substr(0, 81 * 20)}) {
+        const auto opened = open(text, "bad.iges");
+        EXPECT_FALSE(opened.part);
+        EXPECT_THAT(opened.error, HasSubstr("IGES file is"));
+    }
+}
+
+TEST_F(DamagedFilesTest, AShapeThatHoldsTheOneBeforeTwiceIsRefused) {
+    TopoDS_Shape doubled = BRepBuilderAPI_MakeEdge(gp_Pnt(0, 0, 0), gp_Pnt(1, 0, 0)).Shape();
+    gp_Trsf move;
+    move.SetTranslation({1, 0, 0});
+    for (int i = 0; i < 60; ++i)
+        doubled = shapes::compound({doubled, doubled.Moved(TopLoc_Location(move))});
+    write(doubled, "doubled.brep");
+    EXPECT_THAT(Part::open(folder_.path("doubled.brep")).error, HasSubstr("too many"));
+}
+
+TEST_F(DamagedFilesTest, APartWithoutFacesHasNoBody) {
+    const TopoDS_Shape edge = BRepBuilderAPI_MakeEdge(gp_Pnt(0, 0, 0), gp_Pnt(1, 0, 0)).Shape();
+    for (const char* name : {"edge.step", "edge.brep", "edge.iges"}) {
+        write(edge, name);
+        EXPECT_EQ(Part::open(folder_.path(name)).error, "the file holds no body") << name;
+    }
+}
+
+TEST_F(DamagedFilesTest, AFaceOfFacetsAloneIsRefused) {
+    TopoDS_Face face;
+    const Handle(Poly_Triangulation) facets = new Poly_Triangulation(3, 1, false);
+    facets->SetTriangle(1, {1, 2, 3});
+    for (int i = 1; i <= 3; ++i)
+        facets->SetNode(i, gp_Pnt(i, i * i, 0));
+    BRep_Builder().MakeFace(face, facets);
+    write(face, "facets.brep");
+    EXPECT_THAT(Part::open(folder_.path("facets.brep")).error, HasSubstr("no surface"));
+}
