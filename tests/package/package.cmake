@@ -2,6 +2,7 @@
 # engine, a host and a script rule.
 # Variables: BUILD (build tree), SOURCE (this folder), COMPILER, CTEST, FLAGS.
 
+set(ENV{LC_ALL} C)
 set(work ${BUILD}/package)
 file(REMOVE_RECURSE ${work})
 

@@ -10,15 +10,19 @@ namespace {
 std::string isScriptFolder(const std::string& folder) {
     // The reader of settings takes a line with both for a heading.
     const bool isHeading = folder.find('[') != folder.npos && folder.find(']') != folder.npos;
-    return isHeading ? folder + " has brackets in its name" : CLI::ExistingDirectory(folder);
+    return isHeading ? trUtf8("{0} has brackets in its name", folder)
+                     : CLI::ExistingDirectory(folder);
 }
 
 }  // namespace
 
-Command::Command(CLI::App& program, const char* name, const char* description,
-                 const char* exitStatuses)
-    : parser_(program.add_subcommand(name, description)) {
-    parser_->footer(exitStatuses);
+Command::Command(CLI::App& program, const char* name, Message description, Message exitStatuses)
+    : parser_(addCommand(program, name, description)) {
+    parser_->footer(trUtf8(exitStatuses));
+}
+
+Command::Command(CLI::App& program, const char* name) : parser_(program.add_subcommand(name, "")) {
+    parser_->group("");
 }
 
 bool Command::isChosen() const {
@@ -53,14 +57,23 @@ void FolderOptions::apply(bool mayMake) {
     settings.placeDatabase(mayMake);
 }
 
+CLI::App* addCommand(CLI::App& parent, const std::string& name, Message description) {
+    CLI::App* command = parent.add_subcommand(name, trUtf8(description));
+    command->group(trUtf8("Subcommands"));
+    // The parser makes this option before it takes over what holds for the options of the parent.
+    command->get_help_ptr()->group(trUtf8("Options"));
+    return command;
+}
+
 CLI::Option* addText(CLI::App& command, const std::string& name, CStringW& target,
-                     const std::string& description) {
+                     Message description) {
     return command.add_option_function<std::string>(
-        name, [&target](const std::string& text) { target = CStringW(text.c_str()); }, description);
+        name, [&target](const std::string& text) { target = CStringW(text.c_str()); },
+        trUtf8(description));
 }
 
 CLI::Option* addTexts(CLI::App& command, const std::string& name, std::vector<CStringW>& targets,
-                      const std::string& description) {
+                      Message description) {
     return command.add_option_function<std::vector<std::string>>(
         name,
         [&targets](const std::vector<std::string>& texts) {
@@ -68,5 +81,5 @@ CLI::Option* addTexts(CLI::App& command, const std::string& name, std::vector<CS
             for (const std::string& text : texts)
                 targets.emplace_back(text.c_str());
         },
-        description);
+        trUtf8(description));
 }

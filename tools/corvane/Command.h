@@ -6,6 +6,7 @@
 #include <corvane/text/CStringW.h>
 
 #include "Console.h"
+#include "language/Messages.h"
 #include "settings/Settings.h"
 
 namespace CLI {
@@ -37,7 +38,9 @@ public:
 
 protected:
     /// `exitStatuses` is the foot of the command's help: what 0 and 1 stand for.
-    Command(CLI::App& program, const char* name, const char* description, const char* exitStatuses);
+    Command(CLI::App& program, const char* name, Message description, Message exitStatuses);
+    /// A command that the program starts for itself. Nobody types it, so the help leaves it out.
+    Command(CLI::App& program, const char* name);
 
     CLI::App& parser() { return *parser_; }
 
@@ -60,8 +63,11 @@ struct FolderOptions {
     void apply(bool mayMake = true);
 };
 
+/// A command below the program or below another command, with its help.
+CLI::App* addCommand(CLI::App& parent, const std::string& name, Message description);
+
 // An option or argument whose text, in the process's code page, goes to `target`.
 CLI::Option* addText(CLI::App& command, const std::string& name, CStringW& target,
-                     const std::string& description);
+                     Message description);
 CLI::Option* addTexts(CLI::App& command, const std::string& name, std::vector<CStringW>& targets,
-                      const std::string& description);
+                      Message description);

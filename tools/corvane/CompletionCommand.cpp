@@ -174,7 +174,7 @@ public:
                   "Exit status: 0 it is printed, 2 bad usage."),
           program_(program) {
         parser()
-            .add_option("SHELL", shell_, "bash or zsh")
+            .add_option("SHELL", shell_, trUtf8("bash or zsh"))
             ->required()
             ->check(CLI::IsMember({"bash", "zsh"}));
     }

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <vector>
 
+#include "language/Messages.h"
 #include "lint/Report.h"
 
 namespace {
@@ -28,7 +29,7 @@ std::vector<std::string> optionsOf(const CLI::App& app) {
 
 std::string sentence(const std::string& word, const std::vector<std::string>& known) {
     const std::string meant = lint::nearest(word, known);
-    return meant.empty() ? meant : "Did you mean \"" + meant + "\"?";
+    return meant.empty() ? meant : trUtf8("Did you mean \"{0}\"?", meant);
 }
 
 }  // namespace

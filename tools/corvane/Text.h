@@ -15,6 +15,11 @@ CStringW harmless(std::u16string_view text);
 /// Columns that a terminal gives the text: two for East Asian wide characters, none for marks.
 std::size_t displayWidth(std::u16string_view text);
 
+/// A text of the program's own files and formats, which is UTF-8.
+inline CStringW wide(std::string_view text) {
+    return CStringW::FromUtf8(text);
+}
+
 /// The text, or as much of it as fits into `columns` with an ellipsis behind it.
 CStringW fitted(std::u16string_view text, std::size_t columns);
 

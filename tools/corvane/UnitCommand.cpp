@@ -35,7 +35,7 @@ CStringW shortest(double value) {
 }
 
 void listUnits(Console& console) {
-    Table table({u"Quantity", u"Code", u"Symbol", u"Name"});
+    Table table({tr("Quantity"), tr("Code"), tr("Symbol"), tr("Name")});
     for (const Unit& unit : allUnits()) {
         CStringW code;
         code.Format(u"%d", unit.code);
@@ -54,7 +54,7 @@ public:
         addText(parser(), "FROM", from_, "The symbol or name of its unit, as mm or millimetre");
         addText(parser(), "TO", to_, "That of the unit to convert it to");
         parser()
-            .add_flag("--list", list_, "List the units with their symbols and codes")
+            .add_flag("--list", list_, trUtf8("List the units with their symbols and codes"))
             ->excludes(value);
         parser().allow_extras();
         parser().callback([this] { checkUsage(); });
@@ -76,7 +76,7 @@ private:
         } else if (!extras.empty()) {
             throw CLI::ExtrasError(parser().get_name(), extras);
         }
-        if (!list_ && to_.IsEmpty()) throw CLI::RequiredError("VALUE FROM TO or --list");
+        if (!list_ && to_.IsEmpty()) throw CLI::RequiredError(trUtf8("VALUE FROM TO or --list"));
     }
 
     static int refuse(Console& console, const CStringW& why) {
@@ -87,19 +87,21 @@ private:
     int convertValue(Console& console) const {
         const std::optional<double> value = number(value_);
         if (!value)
-            return refuse(console, u"'" + value_ +
-                                       u"' is no number that can be converted; write "
-                                       u"it as 25.4 or 2.54e1");
+            return refuse(console,
+                          tr("'{0}' is no number that can be converted; write it as 25.4 or "
+                             "2.54e1",
+                             value_));
         const Unit* from = findUnit(from_);
         const Unit* to = findUnit(to_);
         if (!from || !to)
-            return refuse(console, u"'" + (from ? to_ : from_) +
-                                       u"' is no unit; corvane units --list shows them all");
+            return refuse(console, tr("'{0}' is no unit; corvane units --list shows them all",
+                                      from ? to_ : from_));
         if (from->quantity != to->quantity)
-            return refuse(console, from_ + u" is a unit of " + quantityName(from->quantity) +
-                                       u" and " + to_ + u" one of " + quantityName(to->quantity));
+            return refuse(console,
+                          tr("{0} is a unit of {1} and {2} one of {3}", from_,
+                             quantityName(from->quantity), to_, quantityName(to->quantity)));
         const double result = convert(*value, *from, *to);
-        if (!std::isfinite(result)) return refuse(console, u"the result is too large");
+        if (!std::isfinite(result)) return refuse(console, tr("the result is too large"));
         console.writeLine(shortest(result));
         return kGood;
     }

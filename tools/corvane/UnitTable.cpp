@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include <corvane/text/CStringW.h>
 #include <corvane/units/CQORUnitConvertor.h>
+
+#include "language/Messages.h"
 
 namespace {
 
@@ -67,20 +68,20 @@ const Unit* findUnit(std::u16string_view text) {
     return unit == std::end(kUnits) ? nullptr : unit;
 }
 
-const char16_t* quantityName(Quantity quantity) {
+CStringW quantityName(Quantity quantity) {
     switch (quantity) {
         case Quantity::Length:
-            return u"length";
+            return tr("length");
         case Quantity::Angle:
-            return u"angle";
+            return tr("angle");
         case Quantity::Area:
-            return u"area";
+            return tr("area");
         case Quantity::Mass:
-            return u"mass";
+            return tr("mass");
         case Quantity::Density:
             break;
     }
-    return u"density";
+    return tr("density");
 }
 
 double convert(double value, const Unit& from, const Unit& to) {

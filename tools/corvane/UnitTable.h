@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include <corvane/base/Types.h>
+#include <corvane/text/CStringW.h>
 
 enum class Quantity { Length, Angle, Area, Mass, Density };
 
@@ -23,7 +24,7 @@ std::span<const Unit> allUnits();
 /// "metre".
 const Unit* findUnit(std::u16string_view text);
 
-const char16_t* quantityName(Quantity quantity);
+CStringW quantityName(Quantity quantity);
 
 /// The value in another unit of the same quantity.
 double convert(double value, const Unit& from, const Unit& to);

@@ -9,14 +9,16 @@
 #include <corvane/platform/ComError.h>
 
 #include "Commands.h"
+#include "ParserTexts.h"
 #include "Suggestion.h"
+#include "Text.h"
 
 namespace {
 
-constexpr const char* kDescription =
+constexpr Message kDescription =
     "Checks parts against manufacturing rules.\n"
-    "Rules stand in rule files: compiled ones in rule modules, user-defined ones as scripts.";
-constexpr const char* kFooter =
+    "Rules are in rule files: compiled ones in rule modules, user-defined ones as scripts.";
+constexpr Message kFooter =
     "Exit status: 0 all is well, 1 something is not, as the command's own help tells,\n"
     "2 bad usage, or a file that cannot be read or written.";
 
@@ -27,7 +29,7 @@ constexpr std::unique_ptr<Command> (*kMakers[])(CLI::App&) = {
     makeUnitCommand,     makeDbCommand,         makeDoctorCommand,  makeNewCommand,
     makeRegisterCommand, makeCompletionCommand, makeWorkerCommand,  makeLintWorkerCommand};
 
-constexpr const char* kNoMemory = "corvane: the memory ran out\n";
+constexpr Message kNoMemory = "the memory ran out";
 
 /// Says why the program ends, of the exception that is being handled. It takes no memory, which may
 /// be what ran out.
@@ -36,17 +38,17 @@ int giveUp() {
         throw;
     } catch (const _com_error& error) {
         if (error.Error() == corvane::kErrorOutOfMemory) {
-            std::fputs(kNoMemory, stderr);
+            std::fprintf(stderr, "corvane: %s\n", kNoMemory.own().data());
         } else {
-            std::fprintf(stderr, "corvane: the library failed with 0x%08X\n",
-                         static_cast<unsigned>(error.Error()));
+            std::fprintf(stderr, "corvane: %s\n",
+                         trUtf8("the library failed with {0}", statusText(error.Error())).c_str());
         }
     } catch (const std::bad_alloc&) {
-        std::fputs(kNoMemory, stderr);
+        std::fprintf(stderr, "corvane: %s\n", kNoMemory.own().data());
     } catch (const std::exception& error) {
         std::fprintf(stderr, "corvane: %s\n", error.what());
     } catch (...) {
-        std::fputs("corvane: an unknown error ended the program\n", stderr);
+        std::fprintf(stderr, "corvane: %s\n", trUtf8("an unknown error ended the program").c_str());
     }
     return kUnusable;
 }
@@ -66,16 +68,18 @@ int runChosen(const std::vector<std::unique_ptr<Command>>& commands) {
         Console console(command->isBatch());
         const int status = runCommand(*command, console);
         if (console.finish()) return status;
-        console.report(u"corvane: the results cannot be written");
+        console.report(u"corvane: " + tr("the results cannot be written"));
         return kUnusable;
     }
     return kUnusable;
 }
 
 int runProgram(int argc, char** argv) {
-    CLI::App program(kDescription, "corvane");
-    program.set_version_flag("--version", std::string("corvane ") + corvane::kVersion);
-    program.footer(kFooter);
+    CLI::App program(trUtf8(kDescription), "corvane");
+    program.set_version_flag("--version", std::string("corvane ") + corvane::kVersion,
+                             trUtf8("Display program version information and exit"));
+    speakUsersLanguage(program);
+    program.footer(trUtf8(kFooter));
     program.require_subcommand(1);
     std::vector<std::unique_ptr<Command>> commands;
     for (const auto make : kMakers)

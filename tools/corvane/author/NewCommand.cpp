@@ -16,10 +16,10 @@ public:
                   "or one that cannot be written. Nothing is overwritten.") {
         parser().require_subcommand(1);
         for (const skeleton::Kind& kind : skeleton::kinds()) {
-            CLI::App* app = parser().add_subcommand(kind.name, kind.description);
-            app->add_option("NAME", name_, "What it is called")->required()->check([](auto& name) {
-                return skeleton::nameFault(name);
-            });
+            CLI::App* app = addCommand(parser(), kind.name, kind.description);
+            app->add_option("NAME", name_, trUtf8("What it is called"))
+                ->required()
+                ->check([](auto& name) { return skeleton::nameFault(name); });
             addText(*app, "--folder", folder_, "Where to write it, else a new folder of that name")
                 ->type_name("DIR");
         }
@@ -35,7 +35,7 @@ public:
                 console.report(folder + u": " + CStringW::FromUtf8(fault));
                 return kUnusable;
             }
-            console.writeLine(u"Written to " + shownPath(folder) + u". Next, in that folder:");
+            console.writeLine(tr("Written to {0}. Next, in that folder:", shownPath(folder)));
             console.writeLine(u"  " + CStringW(kind.next));
         }
         return kGood;

@@ -54,8 +54,9 @@ public:
                   "names the engine.") {
         addText(parser(), "FILE", file_, "Type library, beside the module of the same stem")
             ->required();
-        parser().add_flag("--machine", forMachine_,
-                          "For all users, in /etc/corvane/machine.reg, not for the user alone");
+        parser().add_flag(
+            "--machine", forMachine_,
+            trUtf8("For all users, in /etc/corvane/machine.reg, not for the user alone"));
         addText(parser(), "--registry", registry_,
                 "Folder of machine.reg and user.reg, else CORVANE_REGISTRY_DIR")
             ->type_name("DIR");
@@ -66,9 +67,10 @@ public:
         const fs::path full = fs::weakly_canonical(fs::absolute(placeOf(file_), ignored), ignored);
         TypeLibDetails library(CStringW(full.u16string()));
         if (!library.ReadTypeLibAttributes())
-            return refuse(console, file_ + u": no type library that can be read");
+            return refuse(console, tr("{0}: no type library that can be read", file_));
         const std::optional<fs::path> target = registryFile();
-        if (!target) return refuse(console, u"there is no home folder: set HOME, or use --machine");
+        if (!target)
+            return refuse(console, tr("there is no home folder: set HOME, or use --machine"));
         const CStringW fault = add(library, *target);
         if (!fault.IsEmpty()) return refuse(console, CStringW(target->u16string()) + u": " + fault);
         CStringW element;
@@ -106,7 +108,7 @@ private:
         if (std::ifstream file(target, std::ios::binary); file)
             text.assign(std::istreambuf_iterator<char>(file), {});
         if (text.find('\0') != text.npos)
-            return u"it is UTF-16, as Windows writes it: save it as UTF-8 first";
+            return tr("it is UTF-16, as Windows writes it: save it as UTF-8 first");
         const std::string entry = entryOf(library, forMachine_).ToUtf8();
         // Registered last, it counts already.
         if (text.ends_with(entry)) return {};
@@ -121,7 +123,7 @@ private:
         if (file) fs::rename(fresh, target, failed);
         if (file && !failed) return {};
         fs::remove(fresh, failed);
-        return u"it cannot be written";
+        return tr("it cannot be written");
     }
 
     CStringW file_;

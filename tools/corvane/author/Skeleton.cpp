@@ -14,6 +14,7 @@
 
 #include "Text.h"
 #include "doctor/Places.h"
+#include "language/Messages.h"
 #include "lint/LuaNames.h"
 
 namespace skeleton {
@@ -160,8 +161,9 @@ std::string nameFault(const std::string& name) {
     };
     if (name.empty() || name.size() > kLongest || !std::ranges::all_of(name, isPlain) ||
         !(name[0] >= 'A' && name[0] != '_'))
-        return "a name begins with a letter and has at most 40 letters, digits and underscores, "
-               "all ASCII";
+        return trUtf8(
+            "a name begins with a letter and has at most 40 letters, digits and "
+            "underscores, all ASCII");
     // Targets that build systems have, and the library's own.
     constexpr std::string_view kTaken[] = {
         "all",        "clean",         "corvane", "depend",
@@ -169,7 +171,7 @@ std::string nameFault(const std::string& name) {
         "package",    "rebuild_cache", "test",    "main"};
     if (std::ranges::find(kTaken, name) != std::end(kTaken) || lint::isKeyword(name) ||
         lint::hostNames().contains(name) || name == "mesh")
-        return "the name is taken: builds or scripts have a meaning for it";
+        return trUtf8("the name is taken: builds or scripts have a meaning for it");
     return {};
 }
 
@@ -179,16 +181,17 @@ std::string write(const Kind& kind, const std::string& name, const fs::path& fol
     std::error_code failed;
     const bool isNew = !fs::exists(fs::symlink_status(folder, failed));
     if (!isNew && !(fs::is_directory(folder, failed) && fs::is_empty(folder, failed)))
-        return "it is there already, and nothing is overwritten";
-    if (isNew && !fs::create_directories(folder, failed)) return "the folder cannot be made";
+        return trUtf8("it is there already, and nothing is overwritten");
+    if (isNew && !fs::create_directories(folder, failed))
+        return trUtf8("the folder cannot be made");
     const Marks marks(name);
     for (const File& file : kind.files) {
         if (writeFile(from / file.source, folder / marks.replacedIn(file.target), marks)) continue;
         for (const fs::directory_entry& entry : fs::directory_iterator(folder, failed))
             fs::remove_all(entry.path(), failed);
         if (isNew) fs::remove(folder, failed);
-        return marks.replacedIn(file.target) + " cannot be written, or the installation lacks " +
-               (from / file.source).string();
+        return trUtf8("{0} cannot be written, or the installation lacks {1}",
+                      marks.replacedIn(file.target), (from / file.source).string());
     }
     return {};
 }

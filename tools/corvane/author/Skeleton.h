@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "language/Messages.h"
+
 // What `corvane new` writes: the files of a small project that builds, runs and tests itself. They
 // stand in share/corvane/skeletons of the installation, with marks for what a name decides.
 namespace skeleton {
@@ -19,7 +21,7 @@ struct File {
 
 struct Kind {
     const char* name;
-    const char* description;
+    Message description;
     std::span<const File> files;
     const char* next;  ///< What to type in the new folder.
 };

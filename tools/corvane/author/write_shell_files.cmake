@@ -1,6 +1,10 @@
 # Writes completions and, with help2man, a manual page for the program and for each of its commands.
 # Variables: PROGRAM, SHARE (the folder above all of them), HELP2MAN, VERSION.
 
+# The pages are English, whatever the builder speaks.
+set(ENV{LC_ALL} C)
+set(ENV{CORVANE_REGISTRY_DIR} ${SHARE})
+
 cmake_path(GET PROGRAM PARENT_PATH folder)
 cmake_path(GET PROGRAM FILENAME name)
 

@@ -12,15 +12,14 @@ using qor_db::Status;
 namespace {
 
 CStringW stateText(const ConnectionInfo& info) {
-    if (!info.open) return u"not open";
-    return info.readOnly ? u"open, for reading" : u"open";
+    if (!info.open) return tr("not open");
+    return info.readOnly ? tr("open, for reading") : tr("open");
 }
 
 CStringW tablesText(const ConnectionInfo& info) {
     if (!info.open) return {};
-    CStringW text = u"none; \"corvane db install\" makes them";
-    if (info.schemaVersion > 0) text.Format(u"version %d", info.schemaVersion);
-    return text;
+    return info.schemaVersion > 0 ? tr("version {0}", info.schemaVersion)
+                                  : tr("none; \"corvane db install\" makes them");
 }
 
 /// The driver's file; its name when it won't load.
@@ -35,23 +34,22 @@ int showConnection(qor_db::IDatabaseCollector& collector, Console& console) {
     const ConnectionInfo info = collector.connection();
     const Status& status = collector.status();
     const bool isFile = info.type == IConnectorData::DATABASETYPE_SQLITE;
-    console.writeField(u"type", isFile ? u"SQLite" : u"MSSQL");
-    console.writeField(u"driver", driverText(info));
-    console.writeField(isFile ? u"file" : u"connection",
+    console.writeField(tr("type"), isFile ? u"SQLite" : u"MSSQL");
+    console.writeField(tr("driver"), driverText(info));
+    console.writeField(isFile ? tr("file") : tr("connection"),
                        isFile ? shownPath(info.database) : info.database);
-    console.writeField(u"state", stateText(info), info.open ? Tone::Good : Tone::Bad);
-    console.writeField(u"tables", tablesText(info));
+    console.writeField(tr("state"), stateText(info), info.open ? Tone::Good : Tone::Bad);
+    console.writeField(tr("tables"), tablesText(info));
     if (status.ok()) return kGood;
-    console.writeField(u"problem", status.message, Tone::Bad);
+    console.writeField(tr("problem"), status.message, Tone::Bad);
     return kWrong;
 }
 
 int installTables(qor_db::IDatabaseCollector& collector, Console& console) {
     const Status status = collector.installSchema();
     if (!status.ok()) return reportStatus(status, console);
-    CStringW text;
-    text.Format(u"The reference tables have version %d.", collector.connection().schemaVersion);
-    console.writeLine(text);
+    console.writeLine(
+        tr("The reference tables have version {0}.", collector.connection().schemaVersion));
     return kGood;
 }
 

@@ -36,9 +36,9 @@ int reportMissing(Console& console) {
     const CStringW path = QORDataHelper::configured().collectorModule;
     const corvane::LoadedModule module(path);
     if (module)
-        console.report(module.file() + u" gives no collector");
+        console.report(tr("{0} gives no collector", module.file()));
     else
-        console.report(u"the collector module: " + moduleFault(module, path));
+        console.report(tr("the collector module: {0}", moduleFault(module, path)));
     return kWrong;
 }
 
@@ -48,8 +48,8 @@ public:
         : Command(
               program, "db", "Show the rule database's connection, or look something up in it",
               "Exit status: 0 found or done, 1 not found or no database, 2 bad usage. Lengths are\n"
-              "in millimetres. A database file that is not there is made. --data DIR may stand\n"
-              "behind every command.") {
+              "in millimetres. A database file that is not there is made. --data DIR may follow\n"
+              "every command.") {
         options_.folders.declareData(parser());
         parser().require_subcommand(0, 1);
         addConnection();
@@ -67,8 +67,8 @@ public:
 private:
     using Action = std::function<int(IDatabaseCollector&, Console&)>;
 
-    CLI::App& add(const char* name, const char* description, Action action) {
-        CLI::App* command = parser().add_subcommand(name, description);
+    CLI::App& add(const char* name, Message description, Action action) {
+        CLI::App* command = addCommand(parser(), name, description);
         command->fallthrough();
         command->callback([this, action = std::move(action)] { action_ = action; });
         return *command;
@@ -76,7 +76,7 @@ private:
 
     /// A command that prints what `look` finds, one row or a list of them.
     template <typename Look>
-    CLI::App& addLookup(const char* name, const char* description, Look look) {
+    CLI::App& addLookup(const char* name, Message description, Look look) {
         return add(name, description, [look](IDatabaseCollector& collector, Console& console) {
             if (!collector.connection().open) return reportStatus(collector.status(), console);
             const auto found = look(collector.reference());
@@ -87,13 +87,14 @@ private:
         });
     }
 
-    void addLength(CLI::App& command, const char* name, const char* description) {
-        command.add_option(name, options_.length, description)->required()->type_name("MM");
+    void addLength(CLI::App& command, const char* name, Message description) {
+        command.add_option(name, options_.length, trUtf8(description))->required()->type_name("MM");
     }
     void addPreferred(CLI::App& command) {
-        command.add_flag("--preferred", options_.preferred, "Whole and half millimetres only");
+        command.add_flag("--preferred", options_.preferred,
+                         trUtf8("Whole and half millimetres only"));
     }
-    void addName(CLI::App& command, const char* name, const char* description) {
+    void addName(CLI::App& command, const char* name, Message description) {
         addText(command, name, options_.name, description)->required();
     }
 
@@ -157,7 +158,7 @@ private:
     }
 
     template <typename Choice>
-    void addChoice(CLI::App& command, const char* name, Choice& target, const char* description,
+    void addChoice(CLI::App& command, const char* name, Choice& target, Message description,
                    const std::map<std::string, Choice>& choices) {
         const auto take = [&target, choices](const std::string& word) {
             target = choices.at(word);
@@ -166,7 +167,7 @@ private:
         words.reserve(choices.size());
         for (const auto& choice : choices)
             words.push_back(choice.first);
-        command.add_option_function<std::string>(name, take, description)
+        command.add_option_function<std::string>(name, take, trUtf8(description))
             ->check(CLI::IsMember(words).description(""));
     }
 
@@ -178,7 +179,9 @@ private:
                 });
         addText(query, "STATEMENT", options_.statement, "In the language of the database")
             ->required();
-        query.add_option("--limit", options_.limit, "Rows to print at most, 1000 unless given")
+        query
+            .add_option("--limit", options_.limit,
+                        trUtf8("Rows to print at most, 1000 unless given"))
             ->check(CLI::PositiveNumber)
             ->type_name("ROWS");
     }

@@ -3,13 +3,14 @@
 #include "Command.h"
 #include "Table.h"
 #include "db/Actions.h"
+#include "language/Messages.h"
 
 using qor_db::Outcome;
 
 namespace {
 
 struct Field {
-    const char16_t* name;
+    Message name;
     CStringW text;
 };
 using Fields = std::vector<Field>;
@@ -26,49 +27,49 @@ CStringW limit(double value, const char16_t* unit) {
 }
 
 Fields fieldsOf(const qor_db::DrillSize& drill) {
-    return {{u"Drill", measured(drill.diameter, u"mm")},
-            {u"Preferred", drill.preferred ? u"yes" : u"no"},
-            {u"Source", drill.source}};
+    return {{"Drill", measured(drill.diameter, u"mm")},
+            {"Preferred", drill.preferred ? tr("yes") : tr("no")},
+            {"Source", drill.source}};
 }
 
 Fields fieldsOf(const qor_db::ThreadHole& thread) {
-    return {{u"Thread", thread.designation},
-            {u"Series", thread.series},
-            {u"Nominal", measured(thread.nominal, u"mm")},
-            {u"Pitch", measured(thread.pitch, u"mm")},
-            {u"Tap drill", measured(thread.tapDrill, u"mm")},
-            {u"Source", thread.source}};
+    return {{"Thread", thread.designation},
+            {"Series", thread.series},
+            {"Nominal", measured(thread.nominal, u"mm")},
+            {"Pitch", measured(thread.pitch, u"mm")},
+            {"Tap drill", measured(thread.tapDrill, u"mm")},
+            {"Source", thread.source}};
 }
 
 Fields fieldsOf(const qor_db::ClearanceHole& hole) {
-    return {{u"Bolt", measured(hole.nominal, u"mm")},
-            {u"Hole", measured(hole.diameter, u"mm")},
-            {u"Source", hole.source}};
+    return {{"Bolt", measured(hole.nominal, u"mm")},
+            {"Hole", measured(hole.diameter, u"mm")},
+            {"Source", hole.source}};
 }
 
 Fields fieldsOf(const qor_db::Material& material) {
-    return {{u"Material", material.name},
-            {u"Group", material.group},
-            {u"Bends as", material.bendGroup.IsEmpty() ? CStringW(u"-") : material.bendGroup},
-            {u"Density", limit(material.density, u"kg/m3")},
-            {u"Modulus", limit(material.youngsModulus, u"GPa")},
-            {u"Yield", limit(material.yieldStrength, u"MPa")},
-            {u"Tensile", limit(material.tensileStrength, u"MPa")},
-            {u"Source", material.source}};
+    return {{"Material", material.name},
+            {"Group", material.group},
+            {"Bends as", material.bendGroup.IsEmpty() ? CStringW(u"-") : material.bendGroup},
+            {"Density", limit(material.density, u"kg/m3")},
+            {"Modulus", limit(material.youngsModulus, u"GPa")},
+            {"Yield", limit(material.yieldStrength, u"MPa")},
+            {"Tensile", limit(material.tensileStrength, u"MPa")},
+            {"Source", material.source}};
 }
 
 Fields fieldsOf(const qor_db::BendRadius& bend) {
-    return {{u"Bends as", bend.bendGroup},
-            {u"Thickness", measured(bend.thickness, u"mm")},
-            {u"Radius", measured(bend.radius, u"mm")},
-            {u"Source", bend.source}};
+    return {{"Bends as", bend.bendGroup},
+            {"Thickness", measured(bend.thickness, u"mm")},
+            {"Radius", measured(bend.radius, u"mm")},
+            {"Source", bend.source}};
 }
 
 Fields fieldsOf(const qor_db::WallThickness& wall) {
-    return {{u"Process", wall.process},
-            {u"Material", wall.material},
-            {u"Least wall", measured(wall.minimum, u"mm")},
-            {u"Source", wall.source}};
+    return {{"Process", wall.process},
+            {"Material", wall.material},
+            {"Least wall", measured(wall.minimum, u"mm")},
+            {"Source", wall.source}};
 }
 
 template <typename Entry>
@@ -76,7 +77,7 @@ int printTable(const Outcome<std::vector<Entry>>& entries, Console& console) {
     if (!entries.ok()) return reportStatus(entries.status(), console);
     std::vector<CStringW> names;
     for (const Field& field : fieldsOf(Entry()))
-        names.emplace_back(field.name);
+        names.push_back(tr(field.name));
     Table table(std::move(names));
     for (const Entry& entry : *entries) {
         const Fields fields = fieldsOf(entry);
@@ -94,7 +95,7 @@ template <typename Entry>
 int printFields(const Outcome<Entry>& entry, Console& console) {
     if (!entry.ok()) return reportStatus(entry.status(), console);
     for (const Field& field : fieldsOf(*entry))
-        console.writeField(field.name, field.text);
+        console.writeField(tr(field.name), field.text);
     return kGood;
 }
 

@@ -8,6 +8,7 @@
 #include "Table.h"
 #include "db/Actions.h"
 #include "db/Statement.h"
+#include "language/Messages.h"
 
 using qor_db::ErrorCode;
 using qor_db::IQuery;
@@ -52,17 +53,17 @@ int printRows(IQuery& query, int limit, Console& console) {
     const bool more = count == limit && query.next();
     if (!query.status().ok()) return reportStatus(query.status(), console);
     table.print(console);
-    CStringW text;
-    text.Format(more ? u"the first %d rows; --limit takes more" : u"%d %s", count,
-                count == 1 ? u"row" : u"rows");
     console.endLine();
-    console.writeLine(text);
+    console.writeLine(more ? trCount({"the first {0} row; --limit takes more",
+                                      "the first {0} rows; --limit takes more"},
+                                     count)
+                           : trCount({"{0} row", "{0} rows"}, count));
     return kGood;
 }
 
 Status readingOnly() {
     return {ErrorCode::BadQuery,
-            u"only one statement that reads is run: SELECT, WITH, VALUES or EXPLAIN", 0};
+            tr("only one statement that reads is run: SELECT, WITH, VALUES or EXPLAIN"), 0};
 }
 
 }  // namespace

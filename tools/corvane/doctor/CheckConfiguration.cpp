@@ -13,55 +13,56 @@ using corvane::configuration::kScriptSection;
 
 namespace {
 
-constexpr const char16_t* kScriptLine =
-    u"write \"directory=FOLDER\" below \"[RULE_SCRIPT_LOCATION]\"";
+constexpr Message kScriptLine = "write \"directory=FOLDER\" below \"[RULE_SCRIPT_LOCATION]\"";
 
 /// True when files in the settings folder can be reached, were there any.
 bool checkSettingsFolder(Diagnosis& diagnosis, const ModuleConfiguration& configuration) {
-    constexpr const char16_t* kSubject = u"settings folder";
-    diagnosis.noteRelative(u"data folder", corvane::GetEnvironmentText(u"CORVANE_DATA_DIR"));
+    const CStringW subject = tr("settings folder");
+    diagnosis.noteRelative(tr("data folder"), corvane::GetEnvironmentText(u"CORVANE_DATA_DIR"));
     const CStringW folder = shownPath(configuration.settingsFolder);
     const Presence presence = presenceOfFolder(folder);
     if (presence == Presence::Readable)
-        diagnosis.good(kSubject, folder);
+        diagnosis.good(subject, folder);
     else if (presence == Presence::Unreadable)
-        diagnosis.wrong(kSubject, folder + u" cannot be read", u"let the user read the folder");
+        diagnosis.wrong(subject, tr("{0} cannot be read", folder),
+                        tr("let the user read the folder"));
     else if (canBeMade(folder))
-        diagnosis.note(kSubject, folder + u" is not there; the library makes it at its first use");
+        diagnosis.note(subject,
+                       tr("{0} is not there; the library makes it at its first use", folder));
     else if (const CStringW file = fileInTheWayOf(folder); !file.IsEmpty())
-        diagnosis.wrong(kSubject, file + u" is no folder", u"put a folder in its place");
+        diagnosis.wrong(subject, tr("{0} is no folder", file), tr("put a folder in its place"));
     else
-        diagnosis.note(kSubject, folder + u" is not there, and the user may not make it");
+        diagnosis.note(subject, tr("{0} is not there, and the user may not make it", folder));
     return presence != Presence::Unreadable;
 }
 
 void checkOrigin(Diagnosis& diagnosis, SettingsOrigin origin) {
-    constexpr const char16_t* kSubject = u"settings";
+    const CStringW subject = tr("settings");
     switch (origin) {
         case SettingsOrigin::Named:
-            return diagnosis.good(kSubject, u"those of --data or CORVANE_DATA_DIR");
+            return diagnosis.good(subject, tr("those of --data or CORVANE_DATA_DIR"));
         case SettingsOrigin::User:
-            return diagnosis.good(kSubject, u"the user's own");
+            return diagnosis.good(subject, tr("the user's own"));
         case SettingsOrigin::Machine:
-            return diagnosis.good(kSubject, u"the machine's");
+            return diagnosis.good(subject, tr("the machine's"));
         case SettingsOrigin::Examples:
         case SettingsOrigin::None:
             break;
     }
     const std::optional<std::filesystem::path> user = userConfigurationFolder();
     const CStringW place =
-        user ? u"; your own go into " + CStringW(user->u16string()) + u"/Settings/ConfigModule.ini"
+        user ? tr("; your own go into {0}/Settings/ConfigModule.ini", user->u16string())
              : CStringW();
-    diagnosis.note(kSubject, (origin == SettingsOrigin::Examples
-                                  ? CStringW(u"there are none: those of the examples serve")
-                                  : CStringW(u"there are none")) +
-                                 place);
+    diagnosis.note(subject, (origin == SettingsOrigin::Examples
+                                 ? tr("there are none: those of the examples serve")
+                                 : tr("there are none")) +
+                                place);
 }
 
 CStringW lineOf(const ConfigurationEntry& entry) {
     // Any other value may be a connection string with a password.
     const CStringW value = looksLike(entry.key, kScriptFolder) ? entry.value : CStringW(u"...");
-    return u"the line \"" + entry.key + u"=" + value + u"\"";
+    return u"\"" + entry.key + u"=" + value + u"\"";
 }
 
 bool isScriptFolder(const ConfigurationEntry& entry) {
@@ -73,22 +74,25 @@ void checkUnread(Diagnosis& diagnosis, const ConfigurationEntry& entry, bool isC
     if (entry.commented) return;
     const bool meant =
         looksLike(entry.section, kScriptSection) || looksLike(entry.key, kScriptFolder);
-    const CStringW text = lineOf(entry) + u" below \"[" + entry.section + u"]\" is not read";
+    const CStringW text = tr("the line {0} below \"[{1}]\" is not read: case and blanks count",
+                             lineOf(entry), entry.section);
     if (!meant)
-        diagnosis.note(nameOf(entry), u"nothing reads this key");
+        diagnosis.note(nameOf(entry), tr("nothing reads this key"));
     else if (isConfigured)
-        diagnosis.note(nameOf(entry), text + u": case and blanks count");
+        diagnosis.note(nameOf(entry), text);
     else
-        diagnosis.wrong(nameOf(entry), text + u": case and blanks count", kScriptLine);
+        diagnosis.wrong(nameOf(entry), text, tr(kScriptLine));
 }
 
 /// A line that the library reads. `isFirst` says that no line before it counts.
 void checkScriptEntry(Diagnosis& diagnosis, const ConfigurationEntry& entry, bool isFirst) {
     if (!isFirst)
-        diagnosis.note(nameOf(entry), lineOf(entry) + u" is not read: an earlier one counts");
+        diagnosis.note(nameOf(entry),
+                       tr("the line {0} is not read: an earlier one counts", lineOf(entry)));
     else if (entry.commented)
-        diagnosis.wrong(nameOf(entry), lineOf(entry) + u" is commented out and counts all the same",
-                        u"delete the line");
+        diagnosis.wrong(nameOf(entry),
+                        tr("the line {0} is commented out and counts all the same", lineOf(entry)),
+                        tr("delete the line"));
     else
         diagnosis.good(nameOf(entry), entry.value);
 }
@@ -97,17 +101,17 @@ void checkScriptEntry(Diagnosis& diagnosis, const ConfigurationEntry& entry, boo
 void checkOddHeading(Diagnosis& diagnosis, const ConfigurationEntry& entry, bool isConfigured) {
     // The first character of such a heading is lost.
     if (!isConfigured && entry.key == CStringW(kScriptFolder).Mid(1))
-        diagnosis.wrong(kScriptFolder, u"the value holds [ and ], so that the line is a heading",
-                        u"name a folder without brackets");
+        diagnosis.wrong(kScriptFolder, tr("the value holds [ and ], so that the line is a heading"),
+                        tr("name a folder without brackets"));
 }
 
 void checkMark(Diagnosis& diagnosis, const ModuleConfiguration& configuration) {
     if (!configuration.byteOrderMark) return;
-    const CStringW text = u"it begins with a byte order mark, which spoils its first heading";
+    const CStringW text = tr("it begins with a byte order mark, which spoils its first heading");
     if (configuration.scriptFolder)
-        diagnosis.note(kFile, text + u"; the script folder is found all the same");
+        diagnosis.note(kFile, text + tr("; the script folder is found all the same"));
     else
-        diagnosis.wrong(kFile, text, u"save the file as UTF-8 without byte order mark");
+        diagnosis.wrong(kFile, text, tr("save the file as UTF-8 without byte order mark"));
 }
 
 /// Only the reader of the script folder needs the line end. Of the line, which may be a connection
@@ -117,11 +121,14 @@ void checkLastLine(Diagnosis& diagnosis, CStringW line) {
     if (isUtf16 || line.Trim().IsEmpty()) return;
     const int equals = line.Find(u'=');
     const CStringW key = equals < 0 ? line : line.Left(equals);
-    const CStringW text = u"its last line, \"" + key + u"\", has no line end";
     if (looksLike(key, kScriptFolder))
-        diagnosis.wrong(kFile, text + u" and is not read", u"end the line with a line end");
+        diagnosis.wrong(kFile, tr("its last line, \"{0}\", has no line end and is not read", key),
+                        tr("end the line with a line end"));
     else
-        diagnosis.note(kFile, text + u"; a script folder there would not be read");
+        diagnosis.note(
+            kFile,
+            tr("its last line, \"{0}\", has no line end; a script folder there would not be read",
+               key));
 }
 
 void checkLines(Diagnosis& diagnosis, const ModuleConfiguration& configuration) {
@@ -147,7 +154,7 @@ void checkLines(Diagnosis& diagnosis, const ModuleConfiguration& configuration) 
 
 void checkConfiguration(Diagnosis& diagnosis, const ModuleConfiguration& configuration,
                         SettingsOrigin origin) {
-    diagnosis.section(u"Configuration");
+    diagnosis.section(tr("Configuration"));
     checkOrigin(diagnosis, origin);
     if (!checkSettingsFolder(diagnosis, configuration)) return;
     const CStringW file = shownPath(configuration.file);
@@ -155,10 +162,10 @@ void checkConfiguration(Diagnosis& diagnosis, const ModuleConfiguration& configu
         diagnosis.good(kFile, file);
         checkLines(diagnosis, configuration);
     } else if (presenceOfFile(file) == Presence::Missing) {
-        diagnosis.note(kFile,
-                       u"there is none: no script rule runs, and the database is the default one");
+        diagnosis.note(
+            kFile, tr("there is none: no script rule runs, and the database is the default one"));
     } else {
-        diagnosis.wrong(kFile, file + u" cannot be read",
-                        u"put a text file of at most 4 MB there that the user can read");
+        diagnosis.wrong(kFile, tr("{0} cannot be read", file),
+                        tr("put a text file of at most 4 MB there that the user can read"));
     }
 }

@@ -16,88 +16,87 @@ using qor_db::IConnectorData;
 
 namespace {
 
-constexpr const char16_t* kConnection = u"connection";
-constexpr const char16_t* kOtherFile =
-    u"let FileName in ConfigModule.ini name a file that the user may make, read and write";
+constexpr Message kConnection = "connection";
+constexpr Message kOtherFile =
+    "let FileName in ConfigModule.ini name a file that the user may make, read and write";
 
-const char16_t* fileRemedy(ErrorCode code) {
+Message fileRemedy(ErrorCode code) {
     switch (code) {
         case ErrorCode::DriverNotLoaded:
-            return u"let module1 in ConfigModule.ini name a driver module, or take the line out";
+            return "let module1 in ConfigModule.ini name a driver module, or take the line out";
         case ErrorCode::Damaged:
-            return u"put a backup in its place, or delete the file: a new one is made";
+            return "put a backup in its place, or delete the file: a new one is made";
         case ErrorCode::ReadOnly:
-            return u"let the user write the file once, so that its tables can be made";
+            return "let the user write the file once, so that its tables can be made";
         case ErrorCode::StorageFull:
-            return u"make room on the disk";
+            return "make room on the disk";
         default:
             return kOtherFile;
     }
 }
 
-const char16_t* serverRemedy(ErrorCode code) {
+Message serverRemedy(ErrorCode code) {
     switch (code) {
         case ErrorCode::DriverNotLoaded:
-            return u"let DRIVER in ConnectionString name an ODBC driver that is installed";
+            return "let DRIVER in ConnectionString name an ODBC driver that is installed";
         case ErrorCode::Missing:
-            return u"let module1 in ConfigModule.ini name the driver module of servers, "
-                   u"QorOdbcDatabaseu, and ConnectionString the server";
+            return "let module1 in ConfigModule.ini name the driver module of servers, "
+                   "QorOdbcDatabaseu, and ConnectionString the server";
         default:
-            return u"correct ConnectionString in ConfigModule.ini, or start the server";
+            return "correct ConnectionString in ConfigModule.ini, or start the server";
     }
 }
 
-const char16_t* remedyOf(ErrorCode code, bool isFile) {
+Message remedyOf(ErrorCode code, bool isFile) {
     if (code == ErrorCode::NewerVersion)
-        return u"install the release that made the tables, or a later one";
-    if (code == ErrorCode::Locked) return u"wait for the process that holds the lock, or end it";
+        return "install the release that made the tables, or a later one";
+    if (code == ErrorCode::Locked) return "wait for the process that holds the lock, or end it";
     return isFile ? fileRemedy(code) : serverRemedy(code);
 }
 
 /// True when the module loads.
-bool checkModule(Diagnosis& diagnosis, const char16_t* subject, const CStringW& path,
-                 const char16_t* remedy) {
+bool checkModule(Diagnosis& diagnosis, Message subject, const CStringW& path, Message remedy) {
     const corvane::LoadedModule module(path);
     if (module)
-        diagnosis.good(subject, module.file());
+        diagnosis.good(tr(subject), module.file());
     else
-        diagnosis.wrong(subject, moduleFault(module, path), remedy);
+        diagnosis.wrong(tr(subject), moduleFault(module, path), tr(remedy));
     return static_cast<bool>(module);
 }
 
 /// Without FileName the database lies in the folder of a variable, joined as it stands.
 void checkDefaultFolder(Diagnosis& diagnosis, const CStringW& file) {
-    constexpr const char16_t* kSubject = u"database folder";
+    const CStringW subject = tr("database folder");
     const CStringW folder = corvane::GetEnvironmentText(u"CORVANE_DATABASE_DIR");
     if (folder.IsEmpty()) return;
-    diagnosis.noteRelative(kSubject, folder);
+    diagnosis.noteRelative(subject, folder);
     if (presenceOfFolder(shownPath(folder)) == Presence::Missing)
-        diagnosis.wrong(kSubject, folder + u" is not there, so that the default one counts",
-                        u"make it, or let CORVANE_DATABASE_DIR name another");
+        diagnosis.wrong(subject, tr("{0} is not there, so that the default one counts", folder),
+                        tr("make it, or let CORVANE_DATABASE_DIR name another"));
     else if (lastName(folder).empty())
-        diagnosis.good(kSubject, folder);
+        diagnosis.good(subject, folder);
     else
-        diagnosis.wrong(kSubject,
-                        folder + u" has no separator at its end, so that the file is " + file,
-                        u"end the value of CORVANE_DATABASE_DIR with a separator");
+        diagnosis.wrong(
+            subject, tr("{0} has no separator at its end, so that the file is {1}", folder, file),
+            tr("end the value of CORVANE_DATABASE_DIR with a separator"));
 }
 
 bool checkMissingFile(Diagnosis& diagnosis, const CStringW& file) {
     if (presenceOfFile(file) != Presence::Missing) return false;
     if (canBeMade(file))
-        diagnosis.note(kConnection,
-                       file + u" is not there; the first use of the database makes it");
+        diagnosis.note(tr(kConnection),
+                       tr("{0} is not there; the first use of the database makes it", file));
     else
-        diagnosis.wrong(kConnection, file + u" is not there, and the user may not make it",
-                        kOtherFile);
+        diagnosis.wrong(tr(kConnection), tr("{0} is not there, and the user may not make it", file),
+                        tr(kOtherFile));
     return true;
 }
 
 void checkConnection(Diagnosis& diagnosis) {
     qor_db::IDatabaseCollector* collector = qor_db::QORDataHelper::getInstance();
     if (!collector) {
-        diagnosis.wrong(kConnection, u"the collector module gives no collector",
-                        u"install the module of this release");
+        diagnosis.wrong(tr(kConnection), tr("the collector module gives no collector"),
+                        tr("install the module of this release"));
         return;
     }
     const qor_db::ConnectionInfo info = collector->connection();
@@ -106,46 +105,48 @@ void checkConnection(Diagnosis& diagnosis) {
     CStringW text = isFile ? shownPath(info.database) : info.database;
     if (!text.IsEmpty()) text += u": ";
     if (status.ok()) {
-        text.AppendFormat(u"open%s, reference tables of version %d",
-                          info.readOnly ? u" for reading" : u"", info.schemaVersion);
-        diagnosis.good(kConnection, text);
+        text += info.readOnly
+                    ? tr("open for reading, reference tables of version {0}", info.schemaVersion)
+                    : tr("open, reference tables of version {0}", info.schemaVersion);
+        diagnosis.good(tr(kConnection), text);
     } else if (status.code == ErrorCode::NoSchema) {
-        diagnosis.note(kConnection,
-                       text + u"open, without reference tables; \"corvane db install\" makes them");
+        diagnosis.note(
+            tr(kConnection),
+            text + tr("open, without reference tables; \"corvane db install\" makes them"));
     } else {
         const bool isNamed = status.message.Find(info.database) >= 0;
-        diagnosis.wrong(kConnection, isNamed ? status.message : text + status.message,
-                        remedyOf(status.code, isFile));
+        diagnosis.wrong(tr(kConnection), isNamed ? status.message : text + status.message,
+                        tr(remedyOf(status.code, isFile)));
     }
 }
 
 }  // namespace
 
 void checkDatabase(Diagnosis& diagnosis, const corvane::ModuleConfiguration& configuration) {
-    diagnosis.section(u"Rule database");
+    diagnosis.section(tr("Rule database"));
     const ConfiguredDatabase database = qor_db::QORDataHelper::configured();
     const bool isFile = database.type == IConnectorData::DATABASETYPE_SQLITE;
-    diagnosis.good(u"type", isFile ? u"SQLite, a file" : u"MSSQL, a server");
+    diagnosis.good(tr("type"), isFile ? tr("SQLite, a file") : tr("MSSQL, a server"));
     if (isFile && database.isDefaultFile) checkDefaultFolder(diagnosis, shownPath(database.file));
-    if (!checkModule(diagnosis, u"collector module", database.collectorModule, kReinstall)) return;
+    if (!checkModule(diagnosis, "collector module", database.collectorModule, kReinstall)) return;
     if (database.driverModule.IsEmpty()) {
-        diagnosis.wrong(u"driver module", u"none is configured",
-                        u"let module1 in ConfigModule.ini name one");
+        diagnosis.wrong(tr("driver module"), tr("none is configured"),
+                        tr("let module1 in ConfigModule.ini name one"));
         return;
     }
     const bool isConfigured =
         std::ranges::any_of(configuration.databaseKeys, [](const auto& entry) {
             return entry.key == CStringW(corvane::configuration::kDriverModule);
         });
-    if (!checkModule(diagnosis, u"driver module", database.driverModule,
-                     isConfigured ? u"correct module1 in ConfigModule.ini, or install that module "
-                                    u"with what it needs"
+    if (!checkModule(diagnosis, "driver module", database.driverModule,
+                     isConfigured ? Message("correct module1 in ConfigModule.ini, or install that "
+                                            "module with what it needs")
                                   : kReinstall))
         return;
     // Connecting makes what is missing, as any use of the database does.
     if (isFile && checkMissingFile(diagnosis, shownPath(database.file))) return;
     if (presenceOfFolder(configuration.settingsFolder) == Presence::Missing)
-        diagnosis.note(kConnection, u"not tried before the settings folder is there");
+        diagnosis.note(tr(kConnection), tr("not tried before the settings folder is there"));
     else
         checkConnection(diagnosis);
 }

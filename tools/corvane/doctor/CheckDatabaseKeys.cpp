@@ -25,25 +25,25 @@ CStringW variableFault(const CStringW& path) {
     if (end < 0) return {};
     const CStringW name = path.Mid(1, end - 1);
     if (name.GetLength() > kLongestVariable)
-        return u"the name of its variable has more than 49 characters and counts as empty";
+        return tr("the name of its variable has more than 49 characters and counts as empty");
     if (!corvane::GetEnvironmentText(name).empty()) return {};
-    return u"its variable \"" + name + u"\" is not set and counts as empty";
+    return tr("its variable \"{0}\" is not set and counts as empty", name);
 }
 
 void checkKey(Diagnosis& diagnosis, const ConfigurationEntry& key) {
     const CStringW& value = key.value;
     const CStringW fault = isPath(key) ? variableFault(value) : CStringW();
     if (value.GetLength() > kLongestValue)
-        diagnosis.wrong(key.key, u"the value is cut to 259 characters",
-                        u"shorten it; a path may begin with %VARIABLE%");
+        diagnosis.wrong(key.key, tr("the value is cut to 259 characters"),
+                        tr("shorten it; a path may begin with %VARIABLE%"));
     else if (!fault.IsEmpty())
         diagnosis.wrong(key.key, value + u": " + fault,
-                        u"set the variable, or write the path without percent signs");
+                        tr("set the variable, or write the path without percent signs"));
     else if (key.key == kDatabaseType && !looksLike(value, u"SQLite") &&
              !looksLike(value, u"MSSQL"))
-        diagnosis.note(key.key, value + u" is no known type and counts as SQLite");
+        diagnosis.note(key.key, tr("{0} is no known type and counts as SQLite", value));
     else
-        diagnosis.good(key.key, key.key == kConnectionString ? CStringW(u"(set)") : value);
+        diagnosis.good(key.key, key.key == kConnectionString ? tr("(set)") : value);
 }
 
 /// The value as a line of the file has it, without blanks and quotes around it.
@@ -69,8 +69,7 @@ bool checkDatabaseLine(Diagnosis& diagnosis, const ConfigurationEntry& line,
     };
     if (!line.commented && !bareValue(line).IsEmpty() &&
         std::ranges::none_of(configuration.databaseKeys, isRead))
-        diagnosis.note(nameOf(line),
-                       u"a line with this key is not read: an earlier one, or an "
-                       u"earlier section of this name, counts");
+        diagnosis.note(nameOf(line), tr("a line with this key is not read: an earlier one, or an "
+                                        "earlier section of this name, counts"));
     return true;
 }

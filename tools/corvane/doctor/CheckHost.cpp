@@ -33,26 +33,26 @@ CStringW joined(const std::vector<CStringW>& lines) {
 /// How to register the host.
 CStringW registering() {
     const CStringW folder = corvane::GetEnvironmentText(u"CORVANE_REGISTRY_DIR");
-    if (folder.IsEmpty()) return kReinstall;
-    return u"add the keys of " + shownPath(corvane::GetInstallation().installFolder) +
-           u"/registry/machine.reg to machine.reg in " + folder;
+    if (folder.IsEmpty()) return tr(kReinstall);
+    return tr("add the keys of {0}/registry/machine.reg to machine.reg in {1}",
+              shownPath(corvane::GetInstallation().installFolder), folder);
 }
 
 bool checkHostModule(Diagnosis& diagnosis, const corvane::ComponentRegistration& host) {
     const corvane::LoadedModule module(host.module);
     if (module) {
-        diagnosis.good(u"module", module.file());
+        diagnosis.good(tr("module"), module.file());
         return true;
     }
-    diagnosis.wrong(u"module", moduleFault(module, host.module),
-                    u"put the module there with what it needs, or register another path");
+    diagnosis.wrong(tr("module"), moduleFault(module, host.module),
+                    tr("put the module there with what it needs, or register another path"));
     return false;
 }
 
 CStringW versionText(std::uint32_t major, std::uint32_t minor, std::uint32_t lcid) {
-    CStringW text;
-    text.Format(u"version %u.%u, locale %x", major, minor, lcid);
-    return text;
+    CStringW locale;
+    locale.Format(u"%x", lcid);
+    return tr("version {0}.{1}, locale {2}", major, minor, locale);
 }
 
 class EngineCheck {
@@ -61,16 +61,16 @@ public:
         : diagnosis_(diagnosis),
           library_(library),
           mayTry_(mayTry),
-          subject_(library.file.IsEmpty() ? CStringW(u"type library")
-                                          : CStringW(lastName(library.file))) {}
+          subject_(library.file.IsEmpty() ? tr("type library") : CStringW(lastName(library.file))) {
+    }
 
     void check() {
         if (library_.file.IsEmpty()) {
-            diagnosis_.wrong(subject_, registration() + u" has no file for 64-bit use",
-                             u"register its file below the key \"win64\"");
+            diagnosis_.wrong(subject_, tr("{0} has no file for 64-bit use", registration()),
+                             tr("register its file below the key \"win64\""));
         } else if (!library_.found) {
             diagnosis_.note(subject_,
-                            registration() + u" is hidden by a later version of the library");
+                            tr("{0} is hidden by a later version of the library", registration()));
         } else {
             checkFile();
         }
@@ -89,12 +89,14 @@ private:
             checkEngine(path + u", " +
                         versionText(details.majorVersion, details.minorVersion, details.lcid));
         else if (presence == Presence::Missing)
-            diagnosis_.wrong(subject_, u"there is no " + path, u"correct the path in the registry");
+            diagnosis_.wrong(subject_, tr("there is no {0}", path),
+                             tr("correct the path in the registry"));
         else if (presence == Presence::Unreadable)
-            diagnosis_.wrong(subject_, path + u" cannot be read", u"let the user read the file");
+            diagnosis_.wrong(subject_, tr("{0} cannot be read", path),
+                             tr("let the user read the file"));
         else
-            diagnosis_.wrong(subject_, path + u" is no type library, or a damaged one",
-                             u"put a sound type library there, or register another");
+            diagnosis_.wrong(subject_, tr("{0} is no type library, or a damaged one", path),
+                             tr("put a sound type library there, or register another"));
     }
 
     void checkEngine(const CStringW& text) {
@@ -106,7 +108,7 @@ private:
         if (run.status == corvane::ScriptRunStatus::EngineRefused)
             diagnosis_.wrong(
                 subject_, joined(reasonsOf(run)),
-                u"put the engine's module beside its type library, with what it needs");
+                tr("put the engine's module beside its type library, with what it needs"));
         else
             diagnosis_.good(subject_, text);
     }
@@ -120,35 +122,34 @@ private:
 }  // namespace
 
 void checkHost(Diagnosis& diagnosis, const ModuleConfiguration& configuration) {
-    constexpr const char16_t* kRegistration = u"registration";
-    diagnosis.section(u"Script host");
+    const CStringW registration = tr("registration");
+    diagnosis.section(tr("Script host"));
     const corvane::ComponentRegistration host =
         corvane::FindComponent(IScriptProcessor::kProgramId);
     if (host.module.empty()) {
         const CStringW text = host.classId.empty()
-                                  ? CStringW(IScriptProcessor::kProgramId) + u" is not registered"
-                                  : u"its class " + CStringW(host.classId) + u" has no module";
+                                  ? tr("{0} is not registered", IScriptProcessor::kProgramId)
+                                  : tr("its class {0} has no module", host.classId);
         // Whoever has no scripts needs no host.
         if (configuration.scriptFolder)
-            diagnosis.wrong(kRegistration, text, registering());
+            diagnosis.wrong(registration, text, registering());
         else
-            diagnosis.note(kRegistration, text + u": no script rule can run");
+            diagnosis.note(registration, text + tr(": no script rule can run"));
         return;
     }
-    diagnosis.good(kRegistration,
-                   CStringW(IScriptProcessor::kProgramId) + u", class " + CStringW(host.classId));
+    diagnosis.good(registration, tr("{0}, class {1}", IScriptProcessor::kProgramId, host.classId));
     if (!checkHostModule(diagnosis, host) || !mayTry(configuration)) return;
     const corvane::ScriptRun run = tryHost({});
     if (isAccepted(run))
-        diagnosis.good(u"trial", u"the host can be created");
+        diagnosis.good(tr("trial"), tr("the host can be created"));
     else
-        diagnosis.wrong(u"trial", joined(reasonsOf(run)), u"register a script host");
+        diagnosis.wrong(tr("trial"), joined(reasonsOf(run)), tr("register a script host"));
 }
 
 void checkEngines(Diagnosis& diagnosis, const ModuleConfiguration& configuration) {
-    diagnosis.section(u"Engines of scripts");
+    diagnosis.section(tr("Engines of scripts"));
     const std::vector<RegisteredTypeLibrary> libraries = corvane::GetRegisteredTypeLibraries();
-    if (libraries.empty()) diagnosis.note(u"type libraries", u"none is registered");
+    if (libraries.empty()) diagnosis.note(tr("type libraries"), tr("none is registered"));
     for (const RegisteredTypeLibrary& library : libraries)
         EngineCheck(diagnosis, library, mayTry(configuration)).check();
 }

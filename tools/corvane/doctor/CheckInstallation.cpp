@@ -14,54 +14,53 @@ using corvane::LanguageSource;
 
 namespace {
 
-const char16_t* sourceText(LanguageSource source) {
+CStringW sourceText(LanguageSource source) {
     switch (source) {
         case LanguageSource::Option:
-            return u"by OptionsLanguage in the user's registry";
+            return tr("by OptionsLanguage in the user's registry");
         case LanguageSource::CadSystem:
-            return u"since the CAD system is set to English";
+            return tr("since the CAD system is set to English");
         case LanguageSource::User:
             break;
     }
-    return u"the language of the user (LC_ALL, LC_MESSAGES, LANG)";
+    return tr("the language of the user (LC_ALL, LC_MESSAGES, LANG)");
 }
 
 /// Why a module of texts is not in use.
 CStringW textsFault(const CStringW& path) {
     const corvane::LoadedModule module(path);
-    return module ? shownPath(path) + u" holds no texts" : moduleFault(module, path);
+    return module ? tr("{0} holds no texts", shownPath(path)) : moduleFault(module, path);
 }
 
 void checkLibrary(Diagnosis& diagnosis, const Installation& installation) {
-    const CStringW library =
-        shownPath(installation.libraryFile) + u", version " + installation.version;
+    const CStringW library = shownPath(installation.libraryFile);
     if (installation.version == CStringW(corvane::kVersion))
-        diagnosis.good(u"library", library);
+        diagnosis.good(tr("library"), tr("{0}, version {1}", library, installation.version));
     else
-        diagnosis.wrong(
-            u"library",
-            library + u", but this program is of version " + CStringW(corvane::kVersion),
-            u"install both from one build");
+        diagnosis.wrong(tr("library"),
+                        tr("{0}, version {1}, but this program is of version {2}", library,
+                           installation.version, corvane::kVersion),
+                        tr("install both from one build"));
 }
 
 void checkLanguage(Diagnosis& diagnosis, const Installation& installation) {
-    diagnosis.good(u"language",
+    diagnosis.good(tr("language"),
                    installation.language + u", " + sourceText(installation.languageSource));
     if (installation.moduleFile.IsEmpty()) {
         diagnosis.wrong(
-            u"language module",
-            textsFault(installation.triedModule) + u", so that no rule file can be read",
-            kReinstall);
+            tr("language module"),
+            tr("{0}, so that no rule file can be read", textsFault(installation.triedModule)),
+            tr(kReinstall));
         return;
     }
-    diagnosis.good(u"language module", installation.moduleFile);
+    diagnosis.good(tr("language module"), installation.moduleFile);
     if (installation.triedModule == installation.wantedModule) return;
     const CStringW text = textsFault(installation.wantedModule);
     // A language may well have no texts of its own; a module that is there ought to load.
     if (corvane::LoadedModule(installation.wantedModule).fault().empty())
-        diagnosis.note(installation.language, text + u": English stands in");
+        diagnosis.note(installation.language, tr("{0}: English is used", text));
     else
-        diagnosis.wrong(installation.language, text, kReinstall);
+        diagnosis.wrong(installation.language, text, tr(kReinstall));
 }
 
 /// "libX.so.0.1.0" is known to what links it as "libX.so.0.1"; the loader finds nothing else.
@@ -76,9 +75,9 @@ void checkLinks(Diagnosis& diagnosis, const Installation& installation) {
         if (file.Right(version.GetLength()) != version) continue;
         const CStringW link = file.Left(file.GetLength() - version.GetLength()) + name;
         if (presenceOfFile(folder + link) != Presence::Readable)
-            diagnosis.wrong(link,
-                            folder + link + u" is not there, so that nothing that links it starts",
-                            u"let the link lead to " + file + u", or install the library again");
+            diagnosis.wrong(
+                link, tr("{0} is not there, so that nothing that links it starts", folder + link),
+                tr("let the link lead to {0}, or install the library again", file));
     }
 }
 
@@ -89,14 +88,14 @@ void checkTree(Diagnosis& diagnosis, const Installation& installation) {
         std::filesystem::read_symlink("/proc/self/exe", failed).parent_path().parent_path();
     const std::filesystem::path library = placeOf(shownPath(installation.installFolder));
     if (failed || !std::filesystem::exists(program / "lib", failed) || program == library) return;
-    diagnosis.note(u"library", u"it is of another tree than the program, which is in " +
-                                   CStringW(program.u16string()));
+    diagnosis.note(tr("library"), tr("it is of another tree than the program, which is in {0}",
+                                     program.u16string()));
 }
 
 }  // namespace
 
 void checkInstallation(Diagnosis& diagnosis) {
-    diagnosis.section(u"Installation");
+    diagnosis.section(tr("Installation"));
     const Installation installation = corvane::GetInstallation();
     checkLibrary(diagnosis, installation);
     checkTree(diagnosis, installation);
@@ -104,18 +103,18 @@ void checkInstallation(Diagnosis& diagnosis) {
     checkLanguage(diagnosis, installation);
     if (installation.englishFile.IsEmpty() && !installation.moduleFile.IsEmpty())
         diagnosis.wrong(
-            u"English module",
+            tr("English module"),
             textsFault(installation.installFolder + u"\\Lang\\english\\CorvaneFrameworkResu.dll"),
-            kReinstall);
+            tr(kReinstall));
 }
 
 void checkRegistry(Diagnosis& diagnosis) {
-    constexpr const char16_t* kSubject = u"registry";
+    const CStringW subject = tr("registry");
     const CStringW folder = corvane::GetEnvironmentText(u"CORVANE_REGISTRY_DIR");
-    diagnosis.noteRelative(kSubject, folder);
+    diagnosis.noteRelative(subject, folder);
     if (!folder.IsEmpty() && presenceOfFolder(folder) != Presence::Readable) {
-        diagnosis.wrong(kSubject, folder + u" is no folder that can be read",
-                        u"let --registry or CORVANE_REGISTRY_DIR name a folder, or neither");
+        diagnosis.wrong(subject, tr("{0} is no folder that can be read", folder),
+                        tr("let --registry or CORVANE_REGISTRY_DIR name a folder, or neither"));
         return;
     }
     bool any = false;
@@ -124,14 +123,15 @@ void checkRegistry(Diagnosis& diagnosis) {
         if (presenceOfFile(file) == Presence::Missing) continue;
         any = true;
         if (!source.readable)
-            diagnosis.wrong(lastName(file), file + u" cannot be read",
-                            u"put a file there that the user can read");
+            diagnosis.wrong(lastName(file), tr("{0} cannot be read", file),
+                            tr("put a file there that the user can read"));
         else if (!source.hasKeys)
-            diagnosis.note(lastName(file), file + u" holds no key of the registry");
+            diagnosis.note(lastName(file), tr("{0} holds no key of the registry", file));
         else
             diagnosis.good(lastName(file), file);
     }
     if (any) return;
-    diagnosis.note(kSubject, folder.IsEmpty() ? CStringW(u"none of its files is there")
-                                              : folder + u" has neither machine.reg nor user.reg");
+    diagnosis.note(subject, folder.IsEmpty()
+                                ? tr("none of its files is there")
+                                : tr("{0} has neither machine.reg nor user.reg", folder));
 }

@@ -22,9 +22,9 @@ public:
     void checkFolder(const CStringW& folder, bool isAsked) {
         const std::optional<std::vector<CStringW>> names = filesIn(folder);
         if (!names && (isAsked || presenceOfFolder(folder) != Presence::Missing))
-            diagnosis_.wrong(u"folder", folder + u" is no folder that can be read",
-                             isAsked ? u"let --modules name a folder that the user can read"
-                                     : u"let the user read the folder");
+            diagnosis_.wrong(tr("folder"), tr("{0} is no folder that can be read", folder),
+                             isAsked ? tr("let --modules name a folder that the user can read")
+                                     : tr("let the user read the folder"));
         if (!names) return;
         for (const CStringW& name : *names)
             if (RuleModules::isModuleName(name)) checkModule(folder, name);
@@ -34,21 +34,21 @@ private:
     void checkModule(const CStringW& folder, const CStringW& name) {
         const CStringW path = shownPath(folder + u"\\" + name);
         if (std::ranges::find(names_, name) != names_.end()) {
-            diagnosis_.note(name, path + u" is hidden by the module of an earlier folder");
+            diagnosis_.note(name, tr("{0} is hidden by the module of an earlier folder", path));
             return;
         }
         names_.push_back(name);
         const corvane::LoadedModule module(path);
         if (!module && module.fault().empty())
-            diagnosis_.wrong(name, path + u" is no file", u"put nothing but rule modules there");
+            diagnosis_.wrong(name, tr("{0} is no file", path),
+                             tr("put nothing but rule modules there"));
         else if (!module)
             diagnosis_.wrong(name, moduleFault(module, path),
-                             u"install what it needs, or build it for this library");
+                             tr("install what it needs, or build it for this library"));
         else if (!module.function<CreateQorRuleFunction>(kCreateQorRuleName))
             diagnosis_.wrong(
-                name,
-                path + u" is no rule module: it does not export " + CStringW(kCreateQorRuleName),
-                u"put nothing but rule modules there");
+                name, tr("{0} is no rule module: it does not export {1}", path, kCreateQorRuleName),
+                tr("put nothing but rule modules there"));
         else
             diagnosis_.good(name, path);
     }
@@ -60,11 +60,12 @@ private:
 }  // namespace
 
 void checkRuleModules(Diagnosis& diagnosis, const std::vector<CStringW>& folders) {
-    diagnosis.section(u"Rule modules");
+    diagnosis.section(tr("Rule modules"));
     const RuleModules modules(folders);
     RuleModuleCheck check(diagnosis);
     for (const CStringW& folder : modules.folders()) {
         check.checkFolder(folder, std::ranges::find(folders, folder) != folders.end());
     }
-    if (!check.any()) diagnosis.note(u"modules", u"none in " + shownPath(modules.folders().back()));
+    if (!check.any())
+        diagnosis.note(tr("modules"), tr("none in {0}", shownPath(modules.folders().back())));
 }

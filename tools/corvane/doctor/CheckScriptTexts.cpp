@@ -24,7 +24,7 @@ CStringW placeOf(const lint::Problem& problem) {
 }
 
 void tell(Diagnosis& diagnosis, const CStringW& place, const lint::Problem& problem) {
-    const std::string mend = problem.mend.empty() ? problem.code->mend : problem.mend;
+    const std::string mend = problem.mend.empty() ? trUtf8(problem.code->mend) : problem.mend;
     diagnosis.wrong(lastName(place), place + u": " + CStringW::FromUtf8(problem.message),
                     CStringW::FromUtf8(mend));
 }
@@ -33,8 +33,8 @@ void tell(Diagnosis& diagnosis, const CStringW& place, const lint::Problem& prob
 
 void checkScriptTexts(Diagnosis& diagnosis, const std::vector<CStringW>& moduleFolders) {
     for (const lint::Problem& problem : lint::Linter::checkSettings())
-        diagnosis.wrong(u"limits of scripts",
-                        CStringW::FromUtf8(problem.message) + u" and so counts as not set",
+        diagnosis.wrong(tr("limits of scripts"),
+                        tr("{0} and so counts as not set", problem.message),
                         CStringW::FromUtf8(problem.mend));
     std::vector<std::string> folders;
     std::ranges::transform(moduleFolders, std::back_inserter(folders), &CStringW::ToUtf8);

@@ -16,38 +16,39 @@ constexpr const char16_t* kLevelVariable = u"QOR_EXECUTION_LEVEL";
 /// The logger passes over what is longer.
 constexpr int kLongestSetting = 259;
 
-void checkHelpFile(Diagnosis& diagnosis, const char16_t* subject, const CStringW& file,
+void checkHelpFile(Diagnosis& diagnosis, const CStringW& subject, const CStringW& file,
                    bool exists) {
     if (exists)
         diagnosis.good(subject, file);
     else
-        diagnosis.wrong(subject, u"there is no " + file + u", so that no page of the site is shown",
-                        u"put the file there");
+        diagnosis.wrong(subject, tr("there is no {0}, so that no page of the site is shown", file),
+                        tr("put the file there"));
 }
 
 void checkSitePages(Diagnosis& diagnosis, const corvane::HelpSources& help) {
+    const CStringW subject = tr("site's pages");
     const CStringW folder = help.siteFolder;
     if (folder.IsEmpty()) {
-        diagnosis.note(u"site's pages", u"CORVANE_CUSTOMIZED_HELP_FOLDER_PATH is not set");
+        diagnosis.note(subject, tr("{0} is not set", u"CORVANE_CUSTOMIZED_HELP_FOLDER_PATH"));
         return;
     }
-    diagnosis.noteRelative(u"site's pages", folder);
+    diagnosis.noteRelative(subject, folder);
     if (help.siteFolderExists)
-        diagnosis.good(u"site's pages", folder);
+        diagnosis.good(subject, folder);
     else
-        diagnosis.wrong(u"site's pages", folder + u" is no folder",
-                        u"let CORVANE_CUSTOMIZED_HELP_FOLDER_PATH name a folder");
-    checkHelpFile(diagnosis, u"topic file", help.topicFile, help.topicFileExists);
-    checkHelpFile(diagnosis, u"page file", help.pageFile, help.pageFileExists);
+        diagnosis.wrong(subject, tr("{0} is no folder", folder),
+                        tr("let CORVANE_CUSTOMIZED_HELP_FOLDER_PATH name a folder"));
+    checkHelpFile(diagnosis, tr("topic file"), help.topicFile, help.topicFileExists);
+    checkHelpFile(diagnosis, tr("page file"), help.pageFile, help.pageFileExists);
     const CStringW opener = corvane::GetEnvironmentText(u"CORVANE_HELP_OPENER");
     if (!help.opener.empty())
-        diagnosis.good(u"opener", help.opener);
+        diagnosis.good(tr("opener"), help.opener);
     else if (opener.IsEmpty())
-        diagnosis.wrong(u"opener", u"there is no xdg-open, which opens the pages",
-                        u"install it, or let CORVANE_HELP_OPENER name another program");
+        diagnosis.wrong(tr("opener"), tr("there is no xdg-open, which opens the pages"),
+                        tr("install it, or let CORVANE_HELP_OPENER name another program"));
     else
-        diagnosis.wrong(u"opener", u"there is no program " + opener,
-                        u"let CORVANE_HELP_OPENER name a program in PATH or by its full path");
+        diagnosis.wrong(tr("opener"), tr("there is no program {0}", opener),
+                        tr("let CORVANE_HELP_OPENER name a program in PATH or by its full path"));
 }
 
 /// The mask at the start of a text, as the logger reads it; nothing when there is no number.
@@ -62,50 +63,52 @@ std::optional<int> maskOf(const CStringW& text) {
 CStringW levelsText(int mask) {
     CStringW text;
     int bit = 1;
-    for (const char16_t* name : {u"debug", u"info", u"warning", u"error"}) {
-        if (mask & bit) text += (text.IsEmpty() ? CStringW() : CStringW(u", ")) + name;
+    for (const Message name :
+         {Message("debug"), Message("info"), Message("warning"), Message("error")}) {
+        if (mask & bit) text += (text.IsEmpty() ? CStringW() : tr(", ")) + tr(name);
         bit *= 2;
     }
-    return text.IsEmpty() ? CStringW(u"nothing") : text;
+    return text.IsEmpty() ? tr("nothing") : text;
 }
 
 void checkLevel(Diagnosis& diagnosis) {
     const CStringW level = corvane::GetEnvironmentText(kLevelVariable);
     if (level.IsEmpty()) return;
     if (level.GetLength() > kLongestSetting)
-        diagnosis.note(kLevelVariable, u"it is longer than 259 characters: every level is logged");
+        diagnosis.note(kLevelVariable,
+                       tr("it is longer than 259 characters: every level is logged"));
     else if (const std::optional<int> mask = maskOf(level))
         diagnosis.good(kLevelVariable, level + u": " + levelsText(*mask));
     else
-        diagnosis.wrong(kLevelVariable, u"\"" + level + u"\" is no number, and whatever logs fails",
-                        u"add up 1 debug, 2 info, 4 warning, 8 error");
+        diagnosis.wrong(kLevelVariable, tr("\"{0}\" is no number, and whatever logs fails", level),
+                        tr("add up 1 debug, 2 info, 4 warning, 8 error"));
 }
 
 }  // namespace
 
 void checkHelp(Diagnosis& diagnosis) {
-    diagnosis.section(u"Help");
+    diagnosis.section(tr("Help"));
     const corvane::HelpSources help = corvane::GetHelpSources();
     checkSitePages(diagnosis, help);
     if (help.viewer.empty())
-        diagnosis.note(u"viewer", u"none is found: compiled help files cannot be shown");
+        diagnosis.note(tr("viewer"), tr("none is found: compiled help files cannot be shown"));
     else
-        diagnosis.good(u"viewer", help.viewer);
+        diagnosis.good(tr("viewer"), help.viewer);
 }
 
 void checkLogs(Diagnosis& diagnosis) {
-    diagnosis.section(u"Execution log");
+    diagnosis.section(tr("Execution log"));
     const CStringW file = corvane::GetEnvironmentText(kLogVariable);
     diagnosis.noteRelative(kLogVariable, file);
     if (file.IsEmpty())
-        diagnosis.note(kLogVariable, u"not set: nothing is logged");
+        diagnosis.note(kLogVariable, tr("not set: nothing is logged"));
     else if (file.GetLength() > kLongestSetting)
-        diagnosis.wrong(kLogVariable, u"it is longer than 259 characters: nothing is logged",
-                        u"shorten the path");
+        diagnosis.wrong(kLogVariable, tr("it is longer than 259 characters: nothing is logged"),
+                        tr("shorten the path"));
     else if (!isWritable(file))
-        diagnosis.wrong(kLogVariable, file + u" cannot be written",
-                        u"let the user write the file and its folder");
+        diagnosis.wrong(kLogVariable, tr("{0} cannot be written", file),
+                        tr("let the user write the file and its folder"));
     else
-        diagnosis.good(kLogVariable, file + u", emptied by the next process that logs");
+        diagnosis.good(kLogVariable, tr("{0}, emptied by the next process that logs", file));
     checkLevel(diagnosis);
 }

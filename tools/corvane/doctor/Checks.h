@@ -6,12 +6,13 @@
 #include <corvane/text/CStringW.h>
 
 #include "doctor/Diagnosis.h"
+#include "language/Messages.h"
 #include "settings/Settings.h"
 
 // What `corvane doctor` looks at, each a section or a part of one. None makes a folder or a file
 // that stays.
 
-inline constexpr const char16_t* kReinstall = u"install the library again as a whole";
+inline constexpr Message kReinstall = "install the library again as a whole";
 
 void checkInstallation(Diagnosis& diagnosis);
 void checkRegistry(Diagnosis& diagnosis);

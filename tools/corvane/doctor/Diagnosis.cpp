@@ -4,11 +4,13 @@
 
 #include "Text.h"
 #include "doctor/Places.h"
+#include "language/Messages.h"
 
 namespace {
 
-// Columns of the longest word in front, "wrong", with the gap behind it.
-constexpr std::size_t kGradeColumns = 7;
+/// Between the word in front and what it is about.
+constexpr std::size_t kGap = 2;
+
 constexpr std::size_t kIndent = 2;
 constexpr std::size_t kWidestSubject = 30;
 
@@ -16,10 +18,10 @@ CStringW blanks(std::size_t columns) {
     return CStringW(u' ', static_cast<int>(columns));
 }
 
-CStringW counted(int count, const char16_t* one, const char16_t* many) {
-    CStringW text;
-    text.Format(u"%d %s", count, count == 1 ? one : many);
-    return text;
+/// Columns of the longest word in front, with the gap after it.
+std::size_t gradeColumns() {
+    return std::max({displayWidth(tr("ok")), displayWidth(tr("wrong")), displayWidth(tr("note"))}) +
+           kGap;
 }
 
 }  // namespace
@@ -44,7 +46,7 @@ void Diagnosis::wrong(const CStringW& subject, const CStringW& text, const CStri
 
 void Diagnosis::noteRelative(const CStringW& subject, const CStringW& path) {
     if (!path.IsEmpty() && placeOf(shownPath(path)).is_relative())
-        note(subject, path + u" is no full path and depends on the working folder");
+        note(subject, tr("{0} is no full path and depends on the working folder", path));
 }
 
 void Diagnosis::print(Console& console) const {
@@ -65,22 +67,23 @@ void Diagnosis::printLine(const Line& line, std::size_t columns, Console& consol
     }
     const bool good = line.grade == Grade::Good;
     const bool wrong = line.grade == Grade::Wrong;
-    const CStringW grade = good ? u"ok" : wrong ? u"wrong" : u"note";
+    const CStringW grade = good ? tr("ok") : wrong ? tr("wrong") : tr("note");
     console.write(blanks(kIndent));
     console.write(grade, good ? Tone::Good : wrong ? Tone::Bad : Tone::Doubtful);
-    console.write(blanks(kGradeColumns - displayWidth(grade)));
+    console.write(blanks(gradeColumns() - displayWidth(grade)));
     console.write(line.subject);
     console.write(blanks(columns - displayWidth(line.subject) + kIndent));
     console.writeLine(line.text);
     if (!line.remedy.IsEmpty())
-        console.writeLine(blanks(kIndent + kGradeColumns + columns + kIndent) + u"to mend: " +
-                          line.remedy);
+        console.writeLine(blanks(kIndent + gradeColumns() + columns + kIndent) +
+                          tr("to mend: {0}", line.remedy));
 }
 
 void Diagnosis::printSum(Console& console) const {
-    const CStringW notes = notes_ > 0 ? u", " + counted(notes_, u"note", u"notes") : CStringW();
+    const CStringW notes =
+        notes_ > 0 ? tr(", ") + trCount({"{0} note", "{0} notes"}, notes_) : CStringW();
     if (isHealthy())
-        console.writeLine(u"Nothing is wrong" + notes, Tone::Good);
+        console.writeLine(tr("Nothing is wrong") + notes, Tone::Good);
     else
-        console.writeLine(counted(faults_, u"fault", u"faults") + notes, Tone::Bad);
+        console.writeLine(trCount({"{0} fault", "{0} faults"}, faults_) + notes, Tone::Bad);
 }

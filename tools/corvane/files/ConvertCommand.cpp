@@ -18,9 +18,12 @@ public:
         addText(parser(), "FILE", file_, "Rule file or index of user-defined rules")->required();
         CLI::Option* output =
             addText(parser(), "OUT", output_, "File to write, else standard output");
-        parser().add_flag("--in-place", inPlace_, "Replace the file itself")->excludes(output);
         parser()
-            .add_flag("--check", isCheck_, "Write nothing, tell whether the file has the form")
+            .add_flag("--in-place", inPlace_, trUtf8("Replace the file itself"))
+            ->excludes(output);
+        parser()
+            .add_flag("--check", isCheck_,
+                      trUtf8("Write nothing, tell whether the file has the form"))
             ->excludes(output)
             ->excludes("--in-place");
     }
@@ -40,7 +43,7 @@ public:
             return kGood;
         }
         if (replaceFile(target, text)) return kGood;
-        console.report(target + u": cannot be written");
+        console.report(tr("{0}: cannot be written", target));
         return kUnusable;
     }
 

@@ -1,14 +1,11 @@
 #include <CLI/CLI.hpp>
 
 #include "Commands.h"
+#include "Text.h"
 #include "files/RuleSettings.h"
 #include "files/TextFile.h"
 
 namespace {
-
-CStringW wide(const std::string& text) {
-    return CStringW::FromUtf8(text);
-}
 
 class Comparison {
 public:
@@ -31,7 +28,7 @@ public:
 private:
     static CStringW title(const RulesByName::key_type& key, const RuleSettings& rule) {
         const auto name = rule.find("Name");
-        if (name == rule.end()) return u"outside of rules";
+        if (name == rule.end()) return tr("outside of rules");
         CStringW text = wide(name->second);
         if (key.second > 0) text.AppendFormat(u" (%d)", key.second + 1);
         return text;

@@ -14,6 +14,7 @@
 
 #include "Text.h"
 #include "files/ScriptRule.h"
+#include "language/Messages.h"
 
 namespace {
 
@@ -28,19 +29,19 @@ CStringW settingsFolder() {
     return folder;
 }
 
-CStringW missingFolderText() {
+results::Remark missingFolder() {
     const CStringW file = settingsFolder() + corvane::configuration::kFile;
-    CStringW text = u"no script folder: ";
-    if (!std::ifstream(std::filesystem::path(file.Std()))) return text + file + u" cannot be read";
-    text += file;
+    if (!std::ifstream(std::filesystem::path(file.Std())))
+        return remark("no script folder: {0} cannot be read", file);
     // The blanks and the missing line end are not seen by a person who looks at the file.
-    return text +
-           u" has no line \"directory=FOLDER\" in section [RULE_SCRIPT_LOCATION]; the line has no "
-           u"blanks around \"=\" and ends in a line end";
+    return remark(
+        "no script folder: {0} has no line \"directory=FOLDER\" in section "
+        "[RULE_SCRIPT_LOCATION]; the line has no blanks around \"=\" and ends in a line end",
+        file);
 }
 
 void readModuleRule(LoadedRule& loaded, QorXMLNode& element, RuleModules& modules) {
-    CStringW problem;
+    results::Remark problem("");
     loaded.rule.reset(modules.makeRule(attributeText(element, kRuleFileAttr),
                                        attributeText(element, kRuleNameAttr), problem));
     if (!loaded.rule) {
@@ -56,14 +57,15 @@ void readScriptRule(LoadedRule& loaded, QorXMLNode& element) {
     auto script = std::make_unique<ScriptRule>();
     const bool inIndex = script->PopulateScriptRule(&element);
     if (!script->hasDefinition()) {
-        loaded.problems.push_back(missingFolderText());
+        loaded.problems.push_back(missingFolder());
         script->PopulateParametersFromXML(&element);
     }
-    const std::vector<CStringW>& missing = script->missingEngines();
+    const std::vector<results::Remark>& missing = script->missingEngines();
     loaded.problems.insert(loaded.problems.end(), missing.begin(), missing.end());
     if (leavesScriptFolder(script->m_csRuleFileName)) {
-        loaded.problems.push_back(u"the script \"" + script->m_csRuleFileName +
-                                  u"\" is outside the script folder and is not run");
+        loaded.problems.push_back(
+            remark("the script \"{0}\" is outside the script folder and is not run",
+                   script->m_csRuleFileName));
         loaded.isRefused = true;
     }
     loaded.rule.reset(script.release());
@@ -99,13 +101,14 @@ LoadedRule loadRule(const RuleFile& file, QorLong index, RuleModules& modules) {
     try {
         readRule(loaded, element, modules);
     } catch (const _com_error& error) {
-        loaded.problems.push_back(u"reading the rule failed: " + statusText(error.Error()));
+        loaded.problems.push_back(
+            remark("reading the rule failed: {0}", statusText(error.Error())));
         loaded.rule.reset();
     } catch (const std::exception& error) {
-        loaded.problems.push_back(u"making the rule failed: " + CStringW(error.what()));
+        loaded.problems.push_back(remark("making the rule failed: {0}", error.what()));
         loaded.rule.reset();
     } catch (...) {
-        loaded.problems.push_back(u"making the rule failed with an unknown exception");
+        loaded.problems.push_back(remark("making the rule failed with an unknown exception"));
         loaded.rule.reset();
     }
     if (!loaded.rule) holdFailedRule(loaded, element);

@@ -8,6 +8,7 @@
 
 #include "files/RuleFile.h"
 #include "files/RuleModules.h"
+#include "results/Remark.h"
 
 /// Where a rule's definition comes from.
 enum class RuleOrigin { Module, Index, RuleFile, Nowhere };
@@ -24,10 +25,10 @@ struct RuleDeleter {
 struct LoadedRule {
     std::unique_ptr<CQorRule, RuleDeleter> rule;  ///< Never null; a failed rule for Nowhere.
     RuleOrigin origin = RuleOrigin::Nowhere;
-    QorLong line = 0;                ///< Of its element in the rule file.
-    CStringW scriptFolder;           ///< Of its script; empty for the configured folder.
-    bool isRefused = false;          ///< The rule asks for what this program does not do.
-    std::vector<CStringW> problems;  ///< In a user's words.
+    QorLong line = 0;                       ///< Of its element in the rule file.
+    CStringW scriptFolder;                  ///< Of its script; empty for the configured folder.
+    bool isRefused = false;                 ///< The rule asks for what this program does not do.
+    std::vector<results::Remark> problems;  ///< In a user's words.
 
     /// False when there is nothing to run; `problems` says why.
     bool mayRun() const { return origin != RuleOrigin::Nowhere && !isRefused; }

@@ -1,10 +1,11 @@
 #include "files/ModuleFault.h"
 
 #include "Text.h"
+#include "language/Messages.h"
 
 CStringW moduleFault(const corvane::LoadedModule& module, const CStringW& path) {
     const CStringW shown = shownPath(path);
-    if (!module.fault().empty()) return shown + u" won't load: " + CStringW(module.fault());
+    if (!module.fault().empty()) return tr("{0} won't load: {1}", shown, module.fault());
     const bool bare = CStringW(lastName(path)) == path;
-    return u"there is no " + shown + (bare ? u" beside the library" : u"");
+    return bare ? tr("there is no {0} beside the library", shown) : tr("there is no {0}", shown);
 }

@@ -5,6 +5,8 @@
 
 #include <corvane/rules/CQorParameter.h>
 
+#include "language/Messages.h"
+
 namespace {
 
 template <typename T>
@@ -15,9 +17,6 @@ CStringW valueText(double value) {
     CStringW text = CQorDataTypeConverter().ValueToText(value);
     if (text.Find(u'.') >= 0) text.TrimRight(u"0").TrimRight(u".");
     return text;
-}
-CStringW valueText(bool value) {
-    return value ? u"yes" : u"no";
 }
 CStringW valueText(COleDateTime* value) {
     CStringW text;
@@ -30,6 +29,14 @@ CStringW valueText(QORCustomRuleData* value) {
     for (const CStringW& part : *value)
         text += (text.IsEmpty() ? CStringW() : CStringW(u" | ")) + part;
     return text;
+}
+
+/// For people. Files of results have the plain value.
+CStringW shownText(const auto& value) {
+    return valueText(value);
+}
+CStringW shownText(bool value) {
+    return value ? tr("yes") : tr("no");
 }
 
 results::Parameter::Value plainValue(bool value) {
@@ -61,37 +68,37 @@ results::Parameter valuesOf(const CQorParamStorage& storage) {
 }
 
 template <typename T>
-ParameterText describe(const CQorParamStorage& storage, const char16_t* kind) {
+ParameterText describe(const CQorParamStorage& storage, Message kind) {
     const auto& parameter = *static_cast<const CQorParameter<T>*>(storage.m_pParameter);
-    ParameterText text{parameter.m_csName, kind, parameter.m_bStatus, {}};
+    ParameterText text{parameter.m_csName, tr(kind), parameter.m_bStatus, {}};
     for (int i = 0; i < parameter.m_Values.GetSize(); ++i)
-        text.values.push_back(valueText(parameter.m_Values.GetAt(i)));
+        text.values.push_back(shownText(parameter.m_Values.GetAt(i)));
     return text;
 }
 
 }  // namespace
 
 ParameterText describe(const CQorParamStorage& storage) {
-    if (!storage.m_pParameter) return {{}, u"illegal", false, {}};
+    if (!storage.m_pParameter) return {{}, tr("illegal"), false, {}};
     switch (storage.m_Type) {
         case Type_Int:
-            return describe<int>(storage, u"whole number");
+            return describe<int>(storage, "whole number");
         case Type_Long:
-            return describe<QorLong>(storage, u"whole number");
+            return describe<QorLong>(storage, "whole number");
         case Type_Bool:
-            return describe<bool>(storage, u"yes or no");
+            return describe<bool>(storage, "yes or no");
         case Type_Double:
-            return describe<double>(storage, u"number");
+            return describe<double>(storage, "number");
         case Type_CStringPtr:
-            return describe<CStringW*>(storage, u"text");
+            return describe<CStringW*>(storage, "text");
         case Type_COleDateTimePtr:
-            return describe<COleDateTime*>(storage, u"date");
+            return describe<COleDateTime*>(storage, "date");
         case Type_ColorRef:
-            return describe<QorULong>(storage, u"colour");
+            return describe<QorULong>(storage, "colour");
         case Type_CustomRuleData:
-            return describe<QORCustomRuleData*>(storage, u"record");
+            return describe<QORCustomRuleData*>(storage, "record");
     }
-    return {{}, u"illegal", false, {}};
+    return {{}, tr("illegal"), false, {}};
 }
 
 results::Parameter valuesOf(const CQorParamStorage& storage) {

@@ -9,6 +9,7 @@
 
 #include "Text.h"
 #include "files/ShippedRules.h"
+#include "language/Messages.h"
 
 namespace {
 
@@ -82,10 +83,8 @@ public:
             place(*file, {element, attributeText(element, kRuleNameAttr), scripts,
                           corvane::XMLLine(element), false});
         if (file->size() > 0) return file;
-        CStringW text;
-        text.Format(u"%s: no rule: its document element <%s> has no child <%s>", path,
-                    file->root_.GetNodeName(), ruleName);
-        return fail(text);
+        return fail(tr("{0}: no rule: its document element <{1}> has no child <{2}>", path,
+                       file->root_.GetNodeName(), ruleName));
     }
 
 private:
@@ -110,15 +109,15 @@ private:
             const CStringW set = textOf(element, u"Set");
             const CStringW name = textOf(element, u"File");
             if (set.IsEmpty() == name.IsEmpty())
-                return failAt(file.path_, element, u"an <Include> has a Set or a File");
+                return failAt(file.path_, element, tr("an <Include> has a Set or a File"));
             const fs::path from = set.IsEmpty() ? fs::path(file.path_.Std()).parent_path() /
                                                       fs::path(shownPath(name).Std())
                                                 : shipped::fileOf(set.ToUtf8());
             if (from.empty())
                 return failAt(file.path_, element,
-                              u"the installation has no rule set \"" + set + u"\"");
+                              tr("the installation has no rule set \"{0}\"", set));
             if (++depth_ > kDeepestInclude)
-                return failAt(file.path_, element, u"files include each other too deep");
+                return failAt(file.path_, element, tr("files include each other too deeply"));
             const CStringW path(from.u16string());
             const std::unique_ptr<RuleFile> other = read(path);
             --depth_;
@@ -143,7 +142,7 @@ private:
             const CStringW name = textOf(element, u"Name");
             const auto rule = find(file.rules_, name);
             if (rule == file.rules_.end())
-                return failAt(file.path_, element, u"no included rule is called \"" + name + u"\"");
+                return failAt(file.path_, element, tr("no included rule is called \"{0}\"", name));
             file.rules_.erase(rule);
         }
         return true;
@@ -169,9 +168,10 @@ private:
 
 std::unique_ptr<RuleFile> RuleFile::load(const CStringW& path, CStringW& problem) {
     if (corvane::ResourceText(kRuleNode).empty()) {
-        problem = path +
-                  u": the language module of this installation, which holds the names "
-                  u"in rule files, cannot be loaded; \"corvane doctor\" tells more";
+        problem =
+            tr("{0}: the language module of this installation, which holds the names in rule "
+               "files, cannot be loaded; \"corvane doctor\" tells more",
+               path);
         return nullptr;
     }
     RuleFileReader reader;
@@ -199,7 +199,7 @@ CStringW faultText(const CStringW& path, const corvane::XMLFault& fault) {
     CStringW text = placeText(path, fault.line);
     if (fault.line > 0 && fault.column > 0) text.AppendFormat(u":%d", fault.column);
     text += u": ";
-    return text + (fault.message.IsEmpty() ? CStringW(u"cannot be read") : fault.message);
+    return text + (fault.message.IsEmpty() ? tr("cannot be read") : fault.message);
 }
 
 CStringW attributeText(const QorXMLNode& element, std::uint32_t nameNumber) {

@@ -6,6 +6,7 @@
 #include <corvane/host/RuleModule.h>
 
 #include "Text.h"
+#include "language/Messages.h"
 
 namespace {
 
@@ -42,34 +43,36 @@ const corvane::LoadedModule& RuleModules::load(const CStringW& name) {
     return module;
 }
 
-CQorRule* RuleModules::makeRule(const CStringW& file, const CStringW& ruleName, CStringW& problem) {
+CQorRule* RuleModules::makeRule(const CStringW& file, const CStringW& ruleName,
+                                results::Remark& problem) {
     const CStringW name = lastName(file);
     const corvane::LoadedModule& module = load(name);
     if (!module && !module.fault().empty()) {
-        problem.Format(u"the rule module \"%s\" cannot be loaded: %s", name, module.fault());
+        problem = remark("the rule module \"{0}\" cannot be loaded: {1}", name, module.fault());
         return nullptr;
     }
     if (!module) {
-        problem.Format(u"there is no rule module \"%s\" in", name);
-        for (std::size_t i = 0; i < folders_.size(); ++i)
-            problem.AppendFormat(i == 0 ? u" %s" : u", %s", folders_[i]);
+        CStringW places;
+        for (const CStringW& folder : folders_)
+            places += (places.IsEmpty() ? CStringW() : CStringW(u", ")) + folder;
+        problem = remark("there is no rule module \"{0}\" in {1}", name, places);
         return nullptr;
     }
     const auto create = module.function<CreateQorRuleFunction>(kCreateQorRuleName);
     if (!create) {
-        problem.Format(u"%s is no rule module: it does not export %s", module.file(),
-                       kCreateQorRuleName);
+        problem = remark("{0} is no rule module: it does not export {1}", module.file(),
+                         kCreateQorRuleName);
         return nullptr;
     }
     const auto stamp = module.function<corvane::RuleInterfaceFunction>(corvane::kRuleInterfaceName);
     if (stamp && stamp() != corvane::kRuleInterface) {
-        problem.Format(
-            u"the rule module %s was built for another version of the library: build it "
-            u"again",
+        problem = remark(
+            "the rule module {0} was built for another version of the library: build "
+            "it again",
             module.file());
         return nullptr;
     }
     CQorRule* rule = create(ruleName);
-    if (!rule) problem.Format(u"the rule module %s has no rule \"%s\"", module.file(), ruleName);
+    if (!rule) problem = remark("the rule module {0} has no rule \"{1}\"", module.file(), ruleName);
     return rule;
 }

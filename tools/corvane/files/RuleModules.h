@@ -6,6 +6,8 @@
 #include <corvane/platform/LoadedModule.h>
 #include <corvane/text/CStringW.h>
 
+#include "results/Remark.h"
+
 class CQorRule;
 
 /// The rule modules of a run, each loaded once. Rules of a module must not outlive this object.
@@ -23,7 +25,7 @@ public:
     /// Makes the rule of that name; the caller owns it. Null, with the reason in `problem`, when
     /// the module is missing, is no rule module or has no such rule. Of `file` only the name
     /// counts: a rule file chooses among the modules of the folders, and no other library.
-    CQorRule* makeRule(const CStringW& file, const CStringW& ruleName, CStringW& problem);
+    CQorRule* makeRule(const CStringW& file, const CStringW& ruleName, results::Remark& problem);
 
 private:
     const corvane::LoadedModule& load(const CStringW& name);

@@ -36,11 +36,12 @@ std::unique_ptr<QorXMLNode> writtenForm(LoadedRule& loaded) {
     try {
         return std::unique_ptr<QorXMLNode>(loaded.rule->GetXML());
     } catch (const _com_error& error) {
-        loaded.problems.push_back(u"writing the rule failed: " + statusText(error.Error()));
+        loaded.problems.push_back(
+            remark("writing the rule failed: {0}", statusText(error.Error())));
     } catch (const std::exception& error) {
-        loaded.problems.push_back(u"writing the rule failed: " + CStringW(error.what()));
+        loaded.problems.push_back(remark("writing the rule failed: {0}", error.what()));
     } catch (...) {
-        loaded.problems.push_back(u"writing the rule failed with an unknown exception");
+        loaded.problems.push_back(remark("writing the rule failed with an unknown exception"));
     }
     return nullptr;
 }
@@ -49,8 +50,8 @@ int saveRules(const SaveOptions& options, Console& console) {
     const std::unique_ptr<RuleFile> file = RuleFile::load(options.ruleFile, console);
     if (!file) return kUnusable;
     if (!file->included().empty()) {
-        console.report(options.ruleFile +
-                       u": it includes other files, which a file of whole rules cannot say");
+        console.report(tr("{0}: it includes other files, which a file of whole rules cannot say",
+                          options.ruleFile));
         return kUnusable;
     }
 
@@ -69,8 +70,8 @@ int saveRules(const SaveOptions& options, Console& console) {
         const auto losses = corvane::FindWritingLosses(file->element(i), *element);
         root->AppendNode(element.get());
         whole = whole && loaded.problems.empty() && losses.empty();
-        for (const CStringW& problem : loaded.problems)
-            console.report(file->place(i) + u": " + problem);
+        for (const results::Remark& problem : loaded.problems)
+            console.report(file->place(i) + u": " + CStringW::FromUtf8(problem.shown));
         for (const corvane::WritingLoss& loss : losses)
             console.report(file->placeOf(loss.line) + u": " + loss.text);
     }
@@ -79,7 +80,7 @@ int saveRules(const SaveOptions& options, Console& console) {
         bytesOfFile(options.output).value_or(bytesOfFile(options.ruleFile).value_or(std::string()));
     const std::string text = laidOut(document.GetXML().ToUtf8(), indentOf(lint::utf8Of(former)));
     if (!replaceFile(options.output, text)) {
-        console.report(options.output + u": cannot be written");
+        console.report(tr("{0}: cannot be written", options.output));
         return kUnusable;
     }
     return whole ? kGood : kWrong;

@@ -7,6 +7,7 @@
 #include <corvane/xml/QorXMLNode.h>
 
 #include "files/RuleFile.h"
+#include "language/Messages.h"
 
 namespace {
 
@@ -41,10 +42,10 @@ void ScriptRule::PopulateParametersFromXML(QorXMLNode* node) {
         const QorXMLNode& engine = *(*engines)[i];
         if (isRegistered(engine)) continue;
         const CStringW guid = attributeText(engine, kGuidAttr);
-        CStringW text;
-        text.Format(u"the engine \"%s\" ", attributeText(engine, kEngineAttr));
-        text += guid.IsEmpty() ? CStringW(u"has no GUID") : guid + u" is not registered";
-        missingEngines_.push_back(text);
+        const CStringW name = attributeText(engine, kEngineAttr);
+        missingEngines_.push_back(
+            guid.IsEmpty() ? remark("the engine \"{0}\" has no GUID", name)
+                           : remark("the engine \"{0}\" {1} is not registered", name, guid));
     }
 }
 

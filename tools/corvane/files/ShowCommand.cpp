@@ -15,18 +15,18 @@ struct ShowOptions {
     FolderOptions folders;
 };
 
-const char16_t* originText(RuleOrigin origin) {
+CStringW originText(RuleOrigin origin) {
     switch (origin) {
         case RuleOrigin::Module:
-            return u"rule module";
+            return tr("rule module");
         case RuleOrigin::Index:
-            return u"index of user-defined rules";
+            return tr("index of user-defined rules");
         case RuleOrigin::RuleFile:
-            return u"rule file";
+            return tr("rule file");
         case RuleOrigin::Nowhere:
             break;
     }
-    return u"none: the rule cannot be made";
+    return tr("none: the rule cannot be made");
 }
 
 /// Prints one rule as lines of a label and a text.
@@ -39,40 +39,36 @@ public:
         printHeading();
         printTexts();
         for (const CStringW& category : rule_.m_lstCategories)
-            line(u"also in", category);
+            line("also in", category);
         for (const CStringW& engine : rule_.m_lstEngines)
-            line(u"engine", shownPath(engine));
-        for (const CStringW& problem : loaded_.problems)
-            line(u"problem", problem, Tone::Bad);
+            line("engine", shownPath(engine));
+        for (const results::Remark& problem : loaded_.problems)
+            line("problem", CStringW::FromUtf8(problem.shown), Tone::Bad);
         printParameters(rule_.m_Parameters, u"");
         printConstraints();
         console_.endLine();
     }
 
 private:
-    void line(std::u16string_view label, const CStringW& text, Tone tone = Tone::Plain) const {
-        console_.writeField(label, text, tone);
+    void line(Message label, const CStringW& text, Tone tone = Tone::Plain) const {
+        console_.writeField(tr(label), text, tone);
     }
 
     void printHeading() const {
         console_.write(rule_.m_csRuleName, Tone::Heading);
-        CStringW place;
-        if (loaded_.line > 0) place.Format(u"  (line %d)", loaded_.line);
-        console_.writeLine(place);
+        console_.writeLine(loaded_.line > 0 ? u"  " + tr("(line {0})", loaded_.line) : CStringW());
     }
 
     void printTexts() const {
-        line(u"definition", originText(loaded_.origin));
-        line(u"category", rule_.m_csRuleCategory);
-        CStringW numbers;
-        numbers.Format(u"%d, status %d, life status %d", rule_.m_lRuleSeverity, rule_.m_lRuleStatus,
-                       rule_.m_lRuleLifeStatus);
-        line(u"severity", numbers);
-        line(u"description", rule_.m_csRuleDescription);
-        line(u"source", rule_.m_csRuleSource);
-        line(u"module", rule_.m_csRuleModuleName);
-        line(loaded_.isScript() ? u"script" : u"file", rule_.m_csRuleFileName);
-        line(u"module file", rule_.m_csModuleFileName);
+        line("definition", originText(loaded_.origin));
+        line("category", rule_.m_csRuleCategory);
+        line("severity", tr("{0}, status {1}, life status {2}", rule_.m_lRuleSeverity,
+                            rule_.m_lRuleStatus, rule_.m_lRuleLifeStatus));
+        line("description", rule_.m_csRuleDescription);
+        line("source", rule_.m_csRuleSource);
+        line("module", rule_.m_csRuleModuleName);
+        line(loaded_.isScript() ? Message("script") : Message("file"), rule_.m_csRuleFileName);
+        line("module file", rule_.m_csModuleFileName);
     }
 
     void printParameters(const CQorArray<CQorParamStorage*>& storages,
@@ -87,20 +83,21 @@ private:
         const ParameterText parameter = describe(storage);
         CStringW text = indent;
         text.AppendFormat(u"%d %s (%s%s)", storage.m_lId, parameter.name, parameter.kind,
-                          parameter.on ? u"" : u", off");
+                          parameter.on ? CStringW() : tr(", ") + tr("off"));
         for (std::size_t i = 0; i < parameter.values.size(); ++i)
             text += (i == 0 ? CStringW(u" = ") : CStringW(u", ")) + parameter.values[i];
-        line(u"parameter", text);
+        line("parameter", text);
     }
 
     void printConstraints() const {
         for (int i = 0; i < rule_.m_Constraints.GetSize(); ++i) {
             const CQORConstraint* constraint = rule_.m_Constraints.GetAt(i);
             if (!constraint) continue;
-            CStringW text = constraint->m_Type == QORConstraint_Material ? u"material " : u"";
-            text += constraint->m_csValue;
-            if (!constraint->m_bStatus) text += u" (off)";
-            line(u"constraint", text);
+            CStringW text = constraint->m_Type == QORConstraint_Material
+                                ? tr("material {0}", constraint->m_csValue)
+                                : constraint->m_csValue;
+            if (!constraint->m_bStatus) text += u" (" + tr("off") + u")";
+            line("constraint", text);
             printParameters(constraint->m_Parameters, u"  ");
         }
     }

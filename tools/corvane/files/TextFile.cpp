@@ -10,6 +10,7 @@
 
 #include "doctor/Places.h"
 #include "files/RuleFile.h"
+#include "language/Messages.h"
 #include "lint/SourceTree.h"
 #include "results/OutputFile.h"
 
@@ -37,6 +38,7 @@ std::optional<std::string> xmlOfFile(const CStringW& path, CStringW& problem) {
     QorXMLDocument document;
     const std::optional<std::string> bytes = bytesOfFile(path);
     if (bytes && document.LoadFromFile(path)) return lint::utf8Of(*bytes);
-    problem = bytes ? faultText(path, corvane::LastXMLFault(document)) : path + u": cannot be read";
+    problem =
+        bytes ? faultText(path, corvane::LastXMLFault(document)) : tr("{0}: cannot be read", path);
     return std::nullopt;
 }

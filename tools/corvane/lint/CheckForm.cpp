@@ -63,11 +63,12 @@ void checkAttributes(const Element& element, const Form& form, Report& report) {
     for (const Attribute& attribute : element.attributes) {
         if (isForeign(attribute.name) || has(form.attributes, attribute.name)) continue;
         if (form.name == "Value" && isNumbered(attribute.name)) {
-            report.add(kLostAttribute, attribute.place, "\"" + attribute.name + "\" is never read");
+            report.add(kLostAttribute, attribute.place,
+                       trUtf8("\"{0}\" is never read", attribute.name));
             continue;
         }
         report.add(kUnknownAttribute, attribute.place,
-                   "<" + form.name + "> has no attribute \"" + attribute.name + "\"",
+                   trUtf8("<{0}> has no attribute \"{1}\"", form.name, attribute.name),
                    didYouMean(attribute.name, form.attributes));
     }
 }
@@ -75,7 +76,7 @@ void checkAttributes(const Element& element, const Form& form, Report& report) {
 void checkText(const Element& element, Report& report) {
     if (element.textPlace.line > 0)
         report.add(kIgnoredText, element.textPlace,
-                   "text in <" + element.name + ">, which has none");
+                   trUtf8("text in <{0}>, which has none", element.name));
 }
 
 void checkElement(const Element& element, const Form& form, Report& report) {
@@ -86,13 +87,13 @@ void checkElement(const Element& element, const Form& form, Report& report) {
         if (isForeign(child.name)) continue;
         if (!has(form.children, child.name)) {
             report.add(kUnknownElement, child.place,
-                       "<" + form.name + "> has no child <" + child.name + ">",
+                       trUtf8("<{0}> has no child <{1}>", form.name, child.name),
                        didYouMean(child.name, form.children));
             continue;
         }
         if (has(form.single, child.name) && has(seen, child.name))
             report.add(kRepeatedElement, child.place,
-                       "another <" + child.name + "> in the same <" + form.name + ">");
+                       trUtf8("another <{0}> in the same <{1}>", child.name, form.name));
         seen.push_back(child.name);
         checkElement(child, *formOf(child.name), report);
     }
@@ -108,7 +109,7 @@ void checkForm(const Element& root, Report& report) {
             checkElement(child, *formOf(child.name), report);
         else if (!isForeign(child.name))
             report.add(kUnknownElement, child.place,
-                       "<" + root.name + "> has no child <" + child.name + ">",
+                       trUtf8("<{0}> has no child <{1}>", root.name, child.name),
                        didYouMean(child.name, known));
     }
 }

@@ -67,18 +67,19 @@ std::optional<double> checkNumber(std::string_view text, Place place, const std:
     if (reading == Reading::Whole) return value;
     if (isLocalNumber(plain))
         report.add(kLocalNumber, place,
-                   what + " is " + quoted(plain) + ", a number in a local form");
+                   trUtf8("{0} is {1}, a number in a local form", what, quoted(plain)));
     else if (reading == Reading::Tail)
         report.add(kNumberWithTail, place,
-                   what + " is " + quoted(plain) + ", a number with more after it");
+                   trUtf8("{0} is {1}, a number with more after it", what, quoted(plain)));
     else
-        report.add(kNotANumber, place, what + " is " + quoted(plain) + ", which is no number");
+        report.add(kNotANumber, place,
+                   trUtf8("{0} is {1}, which is no number", what, quoted(plain)));
     return std::nullopt;
 }
 
 void checkFlag(const Attribute* flag, const std::string& what, Report& report) {
     if (!flag || !flag->isKnown || flag->value == "0" || flag->value == "1") return;
-    report.add(kFlag, flag->valuePlace, what + " is " + quoted(flag->value));
+    report.add(kFlag, flag->valuePlace, trUtf8("{0} is {1}", what, quoted(flag->value)));
 }
 
 Place placeOfText(const Element& element) {
@@ -119,41 +120,43 @@ public:
         }
         if (op == QorOperator_Grouped && parameter_.isTextKnown && count % 2 != 0 && count % 3 != 0)
             report_.add(kDroppedGroup, parameter_.place,
-                        what() + " has operator 1 and " + std::to_string(count) +
-                            (count == 1 ? " value" : " values") + ", neither pairs nor triples");
+                        trCount({"{1} has operator 1 and {0} value, neither pairs nor triples",
+                                 "{1} has operator 1 and {0} values, neither pairs nor triples"},
+                                static_cast<std::int64_t>(count), what())
+                            .ToUtf8());
     }
 
 private:
     std::string what() const {
         const Attribute* key = parameter_.attribute("Type");
-        return "parameter " + (key ? quoted(key->value) : std::string("without Type"));
+        return key ? trUtf8("parameter {0}", quoted(key->value)) : trUtf8("parameter without Type");
     }
 
     void checkKey(std::set<std::int64_t>& numbers) {
         const Attribute* key = parameter_.attribute("Type");
         if (!key) {
             report_.add(kUnknownParameter, parameter_.place,
-                        "the parameter has no Type, so no rule finds it",
-                        "Give it the number of the parameter as Type.");
+                        trUtf8("the parameter has no Type, so no rule finds it"),
+                        trUtf8("Give it the number of the parameter as Type."));
             return;
         }
         if (!key->isKnown) return;
         number_ = checkInteger(key->value, key->valuePlace, "Type", report_);
         if (!number_) return;
         if (!numbers.insert(*number_).second)
-            report_.add(kRepeatedParameter, parameter_.place, what() + " occurs again");
+            report_.add(kRepeatedParameter, parameter_.place, trUtf8("{0} occurs again", what()));
         if (known_.parameters && !known_.parameters->contains(*number_))
             report_.add(kUnknownParameter, key->valuePlace,
-                        "the rule has no parameter " + std::to_string(*number_), numbersOfRule());
+                        trUtf8("the rule has no parameter {0}", *number_), numbersOfRule());
     }
 
     std::string numbersOfRule() const {
         constexpr std::size_t kMostNamed = 12;
         if (known_.parameters->empty() || known_.parameters->size() > kMostNamed) return {};
-        std::string text = "It has";
+        std::string text;
         for (const auto& [number, kind] : *known_.parameters)
-            text += (text.size() > 6 ? ", " : " ") + std::to_string(number);
-        return text + ".";
+            text += (text.empty() ? "" : ", ") + std::to_string(number);
+        return trUtf8("It has {0}.", text);
     }
 
     /// A script's parameter without Operator gets the operator that is saved; a compiled rule's
@@ -163,8 +166,8 @@ private:
         if (isMissing && known_.kind != RuleKnowledge::Kind::Compiled) return;
         if (isMissing || op == QorOperator_NotSaved || op == QorOperator_Hidden)
             report_.add(kNotSaved, parameter_.place,
-                        what() + (isMissing ? " has no Operator, which counts as 0"
-                                            : " has operator " + std::to_string(*op)));
+                        isMissing ? trUtf8("{0} has no Operator, which counts as 0", what())
+                                  : trUtf8("{0} has operator {1}", what(), *op));
     }
 
     int kindOf(std::int64_t parameterType) const {
@@ -182,20 +185,22 @@ private:
             if (!hasAttributes || !byAttributes)
                 report_.add(kUnreadKind, value.place,
                             byAttributes
-                                ? "with ParameterType 24 the value is in Attribute1 to Attribute4"
-                                : "a record is read with ParameterType 24 only");
+                                ? trUtf8("with ParameterType 24 the value is in Attribute1 to "
+                                         "Attribute4")
+                                : trUtf8("a record is read with ParameterType 24 only"));
             else if (value.textPlace.line > 0)
                 report_.add(kIgnoredText, value.textPlace,
-                            "text in a <Value> that is read by its attributes");
+                            trUtf8("text in a <Value> that is read by its attributes"));
             return;
         }
         if (hasAttributes)
-            report_.add(kUnreadKind, value.place, "attributes are read with ParameterType 24 only");
+            report_.add(kUnreadKind, value.place,
+                        trUtf8("attributes are read with ParameterType 24 only"));
         if (value.isTextKnown) checkText(value, kind);
     }
 
     void checkText(const Element& value, int kind) {
-        const std::string name = "Value of " + what();
+        const std::string name = trUtf8("Value of {0}", what());
         const Place place = placeOfText(value);
         switch (kind) {
             case Type_Int:
@@ -208,10 +213,10 @@ private:
                 break;
             case Type_Bool:
                 if (value.text != "0" && value.text != "1" && !isWordOfScript(value.text))
-                    report_.add(kFlag, place, name + " is " + quoted(value.text));
+                    report_.add(kFlag, place, trUtf8("{0} is {1}", name, quoted(value.text)));
                 break;
             case Type_COleDateTimePtr:
-                report_.add(kUnreadKind, place, name + " is a date, which no file holds");
+                report_.add(kUnreadKind, place, trUtf8("{0} is a date, which no file holds", name));
                 break;
             case Type_CStringPtr:
                 break;
@@ -246,12 +251,12 @@ void checkConstraint(const Element& constraint, const RuleKnowledge& known, Repo
                                                [](char a, char b) { return (a | 0x20) == b; });
     if (!isMaterial && (!type || type->isKnown)) {
         const std::string words[] = {"Material"};
-        report.add(
-            kUnknownConstraint, type ? type->valuePlace : constraint.place,
-            type ? "no constraint has the type " + quoted(text) : "the constraint has no Type",
-            didYouMean(text, words));
+        report.add(kUnknownConstraint, type ? type->valuePlace : constraint.place,
+                   type ? trUtf8("no constraint has the type {0}", quoted(text))
+                        : trUtf8("the constraint has no Type"),
+                   didYouMean(text, words));
     }
-    checkFlag(constraint.attribute("Status"), "Status of a constraint", report);
+    checkFlag(constraint.attribute("Status"), trUtf8("Status of a constraint"), report);
     // Which parameters a constraint of a compiled rule has, only its rule's code says.
     RuleKnowledge own = known;
     if (known.kind == RuleKnowledge::Kind::Compiled) own.parameters.reset();
@@ -265,7 +270,7 @@ void checkSeverity(const Element& rule, const Vocabulary& words, Report& report)
         checkInteger(severity->value, severity->valuePlace, "Severity", report);
     if (number && *number != -1 && !words.severities.contains(*number))
         report.add(kUnknownSeverity, severity->valuePlace,
-                   "severity " + std::to_string(*number) + " has no name");
+                   trUtf8("severity {0} has no name", *number));
 }
 
 void checkCategory(const Attribute* category, const Vocabulary& words, Report& report) {
@@ -274,7 +279,7 @@ void checkCategory(const Attribute* category, const Vocabulary& words, Report& r
         return;
     const std::vector<std::string> known(words.categories.begin(), words.categories.end());
     report.add(kUnknownCategory, category->valuePlace,
-               "no category is called " + quoted(category->value),
+               trUtf8("no category is called {0}", quoted(category->value)),
                didYouMean(category->value, known));
 }
 
@@ -286,7 +291,7 @@ std::optional<std::int64_t> checkInteger(const std::string& text, Place place,
     if (!value) return std::nullopt;
     if (*value < std::numeric_limits<std::int32_t>::min() ||
         *value > std::numeric_limits<std::int32_t>::max()) {
-        report.add(kOutOfRange, place, what + " is " + quoted(trimmed(text)));
+        report.add(kOutOfRange, place, trUtf8("{0} is {1}", what, quoted(trimmed(text))));
         return std::nullopt;
     }
     return static_cast<std::int64_t>(*value);
@@ -296,7 +301,7 @@ void checkValues(const Element& rule, const RuleKnowledge& known, const Vocabula
                  Report& report) {
     const Attribute* name = rule.attribute("Name");
     if (!name || (name->value.empty() && name->isKnown))
-        report.add(kNoName, name ? name->valuePlace : rule.place, "the rule has no name");
+        report.add(kNoName, name ? name->valuePlace : rule.place, trUtf8("the rule has no name"));
     checkSeverity(rule, words, report);
     for (const char* number : {"Status", "LifeStatus"})
         if (const Attribute* attribute = rule.attribute(number); attribute && attribute->isKnown)

@@ -36,14 +36,16 @@ public:
               "Without a file, the index of user-defined rules and the settings are looked at.") {
         addTexts(parser(), "RULEFILE", options_.files, "Rule files");
         parser()
-            .add_option("--format", options_.format, "How to print: text, json or sarif")
+            .add_option("--format", options_.format, trUtf8("How to print: text, json or sarif"))
             ->check(CLI::IsMember({"text", "json", "sarif"}));
         parser()
-            .add_option("--off", options_.off, "Codes, by number or name, that are not looked for")
+            .add_option("--off", options_.off,
+                        trUtf8("Codes, by number or name, that are not looked for"))
             ->type_name("CODE");
         parser()
-            .add_option("--severities", options_.severities,
-                        "Names of severities, else Settings/Severities.toml of the data folder")
+            .add_option(
+                "--severities", options_.severities,
+                trUtf8("Names of severities, else Settings/Severities.toml of the data folder"))
             ->type_name("FILE");
         options_.folders.declare(parser());
     }
@@ -52,6 +54,9 @@ public:
         options_.folders.apply();
         const std::optional<Severities> severities = findSeverities(options_.severities, console);
         if (!severities) return kUnusable;
+        // What programs read is the same in every language.
+        std::optional<language::Scope> english;
+        if (options_.format != "text") english.emplace(language::Language::English);
         const std::vector<lint::Problem> problems = find(lint::wordsOf(*severities));
         print(console, problems);
         return problems.empty() ? kGood : kWrong;
@@ -93,11 +98,10 @@ private:
             return std::ranges::count(problems, isError,
                                       [](const lint::Problem& one) { return one.code->isError; });
         };
-        CStringW sum = u"nothing found";
-        if (!problems.empty())
-            sum.Format(u"%d errors, %d warnings", static_cast<int>(count(true)),
-                       static_cast<int>(count(false)));
-        console.writeLine(sum.Std(), problems.empty() ? Tone::Good : Tone::Bad);
+        if (problems.empty()) return console.writeLine(tr("nothing found"), Tone::Good);
+        console.writeLine(trCount({"{0} error", "{0} errors"}, count(true)) + tr(", ") +
+                              trCount({"{0} warning", "{0} warnings"}, count(false)),
+                          Tone::Bad);
     }
 
     LintOptions options_;
@@ -106,10 +110,7 @@ private:
 /// What a look at compiled rules starts for itself.
 class LintWorkerCommand : public Command {
 public:
-    explicit LintWorkerCommand(CLI::App& program)
-        : Command(program, lint::kLintWorkerCommand, "Look at the rule files of a controller", "") {
-        parser().group("");  // not in the help: nobody types it
-    }
+    explicit LintWorkerCommand(CLI::App& program) : Command(program, lint::kLintWorkerCommand) {}
 
     bool isBatch() const override { return true; }
     int run(Console&) override { return lint::runLintWorker(); }

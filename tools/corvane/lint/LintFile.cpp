@@ -123,12 +123,12 @@ std::vector<Problem> Linter::checkFile(const std::string& path) {
     const std::optional<std::string> bytes = bytesOf(path);
     QorXMLDocument document;
     if (!bytes) {
-        report.add(kUnreadable, {}, "there is no such file, or it cannot be read",
-                   "Correct the path.");
+        report.add(kUnreadable, {}, trUtf8("there is no such file, or it cannot be read"),
+                   trUtf8("Correct the path."));
     } else if (!document.LoadFromFile(wide(path))) {
         const corvane::XMLFault fault = corvane::LastXMLFault(document);
         report.add(kUnreadable, {fault.line, fault.column},
-                   fault.message.IsEmpty() ? "it cannot be read" : narrow(fault.message));
+                   fault.message.IsEmpty() ? trUtf8("it cannot be read") : narrow(fault.message));
     } else {
         const Element root = readSource(*bytes);
         checkForm(root, report);
@@ -187,7 +187,7 @@ std::unique_ptr<RuleFile> Linter::resolve(const std::string& path, const Element
     if (includes)
         report.add(kUnreadable, root.place, narrow(problem));
     else
-        report.add(kNoRule, root.place, "<" + root.name + "> has no child <Rule>");
+        report.add(kNoRule, root.place, trUtf8("<{0}> has no child <{1}>", root.name, "Rule"));
     return nullptr;
 }
 
@@ -199,8 +199,8 @@ void Linter::checkRepetition(const Element& root, bool isIndex, Report& report) 
         const auto [first, isNew] = names.try_emplace(lower(name), &rule);
         if (!isNew)
             report.add(isIndex ? kRepeatedEntry : kRepeatedRule, placeOf(rule, "Name"),
-                       "\"" + name + "\" is also the name of the rule on line " +
-                           std::to_string(first->second->place.line));
+                       trUtf8("\"{0}\" is also the name of the rule on line {1}", name,
+                              first->second->place.line));
     }
 }
 
@@ -212,22 +212,23 @@ RuleKnowledge Linter::learn(const Element& rule, Report& report) {
         return knowledge;
     }
     knowledge.kind = RuleKnowledge::Kind::Compiled;
-    CStringW problem;
+    results::Remark problem("");
     const std::unique_ptr<CQorRule> made(
         modules_.makeRule(file, wide(valueOf(rule, "Name")), problem));
     if (made)
         knowledge.parameters = parametersOf(*made);
     else
-        report.add(kNoModuleRule, placeOf(rule, "File"), narrow(problem));
+        report.add(kNoModuleRule, placeOf(rule, "File"), problem.shown);
     return knowledge;
 }
 
 void Linter::sayIfNoScriptCanRun(const Index* known, const Element& rule, Report& report) {
     if ((known && host_) || saidNoScripts_) return;
     saidNoScripts_ = true;
-    report.add(kNoScriptFolder, rule.place,
-               known ? "no script host is installed" : "no script folder is configured",
-               known ? "Install the script host, or register it anew." : "");
+    report.add(
+        kNoScriptFolder, rule.place,
+        known ? trUtf8("no script host is installed") : trUtf8("no script folder is configured"),
+        known ? trUtf8("Install the script host, or register it anew.") : std::string());
 }
 
 void Linter::checkScript(const Definition& definition, const Index* known, QorXMLNode& node,
@@ -244,19 +245,21 @@ void Linter::checkScript(const Definition& definition, const Index* known, QorXM
         for (const auto& [lowerName, entry] : known->entries)
             names.push_back(valueOf(*entry, "Name"));
         report.add(kNoIndexEntry, placeOf(*definition.rule, "Name"),
-                   isOwn ? "the index has no rule \"" + name + "\", and the rule names no script"
-                         : "the entry of \"" + name + "\" in the index names no script",
+                   isOwn
+                       ? trUtf8("the index has no rule \"{0}\", and the rule names no script", name)
+                       : trUtf8("the entry of \"{0}\" in the index names no script", name),
                    isOwn ? didYouMean(name, names) : std::string());
     } else if (leavesScriptFolder(wide(script))) {
-        report.add(kOutsideScript, place, "\"" + script + "\" leads out of the script folder", {},
-                   definition.file);
+        report.add(kOutsideScript, place, trUtf8("\"{0}\" leads out of the script folder", script),
+                   {}, definition.file);
     } else {
         const std::string path = known->folder + "/" + narrow(shownPath(wide(script)));
         std::error_code status;
         if (fs::is_regular_file(path, status))
             checkScriptText(path, definition, engines, node, report);
         else
-            report.add(kNoScript, place, "there is no script " + path, {}, definition.file);
+            report.add(kNoScript, place, trUtf8("there is no script {0}", path), {},
+                       definition.file);
     }
 }
 
@@ -273,12 +276,13 @@ void Linter::checkScriptText(const std::string& path, const Definition& definiti
 
     const std::optional<std::string> bytes = bytesOf(path);
     if (!bytes || bytes->size() > kLargestScript) {
-        report.add(kNoScript, {}, "the script cannot be read, or is larger than 16 MiB", {}, path);
+        report.add(kNoScript, {}, trUtf8("the script cannot be read, or is larger than 16 MiB"), {},
+                   path);
         return;
     }
     const std::string text = utf8Of(*bytes);
     if (wide(text).Find(u'\xFFFD') >= 0 && text.find("\xEF\xBF\xBD") == text.npos)
-        report.add(kScriptEncoding, {}, "the script is no UTF-8", {}, path);
+        report.add(kScriptEncoding, {}, trUtf8("the script is no UTF-8"), {}, path);
     compile(path, text, report);
 
     const LuaNames used = namesOf(text);
@@ -289,14 +293,14 @@ void Linter::checkScriptText(const std::string& path, const Definition& definiti
         if (!hostNames().contains(global.name) && !engines.contains(global.name) &&
             said.insert(global.name).second)
             report.add(kUnknownGlobal, {global.line, global.column},
-                       "nothing is called \"" + global.name + "\"", didYouMean(global.name, known),
-                       path);
+                       trUtf8("nothing is called \"{0}\"", global.name),
+                       didYouMean(global.name, known), path);
     const std::vector<std::string> parameters(names.begin(), names.end());
     for (const LuaName& parameter : used.parameters)
         if (!names.contains(parameter.name) && said.insert("params." + parameter.name).second)
             report.add(kUnknownParam, {parameter.line, parameter.column},
-                       "the rule \"" + valueOf(*definition.rule, "Name") +
-                           "\" has no parameter \"" + parameter.name + "\"",
+                       trUtf8("the rule \"{0}\" has no parameter \"{1}\"",
+                              valueOf(*definition.rule, "Name"), parameter.name),
                        didYouMean(parameter.name, parameters), path);
 }
 
@@ -314,8 +318,8 @@ std::set<std::string> Linter::checkEngines(const Definition& definition, Report&
                                      wide(valueOf(engine, "MinorVersion")),
                                      wide(valueOf(engine, "LCID")))) {
             report.add(kNoEngine, placeOf(engine, "GUID"),
-                       guid.empty() ? "the engine has no GUID"
-                                    : "no type library " + guid + " is registered",
+                       guid.empty() ? trUtf8("the engine has no GUID")
+                                    : trUtf8("no type library {0} is registered", guid),
                        {}, definition.file);
             continue;
         }
@@ -324,7 +328,7 @@ std::set<std::string> Linter::checkEngines(const Definition& definition, Report&
         library.fileName = path;
         if (!library.ReadTypeLibAttributes())
             report.add(kBadLibrary, placeOf(engine, "GUID"),
-                       file + " is missing or no type library", {}, definition.file);
+                       trUtf8("{0} is missing or no type library", file), {}, definition.file);
     }
     return names;
 }
@@ -354,8 +358,8 @@ std::vector<Problem> Linter::checkSettings() {
         if (text.empty()) continue;
         const bool isNumber = text.size() < 17 && text.find_first_not_of("0123456789") == text.npos;
         if (isNumber && std::stoll(text) >= 1 && std::stoll(text) <= limit.most) continue;
-        report.add(kBadSetting, {}, narrow(CStringW(limit.variable)) + " is \"" + text + "\"",
-                   "Write a whole number from 1 to " + std::to_string(limit.most) + ".");
+        report.add(kBadSetting, {}, trUtf8("{0} is {1}", limit.variable, "\"" + text + "\""),
+                   trUtf8("Write a whole number from 1 to {0}.", limit.most));
     }
     return report.sorted();
 }

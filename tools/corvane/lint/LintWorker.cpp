@@ -6,6 +6,7 @@
 
 #include <corvane/rules/CQORFrameWrkUtils.h>
 
+#include "language/Messages.h"
 #include "lint/LintFile.h"
 
 namespace lint {
@@ -88,11 +89,12 @@ std::vector<Problem> LintProcess::ask(const std::string& path) {
     if (!worker_) {
         worker_ = WorkerProcess::start(kLintWorkerCommand);
         if (worker_)
-            worker_->send(dumped({{"modules", moduleFolders_},
+            worker_->send(dumped({{"language", language::current()},
+                                  {"modules", moduleFolders_},
                                   {"severities", words_.severities},
                                   {"categories", words_.categories}}));
     }
-    std::string fate = "no process could be started";
+    std::string fate = trUtf8("no process could be started");
     if (worker_) {
         worker_->send(dumped(path));
         if (const std::optional<std::string> line = lineOf(*worker_)) {
@@ -103,8 +105,8 @@ std::vector<Problem> LintProcess::ask(const std::string& path) {
         worker_.reset();
     }
     Report report(path.empty() ? "index" : path);
-    report.add(kNoModuleRule, {}, "looking at its rules ended the process: " + fate,
-               "Mend the rule module that does this.");
+    report.add(kNoModuleRule, {}, trUtf8("looking at its rules ended the process: {0}", fate),
+               trUtf8("Mend the rule module that does this."));
     return report.sorted();
 }
 
@@ -113,6 +115,8 @@ int runLintWorker() {
     std::string line;
     if (!channel.read(line)) return 0;
     const Json settings = Json::parse(line);
+    const language::Scope scope(settings.at("language").get<language::Language>());
+
     std::vector<CStringW> folders;
     for (const Json& folder : settings.at("modules"))
         folders.push_back(CStringW::FromUtf8(folder.get<std::string>()));

@@ -47,9 +47,9 @@ void writeText(std::ostream& out, std::span<const Problem> problems) {
         out << problem.file;
         if (problem.place.line > 0) out << ':' << problem.place.line;
         if (problem.place.column > 0) out << ':' << problem.place.column;
-        out << ": " << gravityOf(*problem.code) << ": " << problem.message << " ["
-            << problem.code->id << ' ' << problem.code->name << "]\n    "
-            << problem.code->consequence << ' ' << problem.mend << '\n';
+        out << ": " << (problem.code->isError ? trUtf8("error") : trUtf8("warning")) << ": "
+            << problem.message << " [" << problem.code->id << ' ' << problem.code->name << "]\n    "
+            << trUtf8(problem.code->consequence) << ' ' << problem.mend << '\n';
     }
 }
 
@@ -63,7 +63,7 @@ void writeJson(std::ostream& out, std::span<const Problem> problems) {
         one["name"] = problem.code->name;
         one["gravity"] = gravityOf(*problem.code);
         one["message"] = problem.message;
-        one["consequence"] = problem.code->consequence;
+        one["consequence"] = problem.code->consequence.english();
         one["mend"] = problem.mend;
         list.push_back(std::move(one));
     }
@@ -76,8 +76,8 @@ void writeSarif(std::ostream& out, std::span<const Problem> problems, std::strin
     for (const Code* code : allCodes())
         rules.push_back({{"id", code->id},
                          {"name", code->name},
-                         {"shortDescription", {{"text", code->consequence}}},
-                         {"help", {{"text", code->mend}}},
+                         {"shortDescription", {{"text", code->consequence.english()}}},
+                         {"help", {{"text", code->mend.english()}}},
                          {"defaultConfiguration", {{"level", gravityOf(*code)}}}});
     Json results = Json::array();
     for (const Problem& problem : problems) {

@@ -148,7 +148,7 @@ void Report::add(const Code& code, Place place, std::string message, std::string
 
 void Report::add(const Code& code, Place place, std::string message, std::string mend,
                  const std::string& file) {
-    if (mend.empty()) mend = code.mend;
+    if (mend.empty()) mend = trUtf8(code.mend);
     problems_.push_back({&code, file, place, std::move(message), std::move(mend)});
 }
 
@@ -206,7 +206,7 @@ std::string nearest(std::string_view name, std::span<const std::string> known) {
 
 std::string didYouMean(std::string_view name, std::span<const std::string> known) {
     const std::string meant = nearest(name, known);
-    return meant.empty() ? std::string() : "Did you mean \"" + meant + "\"?";
+    return meant.empty() ? std::string() : trUtf8("Did you mean \"{0}\"?", meant);
 }
 
 }  // namespace lint

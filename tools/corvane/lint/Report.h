@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "language/Messages.h"
 #include "lint/SourceTree.h"
 
 namespace lint {
@@ -11,11 +12,11 @@ namespace lint {
 /// One kind of problem. The number is stable: it stands in files that people write, such as those
 /// that turn a code off.
 struct Code {
-    const char* id;           ///< "L201"
-    const char* name;         ///< "not-a-number"
-    bool isError;             ///< What is meant cannot be what happens; otherwise it may be.
-    const char* consequence;  ///< What will happen, one sentence.
-    const char* mend;         ///< What to do about it, one sentence.
+    const char* id;       ///< "L201"
+    const char* name;     ///< "not-a-number"
+    bool isError;         ///< What is meant cannot be what happens; otherwise it may be.
+    Message consequence;  ///< What will happen, one sentence.
+    Message mend;         ///< What to do about it, one sentence.
 };
 
 // By their numbers: 0 files, 1 elements and attributes, 2 values, 3 parameters and constraints,

@@ -1,3 +1,4 @@
+#include "language/Messages.h"
 #include "results/HtmlWriter.h"
 #include "results/JUnitWriter.h"
 #include "results/ResultJson.h"
@@ -9,12 +10,19 @@ namespace results {
 
 namespace {
 
+std::unique_ptr<ResultWriter> makeReport(std::ostream& out) {
+    ReportTexts texts;
+    for (const language::Translation& entry : language::kReportTexts)
+        texts.emplace(entry.texts[0], language::textOf(entry, {}).ToUtf8());
+    return makeHtmlWriter(out, std::move(texts));
+}
+
 // In the order of the help.
 constexpr Format kFormats[] = {{"text", makePlainTextWriter},
                                {"json", makeJsonWriter},
                                {"sarif", makeSarifWriter},
                                {"junit", makeJUnitWriter},
-                               {"html", makeHtmlWriter, true}};
+                               {"html", makeReport, true}};
 
 }  // namespace
 

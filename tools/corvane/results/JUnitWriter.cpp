@@ -47,6 +47,13 @@ std::string secondsText(double seconds) {
     return text.str();
 }
 
+std::vector<std::string> textsOf(const std::vector<Remark>& remarks) {
+    std::vector<std::string> texts;
+    for (const Remark& remark : remarks)
+        texts.push_back(remark.text);
+    return texts;
+}
+
 std::string joined(const std::vector<std::string>& lines) {
     std::string text;
     for (const std::string& line : lines)
@@ -59,7 +66,8 @@ std::vector<std::string> linesOf(const RuleResult& rule, bool withWaived) {
     std::vector<std::string> lines;
     for (const Finding& finding : rule.findings)
         if (withWaived || (!finding.waiver && !finding.isNote)) lines.push_back(finding.message);
-    lines.insert(lines.end(), rule.reasons.begin(), rule.reasons.end());
+    for (const Remark& reason : rule.reasons)
+        lines.push_back(reason.text);
     return lines;
 }
 
@@ -106,7 +114,7 @@ private:
                 writeOutcome("error", rule);
                 break;
             case Verdict::NotRun:
-                out_ << "<skipped" << attribute("message", joined(rule.reasons)) << "/>";
+                out_ << "<skipped" << attribute("message", joined(textsOf(rule.reasons))) << "/>";
                 break;
             case Verdict::Passed:
             case Verdict::Waived:

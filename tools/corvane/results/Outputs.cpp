@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "language/Messages.h"
 #include "results/TextWriter.h"
 
 namespace results {
@@ -13,7 +14,7 @@ bool Outputs::open(const std::string& format, const std::vector<std::string>& ou
         writers_.push_back(known->makeWriter(std::cout));
         wantGeometry_ = known->wantsGeometry;
     } else {
-        console_.report(u"--format takes one of " + CStringW::FromUtf8(formatNames()));
+        console_.report(tr("--format takes one of {0}", formatNames()));
         return false;
     }
     for (const std::string& output : outputs)
@@ -25,13 +26,12 @@ bool Outputs::openFile(const std::string& output) {
     const std::size_t equals = output.find('=');
     const Format* format = findFormat(output.substr(0, equals));
     if (!format || equals + 1 >= output.size() || equals == std::string::npos) {
-        console_.report(u"--output takes FORMAT=FILE, with one of " +
-                        CStringW::FromUtf8(formatNames()));
+        console_.report(tr("--output takes FORMAT=FILE, with one of {0}", formatNames()));
         return false;
     }
     auto file = std::make_unique<OutputFile>(output.substr(equals + 1));
     if (!file->isOpen()) {
-        console_.report(CStringW::FromUtf8(file->path()) + u": cannot be written");
+        console_.report(tr("{0}: cannot be written", file->path()));
         return false;
     }
     writers_.push_back(format->makeWriter(file->stream()));
@@ -63,7 +63,7 @@ bool Outputs::commit() {
     bool written = true;
     for (const std::unique_ptr<OutputFile>& file : files_) {
         if (file->commit()) continue;
-        console_.report(CStringW::FromUtf8(file->path()) + u": cannot be written");
+        console_.report(tr("{0}: cannot be written", file->path()));
         written = false;
     }
     files_.clear();

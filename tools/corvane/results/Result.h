@@ -7,6 +7,8 @@
 #include <variant>
 #include <vector>
 
+#include "results/Remark.h"
+
 /// What a run of rules found, as plain values. Workers, cache, merged files, baselines and writers
 /// exchange these and nothing else; ResultJson.h is their form in files. Texts are UTF-8, lengths
 /// and coordinates millimetres, durations seconds. Numbers are finite.
@@ -91,7 +93,7 @@ struct RuleResult {
     Verdict verdict = Verdict::NotRun;
     std::vector<Finding> findings;
     /// Why the rule could not judge, or what else is to be said of its run. One line each.
-    std::vector<std::string> reasons;
+    std::vector<Remark> reasons;
     std::vector<Parameter> parameters;
     std::vector<Component> components;
     double seconds = 0;
@@ -142,9 +144,9 @@ struct Counts {
 /// What is known after the last part.
 struct RunEnd {
     Counts counts;
-    bool interrupted = false;          ///< Parts or rules are missing because the user ended it.
-    std::vector<std::string> notices;  ///< About the run as a whole: a waiver that expired.
-    std::string database;              ///< Kind and version of its tables; empty without one.
+    bool interrupted = false;     ///< Parts or rules are missing because the user ended it.
+    std::vector<Remark> notices;  ///< About the run as a whole: a waiver that expired.
+    std::string database;         ///< Kind and version of its tables; empty without one.
     double seconds = 0;
 };
 

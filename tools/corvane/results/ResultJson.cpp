@@ -86,6 +86,10 @@ std::int64_t wholeFrom(const Json& json) {
 
 const auto kSame = [](const auto& value) { return Json(value); };
 
+Json textOf(const Remark& remark) {
+    return remark.text;
+}
+
 Json placeJson(const Place& place) {
     Json json{{"kind", kPlaceKinds[static_cast<int>(place.kind)]}};
     put(json, "label", place.label);
@@ -235,7 +239,7 @@ Json toJson(const RuleResult& rule) {
     put(json, "source", rule.source);
     json["verdict"] = nameOf(rule.verdict);
     put(json, "findings", rule.findings, findingJson);
-    put(json, "reasons", rule.reasons, kSame);
+    put(json, "reasons", rule.reasons, textOf);
     put(json, "parameters", rule.parameters, parameterJson);
     put(json, "components", rule.components, componentJson);
     json["seconds"] = rule.seconds;
@@ -312,7 +316,7 @@ RunInfo runInfoFrom(const Json& json) {
 
 Json toJson(const RunEnd& end) {
     Json json{{"summary", countsJson(end.counts)}, {"interrupted", end.interrupted}};
-    put(json, "notices", end.notices, kSame);
+    put(json, "notices", end.notices, textOf);
     put(json, "database", end.database);
     json["seconds"] = end.seconds;
     return json;

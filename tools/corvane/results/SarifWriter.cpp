@@ -186,8 +186,8 @@ private:
 
     void notify(const RuleResult& rule, std::size_t index, const Json& locations) {
         std::string text = "The rule \"" + rule.name + "\" could not judge.";
-        for (const std::string& reason : rule.reasons)
-            text += " " + reason;
+        for (const Remark& reason : rule.reasons)
+            text += " " + reason.text;
         Json notification{{"level", rule.verdict == Verdict::Error ? "error" : "warning"},
                           {"message", messageOf(text)},
                           {"associatedRule", {{"id", rule.name}, {"index", index}}}};

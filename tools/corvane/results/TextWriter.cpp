@@ -5,6 +5,7 @@
 
 #include "Table.h"
 #include "Text.h"
+#include "language/Messages.h"
 
 namespace results {
 
@@ -24,10 +25,6 @@ Tone toneOf(Verdict verdict) {
     return Tone::Doubtful;
 }
 
-CStringW wide(const std::string& text) {
-    return CStringW::FromUtf8(text);
-}
-
 CStringW severityText(const Severity& severity) {
     if (!severity.name.empty()) return wide(severity.name);
     CStringW number;
@@ -37,11 +34,10 @@ CStringW severityText(const Severity& severity) {
 
 /// What stands before a finding's message.
 CStringW prefixOf(const Finding& finding) {
-    if (finding.isNote) return u"note: ";
+    if (finding.isNote) return tr("note: ");
     if (!finding.waiver) return {};
-    if (finding.waiver->kind == Waiver::Kind::Baseline) return u"known before: ";
-    return u"waived until " + wide(finding.waiver->expires) + u" (" + wide(finding.waiver->reason) +
-           u"): ";
+    if (finding.waiver->kind == Waiver::Kind::Baseline) return tr("known before: ");
+    return tr("waived until {0} ({1}): ", finding.waiver->expires, finding.waiver->reason);
 }
 
 /// The texts of findings in their order, equal ones once with their number: a part has many equal
@@ -67,12 +63,12 @@ Table::Row rowOf(const RuleResult& rule) {
         toneOf(rule.verdict)};
     for (const auto& [text, count] : textsOf(rule.findings)) {
         CStringW times;
-        if (count > 1) times.Format(u" (%d times)", count);
+        if (count > 1) times = u" " + tr("({0} times)", count);
         for (const CStringW& line : linesOf(text + times))
             row.lines.push_back(line);
     }
-    for (const std::string& reason : rule.reasons)
-        row.lines.push_back(wide(reason));
+    for (const Remark& reason : rule.reasons)
+        row.lines.push_back(wide(reason.shown));
     return row;
 }
 
@@ -94,17 +90,16 @@ public:
 
     void end(const RunEnd& end) override {
         CStringW text;
-        if (severalParts_)
-            text.Format(u"%d %s, ", static_cast<QorLong>(parts_), parts_ == 1 ? u"part" : u"parts");
-        if (end.interrupted) text = u"interrupted after " + text;
-        console_.writeLine(text + sumText(end.counts));
+        if (severalParts_) text = trCount({"{0} part", "{0} parts"}, parts_) + tr(", ");
+        text += sumText(end.counts);
+        console_.writeLine(end.interrupted ? tr("interrupted after {0}", text) : text);
     }
 
 private:
     /// The rules of one file, from that place on. Gives the place after them.
     std::size_t writeTable(const PartResult& part, std::size_t first) {
         const std::string& file = part.rules[first].ruleFile;
-        Table table({u"Rule", u"Category", u"Severity", u"Result", u"Reason"});
+        Table table({tr("Rule"), tr("Category"), tr("Severity"), tr("Result"), tr("Reason")});
         std::size_t at = first;
         for (; at < part.rules.size() && part.rules[at].ruleFile == file; ++at)
             table.add(rowOf(part.rules[at]));
@@ -134,22 +129,18 @@ private:
 
 }  // namespace
 
-const char16_t* wordOf(Verdict verdict) {
-    constexpr const char16_t* kWords[] = {u"passed", u"failed", u"error", u"not run", u"waived"};
-    return kWords[static_cast<int>(verdict)];
+CStringW wordOf(Verdict verdict) {
+    constexpr Message kWords[] = {"passed", "failed", "error", "not run", "waived"};
+    return tr(kWords[static_cast<int>(verdict)]);
 }
 
 CStringW sumText(const Counts& counts) {
-    CStringW text;
-    text.Format(u"%d %s: %d passed", static_cast<QorLong>(counts.all()),
-                counts.all() == 1 ? u"rule" : u"rules", static_cast<QorLong>(counts.passed));
-    const std::pair<std::int64_t, const char16_t*> others[] = {
-        {counts.failed, u"failed"},
-        {counts.error, counts.error == 1 ? u"error" : u"errors"},
-        {counts.notRun, u"not run"},
-        {counts.waived, u"waived"}};
-    for (const auto& [count, word] : others)
-        if (count > 0) text.AppendFormat(u", %d %s", static_cast<QorLong>(count), word);
+    CStringW text = trCount({"{0} rule: ", "{0} rules: "}, counts.all()) +
+                    trCount({"{0} passed", "{0} passed"}, counts.passed);
+    if (counts.failed > 0) text += tr(", ") + trCount({"{0} failed", "{0} failed"}, counts.failed);
+    if (counts.error > 0) text += tr(", ") + trCount({"{0} error", "{0} errors"}, counts.error);
+    if (counts.notRun > 0) text += tr(", ") + tr("{0} not run", counts.notRun);
+    if (counts.waived > 0) text += tr(", ") + trCount({"{0} waived", "{0} waived"}, counts.waived);
     return text;
 }
 

@@ -15,7 +15,7 @@ std::unique_ptr<ResultWriter> makeTextWriter(Console& console);
 std::unique_ptr<ResultWriter> makePlainTextWriter(std::ostream& out);
 
 /// "passed", "not run" and so on.
-const char16_t* wordOf(Verdict verdict);
+CStringW wordOf(Verdict verdict);
 
 /// "5 rules: 4 passed, 1 failed"
 CStringW sumText(const Counts& counts);

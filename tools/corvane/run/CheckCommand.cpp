@@ -2,16 +2,13 @@
 
 #include "Commands.h"
 #include "Table.h"
+#include "Text.h"
 #include "files/RuleFile.h"
 #include "files/ShippedRules.h"
 #include "run/PlannedRun.h"
 #include "run/RuleDatabase.h"
 
 namespace {
-
-CStringW wide(const std::string& text) {
-    return CStringW::FromUtf8(text);
-}
 
 /// Runs the rule sets of the installation, which need no settings.
 class CheckCommand : public Command {
@@ -22,13 +19,13 @@ public:
               "Exit status: 0 all rules passed or are waived, 1 a rule failed, 2 bad usage or a\n"
               "file that cannot be read or written, 3 no rule failed but one could not judge.") {
         parser().add_option("PART", options_.parts,
-                            "Parts to check: files, folders, patterns and @LIST");
+                            trUtf8("Parts to check: files, folders, patterns and @LIST"));
         parser()
             .add_option("--process", processes_,
-                        "How the part is to be made; may be repeated. See --list")
+                        trUtf8("How the part is to be made; may be repeated. See --list"))
             ->type_name("PROCESS")
             ->allow_extra_args(false);
-        parser().add_flag("--list", isList_, "List the processes that rules ship for");
+        parser().add_flag("--list", isList_, trUtf8("List the processes that rules ship for"));
         options_.declare(parser());
     }
 
@@ -39,8 +36,8 @@ public:
         options_.apply();
         if (processes_.empty()) {
             console.report(
-                u"--process says how the part is to be made; \"corvane check --list\" "
-                u"lists the processes");
+                tr("--process says how the part is to be made; \"corvane check --list\" "
+                   "lists the processes"));
             return kUnusable;
         }
         for (const std::string& process : processes_) {
@@ -49,7 +46,7 @@ public:
             options_.ruleFiles.push_back(file.string());
         }
         if (options_.parts.empty()) {
-            console.report(u"there is no part to check");
+            console.report(tr("there is no part to check"));
             return kUnusable;
         }
         makeDatabaseFile();
@@ -62,18 +59,17 @@ private:
         for (const shipped::RuleSet& set : shipped::ruleSets())
             known += (known.IsEmpty() ? CStringW() : CStringW(u", ")) + wide(set.name);
         if (known.IsEmpty())
-            console.report(CStringW(shipped::folder().u16string()) +
-                           u": this installation has no rule sets");
+            console.report(
+                tr("{0}: this installation has no rule sets", shipped::folder().u16string()));
         else
-            console.report(u"no rules ship for the process " + wide(process) + u"; there are " +
-                           known);
+            console.report(tr("no rules ship for the process {0}; there are {1}", process, known));
         return kUnusable;
     }
 
     static int list(Console& console) {
         const std::vector<shipped::RuleSet> sets = shipped::ruleSets();
         if (sets.empty()) return refuse({}, console);
-        Table table({u"Process", u"Rules", u"For"});
+        Table table({tr("Process"), tr("Rules"), tr("For")});
         for (const shipped::RuleSet& set : sets) {
             const std::unique_ptr<RuleFile> file =
                 RuleFile::load(CStringW(set.file.u16string()), console);

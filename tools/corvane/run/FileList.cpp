@@ -6,6 +6,7 @@
 #include <set>
 
 #include "Pattern.h"
+#include "language/Messages.h"
 
 namespace {
 
@@ -42,9 +43,9 @@ private:
         std::ifstream file(name);
         std::error_code status;
         if (!file || fs::is_directory(name, status) || depth == kDeepestList) {
-            list.problems.push_back(name + (depth == kDeepestList
-                                                ? ": this list of files leads to itself"
-                                                : ": this list of files cannot be read"));
+            list.problems.push_back(depth == kDeepestList
+                                        ? trUtf8("{0}: this list of files leads to itself", name)
+                                        : trUtf8("{0}: this list of files cannot be read", name));
             return;
         }
         for (std::string line; std::getline(file, line);) {
@@ -85,7 +86,7 @@ private:
     void addFolder(const std::string& folder) {
         const auto takes = [this](const fs::path& path) { return hasEnding(path); };
         if (addBelow(folder, takes) == 0)
-            list.problems.push_back(folder + ": this folder holds no file of that kind");
+            list.problems.push_back(trUtf8("{0}: this folder holds no file of that kind", folder));
     }
 
     void addPattern(const std::string& pattern) {
@@ -99,7 +100,7 @@ private:
             return fitsPath(pattern, path.generic_string());
         };
         if (addBelow(folder, takes) == 0)
-            list.problems.push_back(pattern + ": no file fits this pattern");
+            list.problems.push_back(trUtf8("{0}: no file fits this pattern", pattern));
     }
 
     std::span<const std::string_view> endings_;

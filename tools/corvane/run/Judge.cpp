@@ -16,6 +16,7 @@
 
 #include "Text.h"
 #include "files/ParameterText.h"
+#include "language/Messages.h"
 #include "run/FindingCollector.h"
 #include "run/RunReason.h"
 
@@ -61,10 +62,15 @@ private:
     corvane::MessageSink formerSink_;
 };
 
-void addReasons(RuleResult& result, const std::vector<CStringW>& texts) {
+/// What the library says comes in one language.
+void addMessages(RuleResult& result, const std::vector<CStringW>& texts) {
     for (const CStringW& text : texts)
         for (const CStringW& line : linesOf(text))
-            result.reasons.push_back(line.ToUtf8());
+            result.reasons.emplace_back(line.ToUtf8());
+}
+
+void addReasons(RuleResult& result, const std::vector<results::Remark>& reasons) {
+    result.reasons.insert(result.reasons.end(), reasons.begin(), reasons.end());
 }
 
 Verdict verdictOf(const ScriptRun& run, bool hasFindings) {
@@ -83,7 +89,7 @@ void runScript(const CQorRule& rule, FindingCollector& findings, RuleResult& res
     // What a message box says of the run is less than what the run itself tells.
     result.verdict = verdictOf(watch.run, findings.any());
     if (result.verdict != Verdict::Failed)
-        addReasons(result, reasonsOf(watch.run));
+        addReasons(result, remarks([&watch] { return reasonsOf(watch.run); }));
     else if (!findings.any())
         findings.AddFinding(watch.run.errorMessage);
 }
@@ -96,13 +102,11 @@ void runModuleRule(const CQorRule& rule, const CStringW& part, FindingCollector&
     const CQorData* data = &none;
     QORResultSet* results = &findings;
     const QorLong status = rule.Execute(&cadSystem, data, results);
-    addReasons(result, watch.messages);
+    addMessages(result, watch.messages);
     result.verdict = findings.any() ? Verdict::Failed : Verdict::Passed;
     if (status == 0) return;
     // A rule that says that it could not work has judged nothing, whatever it found before.
-    CStringW text;
-    text.Format(u"the rule ended with result %d", status);
-    result.reasons.push_back(text.ToUtf8());
+    result.reasons.push_back(remark("the rule ended with result {0}", status));
     result.verdict = Verdict::Error;
 }
 
@@ -119,13 +123,13 @@ void run(const LoadedRule& loaded, const corvane::RunContext& context, FindingCo
             runModuleRule(*loaded.rule, context.partPath, findings, result);
         return;
     } catch (const _com_error& error) {
-        addReasons(result, {u"running the rule failed: " + statusText(error.Error())});
+        addReasons(result, {remark("running the rule failed: {0}", statusText(error.Error()))});
     } catch (const std::bad_alloc&) {
-        addReasons(result, {u"running the rule failed: the memory ran out"});
+        addReasons(result, {remark("running the rule failed: the memory ran out")});
     } catch (const std::exception& error) {
-        addReasons(result, {u"running the rule failed: " + CStringW(error.what())});
+        addReasons(result, {remark("running the rule failed: {0}", error.what())});
     } catch (...) {
-        addReasons(result, {u"running the rule failed with an unknown exception"});
+        addReasons(result, {remark("running the rule failed with an unknown exception")});
     }
     result.verdict = Verdict::Error;
 }

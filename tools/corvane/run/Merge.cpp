@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <map>
 
+#include "language/Messages.h"
+
 namespace {
 
 using results::PartResult;
@@ -43,19 +45,20 @@ private:
         std::map<std::int64_t, PartResult*> parts;
         for (NamedRun& named : runs_) {
             if (!isSameRun(named.run.info, info)) {
-                tell(named.path + ": this is a share of another run than " + runs_.front().path);
+                tell(trUtf8("{0}: this is a share of another run than {1}", named.path,
+                            runs_.front().path));
                 continue;
             }
             const auto [first, isNew] = shares.try_emplace(named.run.info.shard, named.path);
             if (!isNew)
-                tell(named.path + ": this share is double: it is in " + first->second + " too");
+                tell(trUtf8("{0}: this share is double: it is in {1} too", named.path,
+                            first->second));
             for (PartResult& part : named.run.parts)
                 parts.try_emplace(part.number, &part);
         }
         for (std::int64_t share = 1; share <= info.shards; ++share) {
             if (!shares.contains(share))
-                tell("share " + std::to_string(share) + " of " + std::to_string(info.shards) +
-                     " is missing");
+                tell(trUtf8("share {0} of {1} is missing", share, info.shards));
         }
         tellMissingParts(shares, parts);
         for (auto& [number, part] : parts)
@@ -71,7 +74,10 @@ private:
             for (std::int64_t number = share; number <= info.parts; number += info.shards)
                 missing += parts.contains(number) ? 0 : 1;
             if (missing > 0)
-                tell(path + ": " + std::to_string(missing) + " of its parts are missing");
+                tell(trCount(
+                         {"{1}: {0} of its parts is missing", "{1}: {0} of its parts are missing"},
+                         missing, path)
+                         .ToUtf8());
         }
     }
 
@@ -86,8 +92,8 @@ private:
             for (PartResult& part : named.run.parts) {
                 const auto [first, isNew] = seen.try_emplace(part.path, named.path);
                 if (!isNew && !part.path.empty()) {
-                    tell(named.path + ": the part " + part.path + " is double: it is in " +
-                         first->second + " too");
+                    tell(trUtf8("{0}: the part {1} is double: it is in {2} too", named.path,
+                                part.path, first->second));
                     continue;
                 }
                 part.number = ++info.parts;
@@ -102,7 +108,7 @@ private:
         end.interrupted = end.interrupted || other.interrupted;
         end.seconds += other.seconds;
         if (end.database.empty()) end.database = other.database;
-        for (const std::string& notice : other.notices)
+        for (const results::Remark& notice : other.notices)
             if (std::ranges::find(end.notices, notice) == end.notices.end())
                 end.notices.push_back(notice);
     }

@@ -2,6 +2,7 @@
 #include <fstream>
 
 #include "Commands.h"
+#include "Text.h"
 #include "results/Outputs.h"
 #include "results/ResultJson.h"
 #include "run/FileList.h"
@@ -9,10 +10,6 @@
 #include "run/Merge.h"
 
 namespace {
-
-CStringW wide(const std::string& text) {
-    return CStringW::FromUtf8(text);
-}
 
 class MergeCommand : public Command {
 public:
@@ -22,15 +19,18 @@ public:
               "Exit status: as of \"corvane run\" with the same results; 2 also when something\n"
               "is missing or double.") {
         CLI::App& app = parser();
-        app.add_option("RESULTS", files_, "Files of results in JSON; folders, patterns, @LIST")
+        app.add_option("RESULTS", files_,
+                       trUtf8("Files of results in JSON; folders, patterns, @LIST"))
             ->required();
-        app.add_option("--format", format_, "Format of standard output: " + results::formatNames())
+        app.add_option("--format", format_,
+                       trUtf8("Format of standard output: {0}", results::formatNames()))
             ->type_name("FORMAT");
-        app.add_option("--output", outputs_, "Write a file too; may be repeated")
+        app.add_option("--output", outputs_, trUtf8("Write a file too; may be repeated"))
             ->type_name("FORMAT=FILE")
             ->allow_extra_args(false);
-        app.add_option("--fail-on", failOn_,
-                       "Let only rules of that severity or a graver one decide the exit status")
+        app.add_option(
+               "--fail-on", failOn_,
+               trUtf8("Let only rules of that severity or a graver one decide the exit status"))
             ->type_name("SEVERITY");
     }
 
@@ -45,7 +45,7 @@ public:
         if (!failOn_.empty()) {
             failOn = severities.find(failOn_);
             if (!failOn || severities.nameOf(*failOn).empty()) {
-                console.report(u"--fail-on: there is no severity " + wide(failOn_));
+                console.report(tr("{0}: there is no severity {1}", "--fail-on", failOn_));
                 return kUnusable;
             }
         }
@@ -60,7 +60,7 @@ private:
         FileList list = expandFiles(files_, kEndings);
         for (const std::string& path : list.files) {
             std::ifstream file(path, std::ios::binary);
-            std::string problem = "cannot be read";
+            std::string problem = trUtf8("cannot be read");
             std::optional<results::Run> run;
             if (file) run = results::readResults(file, problem);
             if (run)

@@ -9,6 +9,7 @@
 
 #include "Pattern.h"
 #include "Text.h"
+#include "language/Messages.h"
 #include "run/FileList.h"
 #include "run/RuleComponents.h"
 
@@ -20,10 +21,6 @@ using namespace corvane::resource;
 constexpr std::string_view kRuleFileEndings[] = {".xml"};
 constexpr std::string_view kPartEndings[] = {".stl", ".step", ".stp", ".iges", ".igs", ".brep",
                                              ".brp", ".obj",  ".3mf", ".ply",  ".off"};
-
-CStringW wide(const std::string& text) {
-    return CStringW::FromUtf8(text);
-}
 
 class Planner {
 public:
@@ -38,7 +35,7 @@ public:
         findParts();
         if (!takeShard()) return {};
         if (!plan_.files.empty() && plan_.rules.empty()) {
-            console_.report(u"no rule fits --rule, --category and --severity");
+            console_.report(tr("no rule fits --rule, --category and --severity"));
             return {};
         }
         return std::move(plan_);
@@ -112,7 +109,7 @@ private:
         const auto number = static_cast<std::int64_t>(++counted_);
         std::error_code status;
         if (!fs::is_regular_file(path, status)) {
-            console_.report(wide(path) + u": no such part");
+            console_.report(tr("{0}: no such part", path));
             plan_.hasUnreadable = true;
             return;
         }
@@ -130,7 +127,7 @@ private:
         const auto second = divided ? std::from_chars(first.ptr + 1, end, plan_.shards) : first;
         if (!divided || second.ec != std::errc() || second.ptr != end || plan_.shard < 1 ||
             plan_.shard > plan_.shards) {
-            console_.report(u"--shard takes I/N with I from 1 to N, as in 2/4");
+            console_.report(tr("--shard takes I/N with I from 1 to N, as in 2/4"));
             return false;
         }
         std::erase_if(plan_.parts, [&](const PlannedPart& part) {

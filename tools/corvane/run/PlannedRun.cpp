@@ -4,6 +4,8 @@
 #include <iterator>
 #include <sstream>
 
+#include "Text.h"
+#include "language/Messages.h"
 #include "lint/LintFile.h"
 #include "lint/LintWorker.h"
 #include "lint/LintWriter.h"
@@ -11,10 +13,6 @@
 #include "run/Run.h"
 
 namespace {
-
-CStringW wide(const std::string& text) {
-    return CStringW::FromUtf8(text);
-}
 
 /// Runs the plan that the options ask for.
 class PlannedRun {
@@ -44,14 +42,14 @@ private:
         if (options_.failOn.empty()) return true;
         failOn_ = severities.find(options_.failOn);
         if (failOn_ && !severities.nameOf(*failOn_).empty()) return true;
-        console_.report(u"--fail-on: there is no severity " + wide(options_.failOn));
+        console_.report(tr("{0}: there is no severity {1}", "--fail-on", options_.failOn));
         return false;
     }
 
     bool checkSelection(const Severities& severities) {
         for (const std::string& severity : options_.severities) {
             if (severities.find(severity)) continue;
-            console_.report(u"--severity: there is no severity " + wide(severity));
+            console_.report(tr("{0}: there is no severity {1}", "--severity", severity));
             return false;
         }
         return true;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "language/Messages.h"
+
 namespace {
 
 using protocol::Reply;
@@ -69,7 +71,7 @@ void Pool::begin(Slot& slot) {
             slot.ruleStart = Clock::now();
             return;
         }
-        loseFirstRule(slot, "no process can be started for it");
+        loseFirstRule(slot, remark("no process can be started for it"));
     }
     listener_.done(slot.job.part, {});
 }
@@ -82,7 +84,7 @@ void Pool::listen(Slot& slot) {
             take(slot, protocol::replyFrom(line));
         } catch (const nlohmann::json::exception&) {
             // Whoever wrote that into the line, this worker is not to be trusted any more.
-            replace(slot, "its process wrote what is no result");
+            replace(slot, remark("its process wrote what is no result"));
             return;
         }
     }
@@ -90,7 +92,7 @@ void Pool::listen(Slot& slot) {
     const std::string how = slot.process->awaitEnd();
     // A worker that ends after its work is only replaced by the next job's.
     if (slot.isBusy)
-        replace(slot, "the rule ended its process (" + how + ")");
+        replace(slot, remark("the rule ended its process ({0})", how));
     else
         slot.process.reset();
 }
@@ -120,14 +122,13 @@ void Pool::take(Slot& slot, const Reply& reply) {
 
 void Pool::checkLimits(Slot& slot) {
     if (Clock::now() - slot.ruleStart > limits_.timeout)
-        replace(slot, "the rule took longer than " + rounded(limits_.timeout.count()) + " s");
+        replace(slot, remark("the rule took longer than {0} s", rounded(limits_.timeout.count())));
     else if (limits_.memory > 0 && slot.process->memory() > limits_.memory)
-        replace(slot, "the rule took more than " + std::to_string(limits_.memory >> 20) +
-                          " MB of memory");
+        replace(slot, remark("the rule took more than {0} MB of memory", limits_.memory >> 20));
 }
 
 /// Ends the worker, which loses the rule that it was at, and gives the rest to a new one.
-void Pool::replace(Slot& slot, const std::string& reason) {
+void Pool::replace(Slot& slot, const results::Remark& reason) {
     slot.process.reset();
     // Without a rule left it was at the surface.
     if (slot.isAtRule || slot.job.rules.empty() || ++slot.failedStarts >= kMostFailedStarts) {
@@ -137,7 +138,7 @@ void Pool::replace(Slot& slot, const std::string& reason) {
     begin(slot);
 }
 
-void Pool::loseFirstRule(Slot& slot, const std::string& reason) {
+void Pool::loseFirstRule(Slot& slot, const results::Remark& reason) {
     if (slot.job.rules.empty()) {
         slot.job.wantsSurface = false;
         return;

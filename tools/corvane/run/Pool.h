@@ -18,7 +18,7 @@ public:
     virtual void begins(std::size_t part, std::size_t rule) = 0;
     virtual void judged(std::size_t part, std::size_t rule, results::RuleResult result) = 0;
     /// The worker did not live to judge it, for this reason.
-    virtual void lost(std::size_t part, std::size_t rule, const std::string& reason) = 0;
+    virtual void lost(std::size_t part, std::size_t rule, const results::Remark& reason) = 0;
     /// `surface` is there when the job asked for it and the part has one.
     virtual void done(std::size_t part, std::optional<results::Geometry> surface) = 0;
     /// Called while nothing happens, and often enough for a line of progress.
@@ -61,8 +61,8 @@ private:
     void listen(Slot& slot);
     void take(Slot& slot, const protocol::Reply& reply);
     void checkLimits(Slot& slot);
-    void replace(Slot& slot, const std::string& reason);
-    void loseFirstRule(Slot& slot, const std::string& reason);
+    void replace(Slot& slot, const results::Remark& reason);
+    void loseFirstRule(Slot& slot, const results::Remark& reason);
 
     std::string setup_;
     Limits limits_;

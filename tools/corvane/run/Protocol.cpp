@@ -79,7 +79,12 @@ std::string lineOf(const Reply& reply) {
         json["rule"] = reply.rule;
     if (reply.surface)
         json["surface"] = {reply.surface->positions, reply.surface->indices, reply.surface->faces};
-    if (reply.kind == Reply::Kind::Judged) json["result"] = results::toJson(reply.result);
+    if (reply.kind == Reply::Kind::Judged) {
+        json["result"] = results::toJson(reply.result);
+        json["shown"] = Json::array();
+        for (const results::Remark& reason : reply.result.reasons)
+            json["shown"].push_back(reason.shown);
+    }
     return results::lineOf(json);
 }
 
@@ -97,7 +102,11 @@ Reply replyFrom(const std::string& line) {
     }
     json.at("rule").get_to(reply.rule);
     reply.kind = json.contains("result") ? Reply::Kind::Judged : Reply::Kind::Begins;
-    if (reply.kind == Reply::Kind::Judged) reply.result = results::ruleFrom(json.at("result"));
+    if (reply.kind == Reply::Kind::Judged) {
+        reply.result = results::ruleFrom(json.at("result"));
+        for (std::size_t i = 0; i < reply.result.reasons.size(); ++i)
+            json.at("shown").at(i).get_to(reply.result.reasons[i].shown);
+    }
     return reply;
 }
 

@@ -11,6 +11,7 @@
 #include <corvane/scriptrules/IScriptProcessor.h>
 
 #include "Text.h"
+#include "language/Messages.h"
 #include "results/TextWriter.h"
 #include "run/Clock.h"
 #include "run/Hash.h"
@@ -21,10 +22,6 @@ namespace {
 using results::PartResult;
 using results::RuleResult;
 using results::Verdict;
-
-CStringW wide(const std::string& text) {
-    return CStringW::FromUtf8(text);
-}
 
 protocol::Setup setupOf(const Plan& plan, const RunOptions& options) {
     protocol::Setup setup;
@@ -156,8 +153,8 @@ void Run::prepareCache() {
     const DatabaseState database = databaseState();
     if (database.isServer) {
         notices_.push_back(
-            "nothing is taken from --cache: whether the tables of a database server have changed "
-            "cannot be told");
+            remark("nothing is taken from --cache: whether the tables of a database server have "
+                   "changed cannot be told"));
         return;
     }
     cache_.emplace(options_.cacheFolder);
@@ -212,11 +209,11 @@ void Run::judged(std::size_t number, std::size_t rule, RuleResult result) {
         (part.result.sha256.empty() && !part.result.path.empty()))
         return;
     if (cache_->keep(cacheKey(part, rule), known)) return;
-    console_.report(wide(options_.cacheFolder) + u": results cannot be kept there");
+    console_.report(tr("{0}: results cannot be kept there", options_.cacheFolder));
     cache_.reset();
 }
 
-void Run::lost(std::size_t part, std::size_t rule, const std::string& reason) {
+void Run::lost(std::size_t part, std::size_t rule, const results::Remark& reason) {
     RuleResult result = plan_.rules[rule].blank;
     result.verdict = Verdict::Error;
     result.reasons.push_back(reason);
@@ -256,7 +253,7 @@ void Run::emitInterrupted() {
         for (std::size_t rule = 0; rule < plan_.rules.size(); ++rule) {
             if (part.isKnown[rule]) continue;
             RuleResult result = plan_.rules[rule].blank;
-            result.reasons.push_back("the run was interrupted");
+            result.reasons.push_back(remark("the run was interrupted"));
             put(part, rule, std::move(result));
         }
         emit(part);
@@ -267,14 +264,14 @@ void Run::emitInterrupted() {
 void Run::finish() {
     if (judgement_.waivers) {
         const bool isPartial = end_.interrupted || plan_.shards > 1;
-        for (const std::string& notice : judgement_.waivers->notices(isPartial))
+        for (const results::Remark& notice : judgement_.waivers->notices(isPartial))
             notices_.push_back(notice);
     }
     end_.notices = notices_;
     end_.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
     outputs_.end(end_);
-    for (const std::string& notice : notices_)
-        console_.report(wide(notice));
+    for (const results::Remark& notice : notices_)
+        console_.report(wide(notice.shown));
 }
 
 /// Of the one part; the rule that runs counts.
@@ -285,20 +282,14 @@ std::size_t Run::rulesBegun() const {
 }
 
 void Run::idle() {
-    CStringW text;
-    if (parts_.size() > 1)
-        text.Format(u"%d of %d parts", static_cast<QorLong>(emitted_),
-                    static_cast<QorLong>(parts_.size()));
-    else
-        text.Format(u"%d of %d", static_cast<QorLong>(rulesBegun()),
-                    static_cast<QorLong>(plan_.rules.size()));
+    CStringW text = parts_.size() > 1 ? tr("{0} of {1} parts", emitted_, parts_.size())
+                                      : tr("{0} of {1}", rulesBegun(), plan_.rules.size());
     if (end_.counts.failed > 0)
-        text.AppendFormat(u", %d failed", static_cast<QorLong>(end_.counts.failed));
+        text += tr(", ") + trCount({"{0} failed", "{0} failed"}, end_.counts.failed);
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start_;
     if (emitted_ > 0 && taken.count() > 5)
-        text += u", " +
-                wide(durationText(taken.count() / static_cast<double>(emitted_) *
-                                  static_cast<double>(parts_.size() - emitted_))) +
-                u" left";
+        text +=
+            tr(", ") + tr("{0} left", durationText(taken.count() / static_cast<double>(emitted_) *
+                                                   static_cast<double>(parts_.size() - emitted_)));
     console_.progress(text + u": " + step_);
 }

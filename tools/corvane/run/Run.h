@@ -39,7 +39,7 @@ private:
     std::optional<protocol::Job> next() override;
     void begins(std::size_t part, std::size_t rule) override;
     void judged(std::size_t part, std::size_t rule, results::RuleResult result) override;
-    void lost(std::size_t part, std::size_t rule, const std::string& reason) override;
+    void lost(std::size_t part, std::size_t rule, const results::Remark& reason) override;
     void done(std::size_t part, std::optional<results::Geometry> surface) override;
     void idle() override;
 
@@ -67,7 +67,7 @@ private:
     std::size_t nextPart_ = 0;
     std::size_t emitted_ = 0;
     results::RunEnd end_;
-    std::vector<std::string> notices_;
+    std::vector<results::Remark> notices_;
     CStringW step_;  ///< What is going on now.
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };

@@ -15,7 +15,7 @@ public:
               "file that cannot be read or written, 3 no rule failed but one could not judge.") {
         parser()
             .add_option("RULEFILE", options_.ruleFiles,
-                        "Rule files; folders, patterns and @LIST too, as for parts")
+                        trUtf8("Rule files; folders, patterns and @LIST too, as for parts"))
             ->required();
         options_.declare(parser());
     }
@@ -34,10 +34,7 @@ private:
 /// What a run starts for itself.
 class WorkerCommand : public Command {
 public:
-    explicit WorkerCommand(CLI::App& program)
-        : Command(program, "worker", "Run the jobs of a controller", "") {
-        parser().group("");  // not in the help: nobody types it
-    }
+    explicit WorkerCommand(CLI::App& program) : Command(program, "worker") {}
 
     bool isBatch() const override { return true; }
     int run(Console&) override { return runWorker(); }

@@ -7,6 +7,7 @@
 #include <corvane/xml/XMLFault.h>
 
 #include "Text.h"
+#include "language/Messages.h"
 
 namespace {
 
@@ -14,41 +15,37 @@ using corvane::ScriptRun;
 using corvane::ScriptRunStatus;
 
 CStringW hostReason(HResult code) {
-    CStringW text = u"the script host ";
-    text += IScriptProcessor::kProgramId;
+    const CStringW host = IScriptProcessor::kProgramId;
+    const CStringW status = statusText(code);
     switch (code) {
         case corvane::kErrorNoSuchProgramId:
         case corvane::kErrorClassNotRegistered:
-            text += u" is not registered";
-            break;
+            return tr("the script host {0} is not registered ({1})", host, status);
         case corvane::kErrorModuleNotFound:
-            text += u": its module cannot be loaded";
-            break;
+            return tr("the script host {0}: its module cannot be loaded ({1})", host, status);
         case corvane::kErrorNoInterface:
-            text += u" is no script host";
-            break;
+            return tr("the script host {0} is no script host ({1})", host, status);
         default:
-            text += u" cannot be created";
+            return tr("the script host {0} cannot be created ({1})", host, status);
     }
-    return text + u" (" + statusText(code) + u")";
 }
 
-const char16_t* engineReason(HResult code) {
+CStringW engineReason(HResult code) {
     switch (code) {
         case corvane::kEngineNameBad:
-            return u"its name is no Lua name";
+            return tr("its name is no Lua name");
         case corvane::kEngineMissing:
-            return u"there is no module of its name beside it";
+            return tr("there is no module of its name beside it");
         case corvane::kEngineBroken:
-            return u"the module beside it cannot be read or loaded";
+            return tr("the module beside it cannot be read or loaded");
         case corvane::kEngineWithoutEntry:
-            return u"the module beside it has no function luaopen_NAME";
+            return tr("the module beside it has no function luaopen_NAME");
         case corvane::kEngineFailed:
-            return u"it raised an error, ran into a limit or gave no table";
+            return tr("it raised an error, ran into a limit or gave no table");
         case corvane::kEngineNameTaken:
-            return u"its name is taken";
+            return tr("its name is taken");
         default:
-            return u"it failed";
+            return tr("it failed");
     }
 }
 
@@ -58,9 +55,10 @@ CStringW missingScriptReason(const ScriptRun& run) {
     QorXMLDocument document;
     document.LoadFromFile(index);
     const corvane::XMLFault fault = corvane::LastXMLFault(document);
-    CStringW text = u"the rule names no script file, in the rule file or in the index ";
-    text += shownPath(index);
-    if (fault.line > 0) text.AppendFormat(u":%d:%d", fault.line, fault.column);
+    CStringW place = shownPath(index);
+    if (fault.line > 0) place.AppendFormat(u":%d:%d", fault.line, fault.column);
+    CStringW text =
+        tr("the rule names no script file, in the rule file or in the index {0}", place);
     if (!fault.message.IsEmpty()) text += u": " + fault.message;
     return text;
 }
@@ -76,16 +74,14 @@ CStringW placeIn(const CStringW& file, const ScriptRun& run) {
 CStringW scriptReason(const ScriptRun& run) {
     const CStringW& said = run.errorMessage.IsEmpty() ? run.errorType : run.errorMessage;
     CStringW text = placeIn(run.scriptPath, run) + u": ";
-    text += said.IsEmpty() ? CStringW(u"the script failed without a reason") : said;
+    text += said.IsEmpty() ? tr("the script failed without a reason") : said;
     return text;
 }
 
 CStringW reasonOf(const ScriptRun& run) {
+    if (run.scriptUnreadable && run.status != ScriptRunStatus::ScriptTooLarge)
+        return tr("the script {0} cannot be read", shownPath(run.scriptPath));
     CStringW text;
-    if (run.scriptUnreadable && run.status != ScriptRunStatus::ScriptTooLarge) {
-        text.Format(u"the script %s cannot be read", shownPath(run.scriptPath));
-        return text;
-    }
     switch (run.status) {
         case ScriptRunStatus::Succeeded:
         case ScriptRunStatus::NotConfigured:
@@ -93,23 +89,23 @@ CStringW reasonOf(const ScriptRun& run) {
         case ScriptRunStatus::HostUnavailable:
             return hostReason(run.code);
         case ScriptRunStatus::EngineRefused:
-            text.Format(u"the script host refused the engine %s: %s (%s)", shownPath(run.engine),
-                        engineReason(run.code), statusText(run.code));
+            text = tr("the script host refused the engine {0}: {1} ({2})", shownPath(run.engine),
+                      engineReason(run.code), statusText(run.code));
             if (!run.errorMessage.IsEmpty())
                 text += u"\n" + placeIn(run.errorSource, run) + u": " + run.errorMessage;
             break;
         case ScriptRunStatus::NoScriptName:
             return missingScriptReason(run);
         case ScriptRunStatus::ScriptMissing:
-            text.Format(u"there is no script %s", shownPath(run.scriptPath));
+            text = tr("there is no script {0}", shownPath(run.scriptPath));
             break;
         case ScriptRunStatus::HostFailed:
-            text.Format(u"the script host failed in %s (%s)", run.operation, statusText(run.code));
+            text = tr("the script host failed in {0} ({1})", run.operation, statusText(run.code));
             break;
         case ScriptRunStatus::ScriptFailed:
             return scriptReason(run);
         case ScriptRunStatus::ScriptTooLarge:
-            text.Format(u"the script %s holds more than 256 MiB", shownPath(run.scriptPath));
+            text = tr("the script {0} holds more than 256 MiB", shownPath(run.scriptPath));
             break;
     }
     return text;

@@ -8,6 +8,7 @@
 
 #include "Pattern.h"
 #include "Text.h"
+#include "language/Messages.h"
 #include "run/TomlTables.h"
 
 Severities::Severities() : all_{{1, "critical"}, {2, "major"}, {3, "minor"}, {4, "info"}} {}
@@ -22,11 +23,11 @@ std::optional<Severities> Severities::load(const std::string& path, std::string&
         const std::optional<std::int64_t> number = table.whole("number");
         const std::string name = table.text("name");
         if (!number || name.empty()) {
-            problem = table.place() + ": a severity needs a number and a name";
+            problem = trUtf8("{0}: a severity needs a number and a name", table.place());
             return {};
         }
         if (!severities.nameOf(*number).empty() || severities.find(name)) {
-            problem = table.place() + ": this number or name was there already";
+            problem = trUtf8("{0}: this number or name was there already", table.place());
             return {};
         }
         severities.all_.push_back({*number, name});

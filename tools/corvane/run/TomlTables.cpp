@@ -5,6 +5,8 @@
 #include <string_view>
 #include <toml++/toml.h>
 
+#include "language/Messages.h"
+
 namespace {
 
 /// Ends the reading, with a reason.
@@ -26,7 +28,8 @@ TomlTable::Value valueOf(const toml::node& node, const std::string& path) {
     if (const auto* text = node.as_string()) return text->get();
     if (const auto* whole = node.as_integer()) return whole->get();
     if (const auto* date = node.as_date()) return dateText(date->get());
-    throw Refusal{placeIn(path, node.source()) + ": the value is no text, whole number or date"};
+    throw Refusal{
+        trUtf8("{0}: the value is no text, whole number or date", placeIn(path, node.source()))};
 }
 
 TomlTable tableOf(const toml::table& table, const std::string& path,
@@ -35,8 +38,8 @@ TomlTable tableOf(const toml::table& table, const std::string& path,
     for (const auto& [key, node] : table) {
         const std::string_view name = key.str();
         if (std::ranges::find(keys, name) == keys.end())
-            throw Refusal{placeIn(path, node.source()) + ": the key \"" + std::string(name) +
-                          "\" is not known here"};
+            throw Refusal{trUtf8("{0}: the key \"{1}\" is not known here",
+                                 placeIn(path, node.source()), name)};
         values.emplace(name, valueOf(node, path));
     }
     return {placeIn(path, table.source()), std::move(values)};
@@ -48,11 +51,12 @@ std::vector<TomlTable> tablesOf(const toml::table& root, const std::string& path
     for (const auto& [key, node] : root) {
         const toml::array* list = node.as_array();
         if (key.str() != name || !list)
-            throw Refusal{placeIn(path, node.source()) + ": nothing but [[" + name +
-                          "]] is known here"};
+            throw Refusal{trUtf8("{0}: nothing but [[{1}]] is known here",
+                                 placeIn(path, node.source()), name)};
         for (const toml::node& entry : *list) {
             const toml::table* table = entry.as_table();
-            if (!table) throw Refusal{placeIn(path, entry.source()) + ": this is no table"};
+            if (!table)
+                throw Refusal{trUtf8("{0}: this is no table", placeIn(path, entry.source()))};
             tables.push_back(tableOf(*table, path, keys));
         }
     }

@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "Pattern.h"
+#include "language/Messages.h"
 #include "results/ResultJson.h"
 #include "run/TomlTables.h"
 
@@ -64,12 +65,13 @@ std::optional<Waivers> Waivers::load(const std::string& path, const std::string&
     for (const TomlTable& table : *tables) {
         for (const char* key : {"rule", "part", "reason", "author", "expires"}) {
             if (table.text(key).find_first_not_of(" \t\n") != std::string::npos) continue;
-            problem = table.place() + ": the waiver has no \"" + key + "\"";
+            problem = trUtf8("{0}: the waiver has no \"{1}\"", table.place(), key);
             return {};
         }
         const std::string expires = table.text("expires");
         if (!isDate(expires)) {
-            problem = table.place() + ": \"expires\" is no date such as 2027-01-31";
+            problem =
+                trUtf8("{0}: \"{1}\" is no date such as 2027-01-31", table.place(), "expires");
             return {};
         }
         waivers.entries_.push_back({table.text("rule"),
@@ -102,15 +104,16 @@ void Waivers::apply(PartResult& part) {
     });
 }
 
-std::vector<std::string> Waivers::notices(bool onlyExpired) const {
-    std::vector<std::string> notices;
+std::vector<results::Remark> Waivers::notices(bool onlyExpired) const {
+    std::vector<results::Remark> notices;
     for (const Entry& entry : entries_) {
-        const std::string waiver =
-            entry.waiver.place + ": the waiver of \"" + entry.rule + "\" for " + entry.part;
+        const std::string& place = entry.waiver.place;
         if (entry.isExpired)
-            notices.push_back(waiver + " expired on " + entry.waiver.expires);
+            notices.push_back(remark("{0}: the waiver of \"{1}\" for {2} expired on {3}", place,
+                                     entry.rule, entry.part, entry.waiver.expires));
         else if (!entry.isUsed && !onlyExpired)
-            notices.push_back(waiver + " matches no finding");
+            notices.push_back(remark("{0}: the waiver of \"{1}\" for {2} matches no finding", place,
+                                     entry.rule, entry.part));
     }
     return notices;
 }
@@ -118,7 +121,7 @@ std::vector<std::string> Waivers::notices(bool onlyExpired) const {
 std::optional<Baseline> Baseline::load(const std::string& path, std::string& problem) {
     std::ifstream file(path, std::ios::binary);
     if (!file) {
-        problem = path + ": cannot be read";
+        problem = trUtf8("{0}: cannot be read", path);
         return {};
     }
     const std::optional<results::Run> run = results::readResults(file, problem);

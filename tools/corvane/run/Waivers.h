@@ -23,7 +23,7 @@ public:
 
     /// What a person should know once all parts were seen: the waivers that are expired, and those
     /// that matched nothing unless `onlyExpired`.
-    std::vector<std::string> notices(bool onlyExpired) const;
+    std::vector<results::Remark> notices(bool onlyExpired) const;
 
 private:
     struct Entry {

@@ -13,6 +13,7 @@
 #include "Console.h"
 #include "Text.h"
 #include "files/LoadedRule.h"
+#include "language/Messages.h"
 #include "run/Hash.h"
 #include "run/Judge.h"
 #include "run/Protocol.h"
@@ -70,7 +71,7 @@ private:
             reply.result = judge(*loaded, context_);
         } else {
             reply.result.verdict = results::Verdict::Error;
-            reply.result.reasons.push_back("the rule file has changed since the run began");
+            reply.result.reasons.push_back(remark("the rule file has changed since the run began"));
         }
         channel_.write(lineOf(reply));
     }
@@ -97,7 +98,8 @@ private:
                 [&messages](const CStringW& text) { messages.push_back(text); });
             loaded = loadRule(*file, static_cast<QorLong>(rule.element), modules_);
         }
-        loaded.problems.insert(loaded.problems.end(), messages.begin(), messages.end());
+        for (const CStringW& message : messages)
+            loaded.problems.emplace_back(message.ToUtf8());
         return &rules_.emplace(number, std::move(loaded)).first->second;
     }
 

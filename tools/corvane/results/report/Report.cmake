@@ -11,7 +11,7 @@ foreach(file IN LISTS three)
 endforeach()
 
 set(report ${CMAKE_CURRENT_SOURCE_DIR}/results/report)
-set(scripts surface.js drawing.js solid.js detail.js report.js)
+set(scripts texts.js surface.js drawing.js solid.js detail.js report.js)
 list(TRANSFORM scripts PREPEND ${report}/)
 list(JOIN scripts "|" script_files)
 list(JOIN three "|" three_files)

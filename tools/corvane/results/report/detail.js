@@ -8,7 +8,7 @@ function gauge(finding, verdict) {
   return element("div", {class: "gauge", style: toneOf(verdict), "aria-hidden": "true"},
     element("i", {style: `width: ${percent(measured)}`}), element("s", {style: `left: ${percent(limit)}`}),
     element("span", {style: `left: clamp(2rem, ${percent(limit)}, calc(100% - 4rem))`},
-            `limit ${withUnit(limit, finding.unit)}`));
+            tr("limit {0}", withUnit(limit, finding.unit))));
 }
 
 function pairs(list) {
@@ -17,16 +17,17 @@ function pairs(list) {
 }
 
 function waiverText(waiver) {
-  const by = waiver.kind === "baseline" ? "It was there before: it is in the baseline."
-    : `Accepted${waiver.author ? " by " + waiver.author : ""}: ${waiver.reason || ""}`;
-  const until = waiver.expires ? ` Until ${waiver.expires}.` : "";
+  const by = waiver.kind === "baseline" ? tr("It was there before: it is in the baseline.")
+    : waiver.author ? tr("Accepted by {0}: {1}", waiver.author, waiver.reason || "")
+    : tr("Accepted: {0}", waiver.reason || "");
+  const until = waiver.expires ? " " + tr("Until {0}.", waiver.expires) : "";
   return element("p", {class: "waiver"}, by + until + (waiver.place ? ` (${waiver.place})` : ""));
 }
 
 function placeButtons(finding, choose) {
   const places = finding.places || [];
   return places.length < 2 ? [] : places.map((place, i) => {
-    const button = element("button", {type: "button", class: "place"}, place.label || `${place.kind} ${i + 1}`);
+    const button = element("button", {type: "button", class: "place"}, place.label || `${tr(place.kind)} ${i + 1}`);
     button.addEventListener("click", () => choose(place));
     return button;
   });
@@ -34,8 +35,8 @@ function placeButtons(finding, choose) {
 
 function measures(finding, verdict) {
   return [finding.measured === undefined && finding.limit === undefined ? null
-            : pairs([["Measured", withUnit(finding.measured, finding.unit)],
-                     ["Limit", withUnit(finding.limit, finding.unit)]]),
+            : pairs([[tr("Measured"), withUnit(finding.measured, finding.unit)],
+                     [tr("Limit"), withUnit(finding.limit, finding.unit)]]),
           gauge(finding, verdict)];
 }
 
@@ -51,28 +52,28 @@ function showDetail(host, row, choose) {
     content.push(...measures(finding, verdict), ...placeButtons(finding, choose));
     if (finding.waiver) content.push(waiverText(finding.waiver));
   }
-  if (rule.description) content.push(element("h3", {}, "Rule"), element("p", {}, rule.description));
+  if (rule.description) content.push(element("h3", {}, tr("Rule")), element("p", {}, rule.description));
   if (rule.source) content.push(element("p", {class: "faint"}, rule.source));
   const notes = (rule.findings || []).filter((other) => other.note && row.finding);
-  if (notes.length) content.push(element("h3", {}, "Notes"), ...notes.map((note) => element("p", {}, note.message)));
+  if (notes.length) content.push(element("h3", {}, tr("Notes")), ...notes.map((note) => element("p", {}, note.message)));
   if (finding && (rule.reasons || []).length)
-    content.push(element("h3", {}, "About the run"), ...rule.reasons.map((reason) => element("p", {}, reason)));
+    content.push(element("h3", {}, tr("About the run")), ...rule.reasons.map((reason) => element("p", {}, reason)));
   const parameters = (rule.parameters || []).filter((parameter) => parameter.on !== false);
   if (parameters.length)
-    content.push(element("h3", {}, "Parameters"),
+    content.push(element("h3", {}, tr("Parameters")),
                  pairs(parameters.map((parameter) => [parameter.name || String(parameter.number),
                                                       (parameter.values || []).join(", ")])));
-  content.push(element("h3", {}, "Origin"), pairs([
-    ["Part", part.path], ["Rule file", rule.line ? `${rule.ruleFile}:${rule.line}` : rule.ruleFile],
-    ["Made of", (rule.components || []).map((component) => component.name).join(", ")],
-    ["Fingerprint", finding && finding.fingerprint], ["Took", `${numberText(rule.seconds || 0)} s`]]));
+  content.push(element("h3", {}, tr("Origin")), pairs([
+    [tr("Part"), part.path], [tr("Rule file"), rule.line ? `${rule.ruleFile}:${rule.line}` : rule.ruleFile],
+    [tr("Made of"), (rule.components || []).map((component) => component.name).join(", ")],
+    [tr("Fingerprint"), finding && finding.fingerprint], [tr("Took"), tr("{0} s", numberText(rule.seconds || 0))]]));
   host.replaceChildren(element("div", {class: "sheet"}, ...content.filter((item) => item)));
 }
 
 function makeViews(host, picture, view) {
-  const directions = {Fit: null, Front: [0, -1, 0], Back: [0, 1, 0], Left: [-1, 0, 0], Right: [1, 0, 0],
-                      Top: [0, 0, 1], Bottom: [0, 0, -1]};
-  for (const [name, direction] of Object.entries(directions)) {
+  const directions = [[tr("Fit"), null], [tr("Front"), [0, -1, 0]], [tr("Back"), [0, 1, 0]], [tr("Left"), [-1, 0, 0]],
+                      [tr("Right"), [1, 0, 0]], [tr("Top"), [0, 0, 1]], [tr("Bottom"), [0, 0, -1]]];
+  for (const [name, direction] of directions) {
     const button = element("button", {type: "button"}, name);
     button.addEventListener("click", () => direction ? view.turnTo(direction) : view.fit());
     host.append(button);
@@ -95,9 +96,9 @@ function showPaper(page, rows) {
   let pictures = 0;
   for (const part of page.parts) {
     const own = rows.filter((row) => row.part === part && row.verdict !== "passed");
-    const article = element("article", {}, element("h2", {}, part.path || "No part"));
+    const article = element("article", {}, element("h2", {}, part.path || tr("No part")));
     if (!own.length) {
-      article.append(element("p", {}, "All rules passed."));
+      article.append(element("p", {}, tr("All rules passed.")));
     } else {
       if (pictures < PRINTED_PARTS) {
         const picture = paperPicture(page.surfaceOf(part), own);
@@ -120,11 +121,11 @@ function paperPicture(surface, rows) {
 }
 
 function paperTable(rows) {
-  const titles = ["", "Result", "Severity", "Rule", "Finding", "Measured", "Limit"];
+  const titles = ["", tr("Result"), tr("Severity"), tr("Rule"), tr("Finding"), tr("Measured"), tr("Limit")];
   return element("table", {}, element("thead", {}, element("tr", {}, ...titles.map((title) => element("th", {}, title)))),
     element("tbody", {}, ...rows.map((row, i) => element("tr", {}, ...[
       String(i + 1), VERDICTS[rank(row)].text, row.severity, row.rule.name,
-      row.message + (row.finding && row.finding.waiver ? ` (waived: ${row.finding.waiver.reason || "baseline"})` : ""),
+      row.message + (row.finding && row.finding.waiver ? " " + tr("(waived: {0})", row.finding.waiver.reason || tr("baseline")) : ""),
       row.finding ? withUnit(row.finding.measured, row.finding.unit) : "",
       row.finding ? withUnit(row.finding.limit, row.finding.unit) : ""].map((text) => element("td", {}, text))))));
 }

@@ -1,8 +1,8 @@
 // The report: reads the results that the page carries, and shows them.
 
 const VERDICTS = [
-  {name: "failed", text: "Failed"}, {name: "error", text: "Could not judge"}, {name: "notRun", text: "Not run"},
-  {name: "waived", text: "Waived"}, {name: "passed", text: "Passed"}];
+  {name: "failed", text: tr("Failed")}, {name: "error", text: tr("Could not judge")},
+  {name: "notRun", text: tr("Not run")}, {name: "waived", text: tr("Waived")}, {name: "passed", text: tr("Passed")}];
 const ROWS_A_PAGE = 300;
 /** Parts with a picture in the printed form. */
 const PRINTED_PARTS = 60;
@@ -24,8 +24,8 @@ const colourOf = (verdict) => getComputedStyle(document.documentElement).getProp
 const numberText = (value) => value === undefined ? "" : String(Number(value.toPrecision(6)));
 const withUnit = (value, unit) => value === undefined ? "" : numberText(value) + (unit ? "\u00a0" + unit : "");
 const severityText = (severity) =>
-  severity.name || (severity.number < 0 ? "none" : String(severity.number));
-const fileOf = (path) => path ? path.split(/[\\/]/).pop() : "no part";
+  severity.name || (severity.number < 0 ? tr("none") : String(severity.number));
+const fileOf = (path) => path ? path.split(/[\\/]/).pop() : tr("no part");
 
 function readPage() {
   const parse = (node) => JSON.parse(node.textContent);
@@ -60,16 +60,16 @@ function rowsOf(parts) {
 const rank = (row) => VERDICTS.findIndex((verdict) => verdict.name === row.verdict);
 const gravity = (row) => row.rule.severity.number < 0 ? Infinity : row.rule.severity.number;
 const COLUMNS = [
-  {id: "verdict", text: "Result", key: rank,
+  {id: "verdict", text: tr("Result"), key: rank,
    cell: (row) => element("span", {class: "verdict", style: toneOf(row.verdict)}, VERDICTS[rank(row)].text)},
-  {id: "severity", text: "Severity", key: gravity, cell: (row) => row.severity},
-  {id: "part", text: "Part", key: (row) => row.part.number, cell: (row) => fileOf(row.part.path)},
-  {id: "rule", text: "Rule", key: (row) => row.rule.name, cell: (row) => row.rule.name},
-  {id: "category", text: "Category", key: (row) => row.rule.category || "", cell: (row) => row.rule.category || ""},
-  {id: "message", text: "Finding", key: (row) => row.message, cell: (row) => row.message},
-  {id: "measured", text: "Measured", number: true, key: (row) => row.finding && row.finding.measured,
+  {id: "severity", text: tr("Severity"), key: gravity, cell: (row) => row.severity},
+  {id: "part", text: tr("Part"), key: (row) => row.part.number, cell: (row) => fileOf(row.part.path)},
+  {id: "rule", text: tr("Rule"), key: (row) => row.rule.name, cell: (row) => row.rule.name},
+  {id: "category", text: tr("Category"), key: (row) => row.rule.category || "", cell: (row) => row.rule.category || ""},
+  {id: "message", text: tr("Finding"), key: (row) => row.message, cell: (row) => row.message},
+  {id: "measured", text: tr("Measured"), number: true, key: (row) => row.finding && row.finding.measured,
    cell: (row) => row.finding ? withUnit(row.finding.measured, row.finding.unit) : ""},
-  {id: "limit", text: "Limit", number: true, key: (row) => row.finding && row.finding.limit,
+  {id: "limit", text: tr("Limit"), number: true, key: (row) => row.finding && row.finding.limit,
    cell: (row) => row.finding ? withUnit(row.finding.limit, row.finding.unit) : ""}];
 
 function compare(a, b) {
@@ -89,8 +89,8 @@ class Report {
     this.view = makeView(byId("picture"));
     this.showHead();
     this.showTiles();
-    this.showBars("severity-table", "By severity", (row) => row.severity, gravity);
-    this.showBars("category-table", "By category", (row) => row.rule.category || "none", () => 0);
+    this.showBars("severity-table", tr("By severity"), (row) => row.severity, gravity);
+    this.showBars("category-table", tr("By category"), (row) => row.rule.category || tr("none"), () => 0);
     this.makeFilters();
     this.makeTable();
     makeViews(byId("views"), byId("picture"), this.view);
@@ -103,14 +103,14 @@ class Report {
 
   showHead() {
     const {run, end} = this.page;
-    const count = run.parts === 1 ? fileOf(this.page.parts[0] && this.page.parts[0].path) : `${run.parts} parts`;
-    document.title = `Part check: ${count}`;
+    const count = run.parts === 1 ? fileOf(this.page.parts[0] && this.page.parts[0].path) : tr("{0} parts", run.parts);
+    document.title = tr("Part check: {0}", count);
     const facts = [count, (run.ruleFiles || []).map((file) => fileOf(file.name)).join(", "),
                    run.started.replace("T", " ").replace("Z", " UTC"), `${run.tool.name} ${run.tool.version}`];
     if (end.database) facts.push(end.database);
     byId("run-facts").textContent = facts.filter((fact) => fact).join(" \u00b7 ");
     const notices = [...(end.notices || [])];
-    if (end.interrupted) notices.unshift("The run was interrupted: parts or rules are missing.");
+    if (end.interrupted) notices.unshift(tr("The run was interrupted: parts or rules are missing."));
     byId("notices").hidden = notices.length === 0;
     byId("notices").append(...notices.map((notice) => element("li", {}, notice)));
   }
@@ -147,10 +147,10 @@ class Report {
       for (const {name} of VERDICTS)
         if (group.counts[name]) bar.append(element("i", {style: `${toneOf(name)}; flex: ${group.counts[name]}`}));
       bars.append(element("span", {class: "name", title: group.name}, group.name), bar,
-                  element("span", {class: "count"}, `${group.bad} of ${group.all}`));
+                  element("span", {class: "count"}, tr("{0} of {1}", group.bad, group.all)));
     }
     byId(id).className = "sheet";
-    byId(id).append(element("h2", {}, `${title}: failed or not judged`), bars);
+    byId(id).append(element("h2", {}, tr("{0}: failed or not judged", title)), bars);
   }
 
   makeFilters() {
@@ -160,9 +160,9 @@ class Report {
       byId(id).addEventListener("change", () => this.showRows());
     };
     const distinct = (nameOf) => [...new Set(this.rows.map(nameOf))].map((name) => [name, name]);
-    choices("part-filter", "All parts", this.page.parts.map((part) => [String(part.number), fileOf(part.path)]));
-    choices("severity-filter", "All severities", distinct((row) => row.severity));
-    choices("category-filter", "All categories", distinct((row) => row.rule.category || "").filter(([name]) => name));
+    choices("part-filter", tr("All parts"), this.page.parts.map((part) => [String(part.number), fileOf(part.path)]));
+    choices("severity-filter", tr("All severities"), distinct((row) => row.severity));
+    choices("category-filter", tr("All categories"), distinct((row) => row.rule.category || "").filter(([name]) => name));
     byId("part-filter").hidden = this.page.parts.length < 2;
     byId("search").addEventListener("input", () => this.showRows());
     byId("filters").addEventListener("submit", (event) => event.preventDefault());
@@ -212,7 +212,7 @@ class Report {
                               gravity(a) - gravity(b) || a.part.number - b.part.number);
     for (const other of COLUMNS) other.head.removeAttribute("aria-sort");
     column.head.setAttribute("aria-sort", down ? "descending" : "ascending");
-    byId("shown").textContent = `${this.shown.length} of ${this.rows.length}`;
+    byId("shown").textContent = tr("{0} of {1}", this.shown.length, this.rows.length);
     this.limit = ROWS_A_PAGE;
     this.fill();
   }
@@ -221,7 +221,7 @@ class Report {
     const body = document.querySelector("#rows tbody");
     body.replaceChildren(...this.shown.slice(0, this.limit).map((row) => this.line(row)));
     if (!this.shown.length)
-      body.append(element("tr", {}, element("td", {class: "empty", colspan: COLUMNS.length}, "No result matches.")));
+      body.append(element("tr", {}, element("td", {class: "empty", colspan: COLUMNS.length}, tr("No result matches."))));
     else if (!body.querySelector('[tabindex="0"]')) body.firstElementChild.tabIndex = 0;
     byId("more").hidden = this.shown.length <= this.limit;
   }
@@ -267,7 +267,7 @@ class Report {
     const seen = marked.find(({marks}) => marks.anchor);
     if (seen) { marked.splice(marked.indexOf(seen), 1); marked.unshift(seen); }
     this.view.mark(marked, seen ? viewOf(seen.marks, this.surface) : null);
-    const note = !this.surface.size && !seen ? "No picture of this part." : seen ? "" : "This result names no place.";
+    const note = !this.surface.size && !seen ? tr("No picture of this part.") : seen ? "" : tr("This result names no place.");
     byId("stage-note").textContent = note;
     byId("stage-note").hidden = !note;
   }
