@@ -30,6 +30,8 @@ xml::ElementView findParameter(xml::ElementView parent, QorLong number) {
 // Sorting, unlike hashing, stays fast for whatever numbers a hostile file holds; and rules are
 // written in the order of their parameters, which is mostly that of the numbers.
 ParameterIndex::ParameterIndex(xml::ElementView parent) {
+    constexpr std::size_t kUsual = 16;
+    entries_.reserve(kUsual);
     for (const xml::ElementView parameter : xml::ChildrenNamed(parent, name::kParameter)) {
         if (const auto number = parameterNumber(parameter)) {
             entries_.push_back({*number, static_cast<std::uint32_t>(entries_.size()), parameter});

@@ -17,14 +17,23 @@ std::string_view bytes(const xmlChar* text) {
 }  // namespace
 
 const Name* NameTable::name(const xmlChar* prefix, const xmlChar* local) {
-    const Name*& known = names_[{prefix, local}];
+    const Key key{prefix, local};
+    // The parser keeps names one after another, each a few bytes long.
+    constexpr std::size_t kGranularity = 8;
+    auto& recent = recent_[Hash()(key) / kGranularity % recent_.size()];
+    if (!recent.second || recent.first != key) recent = {key, find(key)};
+    return recent.second;
+}
+
+const Name* NameTable::find(const Key& key) {
+    const Name*& known = names_[key];
     if (!known) {
         std::u16string name;
-        if (prefix) {
-            system::appendFromUtf8(name, bytes(prefix));
+        if (key.prefix) {
+            system::appendFromUtf8(name, bytes(key.prefix));
             name += u':';
         }
-        system::appendFromUtf8(name, bytes(local));
+        system::appendFromUtf8(name, bytes(key.local));
         known = Name::makeAt(pool_.allocate(Name::sizeFor(name), alignof(Name)), name);
     }
     return known;

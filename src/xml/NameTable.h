@@ -1,9 +1,11 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <libxml/xmlstring.h>
 #include <unordered_map>
+#include <utility>
 
 #include "xml/Pool.h"
 
@@ -34,8 +36,12 @@ private:
         }
     };
 
+    const Name* find(const Key& key);
+
     Pool& pool_;
     std::unordered_map<Key, const Name*, Hash> names_;
+    // The few names of most documents are found here, each in a place of its own.
+    std::array<std::pair<Key, const Name*>, 64> recent_{};
 };
 
 }  // namespace corvane::xml

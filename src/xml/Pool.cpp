@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <new>
+#include <string>
+
+#include "system/Unicode.h"
 
 namespace corvane::xml {
 namespace {
@@ -39,6 +42,19 @@ const char16_t* Pool::copy(std::u16string_view text) {
         static_cast<char16_t*>(allocate(text.size() * sizeof(char16_t), alignof(char16_t)));
     std::copy(text.begin(), text.end(), units);
     return units;
+}
+
+std::u16string_view Pool::copyUtf8(std::string_view utf8) {
+    const auto isAscii = [](char unit) { return static_cast<unsigned char>(unit) < 0x80; };
+    if (!std::all_of(utf8.begin(), utf8.end(), isAscii)) {
+        const std::u16string text = system::fromUtf8(utf8);
+        return {copy(text), text.size()};
+    }
+    if (utf8.empty()) return {};
+    auto* units =
+        static_cast<char16_t*>(allocate(utf8.size() * sizeof(char16_t), alignof(char16_t)));
+    std::copy(utf8.begin(), utf8.end(), units);
+    return {units, utf8.size()};
 }
 
 const Name* Pool::name(std::u16string_view text) {

@@ -61,6 +61,8 @@ public:
 
     /// A copy of the text in this memory.
     const char16_t* copy(std::u16string_view text);
+    /// The same for UTF-8, as system::appendFromUtf8 decodes it.
+    std::u16string_view copyUtf8(std::string_view utf8);
     /// The name in this memory. Names that come again soon are found again.
     const Name* name(std::u16string_view text);
 

@@ -37,13 +37,12 @@ void TreeBuilder::startElement(const Name* name, std::uint32_t line, std::size_t
 }
 
 void TreeBuilder::attribute(const Name* name, std::string_view utf8) {
-    scratch_.clear();
-    system::appendFromUtf8(scratch_, utf8);
-    if (name->view() == u"xml:space") preserve_.back() = scratch_ == u"preserve";
+    const std::u16string_view value = pool().copyUtf8(utf8);
+    if (name->view() == u"xml:space") preserve_.back() = value == u"preserve";
     Attribute added;
     added.name = name;
-    added.units = pool().copy(scratch_);
-    added.size = static_cast<std::uint32_t>(scratch_.size());
+    added.units = value.data();
+    added.size = static_cast<std::uint32_t>(value.size());
     addAttribute(*current_, added, expected_);
 }
 
