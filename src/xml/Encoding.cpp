@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "system/Unicode.h"
+#include "xml/Names.h"
 #include "xml/Node.h"
 
 namespace corvane::xml {
@@ -70,12 +71,9 @@ Decoded contradicted(const std::string& declared) {
 
 // Where half a surrogate pair is, or npos.
 std::size_t findHalfPair(std::u16string_view text) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] < 0xD800 || text[i] > 0xDFFF) continue;
-        const bool whole = system::isHighSurrogate(text[i]) && i + 1 < text.size() &&
-                           system::isLowSurrogate(text[i + 1]);
-        if (!whole) return i;
-        ++i;
+    for (std::u16string_view rest = text; !rest.empty();) {
+        const std::size_t at = text.size() - rest.size();
+        if (isHalfPair(takeCodePoint(rest))) return at;
     }
     return text.npos;
 }

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
-#include "system/Unicode.h"
+#include <corvane/base/Text.h>
+
+#include "xml/Node.h"
 
 namespace corvane::xml {
 namespace {
@@ -40,19 +42,6 @@ bool continuesName(char32_t point) {
     return startsName(point) || isIn(std::begin(kFurther), std::end(kFurther), point);
 }
 
-// Takes one character off the text; a half surrogate pair comes out as itself, which no range
-// holds.
-char32_t takeCharacter(std::u16string_view& text) {
-    const char32_t unit = text.front();
-    text.remove_prefix(1);
-    if (!system::isHighSurrogate(static_cast<char16_t>(unit)) || text.empty() ||
-        !system::isLowSurrogate(text.front()))
-        return unit;
-    const char32_t low = text.front();
-    text.remove_prefix(1);
-    return 0x10000 + ((unit & 0x3FF) << 10) + (low & 0x3FF);
-}
-
 bool isUnqualifiedName(std::u16string_view name) {
     return !name.empty() && nameLength(name) == name.size();
 }
@@ -61,9 +50,9 @@ bool isUnqualifiedName(std::u16string_view name) {
 
 std::size_t nameLength(std::u16string_view text) {
     std::u16string_view rest = text;
-    if (rest.empty() || !startsName(takeCharacter(rest))) return 0;
+    if (rest.empty() || !startsName(takeCodePoint(rest))) return 0;
     std::size_t length = text.size() - rest.size();
-    while (!rest.empty() && continuesName(takeCharacter(rest)))
+    while (!rest.empty() && continuesName(takeCodePoint(rest)))
         length = text.size() - rest.size();
     return length;
 }
@@ -75,16 +64,15 @@ bool isQualifiedName(std::u16string_view name) {
 }
 
 bool isCarriable(std::u16string_view text) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char16_t unit = text[i];
-        if (unit >= 0x20 && unit < 0xD800) continue;
-        if (unit == u'\t' || unit == u'\n' || unit == u'\r') continue;
-        if (unit < 0x20 || unit >= 0xFFFE || system::isLowSurrogate(unit)) return false;
-        if (!system::isHighSurrogate(unit)) continue;
-        ++i;
-        if (i == text.size() || !system::isLowSurrogate(text[i])) return false;
+    const auto isUnusual = [](char16_t unit) { return unit < 0x20 || unit >= 0xD800; };
+    while (true) {
+        const auto at = std::find_if(text.begin(), text.end(), isUnusual);
+        text.remove_prefix(static_cast<std::size_t>(at - text.begin()));
+        if (text.empty()) return true;
+        const char32_t point = takeCodePoint(text);
+        const bool isControl = point < 0x20 && !isWhite(static_cast<char16_t>(point));
+        if (isControl || isHalfPair(point) || point == 0xFFFE || point == 0xFFFF) return false;
     }
-    return true;
 }
 
 }  // namespace corvane::xml

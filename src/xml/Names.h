@@ -14,6 +14,11 @@ inline std::u16string_view localNameOf(std::u16string_view name) {
     return colon == name.npos ? name : name.substr(colon + 1);
 }
 
+/// True for half a surrogate pair, as corvane::takeCodePoint gives it.
+constexpr bool isHalfPair(char32_t point) {
+    return point >= 0xD800 && point <= 0xDFFF;
+}
+
 /// How many units at the start of the text are a name without colon; 0 when none is there.
 std::size_t nameLength(std::u16string_view text);
 

@@ -2,23 +2,17 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
-#include <iterator>
 #include <libxml/SAX2.h>
-#include <libxml/parser.h>
 #include <limits>
 #include <memory>
 #include <new>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "system/Unicode.h"
 #include "xml/Limits.h"
-#include "xml/NameTable.h"
-#include "xml/Names.h"
 #include "xml/Namespaces.h"
-#include "xml/SourceCursor.h"
+#include "xml/Parse.h"
 
 namespace corvane::xml {
 namespace {
@@ -27,179 +21,20 @@ namespace {
 [[maybe_unused]] const bool parserIsReady = (xmlInitParser(), true);
 
 constexpr std::size_t kLargestSource = std::numeric_limits<int>::max() - 1;
-// Entities may expand to this many times the source, and to a little more in a small one.
-constexpr std::size_t kExpansionFactor = 10;
-constexpr std::size_t kFreeExpansion = std::size_t{1} << 20;
-// Each default is compared with every other attribute of each element that takes it.
-constexpr int kMostDefaults = 1000;
-// The parser's tables of declarations and names slow down as they fill.
-constexpr int kMostDeclarations = 20'000;
+// The parser's table of names slows down as it fills.
 constexpr std::size_t kMostNames = 100'000;
 // What an attribute takes besides its name and value.
 constexpr std::size_t kAttributeSyntax = 4;
 
-#if LIBXML_VERSION >= 21200
-using ParserError = const xmlError*;
-#else
-using ParserError = xmlErrorPtr;
-#endif
-
-const char* chars(const xmlChar* text) {
-    return reinterpret_cast<const char*>(text);
-}
-std::string_view view(const xmlChar* text) {
-    return text ? chars(text) : "";
-}
-std::string_view view(const xmlChar* text, const xmlChar* end) {
-    return {chars(text), static_cast<std::size_t>(end - text)};
-}
-std::string_view view(const xmlChar* text, int length) {
-    return {chars(text), static_cast<std::size_t>(length)};
+// The line and column of a place in the source.
+Fault faultAt(std::string_view source, std::size_t offset, std::string message) {
+    const std::string_view before = source.substr(0, offset);
+    const std::size_t lineStart = before.rfind('\n') + 1;
+    return {static_cast<std::int32_t>(1 + std::count(before.begin(), before.end(), '\n')),
+            static_cast<std::int32_t>(1 + offset - lineStart), std::move(message)};
 }
 
-std::u16string wide(std::string_view utf8) {
-    std::u16string text;
-    system::appendFromUtf8(text, utf8);
-    return text;
-}
-
-// Where the parser is in the document, also while it parses the text of an entity.
-struct Position {
-    int line = 0;
-    int column = 0;
-    std::size_t offset = 0;
-    const xmlChar* text = nullptr;  // What comes next, where the parser may report it before.
-};
-
-Position positionOf(xmlParserCtxtPtr context) {
-    Position position;
-#if LIBXML_VERSION >= 21500
-    unsigned long offset = 0;
-    xmlCtxtGetInputPosition(context, 0, nullptr, &position.line, &position.column, &offset);
-    position.offset = offset;
-#else
-    if (context->inputNr < 1) return position;
-    const xmlParserInputPtr input = context->inputTab[0];
-    position.line = input->line;
-    position.column = input->col;
-    position.offset = input->consumed + static_cast<std::size_t>(input->cur - input->base);
-    position.text = input->cur;
-#endif
-    return position;
-}
-
-// Declarations of these have no effect: the parser knows what they stand for.
-bool isPredefined(std::string_view entity) {
-    constexpr std::string_view kNames[] = {"lt", "gt", "amp", "quot", "apos"};
-    return std::find(std::begin(kNames), std::end(kNames), entity) != std::end(kNames);
-}
-
-// Keeps what the parser says outside of a parse, as when its tables find no memory, off the
-// process's standard error.
-class QuietParser {
-public:
-    QuietParser() : handler_(xmlStructuredError), context_(xmlStructuredErrorContext) {
-        xmlSetStructuredErrorFunc(nullptr, ignore);
-    }
-    ~QuietParser() { xmlSetStructuredErrorFunc(context_, handler_); }
-    QuietParser(const QuietParser&) = delete;
-    QuietParser& operator=(const QuietParser&) = delete;
-
-private:
-    static void ignore(void*, ParserError) {}
-
-    xmlStructuredErrorFunc handler_;
-    void* context_;
-};
-
-struct ContextDeleter {
-    void operator()(xmlParserCtxtPtr context) const { xmlFreeParserCtxt(context); }
-};
-struct DocumentDeleter {
-    void operator()(xmlDocPtr document) const { xmlFreeDoc(document); }
-};
-
-// The state of one parse. The parser calls the static functions with a pointer to it, also while it
-// parses the text of an entity in a context of its own.
-class Parse {
-public:
-    Parse(std::string_view source, TreeBuilder& builder)
-        : source_(source), builder_(builder), names_(builder.pool()), cursor_(source) {}
-
-    Fault run();
-
-private:
-    static Parse& of(void* self) { return *static_cast<Parse*>(self); }
-    // Runs what a report asks for unless the parse has failed. No exception may cross the parser.
-    template <typename Action>
-    static void report(void* self, Action action) {
-        Parse& parse = of(self);
-        if (parse.fault_) return;
-        const Position position = positionOf(parse.context_);
-        try {
-            action(parse, position);
-        } catch (const std::bad_alloc&) {
-            parse.stopForMemory();
-        }
-        parse.line_ = position.line;
-    }
-
-    static void startDocument(void* self);
-    static void startElement(void* self, const xmlChar* local, const xmlChar* prefix,
-                             const xmlChar* uri, int namespaceCount, const xmlChar** namespaces,
-                             int attributeCount, int defaultCount, const xmlChar** attributes);
-    static void endElement(void* self, const xmlChar*, const xmlChar*, const xmlChar*);
-    static void characters(void* self, const xmlChar* text, int length);
-    static void section(void* self, const xmlChar* text, int length);
-    static void comment(void* self, const xmlChar* text);
-    static void instruction(void* self, const xmlChar* target, const xmlChar* text);
-    static void documentType(void* self, const xmlChar* name, const xmlChar* publicId,
-                             const xmlChar* systemId);
-    static void endDocumentType(void* self, const xmlChar*, const xmlChar*, const xmlChar*);
-    static void declareEntity(void* self, const xmlChar* name, int type, const xmlChar* publicId,
-                              const xmlChar* systemId, xmlChar* content);
-    static void declareAttribute(void* self, const xmlChar*, const xmlChar* name, int, int,
-                                 const xmlChar* value, xmlEnumerationPtr values);
-    static void declareElement(void* self, const xmlChar*, int, xmlElementContentPtr) {
-        report(self, [](Parse& parse, const Position&) { parse.countDeclaration(); });
-    }
-    static void declareNotation(void* self, const xmlChar* name, const xmlChar* publicId,
-                                const xmlChar* systemId);
-    static xmlEntityPtr findEntity(void* self, const xmlChar* name);
-    static xmlEntityPtr findParameterEntity(void* self, const xmlChar* name);
-    static xmlParserInputPtr resolve(void*, const xmlChar*, const xmlChar*) { return nullptr; }
-    static void error(void* self, ParserError error);
-
-    xmlSAXHandler makeHandler() const;
-    void addMarkup(const Position& position, Kind kind, std::string_view text);
-    void addDeclaredNamespaces(int count, const xmlChar** namespaces);
-    void addAttributes(int count, int defaultCount, const xmlChar** attributes);
-    bool takeAttribute(const Name* name, std::string_view value, bool expanded);
-    void countNames();
-    void countDeclaration();
-    bool expand(std::size_t size);
-    xmlEntityPtr admit(const xmlChar* name, xmlEntityPtr entity);
-    std::uint32_t tagLine(const Position& position);
-    void stop(std::string message);
-    void stopForMemory();
-
-    std::string_view source_;
-    TreeBuilder& builder_;
-    NameTable names_;
-    SourceCursor cursor_;
-    Fault fault_;
-    bool memoryEnded_ = false;
-    bool inDocumentType_ = false;
-    xmlParserCtxtPtr context_ = nullptr;
-    int line_ = 0;  // At the last report.
-    std::size_t depth_ = 0;
-    // The depths of the open elements that declare prefixes, and how many are in scope with each.
-    std::vector<std::pair<std::size_t, std::size_t>> prefixes_;
-    std::size_t expanded_ = 0;
-    std::size_t alternatives_ = 0;
-    int defaults_ = 0;
-    int declarations_ = 0;
-};
+}  // namespace
 
 void Parse::stop(std::string message) {
     if (fault_) return;
@@ -267,7 +102,7 @@ void Parse::addDeclaredNamespaces(int count, const xmlChar** namespaces) {
         const xmlChar** at = namespaces + 2 * i;
         const Name* name = names_.declaration(at[0]);
         // Nothing tells those apart that come from a default, which the parser does not check.
-        if (!isDeclarationAllowed(name->view(), wide(view(at[1])))) {
+        if (!isDeclarationAllowed(name->view(), system::fromUtf8(view(at[1])))) {
             stop("A namespace cannot be declared as " + std::string(view(at[1])));
             return;
         }
@@ -339,108 +174,6 @@ void Parse::instruction(void* self, const xmlChar* target, const xmlChar* text) 
     });
 }
 
-// The declarations of the internal subset are put into effect by the load, so the tree keeps the
-// name and the external identifier only.
-void Parse::documentType(void* self, const xmlChar* name, const xmlChar* publicId,
-                         const xmlChar* systemId) {
-    report(self, [=](Parse& parse, const Position&) {
-        const auto quoted = [](const xmlChar* text) {
-            const char quote = std::strchr(chars(text), '"') ? '\'' : '"';
-            return quote + std::string(view(text)) + quote;
-        };
-        std::string data(view(name));
-        if (publicId) data += " PUBLIC " + quoted(publicId);
-        if (systemId) data += (publicId ? " " : " SYSTEM ") + quoted(systemId);
-        parse.builder_.data(Kind::DocType, data);
-        parse.inDocumentType_ = true;
-        // The parser's own tables keep what is declared from here on.
-        xmlSAX2InternalSubset(parse.context_, name, publicId, systemId);
-    });
-}
-
-void Parse::endDocumentType(void* self, const xmlChar*, const xmlChar*, const xmlChar*) {
-    of(self).inDocumentType_ = false;
-}
-
-void Parse::declareEntity(void* self, const xmlChar* name, int type, const xmlChar* publicId,
-                          const xmlChar* systemId, xmlChar* content) {
-    report(self, [=](Parse& parse, const Position&) {
-        parse.countDeclaration();
-        // A fragment in an identifier, which nobody follows, makes the parser pass over references.
-        parse.context_->wellFormed = 1;
-        if (const char* excess = excessIn(view(content))) parse.stop(excess);
-        const bool general =
-            type == XML_INTERNAL_GENERAL_ENTITY || type == XML_EXTERNAL_GENERAL_PARSED_ENTITY;
-        if (general && isPredefined(view(name))) return;
-        xmlSAX2EntityDecl(parse.context_, name, type, publicId, systemId, content);
-    });
-}
-
-void Parse::declareAttribute(void* self, const xmlChar*, const xmlChar* name, int, int,
-                             const xmlChar* value, xmlEnumerationPtr values) {
-    xmlFreeEnumeration(values);
-    report(self, [=](Parse& parse, const Position&) {
-        parse.countDeclaration();
-        if (value && ++parse.defaults_ > kMostDefaults) parse.stop("Too many default attributes");
-        if (!isQualifiedName(wide(view(name))))
-            parse.stop("An attribute cannot have the name " + std::string(view(name)));
-    });
-}
-
-void Parse::declareNotation(void* self, const xmlChar* name, const xmlChar* publicId,
-                            const xmlChar* systemId) {
-    report(self, [=](Parse& parse, const Position&) {
-        parse.countDeclaration();
-        if (!publicId && !systemId)
-            parse.stop("The notation " + std::string(view(name)) + " has no identifier");
-    });
-}
-
-void Parse::countNames() {
-    if (names_.size() > kMostNames) stop("Too many different names");
-}
-
-void Parse::countDeclaration() {
-    if (++declarations_ > kMostDeclarations) stop("Too many declarations");
-}
-
-// Counts what comes out of declarations rather than the source itself.
-bool Parse::expand(std::size_t size) {
-    expanded_ += size + 1;
-    if (expanded_ > kExpansionFactor * source_.size() + kFreeExpansion)
-        stop("The declarations expand too far");
-    return !fault_;
-}
-
-// Refuses what is not declared or lies elsewhere.
-xmlEntityPtr Parse::admit(const xmlChar* name, xmlEntityPtr entity) {
-    if (fault_) return nullptr;
-    if (!entity) {
-        stop("The entity " + std::string(view(name)) + " is not declared");
-    } else if (!entity->content) {
-        stop("The entity " + std::string(view(name)) + " is external");
-    } else if (expand(view(entity->content).size())) {
-        return entity;
-    }
-    return nullptr;
-}
-
-xmlEntityPtr Parse::findEntity(void* self, const xmlChar* name) {
-    return of(self).admit(name, xmlSAX2GetEntity(of(self).context_, name));
-}
-
-// A declaration may be put together from several of these, so their parts count together.
-xmlEntityPtr Parse::findParameterEntity(void* self, const xmlChar* name) {
-    Parse& parse = of(self);
-    const xmlEntityPtr entity = parse.admit(name, xmlSAX2GetParameterEntity(parse.context_, name));
-    if (!entity) return nullptr;
-    const std::string_view content = view(entity->content);
-    parse.alternatives_ +=
-        static_cast<std::size_t>(std::count(content.begin(), content.end(), '|'));
-    if (parse.alternatives_ > kMostTokens) parse.stop("Too many tokens in parameter entities");
-    return parse.fault_ ? nullptr : entity;
-}
-
 // Reports about validity concern nothing that this library promises, and they come with another
 // pointer than the rest: it may be used for the others only.
 void Parse::error(void* self, ParserError error) {
@@ -503,15 +236,9 @@ Fault Parse::run() {
     return fault_;
 }
 
-// The line and column of a place in the source.
-Fault faultAt(std::string_view source, std::size_t offset, std::string message) {
-    const std::string_view before = source.substr(0, offset);
-    const std::size_t lineStart = before.rfind('\n') + 1;
-    return {static_cast<std::int32_t>(1 + std::count(before.begin(), before.end(), '\n')),
-            static_cast<std::int32_t>(1 + offset - lineStart), std::move(message)};
+void Parse::countNames() {
+    if (names_.size() > kMostNames) stop("Too many different names");
 }
-
-}  // namespace
 
 Fault parse(std::string_view utf8, TreeBuilder& builder) {
     if (utf8.size() > kLargestSource) return {0, 0, "The document is too large"};

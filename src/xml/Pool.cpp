@@ -45,16 +45,20 @@ const char16_t* Pool::copy(std::u16string_view text) {
 }
 
 std::u16string_view Pool::copyUtf8(std::string_view utf8) {
-    const auto isAscii = [](char unit) { return static_cast<unsigned char>(unit) < 0x80; };
-    if (!std::all_of(utf8.begin(), utf8.end(), isAscii)) {
-        const std::u16string text = system::fromUtf8(utf8);
-        return {copy(text), text.size()};
-    }
     if (utf8.empty()) return {};
+    // No byte stands for more than a unit.
     auto* units =
         static_cast<char16_t*>(allocate(utf8.size() * sizeof(char16_t), alignof(char16_t)));
-    std::copy(utf8.begin(), utf8.end(), units);
-    return {units, utf8.size()};
+    unsigned char bits = 0;
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(utf8[i]);
+        bits |= byte;
+        units[i] = byte;
+    }
+    if (bits < 0x80) return {units, utf8.size()};
+    const std::u16string text = system::fromUtf8(utf8);
+    std::copy(text.begin(), text.end(), units);
+    return {units, text.size()};
 }
 
 const Name* Pool::name(std::u16string_view text) {

@@ -1,7 +1,10 @@
 #include "xml/Serializer.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "system/Unicode.h"
@@ -15,12 +18,45 @@ struct Utf16Output {
     std::u16string text;
     void put(std::string_view ascii) { text.append(ascii.begin(), ascii.end()); }
     void put(std::u16string_view units) { text += units; }
+    std::u16string take() { return std::move(text); }
 };
 
-struct Utf8Output {
-    std::string text;
-    void put(std::string_view ascii) { text += ascii; }
-    void put(std::u16string_view units) { system::appendUtf8(text, units); }
+// Gathers pieces, most of which are a few units of ASCII, before they are appended to the text.
+class Utf8Output {
+public:
+    void put(std::string_view ascii) {
+        if (!fits(ascii.size())) flush();
+        std::copy(ascii.begin(), ascii.end(), buffer_.data() + used_);
+        used_ += ascii.size();
+    }
+    void put(std::u16string_view units) {
+        if (!fits(units.size())) flush();
+        if (fits(units.size())) {
+            char16_t bits = 0;
+            for (std::size_t i = 0; i < units.size(); ++i) {
+                bits |= units[i];
+                buffer_[used_ + i] = static_cast<char>(units[i]);
+            }
+            if (bits < 0x80) {
+                used_ += units.size();
+                return;
+            }
+            flush();
+        }
+        system::appendUtf8(text_, units);
+    }
+    std::string take() {
+        flush();
+        return std::move(text_);
+    }
+
+private:
+    bool fits(std::size_t size) const { return size <= buffer_.size() - used_; }
+    void flush() { text_.append(buffer_.data(), std::exchange(used_, 0)); }
+
+    std::string text_;
+    std::array<char, 4096> buffer_;
+    std::size_t used_ = 0;
 };
 
 // A bit for each unit that is escaped somewhere; none of them is above '>'.
@@ -198,7 +234,7 @@ private:
 std::u16string serialized(const Element& element) {
     Serializer<Utf16Output> serializer;
     serializer.write(element);
-    return std::move(serializer.output().text);
+    return serializer.output().take();
 }
 
 std::string serializedFile(const Element& document) {
@@ -208,7 +244,7 @@ std::string serializedFile(const Element& document) {
         serializer.write(*at);
         serializer.output().put("\n");
     }
-    return std::move(serializer.output().text);
+    return serializer.output().take();
 }
 
 }  // namespace corvane::xml

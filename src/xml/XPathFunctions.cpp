@@ -17,12 +17,8 @@ namespace {
 // The characters of a text; half a surrogate pair is one of its own.
 std::u32string charactersOf(std::u16string_view text) {
     std::u32string characters;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool isPair = system::isHighSurrogate(text[i]) && i + 1 < text.size() &&
-                            system::isLowSurrogate(text[i + 1]);
-        characters += isPair ? system::codePoint(text[i], text[i + 1]) : char32_t{text[i]};
-        if (isPair) ++i;
-    }
+    while (!text.empty())
+        characters += takeCodePoint(text);
     return characters;
 }
 
