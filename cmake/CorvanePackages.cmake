@@ -52,7 +52,8 @@ set(CPACK_DEBIAN_DOCS_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_DOCS_PACKAGE_SECTION doc)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS corvane-part)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "cmake, liblua5.4-dev, corvane-doc")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS "cmake, make, liblua5.4-dev")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS corvane-doc)
 
 # The loader's list of libraries is renewed when the folder of the library comes or goes.
 file(WRITE ${PROJECT_BINARY_DIR}/debian/triggers "activate-noawait ldconfig\n")
