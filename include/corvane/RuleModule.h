@@ -33,11 +33,11 @@
         return ::corvane::kRuleInterface;                        \
     }
 
-// With the STRINGS of corvane_add_rule_module, parameters get their names from the module's texts.
 #ifdef CORVANE_MODULE_HAS_STRINGS
 #define CORVANE_USE_MODULE_STRINGS \
     const ::corvane::StringTableScope moduleTexts(::corvane::ModuleStrings());
 #else
+/// In a module with STRINGS of corvane_add_rule_module: parameters get their names from its texts.
 #define CORVANE_USE_MODULE_STRINGS
 #endif
 

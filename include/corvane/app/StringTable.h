@@ -49,6 +49,7 @@ private:
 
 /// The signature of the export "QorStringTable" of a resource module.
 using StringTableFunction = const StringTable* (*)();
+/// The name of that export.
 inline constexpr const char* kStringTableName = "QorStringTable";
 
 }  // namespace corvane

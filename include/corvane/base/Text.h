@@ -7,9 +7,11 @@
 
 namespace corvane {
 
+/// Whether the unit is the first one of a surrogate pair.
 constexpr bool isHighSurrogate(char16_t unit) {
     return (unit & 0xFC00) == 0xD800;
 }
+/// Whether the unit is the second one of a surrogate pair.
 constexpr bool isLowSurrogate(char16_t unit) {
     return (unit & 0xFC00) == 0xDC00;
 }

@@ -97,12 +97,16 @@ private:
     bool open_;
 };
 
-/// The exports of the collector module. `create` stores a new collector, which stays the module's,
-/// and `destroy` ends it and stores null. The connector is only looked at during the call. The
-/// result is 0, or below 0 when nothing could be made.
+/// The export `create` of the collector module: stores a new collector, which stays the module's.
+/// The connector is only looked at during the call. The result is 0, or below 0 when nothing could
+/// be made.
 using CreateCollectorFunction = int (*)(const IConnectorData*, IDatabaseCollector**);
+/// The export `destroy` of the collector module: ends the collector and stores null.
 using DestroyCollectorFunction = int (*)(IDatabaseCollector**);
+///@{
+/// The names of the two exports.
 inline constexpr const char* kCreateCollectorName = "create";
 inline constexpr const char* kDestroyCollectorName = "destroy";
+///@}
 
 }  // namespace qor_db

@@ -58,7 +58,9 @@ struct OpenRequest {
 using OpenDatabaseFunction = void (*)(int interfaceVersion, const OpenRequest& request,
                                       std::unique_ptr<IDatabaseConnection>& connection,
                                       Status& status);
+/// The name of that export.
 inline constexpr const char* kOpenDatabaseName = "openQorDatabase";
+/// The version of this header.
 inline constexpr int kDriverInterfaceVersion = 1;
 
 }  // namespace qor_db

@@ -12,6 +12,7 @@
 
 namespace qor_db {
 
+/// A binary value.
 using Bytes = std::vector<std::byte>;
 
 /// One typed value of a row, or a parameter of a query: null, a 64-bit integer, a double, text or

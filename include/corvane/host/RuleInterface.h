@@ -30,6 +30,7 @@ inline constexpr std::uint64_t kRuleInterface = [] {
 /// A host makes no rule of a module that says another one than its own. A module without the export
 /// is not checked.
 using RuleInterfaceFunction = std::uint64_t (*)();
+/// The name of that export.
 inline constexpr const char* kRuleInterfaceName = "CorvaneRuleInterface";
 
 }  // namespace corvane

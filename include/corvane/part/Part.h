@@ -17,6 +17,7 @@
 #define CORVANE_PART_EXPORT __declspec(dllimport)
 #endif
 #else
+/// Exports a name from the library of parts, or imports it.
 #define CORVANE_PART_EXPORT __attribute__((visibility("default")))
 #endif
 

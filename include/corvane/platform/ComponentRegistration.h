@@ -16,6 +16,7 @@ struct ComponentRegistration {
     std::u16string module;
 };
 
+/// Looks a program identifier up, such as "QorScriptHost.ScriptProcessor".
 CORVANE_EXPORT ComponentRegistration FindComponent(std::u16string_view programId);
 
 }  // namespace corvane

@@ -14,6 +14,7 @@ struct Message {
     unsigned style;               ///< Style word of the platform's message box, such as 8208.
 };
 
+/// Shows a message, or keeps it.
 using MessageSink = std::function<void(const Message&)>;
 
 /// Replaces what shows messages, and gives the former sink. An empty sink means the

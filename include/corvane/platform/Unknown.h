@@ -9,9 +9,10 @@
 
 namespace corvane {
 
-// The statuses that this library gives and looks for, with the values of the first platform. They
-// are not global, because a dialog has a kOk of its own, with another value.
+// These are not global, because a dialog has a kOk of its own, with another value.
 
+///@{
+/// A status that this library gives and looks for, with its value of the first platform.
 inline constexpr HResult kOk = 0;
 inline constexpr HResult kFalse = 1;
 inline constexpr HResult kErrorNotImplemented = static_cast<HResult>(0x80004001);
@@ -19,12 +20,12 @@ inline constexpr HResult kErrorNoInterface = static_cast<HResult>(0x80004002);
 inline constexpr HResult kErrorPointer = static_cast<HResult>(0x80004003);
 inline constexpr HResult kErrorFail = static_cast<HResult>(0x80004005);
 inline constexpr HResult kErrorUnexpected = static_cast<HResult>(0x8000FFFF);
-/// A program identifier that is not registered.
 inline constexpr HResult kErrorNoSuchProgramId = static_cast<HResult>(0x800401F3);
 inline constexpr HResult kErrorClassNotRegistered = static_cast<HResult>(0x80040154);
 inline constexpr HResult kErrorModuleNotFound = static_cast<HResult>(0x8007007E);
 inline constexpr HResult kErrorOutOfMemory = static_cast<HResult>(0x8007000E);
 inline constexpr HResult kErrorInvalidArgument = static_cast<HResult>(0x80070057);
+///@}
 
 /// Statuses that are not negative, such as kFalse, are successes.
 [[nodiscard]] constexpr bool failed(HResult status) {
@@ -39,6 +40,7 @@ using GetClassObjectFunction = HResult (*)(const Guid& classId, const Guid& inte
 
 namespace corvane {
 
+///@{
 /// The identifier of an interface: its `kInterfaceId`, or that of the three roots, which have none.
 template <typename Interface>
 inline constexpr Guid interfaceId = Interface::kInterfaceId;
@@ -48,6 +50,7 @@ template <>
 inline constexpr Guid interfaceId<IDispatch>{0x00020400, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 template <>
 inline constexpr Guid interfaceId<IClassFactory>{1, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+///@}
 
 /// A copy of the text up to its first zero unit, which SysFreeString frees; null when memory is
 /// short for it.

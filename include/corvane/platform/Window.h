@@ -17,8 +17,8 @@ namespace corvane {
 
 // Numbers of messages, as on the first platform.
 namespace message {
-inline constexpr unsigned kClose = 16;
-inline constexpr unsigned kKeyF1 = 77;
+inline constexpr unsigned kClose = 16;  ///< The window is asked to close.
+inline constexpr unsigned kKeyF1 = 77;  ///< The user asks for help by the key F1.
 /// A button of the title bar or another part of the frame is pressed: the hit test in `wParam`, the
 /// place in the lower (x) and the upper (y) 16 bits of `lParam`, both signed.
 inline constexpr unsigned kNcLButtonDown = 161;

@@ -58,6 +58,7 @@ struct ScriptRun {
     }
 };
 
+/// Looks at each run of a script when it is over.
 using ScriptRunObserver = std::function<void(const ScriptRun&)>;
 
 /// Replaces what is told of every finished run, in batch mode too, and hands out the former

@@ -35,6 +35,7 @@ enum QORAngleUnit_e : std::int32_t {
     QORAngleUnit_Radian = 3,
 };
 
+/// Units of mass.
 enum QORMassUnit_e : std::int32_t {
     QORMassUnit_Milligram = 1,
     QORMassUnit_Gram = 2,
@@ -42,6 +43,7 @@ enum QORMassUnit_e : std::int32_t {
     QORMassUnit_Pound = 4,
 };
 
+/// Units of density.
 enum QORDensityUnit_e : std::int32_t {
     QORDensityUnit_KilogramPerCubicMetre = 1,
     QORDensityUnit_PoundPerCubicInch = 2,
