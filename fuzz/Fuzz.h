@@ -6,6 +6,7 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -56,6 +57,11 @@ inline std::string_view take(std::string_view& rest, char end) {
     const std::string_view taken = rest.substr(0, at);
     rest.remove_prefix(at == rest.npos ? rest.size() : at + 1);
     return taken;
+}
+
+inline std::string contentOf(const std::string& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 /// A folder of this process, in memory where the system has such a place, gone at its end.

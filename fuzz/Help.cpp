@@ -6,6 +6,19 @@
 #include "Fuzz.h"
 #include "frontend/HelpFiles.h"
 
+namespace {
+
+/// Neither a blank at an end nor what was looked for stays in what is left of a line.
+void requireRest(const CStringW& rest, std::u16string_view sought, std::u16string_view mark) {
+    CStringW trimmed = rest;
+    trimmed.Trim();
+    fuzz::require(trimmed == rest, "what is found is trimmed");
+    fuzz::require(rest.Std().find(mark) == std::u16string::npos || sought.find(mark) != sought.npos,
+                  "a mark is taken out");
+}
+
+}  // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const fuzz::Quick quick;
     static const fuzz::Folder folder;
@@ -17,7 +30,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::optional<std::u16string> pageText = readHelpFile(folder.wide("pages").Std());
     fuzz::require(topicText && pageText, "a small file is read");
     const std::optional<CStringW> name = restOfLine(*topicText, u"4711", u"#define");
+    fuzz::require(name.has_value() == (topicText->find(u"4711") != topicText->npos),
+                  "a topic that is in the file is found");
     if (!name) return 0;
-    restOfLine(*pageText, *name, u"=");
+    requireRest(*name, u"4711", u"#define");
+    const std::optional<CStringW> page = restOfLine(*pageText, *name, u"=");
+    if (name->IsEmpty()) return 0;  // it stands in every line
+    fuzz::require(page.has_value() == (pageText->find(name->Std()) != pageText->npos),
+                  "a name that is in the file is found");
+    if (page) requireRest(*page, name->Std(), u"=");
     return 0;
 }

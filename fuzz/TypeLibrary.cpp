@@ -14,6 +14,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                       "what is not read changes nothing");
         return 0;
     }
+    TypeLibDetails second(folder.wide("library"));
+    fuzz::require(second.ReadTypeLibAttributes() && second.guid == first.guid &&
+                      second.majorVersion == first.majorVersion &&
+                      second.minorVersion == first.minorVersion && second.lcid == first.lcid,
+                  "a library reads the same again");
     // Another resource of the same module.
     TypeLibDetails(folder.wide("library") + u"\\2").ReadTypeLibAttributes();
     return 0;

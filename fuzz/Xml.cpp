@@ -10,6 +10,7 @@
 // A document is the same after it has been saved and loaded, before and after all that.
 
 #include <memory>
+#include <vector>
 
 #include <corvane/platform/ComError.h>
 #include <corvane/xml/QorXMLDocument.h>
@@ -50,6 +51,33 @@ void lookAt(const QorXMLNode& node, const CStringW& query) {
     }
     const NodePtr first(node.GetNodeFromXPath(query));
     fuzz::require((first != nullptr) == (list->GetSize() > 0), "both queries find the same");
+}
+
+/// How many matches each query of the commands has below the root.
+std::vector<QorLong> matches(const QorXMLNode& root, std::string_view commands) {
+    std::vector<QorLong> counts;
+    while (!commands.empty() && counts.size() < 12) {
+        std::string_view line = fuzz::take(commands, '\n');
+        const std::string_view command = fuzz::take(line, ' ');
+        if (command != "q" && command != "s" && command != "m") continue;
+        try {
+            const std::unique_ptr<QorXMLNodeList> list(root.GetNodeList(CStringW::FromUtf8(line)));
+            counts.push_back(list->GetSize());
+        } catch (const _com_error&) {
+            counts.push_back(-1);
+        }
+    }
+    return counts;
+}
+
+/// A document answers as it does after it has been saved and loaded.
+void expectSameAnswers(QorXMLDocument& document, const QorXMLNode& root,
+                       std::string_view commands) {
+    CStringW text = document.GetXML();
+    QorXMLDocument again;
+    const QorXMLNode* const loaded = again.LoadFromXMLString(text);
+    fuzz::require(loaded && matches(root, commands) == matches(*loaded, commands),
+                  "queries find the same after loading");
 }
 
 void step(QorXMLDocument& document, NodePtr& current, std::string_view line) {
@@ -109,5 +137,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     expectSameAfterSaving(document);
     edit(document, *root, commands);
     expectSameAfterSaving(document);
+    expectSameAnswers(document, *root, commands);
     return 0;
 }

@@ -16,6 +16,17 @@ constexpr std::size_t kMaxDepth = 64;
 // A ray through a shared edge must meet at least one of the two triangles.
 constexpr double kEdgeTolerance = 1e-9;
 
+/// Whether a point of the triangle's plane is about where the triangle is.
+bool isNear(const Mesh& mesh, std::size_t triangle, const Vector& point, double slack) {
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        const auto [low, high] =
+            std::minmax({mesh.corner(triangle, 0)[axis], mesh.corner(triangle, 1)[axis],
+                         mesh.corner(triangle, 2)[axis]});
+        if (point[axis] < low - slack || point[axis] > high + slack) return false;
+    }
+    return true;
+}
+
 /// Where the ray leaves through the triangle: from its inner to its outer side.
 std::optional<double> exitThrough(const Mesh& mesh, std::size_t triangle, const Ray& ray) {
     const Vector& origin = mesh.corner(triangle, 0);
@@ -31,7 +42,11 @@ std::optional<double> exitThrough(const Mesh& mesh, std::size_t triangle, const 
     const double v = dot(ray.direction, around) / determinant;
     const bool inside = u >= -kEdgeTolerance && v >= -kEdgeTolerance && u + v <= 1 + kEdgeTolerance;
     if (!inside) return std::nullopt;
-    return dot(edge2, around) / determinant;
+    const double distance = dot(edge2, around) / determinant;
+    // Of a triangle much smaller than its distance, rounding leaves nothing of u and v.
+    const double slack = kEdgeTolerance * (std::abs(distance) + length(edge1) + length(edge2));
+    if (!isNear(mesh, triangle, ray.origin + ray.direction * distance, slack)) return std::nullopt;
+    return distance;
 }
 
 }  // namespace

@@ -75,6 +75,8 @@ ScriptFault faultFromMessage(FaultKind kind, std::string_view source, int line,
     fault.source = source;
     if (const int place = takePlace(message, source)) line = place;
     fault.line = line - 1;
+    // A script may raise an empty text, which would tell its author nothing.
+    if (message.empty()) message = "no message is given";
     shorten(message);
     fault.message = std::move(message);
     return fault;

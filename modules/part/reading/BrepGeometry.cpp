@@ -182,6 +182,23 @@ Piece bezierSurface(TextTokens& text) {
     return piece;
 }
 
+Piece surface(TextTokens& text, int depth);
+
+/// A plane, cylinder, cone, sphere or torus.
+Piece elementary(TextTokens& text, long kind) {
+    frame(text, 3);
+    point(text, kind == 1 ? 0 : kind == 3 || kind == 5 ? 2 : 1);  // radii, an angle
+    Piece piece;
+    if (kind == 4) piece.v = {-M_PI_2, M_PI_2};
+    return piece;
+}
+
+Piece basisSurface(TextTokens& text, int depth) {
+    const Piece piece = surface(text, depth + 1);
+    text.require(piece.sound);
+    return piece;
+}
+
 Piece surface(TextTokens& text, int depth) {
     text.require(depth < kDeepest);
     const long kind = text.whole(1, 11);
@@ -190,13 +207,8 @@ Piece surface(TextTokens& text, int depth) {
         case 2:
         case 3:
         case 4:
-        case 5: {
-            frame(text, 3);
-            point(text, kind == 1 ? 0 : kind == 3 || kind == 5 ? 2 : 1);  // radii, an angle
-            Piece piece;
-            if (kind == 4) piece.v = {-M_PI_2, M_PI_2};
-            return piece;
-        }
+        case 5:
+            return elementary(text, kind);
         case 6:
             direction(text, 3);
             return {true, basisCurve(text, 3, depth).u};
@@ -210,16 +222,12 @@ Piece surface(TextTokens& text, int depth) {
             return splineSurface(text);
         case 10: {
             const double u1 = text.real(), u2 = text.real(), v1 = text.real(), v2 = text.real();
-            const Piece basis = surface(text, depth + 1);
-            text.require(basis.sound);
+            const Piece basis = basisSurface(text, depth);
             return {basis.u.holds(u1, u2) && basis.v.holds(v1, v2), {u1, u2}, {v1, v2}};
         }
-        case 11: {
+        case 11:
             coordinate(text);
-            const Piece basis = surface(text, depth + 1);
-            text.require(basis.sound);
-            return basis;
-        }
+            return basisSurface(text, depth);
         default:
             return {};
     }
