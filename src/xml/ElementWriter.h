@@ -12,7 +12,8 @@ class Element;
 
 /// Builds an element as the library's own writers do: without a node object for each child, and in
 /// one piece of memory where `make` begins it. Names of attributes and children are the caller's
-/// literals, known to be XML names without prefix. Text that XML cannot carry raises kErrorFail.
+/// literals, known to be XML names without prefix. Text that XML cannot carry raises kErrorFail,
+/// and memory that runs out kErrorOutOfMemory.
 /// Who knows how many attributes an element gets says so when it is made, which saves memory.
 class ElementWriter {
 public:

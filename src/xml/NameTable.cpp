@@ -18,9 +18,7 @@ std::string_view bytes(const xmlChar* text) {
 
 const Name* NameTable::name(const xmlChar* prefix, const xmlChar* local) {
     const Key key{prefix, local};
-    // The parser keeps names one after another, each a few bytes long.
-    constexpr std::size_t kGranularity = 8;
-    auto& recent = recent_[Hash()(key) / kGranularity % recent_.size()];
+    auto& recent = recent_[Hash()(key) % recent_.size()];
     if (!recent.second || recent.first != key) recent = {key, find(key)};
     return recent.second;
 }

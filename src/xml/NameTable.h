@@ -31,8 +31,11 @@ private:
     };
     struct Hash {
         std::size_t operator()(const Key& key) const noexcept {
+            // The parser keeps names one after another: a product spreads near addresses.
+            constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15;  // 2^64 by the golden ratio
             const auto prefix = reinterpret_cast<std::uintptr_t>(key.prefix);
-            return reinterpret_cast<std::uintptr_t>(key.local) ^ (prefix << 1);
+            const auto local = reinterpret_cast<std::uintptr_t>(key.local);
+            return static_cast<std::size_t>((local ^ (prefix << 1)) * kOdd >> 32);
         }
     };
 
@@ -41,7 +44,7 @@ private:
     Pool& pool_;
     std::unordered_map<Key, const Name*, Hash> names_;
     // The few names of most documents are found here, each in a place of its own.
-    std::array<std::pair<Key, const Name*>, 64> recent_{};
+    std::array<std::pair<Key, const Name*>, 256> recent_{};
 };
 
 }  // namespace corvane::xml

@@ -5,6 +5,7 @@
 #include <new>
 
 #include "XmlFixture.h"
+#include "xml/ElementWriter.h"
 
 namespace {
 
@@ -40,6 +41,8 @@ TEST(Memory, EndsOperationsWithItsOwnCodeAndNothingChanged) {
     // Texts that are passed by value are short: their copy is the caller's.
     const char* const query = "//*[b | c][contains(concat(., 'long enough'), 'more than that')]";
     QorXMLDocument other;
+    // More than the first block of a written element's memory holds.
+    const std::u16string wide(3000, u'w');
     const std::function<void()> operations[] = {
         [&] { a->AddAttribute1(longName, longName); },
         [&] { NodePtr(document.CreateNode1(longName)); },
@@ -52,6 +55,12 @@ TEST(Memory, EndsOperationsWithItsOwnCodeAndNothingChanged) {
         [&] { NodePtr(a->GetParentNode()); },
         [&] { NodePtr(root->AppendNode(u"p:b", &document)); },
         [&] { other.LoadFromXMLString(source); },
+        [&] {
+            const NodePtr rule(corvane::xml::ElementWriter::make(document, u"Rule", 1));
+            corvane::xml::ElementWriter writer(*rule);
+            writer.attribute(u"Name", wide);
+            writer.child(u"Value", 1).text(wide);
+        },
     };
     for (const auto& operation : operations) {
         const CStringW before = root->GetXML();
