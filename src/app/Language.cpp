@@ -66,6 +66,7 @@ std::u16string_view nameOf(std::uint32_t identifier) {
 }  // namespace
 
 LanguageChoice chosenLanguage() {
+    const emulation::RegistryState registry;
     std::uint32_t option = userNumber(kOptionsKey, u"OptionsLanguage");
     if (option == kNoValue) option = kFollowUser;
     if (option == kAlwaysEnglish) return {kEnglish, LanguageSource::Option};

@@ -48,14 +48,37 @@ std::u16string userFolder() {
     return home.empty() ? home : join(home, u".config/corvane");
 }
 
-// Each companion of the installation brings a file of its own, which lies over the library's.
-template <typename Add>
-void addInstalled(const Add& add) {
-    const std::u16string folder = join(installFolder(), u"registry");
-    add(folder, kMachineFile, RegistryRoot::LocalMachine);
-    for (const std::u16string& name : namesIn(folder))
-        if (name.ends_with(kEnding) && name != kMachineFile)
-            add(folder, name, RegistryRoot::LocalMachine);
+// The registry of the installation. Each companion brings a file of its own, which lies over the
+// library's.
+class InstalledFiles {
+public:
+    const std::u16string& folder() const { return folder_; }
+
+    // In the order in which they are laid one over the other. The folder is listed again when it
+    // has changed, and that a file in it has changed is for the file's own stamp to tell.
+    std::vector<std::u16string> names() {
+        const FileStamp stamp = FileStamp::of(folder_);
+        const std::lock_guard lock(mutex_);
+        if (!stamp_ || !stamp_->proves(stamp)) {
+            names_ = {std::u16string(kMachineFile)};
+            for (std::u16string& name : namesIn(folder_))
+                if (name.ends_with(kEnding) && name != kMachineFile)
+                    names_.push_back(std::move(name));
+            stamp_ = stamp;
+        }
+        return names_;
+    }
+
+private:
+    const std::u16string folder_ = join(installFolder(), u"registry");
+    std::mutex mutex_;
+    std::optional<FileStamp> stamp_;
+    std::vector<std::u16string> names_;
+};
+
+InstalledFiles& installedFiles() {
+    static Lasting<InstalledFiles> files;
+    return files.get();
 }
 
 // In the order in which they are laid one over the other.
@@ -73,7 +96,8 @@ std::vector<SourceFile> sourceFiles() {
         add(*only, kUserFile, RegistryRoot::CurrentUser);
         return files;
     }
-    addInstalled(add);
+    for (const std::u16string& name : installedFiles().names())
+        add(installedFiles().folder(), name, RegistryRoot::LocalMachine);
     add(u"/etc/corvane", kMachineFile, RegistryRoot::LocalMachine);
     if (const std::u16string folder = userFolder(); !folder.empty())
         add(folder, kUserFile, RegistryRoot::CurrentUser);
@@ -111,9 +135,7 @@ struct Cache {
     std::shared_ptr<const RegistryTrees> trees;
 };
 
-}  // namespace
-
-std::shared_ptr<const RegistryTrees> registryTrees() {
+std::shared_ptr<const RegistryTrees> currentTrees() {
     static std::mutex mutex;
     static Lasting<Cache> lasting;
     // Stamped before they are read: a change in between shows at the next call.
@@ -125,6 +147,26 @@ std::shared_ptr<const RegistryTrees> registryTrees() {
         cache.files = std::move(files);
     }
     return cache.trees;
+}
+
+// The outermost one of this thread.
+thread_local RegistryState* currentState = nullptr;
+
+}  // namespace
+
+std::shared_ptr<const RegistryTrees> registryTrees() {
+    if (!currentState) return currentTrees();
+    std::shared_ptr<const RegistryTrees>& trees = currentState->trees_;
+    if (!trees) trees = currentTrees();
+    return trees;
+}
+
+RegistryState::RegistryState() : outer_(currentState) {
+    if (!outer_) currentState = this;
+}
+
+RegistryState::~RegistryState() {
+    if (!outer_) currentState = nullptr;
 }
 
 namespace {

@@ -11,6 +11,7 @@
 namespace corvane::emulation {
 
 class RegistryNode;
+struct RegistryTrees;
 
 enum class RegistryRoot {
     ClassesRoot,  ///< The user's classes over the machine's.
@@ -50,6 +51,23 @@ private:
     explicit RegistryKey(std::shared_ptr<const RegistryNode> node) : node_(std::move(node)) {}
 
     std::shared_ptr<const RegistryNode> node_;
+};
+
+/// Has the calling thread see the registry in one state for as long as it lives: that of the first
+/// look-up in it. Look-ups that belong together agree so, and the files are looked at once. Within
+/// another one it changes nothing.
+class RegistryState {
+public:
+    RegistryState();
+    RegistryState(const RegistryState&) = delete;
+    RegistryState& operator=(const RegistryState&) = delete;
+    ~RegistryState();
+
+private:
+    friend std::shared_ptr<const RegistryTrees> registryTrees();
+
+    RegistryState* outer_;
+    std::shared_ptr<const RegistryTrees> trees_;  ///< Of the outermost one.
 };
 
 }  // namespace corvane::emulation

@@ -7,6 +7,7 @@
 #include <corvane/scriptrules/ScriptStatus.h>
 
 #include "emulation/Components.h"
+#include "emulation/Registry.h"
 #include "system/Lasting.h"
 
 namespace corvane {
@@ -68,6 +69,7 @@ std::int32_t shownLine(std::int32_t line) {
 }  // namespace
 
 HResult ScriptSession::findHost() {
+    const emulation::RegistryState registry;
     const auto classId = emulation::classFromProgramId(IScriptProcessor::kProgramId);
     if (!classId) return kErrorNoSuchProgramId;
     void* object = nullptr;

@@ -106,6 +106,7 @@ bool TypeLibDetails::FindTypeLibFile(CStringW& path, const CStringW& libraryId,
                                      const CStringW& /*major*/, const CStringW& /*minor*/,
                                      CStringW localeId) {
     const corvane::emulation::ComponentRuntime runtime;
+    const corvane::emulation::RegistryState registry;
     const auto version = countingVersion(subkeys(libraryKey(libraryId)));
     return version && readFile(libraryId, *version, localeId, path);
 }
@@ -124,6 +125,7 @@ bool TypeLibDetails::ReadTypeLibAttributes() {
 namespace corvane {
 
 std::vector<RegisteredTypeLibrary> GetRegisteredTypeLibraries() {
+    const emulation::RegistryState registry;
     std::vector<RegisteredTypeLibrary> libraries;
     for (const CStringW& guid : subkeys(kRootKey))
         addLibrary(guid, libraries);

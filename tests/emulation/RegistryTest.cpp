@@ -174,6 +174,21 @@ TEST_F(Registry, SeesAChangedFileAndKeepsAnOpenKey) {
     EXPECT_EQ(value(u"v"), "none");
 }
 
+TEST_F(Registry, StaysAsItWasFirstSeenWithinAState) {
+    machine("[HKLM\\K]\n\"v\"=dword:1");
+    {
+        const corvane::emulation::RegistryState outer;
+        machine("[HKLM\\K]\n\"v\"=dword:2");
+        {
+            const corvane::emulation::RegistryState inner;
+            EXPECT_EQ(value(u"v"), "2");
+        }
+        machine("[HKLM\\K]\n\"v\"=dword:3");
+        EXPECT_EQ(value(u"v"), "2");
+    }
+    EXPECT_EQ(value(u"v"), "3");
+}
+
 TEST_F(Registry, FindsTheUsersFileWithoutAFolderOfItsOwn) {
     const EnvironmentScope none("CORVANE_REGISTRY_DIR", nullptr);
     const EnvironmentScope home("HOME", folder_.path("home"));

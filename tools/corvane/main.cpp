@@ -29,6 +29,12 @@ constexpr std::unique_ptr<Command> (*kMakers[])(CLI::App&) = {
     makeUnitCommand,     makeDbCommand,         makeDoctorCommand,  makeNewCommand,
     makeRegisterCommand, makeCompletionCommand, makeWorkerCommand,  makeLintWorkerCommand};
 
+const std::string kVersionOption = "--version";
+
+std::string versionText() {
+    return std::string("corvane ") + corvane::kVersion;
+}
+
 constexpr Message kNoMemory = "the memory ran out";
 
 /// Says why the program ends, of the exception that is being handled. It takes no memory, which may
@@ -75,8 +81,13 @@ int runChosen(const std::vector<std::unique_ptr<Command>>& commands) {
 }
 
 int runProgram(int argc, char** argv) {
+    // Alone it needs none of the commands, and scripts ask for it often.
+    if (argc == 2 && argv[1] == kVersionOption) {
+        std::cout << versionText() << std::endl;
+        return std::cout ? kGood : kUnusable;
+    }
     CLI::App program(trUtf8(kDescription), "corvane");
-    program.set_version_flag("--version", std::string("corvane ") + corvane::kVersion,
+    program.set_version_flag(kVersionOption, versionText(),
                              trUtf8("Display program version information and exit"));
     speakUsersLanguage(program);
     program.footer(trUtf8(kFooter));

@@ -38,6 +38,8 @@ std::optional<std::string> readFile(std::u16string_view path, std::size_t limit)
         if (count == 0) break;
         length += static_cast<std::size_t>(count);
         if (length > limit) return std::nullopt;
+        // A read that had room for more ends the file. What the kernel makes up gives pieces.
+        if (size > 0 && length == size) break;
         if (length == bytes.size()) bytes.resize(length * 2);
     }
     bytes.resize(length);
