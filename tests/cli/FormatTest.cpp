@@ -15,8 +15,14 @@ const std::string kSample = CORVANE_TEST_DATA "/cli/data/results.json";
 
 TEST(Formats, AServerForContinuousIntegrationReadsTheJUnitFile) {
     const CommandLine corvane;
+    std::string sample = TemporaryFolder::readFile(kSample);
+    const std::string_view plain = "no script folder";
+    // What XML cannot hold at all.
+    corvane.folder.write("r.json", sample.replace(sample.find(plain), plain.size(),
+                                                  "no \\u0000\\u001b\\ufffe folder"));
     EXPECT_EQ(
-        corvane("merge", {kSample, "--output", "junit=" + corvane.folder.path("r.xml")}).status, 1);
+        corvane("merge", {"@r.json", "--output", "junit=" + corvane.folder.path("r.xml")}).status,
+        1);
     const std::string reader =
         "import junitparser, sys\n"
         "for suite in junitparser.JUnitXml.fromfile(sys.argv[1]):\n"
@@ -59,6 +65,12 @@ TEST(Formats, SarifHoldsFindingsWithFingerprintsAndWaiversAsSuppressions) {
     EXPECT_EQ(invocation["toolExecutionNotifications"].size(), 2U);
     EXPECT_EQ(run["artifacts"][1]["location"]["uri"],
               "parts/%3Cb%3E%22A%26B%22%3C/b%3E%20%E5%A3%81.stl");
+}
+
+TEST(Formats, NoTextEndsTheScriptElementOfAPage) {
+    const std::string page = CommandLine()("merge", {kSample, "--format", "html"}).out;
+    EXPECT_THAT(page, HasSubstr("parts/\\u003cb>"));
+    EXPECT_THAT(page, Not(HasSubstr("parts/<b>")));
 }
 
 TEST(Formats, EachFileHoldsWhatItsFormatWritesToStandardOutput) {

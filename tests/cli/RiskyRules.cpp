@@ -27,6 +27,19 @@ protected:
     void check(RuleCheck& run) const override { work(run); }
 };
 
+/// A rule that gives a result of its own after its work.
+template <void (*work)(RuleCheck&), QorLong result>
+class ResultRule : public WorkRule<work> {
+public:
+    using WorkRule<work>::WorkRule;
+
+    QorLong Execute(QORICadSys* cadSystem, const CQorData*& data,
+                    QORResultSet*& results) const override {
+        WorkRule<work>::Execute(cadSystem, data, results);
+        return result;
+    }
+};
+
 /// Adds a line to the file that the test reads.
 void note(const char* what) {
     if (const char* log = std::getenv("CORVANE_TEST_LOG"))
@@ -79,6 +92,7 @@ constexpr corvane::RuleEntry kRules[] = {
     {u"Eat", u"Takes all memory", u"tests", corvane::MakeModuleRule<WorkRule<eat>>},
     {u"Chat", u"Prints and reads", u"tests", corvane::MakeModuleRule<WorkRule<chat>>},
     {u"Find", u"Finds what the part says", u"tests", corvane::MakeModuleRule<WorkRule<find>>},
+    {u"Fail", u"Finds and fails", u"tests", corvane::MakeModuleRule<ResultRule<find, -3>>},
 };
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <ctime>
 #include <filesystem>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 #include <regex>
@@ -80,22 +82,23 @@ std::string timeless(const std::string& text) {
 
 TEST_F(Runs, ARuleThatEndsOrBlocksItsProcessCostsItsRow) {
     std::string all;
-    for (const char* name : {"Find", "Crash", "Leave", "Hang", "Eat", "Chat", "Find"})
+    for (const char* name : {"Find", "Crash", "Leave", "Hang", "Eat", "Chat", "Fail", "Find"})
         all += risky(name);
     folder.write("rules.xml", ruleFile(all));
     const std::vector<std::string> arguments{"rules.xml",   "--part",   "parts/a.stl", "--part",
                                              "parts/b.stl", "-j",       "2",           "--timeout",
                                              "8",           "--memory", "300"};
     const json run = results(arguments);
-    EXPECT_THAT(verdicts(run, 0),
-                ElementsAre("failed", "error", "error", "error", "error", "passed", "failed"));
-    EXPECT_THAT(verdicts(run, 1),
-                ElementsAre("passed", "error", "error", "error", "error", "passed", "passed"));
+    EXPECT_THAT(verdicts(run, 0), ElementsAre("failed", "error", "error", "error", "error",
+                                              "passed", "error", "failed"));
+    EXPECT_THAT(verdicts(run, 1), ElementsAre("passed", "error", "error", "error", "error",
+                                              "passed", "error", "passed"));
     const json& rules = run["parts"][1]["rules"];
     EXPECT_THAT(rules[1]["reasons"][0], HasSubstr("ended its process (signal 6"));
     EXPECT_EQ(rules[2]["reasons"][0], "the rule ended its process (exit status 0)");
     EXPECT_EQ(rules[3]["reasons"][0], "the rule took longer than 8 s");
     EXPECT_EQ(rules[4]["reasons"][0], "the rule took more than 300 MB of memory");
+    EXPECT_EQ(rules[6]["reasons"][0], "the rule ended with result -3");
 }
 
 TEST_F(Runs, WorkersAndSharesGiveTheSameResultsByteForByte) {
@@ -127,6 +130,10 @@ TEST_F(Runs, WorkersAndSharesGiveTheSameResultsByteForByte) {
     with({"--shard", "2/2", "--output", "json=other.json"});
     EXPECT_THAT(run({"merge", "share1.json", "other.json"}).err,
                 HasSubstr("other.json: this is a share of another run than share1.json"));
+    const std::string whole = CORVANE_TEST_DATA "/cli/data/results.json";
+    std::filesystem::copy(whole, folder.path("again.json"));
+    EXPECT_THAT(run({"merge", whole, "again.json"}).err,
+                HasSubstr("again.json: the part parts/bracket.stl is double"));
 }
 
 TEST_F(Runs, AnInterruptedRunTellsWhatIsDone) {
@@ -168,8 +175,12 @@ TEST_F(Runs, TheCacheNoticesEachChangeAndIsNotMisledByDamage) {
     EXPECT_EQ(timeless(rules(arguments).out), timeless(first));
     EXPECT_EQ(count("find"), 1);
 
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.path("cache")))
-        if (entry.is_regular_file()) std::filesystem::resize_file(entry, entry.file_size() - 9);
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.path("cache"))) {
+        if (!entry.is_regular_file()) continue;
+        std::string damaged = TemporaryFolder::readFile(entry.path());
+        damaged.replace(damaged.find("thin"), 4, "thiN");
+        std::ofstream(entry.path()) << damaged;
+    }
     EXPECT_EQ(timeless(rules(arguments).out), timeless(first));
     EXPECT_EQ(count("find"), 2) << "the damaged entry is not there";
 
@@ -202,6 +213,12 @@ TEST_F(Runs, AWaivedFindingFailsNothingUntilItsDay) {
                       HasSubstr("failed  sharp"), HasSubstr("1 passed, 1 failed, 1 waived")));
     EXPECT_THAT(result.err, AllOf(HasSubstr("for parts/*/c.stl expired on 2020-01-31\n"),
                                   HasSubstr("for z* matches no finding\n")));
+    EXPECT_EQ(rules({"find.xml", "--part", "parts/a.stl", "--waivers", "waivers.toml"}).status, 0);
+
+    const std::time_t now = std::time(nullptr);
+    char today[11];
+    std::strftime(today, sizeof today, "%F", std::gmtime(&now));
+    folder.write("waivers.toml", waiver + "part = 'a.stl'\nexpires = " + today + "\n");
     EXPECT_EQ(rules({"find.xml", "--part", "parts/a.stl", "--waivers", "waivers.toml"}).status, 0);
 
     // One finding alone.
