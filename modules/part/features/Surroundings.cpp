@@ -29,13 +29,33 @@ double out(const Local& p) {
     return std::hypot(p.u, p.v);
 }
 
-using Polygon = std::vector<Local>;
+/// A triangle, or what is left of it between two planes.
+class Polygon {
+public:
+    void push_back(const Local& p) { points_[count_++] = p; }
+    [[nodiscard]] std::size_t size() const { return count_; }
+    [[nodiscard]] bool empty() const { return count_ == 0; }
+    [[nodiscard]] Local* begin() { return points_.data(); }
+    [[nodiscard]] Local* end() { return points_.data() + count_; }
+    [[nodiscard]] const Local* begin() const { return points_.data(); }
+    [[nodiscard]] const Local* end() const { return points_.data() + count_; }
+    [[nodiscard]] const Local& operator[](std::size_t i) const { return points_[i]; }
+    /// The corner after that one.
+    [[nodiscard]] const Local& after(std::size_t i) const {
+        return points_[i + 1 < count_ ? i + 1 : 0];
+    }
+
+private:
+    // Each of two cuts adds a corner at most, and rounding one more.
+    std::array<Local, 8> points_;
+    std::size_t count_ = 0;
+};
 
 /// The part of the polygon above (`sign` 1) or below (-1) a place along the axis.
 Polygon clipped(const Polygon& polygon, double at, double sign) {
     Polygon kept;
     for (std::size_t i = 0; i < polygon.size(); ++i) {
-        const Local &p = polygon[i], &q = polygon[(i + 1) % polygon.size()];
+        const Local &p = polygon[i], &q = polygon.after(i);
         const double a = (p.along - at) * sign, b = (q.along - at) * sign;
         if (a >= 0.0) kept.push_back(p);
         if ((a > 0.0 && b < 0.0) || (a < 0.0 && b > 0.0)) {
@@ -55,7 +75,7 @@ double nearestShare(const Local& p, const Local& q) {
 bool holdsAxis(const Polygon& polygon) {
     bool left = true, right = true;
     for (std::size_t i = 0; i < polygon.size(); ++i) {
-        const Local &p = polygon[i], &q = polygon[(i + 1) % polygon.size()];
+        const Local &p = polygon[i], &q = polygon.after(i);
         const double side = p.u * q.v - p.v * q.u;
         left = left && side >= 0.0;
         right = right && side <= 0.0;
@@ -68,7 +88,7 @@ double leastOut(const Polygon& polygon) {
     if (holdsAxis(polygon)) return 0.0;
     double least = kNone;
     for (std::size_t i = 0; i < polygon.size(); ++i) {
-        const Local &p = polygon[i], &q = polygon[(i + 1) % polygon.size()];
+        const Local &p = polygon[i], &q = polygon.after(i);
         const double t = nearestShare(p, q);
         least = std::min(least, out(p * (1.0 - t) + q * t));
     }
@@ -80,7 +100,7 @@ double leastOut(const Polygon& polygon) {
 double lowestWithin(const Polygon& polygon, const Local& normal, double radius) {
     double lowest = kNone;
     for (std::size_t i = 0; i < polygon.size(); ++i) {
-        const Local &p = polygon[i], &q = polygon[(i + 1) % polygon.size()];
+        const Local &p = polygon[i], &q = polygon.after(i);
         if (out(p) <= radius) lowest = std::min(lowest, p.along);
         const Local step = q + p * -1.0;
         const double a = step.u * step.u + step.v * step.v, b = p.u * step.u + p.v * step.v;
@@ -109,8 +129,10 @@ double lowestWithin(const Polygon& polygon, const Local& normal, double radius) 
     return std::min(lowest, along);
 }
 
+}  // namespace
+
 /// Coordinates along and across a bar.
-struct View {
+struct Surroundings::View {
     explicit View(const Bar& bar)
         : origin(bar.origin), axis(bar.axis), x(squareTo(bar.axis)), y(cross(bar.axis, x)) {}
     [[nodiscard]] Local direction(const Vector& d) const {
@@ -118,12 +140,13 @@ struct View {
     }
     [[nodiscard]] Local point(const Vector& p) const { return direction(p - origin); }
     [[nodiscard]] Polygon polygon(const std::array<Vector, 3>& corners) const {
-        return {point(corners[0]), point(corners[1]), point(corners[2])};
+        Polygon polygon;
+        for (const Vector& corner : corners)
+            polygon.push_back(point(corner));
+        return polygon;
     }
     Vector origin, axis, x, y;
 };
-
-}  // namespace
 
 Surroundings::Surroundings(const Topology& topology, const Mesh& mesh)
     : topology_(topology), mesh_(mesh), faces_({}), tolerance_(topology.size() / 1000.0) {
@@ -156,14 +179,13 @@ std::array<Vector, 3> Surroundings::corners(std::uint32_t triangle) const {
     return {mesh_.vertices[t[0]], mesh_.vertices[t[1]], mesh_.vertices[t[2]]};
 }
 
-double Surroundings::lowestOn(std::uint32_t triangle, const Bar& bar, bool leaving,
+double Surroundings::lowestOn(std::uint32_t triangle, const View& view, double radius, bool leaving,
                               double start) const {
-    const View view(bar);
     const auto points = corners(triangle);
     const Local normal = view.direction(unit(cross(points[1] - points[0], points[2] - points[0])));
     if (leaving ? normal.along <= 1e-6 : normal.along >= -1e-6) return kNone;
     const Polygon polygon = clipped(view.polygon(points), start, 1.0);
-    return polygon.empty() ? kNone : lowestWithin(polygon, normal, bar.radius);
+    return polygon.empty() ? kNone : lowestWithin(polygon, normal, radius);
 }
 
 double Surroundings::free(const Bar& wide, bool leaving, const std::vector<int>& except,
@@ -185,7 +207,7 @@ double Surroundings::free(const Bar& wide, bool leaving, const std::vector<int>&
         if (face.surface.kind == SurfaceKind::Plane && (leaving ? look < -0.1 : look > 0.1)) return;
         const Patch& patch = patches_[index];
         patch.tree.search(best, bound, [&](std::uint32_t i) {
-            best = std::min(best, lowestOn(patch.triangles[i], bar, leaving, start));
+            best = std::min(best, lowestOn(patch.triangles[i], view, bar.radius, leaving, start));
         });
     });
     return best;
@@ -199,8 +221,7 @@ double Surroundings::refined(int number, const Bar& bar, double outside) const {
     return std::abs(exact - outside) <= 2.0 * tolerance_ ? exact : outside;
 }
 
-double Surroundings::leastOn(std::uint32_t triangle, const Bar& bar) const {
-    const View view(bar);
+double Surroundings::leastOn(std::uint32_t triangle, const View& view, const Bar& bar) const {
     const auto points = corners(triangle);
     const Local normal = view.direction(unit(cross(points[1] - points[0], points[2] - points[0])));
     const double margin = bar.length * 1e-6;
@@ -225,7 +246,7 @@ double Surroundings::beside(const Bar& bar, const std::vector<int>& except, int 
         if (!counts(index, except, solid)) return;
         const Patch& patch = patches_[index];
         patch.tree.search(best, bound, [&](std::uint32_t i) {
-            best = std::min(best, leastOn(patch.triangles[i], bar));
+            best = std::min(best, leastOn(patch.triangles[i], view, bar));
         });
     });
     return best;

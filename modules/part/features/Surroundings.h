@@ -30,6 +30,7 @@ public:
     [[nodiscard]] double beside(const Bar& bar, const std::vector<int>& except, int solid) const;
 
 private:
+    struct View;
     /// The facets of one face.
     struct Patch {
         std::vector<std::uint32_t> triangles;
@@ -37,9 +38,9 @@ private:
     };
 
     [[nodiscard]] bool counts(std::size_t face, const std::vector<int>& except, int solid) const;
-    [[nodiscard]] double lowestOn(std::uint32_t triangle, const Bar& bar, bool leaving,
-                                  double start) const;
-    [[nodiscard]] double leastOn(std::uint32_t triangle, const Bar& bar) const;
+    [[nodiscard]] double lowestOn(std::uint32_t triangle, const View& view, double radius,
+                                  bool leaving, double start) const;
+    [[nodiscard]] double leastOn(std::uint32_t triangle, const View& view, const Bar& bar) const;
     [[nodiscard]] std::array<Vector, 3> corners(std::uint32_t triangle) const;
     [[nodiscard]] double refined(int face, const Bar& bar, double outside) const;
 

@@ -1,3 +1,4 @@
+#include <BRepAdaptor_Surface.hxx>
 #include <BRepBndLib.hxx>
 #include <BRepCheck_Analyzer.hxx>
 #include <BRepMesh_IncrementalMesh.hxx>
@@ -11,6 +12,7 @@
 #include <TopoDS.hxx>
 #include <TopoDS_Compound.hxx>
 #include <gp_Ax3.hxx>
+#include <gp_Torus.hxx>
 #include <stdexcept>
 
 #include "../Vec.h"
@@ -22,6 +24,8 @@ namespace {
 
 /// Degrees that a facet may turn from the next: the sixteenth part of a circle.
 constexpr double kMeshAngle = 22.5;
+/// Millimetres by which a box may be too small: twice what the kernel takes for one point.
+constexpr double kExact = 2e-7;
 
 /// Calls `work` with each face and its number, in the order of the model.
 template <typename Work>
@@ -65,6 +69,59 @@ auto guarded(Work work) {
     }
 }
 
+Box plain(Bnd_Box box) {
+    box.SetGap(0.0);
+    return {from(box.CornerMin()), from(box.CornerMax())};
+}
+
+/// A face with a box that is quick to find and at least as large as its own.
+struct RoughFace {
+    TopoDS_Face shape;
+    Box box;
+    double size = -1.0;  // of the box; below 0 of a face without one
+};
+
+Box common(const Box& l, const Box& r) {
+    return {{std::max(l.least.x, r.least.x), std::max(l.least.y, r.least.y),
+             std::max(l.least.z, r.least.z)},
+            {std::min(l.greatest.x, r.greatest.x), std::min(l.greatest.y, r.greatest.y),
+             std::min(l.greatest.z, r.greatest.z)}};
+}
+
+/// The box of the whole torus below a face: that of a patch is a guess of the kernel's, and wide.
+Box boxOf(const gp_Torus& torus) {
+    const Vector axis = from(torus.Axis().Direction()), centre = from(torus.Location());
+    const auto reach = [&](double along) {
+        return torus.MajorRadius() * std::sqrt(std::max(0.0, 1.0 - along * along)) +
+               torus.MinorRadius();
+    };
+    const Vector half{reach(axis.x), reach(axis.y), reach(axis.z)};
+    return {centre - half, centre + half};
+}
+
+RoughFace rough(const TopoDS_Face& face) {
+    RoughFace result{face, {}, -1.0};
+    Bnd_Box box;
+    BRepBndLib::Add(face, box, false);
+    if (box.IsVoid()) return result;
+    const double gap = box.GetGap();
+    result.box = plain(box);
+    const BRepAdaptor_Surface surface(face, false);
+    if (surface.GetType() == GeomAbs_Torus) result.box = common(result.box, boxOf(surface.Torus()));
+    // The gap is the tolerance of the shape; what is within the kernel's own is no size.
+    if (gap > kExact) {
+        result.box.least = result.box.least - Vector{gap, gap, gap};
+        result.box.greatest = result.box.greatest + Vector{gap, gap, gap};
+    }
+    result.size = diagonal(result.box);
+    return result;
+}
+
+bool holds(const Box& box, const Box& other) {
+    const Vector low = other.least - box.least, high = box.greatest - other.greatest;
+    return std::min({low.x, low.y, low.z, high.x, high.y, high.z}) >= -kExact;
+}
+
 class KernelShape : public Shape {
 public:
     explicit KernelShape(Bodies bodies) : bodies_(std::move(bodies)) {}
@@ -89,19 +146,25 @@ private:
         return mesh;
     }
 
+    /// The exact box of a face costs a search for its extremes; few faces reach the part's box.
     Box makeBox(const Frame& frame) const {
         gp_Trsf turn;
         turn.SetTransformation(gp_Ax3({0, 0, 0}, toDir(frame.z), toDir(frame.x)));
+        std::vector<RoughFace> faces;
+        for (const Body& body : bodies_.bodies)
+            for (TopExp_Explorer it(body.shape, TopAbs_FACE); it.More(); it.Next())
+                // A place of an older file may scale, which makes Moved raise unless told.
+                faces.push_back(rough(TopoDS::Face(it.Current().Moved(turn, false))));
+        std::stable_sort(faces.begin(), faces.end(),
+                         [](const RoughFace& l, const RoughFace& r) { return l.size > r.size; });
         Box all;
-        for (const Body& body : bodies_.bodies) {
+        for (const RoughFace& face : faces) {
+            if (face.size < 0.0 || holds(all, face.box)) continue;
             Bnd_Box box;
-            const TopLoc_Location location = TopLoc_Location(turn) * body.shape.Location();
-            // A place of an older file may scale, which makes Located raise unless told.
-            BRepBndLib::AddOptimal(body.shape.Located(location, false), box, false, false);
+            BRepBndLib::AddOptimal(face.shape, box, false, false);
             if (box.IsVoid()) continue;
-            box.SetGap(0.0);
-            add(all, from(box.CornerMin()));
-            add(all, from(box.CornerMax()));
+            add(all, plain(box).least);
+            add(all, plain(box).greatest);
         }
         return all;
     }

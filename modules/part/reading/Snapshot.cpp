@@ -166,17 +166,18 @@ Model snapshot(Bodies& bodies) {
     for (Body& body : bodies.bodies) {
         int number = 0;
         if (body.shape.ShapeType() == TopAbs_SOLID) {
-            GProp_GProps volume, surface;
+            GProp_GProps volume;
             BRepGProp::VolumeProperties(body.shape, volume);
-            BRepGProp::SurfaceProperties(body.shape, surface);
             number = static_cast<int>(model.solids.size()) + 1;
             // Some programs write a solid inside out.
             if (volume.Mass() < 0.0) body.shape.Reverse();
-            model.solids.push_back({number, body.name, body.place, std::abs(volume.Mass()),
-                                    std::abs(surface.Mass()), from(volume.CentreOfMass())});
+            model.solids.push_back({number, body.name, body.place, std::abs(volume.Mass()), 0.0,
+                                    from(volume.CentreOfMass())});
         }
-        const std::size_t first = model.edges.size();
+        const std::size_t first = model.edges.size(), firstFace = model.faces.size();
         BodyReader(model, body.shape, number).read();
+        for (std::size_t i = firstFace; number > 0 && i < model.faces.size(); ++i)
+            model.solids.back().area += model.faces[i].area;
         int most = vertices;
         for (std::size_t i = first; i < model.edges.size(); ++i)
             for (int& vertex : model.edges[i].vertices) {

@@ -10,6 +10,8 @@ namespace {
 
 /// More than any tree is deep: each level leaves at most three children waiting.
 constexpr std::size_t kStack = 256;
+/// Farther than any box.
+constexpr float kNowhere = 1e30F;
 
 Vector from(const float* p) {
     return {p[0], p[1], p[2]};
@@ -69,22 +71,42 @@ Bvh::Bvh(std::vector<Facet> facets, const Vector& centre)
     nodes_ = Builder(facets_).build();
 }
 
-/// Whether any normal below the node's child passes the filter. A sphere in a thin plate holds many
-/// facets that do not.
-bool Bvh::mayCount(const Node& node, std::size_t child, const Filter& filter) {
-    constexpr double kScale = 127.0;
-    const double d[3] = {filter.direction.x, filter.direction.y, filter.direction.z};
-    double least = 0.0;
-    for (std::size_t i = 0; i < 3; ++i)
-        least += std::min(d[i] * node.least[i][child], d[i] * node.greatest[i][child]);
-    return least <= filter.limit * kScale;
-}
+/// Finds children below which no normal passes the filter, all of a node at once. A sphere in a
+/// thin plate holds many facets that do not count.
+class Bvh::Looks {
+public:
+    explicit Looks(const Filter& filter)
+        : all_(filter.limit >= 1.0), limit_(static_cast<float>(filter.limit * kScale) + kRounding) {
+        const double d[3] = {filter.direction.x, filter.direction.y, filter.direction.z};
+        for (std::size_t i = 0; i < 3; ++i)
+            direction_[i] = static_cast<float>(d[i]);
+    }
 
-/// Goes through the tree, nearest first. `distance` fills in how far each box of a node is;
+    /// Puts those children out of reach.
+    [[nodiscard]] Floats applied(const Node& node, const Floats& far) const {
+        if (all_) return far;
+        Floats least{};
+        for (std::size_t i = 0; i < 3; ++i)
+            least += direction_[i] * __builtin_convertvector(
+                                         direction_[i] > 0.0F ? node.least[i] : node.greatest[i],
+                                         Floats);
+        return least <= limit_ ? far : Floats{} + kNowhere;
+    }
+
+private:
+    static constexpr double kScale = 127.0;
+    static constexpr float kRounding = 1e-3F;
+    bool all_;
+    float limit_;
+    float direction_[3];
+};
+
+/// Goes through the tree, nearest first. `distance` gives how far each box of a node is;
 /// `most` is how far is still of interest, which `leaf` may shorten.
 template <typename Distance, typename Leaf>
 void Bvh::visit(const Filter& filter, Distance distance, Leaf leaf, const double& most) const {
     if (nodes_.empty()) return;
+    const Looks looks(filter);
     std::array<Pending, kStack> stack;
     std::size_t height = 0;
     std::uint64_t work = 0;
@@ -99,11 +121,10 @@ void Bvh::visit(const Filter& filter, Distance distance, Leaf leaf, const double
             continue;
         }
         const Node& node = nodes_[next.child];
-        std::array<float, kWidth> far;
-        distance(node, far);
+        const Floats far = looks.applied(node, distance(node));
         const std::size_t base = height;
         for (std::size_t k = 0; k < node.children; ++k) {
-            if (!(static_cast<double>(far[k]) <= most) || !mayCount(node, k, filter)) continue;
+            if (!(static_cast<double>(far[k]) <= most)) continue;
             std::size_t at = height++;
             for (; at > base && stack[at - 1].distance < far[k]; --at)
                 stack[at] = stack[at - 1];
@@ -114,7 +135,7 @@ void Bvh::visit(const Filter& filter, Distance distance, Leaf leaf, const double
 }
 
 Bvh::Hit Bvh::ray(const Vector& origin, const Vector& direction, double from, double to,
-                  const Filter& filter) const {
+                  const Filter& filter, bool any) const {
     const Vector start = origin - centre_;
     const auto inverse = [](double d) {
         constexpr double kTiny = 1e-18;
@@ -124,19 +145,18 @@ Bvh::Hit Bvh::ray(const Vector& origin, const Vector& direction, double from, do
                         static_cast<float>(start.z)};
     const float inv[3] = {inverse(direction.x), inverse(direction.y), inverse(direction.z)};
     const float first = static_cast<float>(from);
-    double most = to;
+    double most = to, found = 0.0;
     const Facet* best = nullptr;
-    const auto distance = [&](const Node& node, std::array<float, kWidth>& far) {
-        for (std::size_t k = 0; k < kWidth; ++k) {
-            float in = first, out = 1e30F;
-            for (std::size_t i = 0; i < 3; ++i) {
-                const float t0 = (node.low[i][k] - o[i]) * inv[i];
-                const float t1 = (node.high[i][k] - o[i]) * inv[i];
-                in = std::max(in, std::min(t0, t1));
-                out = std::min(out, std::max(t0, t1));
-            }
-            far[k] = in <= out ? in : 1e30F;
+    const auto distance = [&](const Node& node) {
+        Floats in = Floats{} + first, out = Floats{} + kNowhere;
+        for (std::size_t i = 0; i < 3; ++i) {
+            const bool back = inv[i] < 0.0F;
+            const Floats near = ((back ? node.high[i] : node.low[i]) - o[i]) * inv[i];
+            const Floats away = ((back ? node.low[i] : node.high[i]) - o[i]) * inv[i];
+            in = in > near ? in : near;
+            out = out < away ? out : away;
         }
+        return in <= out ? in : Floats{} + kNowhere;
     };
     visit(
         filter, distance,
@@ -144,12 +164,14 @@ Bvh::Hit Bvh::ray(const Vector& origin, const Vector& direction, double from, do
             if (!counts(facet, filter)) return;
             const double t = distanceAlong(facet, start, direction);
             if (t < from || t >= most) return;
-            most = t;
+            found = t;
+            // Nothing is nearer than what lies before the start.
+            most = any ? -1e300 : t;
             best = &facet;
         },
         most);
     if (!best) return {};
-    return {most, best->triangle, origin + direction * most};
+    return {found, best->triangle, origin + direction * found};
 }
 
 Bvh::Hit Bvh::nearest(const Vector& point, double radius, const Filter& filter) const {
@@ -160,15 +182,15 @@ Bvh::Hit Bvh::nearest(const Vector& point, double radius, const Filter& filter) 
     Vector found;
     visit(
         filter,
-        [&](const Node& node, std::array<float, kWidth>& far) {
-            for (std::size_t k = 0; k < kWidth; ++k) {
-                float sum = 0.0F;
-                for (std::size_t i = 0; i < 3; ++i) {
-                    const float d = std::max({node.low[i][k] - o[i], 0.0F, o[i] - node.high[i][k]});
-                    sum += d * d;
-                }
-                far[k] = sum;
+        [&](const Node& node) {
+            Floats sum{};
+            for (std::size_t i = 0; i < 3; ++i) {
+                const Floats below = node.low[i] - o[i], above = o[i] - node.high[i];
+                const Floats more = below > above ? below : above;
+                const Floats d = more > 0.0F ? more : Floats{};
+                sum += d * d;
             }
+            return sum;
         },
         [&](const Facet& facet) {
             if (!counts(facet, filter)) return;

@@ -41,18 +41,22 @@ public:
 
     [[nodiscard]] bool empty() const { return facets_.empty(); }
 
-    /// The first facet along the unit vector `direction` between two distances.
+    /// The first facet along the unit vector `direction` between two distances, or with `any` the
+    /// first that is found.
     [[nodiscard]] Hit ray(const Vector& origin, const Vector& direction, double from, double to,
-                          const Filter& filter) const;
+                          const Filter& filter, bool any = false) const;
     /// The nearest point of the facets within `radius`.
     [[nodiscard]] Hit nearest(const Vector& point, double radius, const Filter& filter) const;
 
 private:
     static constexpr std::size_t kWidth = 4;
-    struct alignas(16) Node {
-        float low[3][kWidth], high[3][kWidth];
-        std::uint32_t child[kWidth];                        // a node, or the first facet of a leaf
-        std::int8_t least[3][kWidth], greatest[3][kWidth];  // components of normals, in 127ths
+    // Compilers keep arrays of four in single registers; these types hold them together.
+    using Floats = float __attribute__((vector_size(16)));
+    using Bytes = std::int8_t __attribute__((vector_size(4)));
+    struct Node {
+        Floats low[3], high[3];
+        std::uint32_t child[kWidth];  // a node, or the first facet of a leaf
+        Bytes least[3], greatest[3];  // components of normals, in 127ths
         std::uint8_t count[kWidth];                         // facets of a leaf; 0 for a node
         std::uint8_t children;
     };
@@ -62,8 +66,8 @@ private:
         std::uint32_t count;
     };
     class Builder;
+    class Looks;
 
-    static bool mayCount(const Node& node, std::size_t child, const Filter& filter);
     template <typename Distance, typename Leaf>
     void visit(const Filter& filter, Distance distance, Leaf leaf, const double& most) const;
 

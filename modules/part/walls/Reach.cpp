@@ -16,7 +16,7 @@ bool Reach::isFree(const Sample& sample, const Vector& direction) const {
     const Vector start = skin_.onto(sample.triangle, sample.point) +
                          skin_.facetNormal(sample.triangle) * (skin_.size() * kLift);
     return !skin_.tree().ray(start, direction, 0.0, 2.0 * skin_.size(),
-                             {direction, -1e-6, Bvh::kAnyBody, &pace_.work});
+                             {direction, -1e-6, Bvh::kAnyBody, &pace_.work}, true);
 }
 
 bool Reach::isHidden(const Sample& sample, const Vector& pull) const {
