@@ -4,7 +4,13 @@
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME corvane)
 set(CPACK_PACKAGE_VENDOR "Corvane Framework")
-set(CPACK_PACKAGE_CONTACT "Corvane Framework <corvane@localhost>" CACHE STRING "Maintainer that the packages name")
+# As Debian's tools name who packages.
+set(maintainer "Corvane Framework <corvane@packages.invalid>")
+if(DEFINED ENV{DEBEMAIL})
+    set(maintainer "$ENV{DEBFULLNAME} <$ENV{DEBEMAIL}>")
+endif()
+set(CORVANE_PACKAGE_MAINTAINER ${maintainer} CACHE STRING "Whom the packages name as their maintainer: NAME <ADDRESS>")
+set(CPACK_PACKAGE_CONTACT ${CORVANE_PACKAGE_MAINTAINER})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Rules that check parts against how they are made")
 set(CPACK_PACKAGING_INSTALL_PREFIX /opt/corvane)
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
@@ -63,4 +69,5 @@ file(CHMOD ${PROJECT_BINARY_DIR}/debian/triggers ${PROJECT_BINARY_DIR}/debian/co
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA
     ${PROJECT_BINARY_DIR}/debian/triggers ${PROJECT_BINARY_DIR}/debian/conffiles)
 set(CPACK_DEBIAN_PART_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/debian/triggers)
+include(CorvaneDebianPapers)
 include(CPack)

@@ -133,6 +133,25 @@ TEST(Register, AddsAnEngineToTheRegistryOnce) {
     EXPECT_EQ(corvane("register", {engine}).status, 2);
 }
 
+TEST(Register, RemovesWhatItAddedWithOrWithoutTheLibraryAndNothingElse) {
+    const CommandLine corvane;
+    const std::string before = "REGEDIT4\n\n[HKEY_CURRENT_USER\\Kept]\n@=\"mine.tlb\"\n";
+    corvane.folder.write("registry/user.reg", before);
+    const std::string library = corvane.folder.path("own.tlb");
+    for (const bool isThere : {true, false}) {
+        std::filesystem::copy_file(CORVANE_TEST_DATA "/../examples/meshengine/mesh.tlb", library,
+                                   std::filesystem::copy_options::overwrite_existing);
+        EXPECT_EQ(corvane("register", {library}).status, 0);
+        EXPECT_NE(corvane.folder.read("registry/user.reg"), before);
+        if (!isThere) std::filesystem::remove(library);
+        EXPECT_EQ(corvane("register", {library, "--remove"}).status, 0);
+        EXPECT_EQ(corvane.folder.read("registry/user.reg"), before);
+    }
+    const ProcessResult again = corvane("register", {library, "--remove"});
+    EXPECT_EQ(again.status, 1);
+    EXPECT_THAT(again.err, HasSubstr("own.tlb is not registered in "));
+}
+
 TEST(New, RefusesNamesThatHaveAMeaningAndFoldersThatHoldSomething) {
     const CommandLine corvane;
     corvane.folder.write("full/kept", "");

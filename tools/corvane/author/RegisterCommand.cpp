@@ -1,6 +1,4 @@
 #include <CLI/CLI.hpp>
-#include <array>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -12,51 +10,31 @@
 
 #include "Commands.h"
 #include "Text.h"
+#include "author/RegistryText.h"
 #include "doctor/Places.h"
+#include "files/TextFile.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-/// In the usual groups. In memory the first three of them begin with their least byte.
-CStringW guidText(const Guid& guid) {
-    std::array<unsigned char, sizeof(Guid)> bytes{};
-    std::memcpy(bytes.data(), &guid, bytes.size());
-    CStringW text = u"{";
-    for (const int i : {3, 2, 1, 0, -1, 5, 4, -1, 7, 6, -1, 8, 9, -1, 10, 11, 12, 13, 14, 15}) {
-        if (i < 0)
-            text += u"-";
-        else
-            text.AppendFormat(u"%02X", static_cast<unsigned>(bytes[static_cast<std::size_t>(i)]));
-    }
-    return text + u"}";
-}
-
-/// The registry's text for a type library.
-CStringW entryOf(const TypeLibDetails& library, bool forMachine) {
-    CStringW path = library.fileName;
-    path.Replace(u"\\", u"\\\\");
-    path.Replace(u"\"", u"\\\"");
-    CStringW text;
-    text.Format(u"\n[%s\\Software\\Classes\\TypeLib\\%s\\%x.%x\\%x\\win64]\n@=\"%s\"\n",
-                forMachine ? u"HKEY_LOCAL_MACHINE" : u"HKEY_CURRENT_USER", guidText(library.guid),
-                library.majorVersion, library.minorVersion, library.lcid, path);
-    return text;
-}
 
 class RegisterCommand : public Command {
 public:
     explicit RegisterCommand(CLI::App& program)
         : Command(program, "register",
                   "Register an engine's type library, so that rules can name the engine",
-                  "Exit status: 0 it is registered, 2 bad usage, a file that is no type library,\n"
-                  "or a registry file that cannot be written. Prints the element by which a rule\n"
-                  "names the engine.") {
+                  "Exit status: 0 it is registered or, with --remove, is not any more, 1 there was "
+                  "nothing\n"
+                  "to remove, 2 bad usage, a file that is no type library, or a registry file that "
+                  "cannot\n"
+                  "be written. Prints the element by which a rule names the engine.") {
         addText(parser(), "FILE", file_, "Type library, beside the module of the same stem")
             ->required();
         parser().add_flag(
             "--machine", forMachine_,
             trUtf8("For all users, in /etc/corvane/machine.reg, not for the user alone"));
+        parser().add_flag("--remove", isRemoval_,
+                          trUtf8("Take the registration back; the library may be gone already"));
         addText(parser(), "--registry", registry_,
                 "Folder of machine.reg and user.reg, else CORVANE_REGISTRY_DIR")
             ->type_name("DIR");
@@ -66,27 +44,30 @@ public:
         std::error_code ignored;
         const fs::path full = fs::weakly_canonical(fs::absolute(placeOf(file_), ignored), ignored);
         TypeLibDetails library(CStringW(full.u16string()));
-        if (!library.ReadTypeLibAttributes())
+        const bool isRead = library.ReadTypeLibAttributes();
+        if (!isRead && !isRemoval_)
             return refuse(console, tr("{0}: no type library that can be read", file_));
         const std::optional<fs::path> target = registryFile();
         if (!target)
             return refuse(console, tr("there is no home folder: set HOME, or use --machine"));
-        const CStringW fault = add(library, *target);
-        if (!fault.IsEmpty()) return refuse(console, CStringW(target->u16string()) + u": " + fault);
-        CStringW element;
-        element.Format(
-            u"<Engine Engine=\"%s\" GUID=\"%s\" MajorVersion=\"%d\" "
-            u"MinorVersion=\"%d\" LCID=\"%x\"/>",
-            CStringW(lastName(library.fileName)), guidText(library.guid), library.majorVersion,
-            library.minorVersion, library.lcid);
-        console.writeLine(element);
-        return kGood;
+        const std::string text = contentOf(*target);
+        if (text.find('\0') != text.npos)
+            return refuse(console, CStringW(target->u16string()) + u": " +
+                                       tr("it is UTF-16, as Windows writes it: save it as UTF-8 "
+                                          "first"));
+        return isRemoval_ ? remove(console, text, library, isRead, *target)
+                          : add(console, text, library, *target);
     }
 
 private:
     static int refuse(Console& console, const CStringW& why) {
         console.report(u"corvane register: " + why);
         return kUnusable;
+    }
+
+    static std::string contentOf(const fs::path& path) {
+        std::ifstream file(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
     }
 
     std::optional<fs::path> registryFile() const {
@@ -101,34 +82,45 @@ private:
         return user;
     }
 
-    /// What is wrong; empty when the entry is in the file. What the file has stays: a later entry
-    /// comes over an earlier one.
-    CStringW add(const TypeLibDetails& library, const fs::path& target) const {
-        std::string text;
-        if (std::ifstream file(target, std::ios::binary); file)
-            text.assign(std::istreambuf_iterator<char>(file), {});
-        if (text.find('\0') != text.npos)
-            return tr("it is UTF-16, as Windows writes it: save it as UTF-8 first");
-        const std::string entry = entryOf(library, forMachine_).ToUtf8();
-        // Registered last, it counts already.
-        if (text.ends_with(entry)) return {};
-        if (text.empty()) text = "Windows Registry Editor Version 5.00\n";
-        if (!text.ends_with('\n')) text += '\n';
+    int add(Console& console, const std::string& text, const TypeLibDetails& library,
+            const fs::path& target) const {
+        const std::string entered = registry::withEntry(text, library, forMachine_);
+        if (entered != text && !write(target, entered)) return cannotWrite(console, target);
+        CStringW element;
+        element.Format(
+            u"<Engine Engine=\"%s\" GUID=\"%s\" MajorVersion=\"%d\" "
+            u"MinorVersion=\"%d\" LCID=\"%x\"/>",
+            CStringW(lastName(library.fileName)), registry::guidText(library.guid),
+            library.majorVersion, library.minorVersion, library.lcid);
+        console.writeLine(element);
+        return kGood;
+    }
+
+    static int remove(Console& console, const std::string& text, const TypeLibDetails& library,
+                      bool isRead, const fs::path& target) {
+        const std::optional<std::string> rest = registry::withoutEntries(text, library, isRead);
+        if (!rest) {
+            console.report(
+                tr("{0} is not registered in {1}", library.fileName, target.u16string()));
+            return kWrong;
+        }
+        return write(target, *rest) ? kGood : cannotWrite(console, target);
+    }
+
+    static int cannotWrite(Console& console, const fs::path& target) {
+        return refuse(console, tr("{0}: cannot be written", target.u16string()));
+    }
+
+    static bool write(const fs::path& target, const std::string& text) {
         std::error_code failed;
         fs::create_directories(target.parent_path(), failed);
-        const fs::path fresh = target.string() + ".new";
-        std::ofstream file(fresh, std::ios::binary);
-        file << text << entry;
-        file.close();
-        if (file) fs::rename(fresh, target, failed);
-        if (file && !failed) return {};
-        fs::remove(fresh, failed);
-        return tr("it cannot be written");
+        return replaceFile(CStringW(target.u16string()), text);
     }
 
     CStringW file_;
     CStringW registry_;
     bool forMachine_ = false;
+    bool isRemoval_ = false;
 };
 
 }  // namespace

@@ -29,4 +29,8 @@ foreach(command IN LISTS commands)
     string(STRIP "${command}" command)
     string(REGEX MATCH "(^|\n)  ${command} +([^\n]+)" line "${help}")
     write(man/man1/corvane-${command}.1 ${HELP2MAN} ${options} "--name=${CMAKE_MATCH_2}" "./${name} ${command}")
+    # The name of a page has no blank.
+    file(READ ${SHARE}/man/man1/corvane-${command}.1 text)
+    string(REPLACE "\ncorvane ${command} \\- " "\ncorvane-${command} \\- " text "${text}")
+    file(WRITE ${SHARE}/man/man1/corvane-${command}.1 "${text}")
 endforeach()

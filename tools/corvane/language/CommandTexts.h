@@ -100,7 +100,8 @@ inline constexpr Translation kCommandTexts[] = {
      "il est en UTF-16, comme l’écrit Windows\u00A0: enregistrez-le d’abord en UTF-8",
      "Windows 形式の UTF-16 です。先に UTF-8 で保存してください",
      "Windows가 쓰는 UTF-16입니다. 먼저 UTF-8로 저장하십시오"},
-    {"it cannot be written", "il ne peut pas être écrit", "書き込めません", "쓸 수 없습니다"},
+    {"{0} is not registered in {1}", "{0} n’est pas enregistré dans {1}",
+     "{0} は {1} に登録されていません", "{0}은(는) {1}에 등록되지 않았습니다"},
 };
 
 }  // namespace language

@@ -451,16 +451,22 @@ inline constexpr Translation kHelpTexts[] = {
      "Enregistre la bibliothèque de types d’un moteur, pour que des règles puissent le nommer",
      "ルールからエンジンを指定できるように、タイプライブラリを登録します",
      "규칙에서 엔진을 지정할 수 있도록 형식 라이브러리를 등록합니다"},
-    {"Exit status: 0 it is registered, 2 bad usage, a file that is no type library,\nor a registry "
-     "file that cannot be written. Prints the element by which a rule\nnames the engine.",
-     "Code de retour\u00A0: 0 enregistré, 2 mauvais usage, fichier qui n’est pas une bibliothèque "
-     "de types ou\nfichier de registre impossible à écrire. Affiche l’élément par lequel une règle "
-     "nomme le moteur.",
-     "終了ステータス: 0 登録した、2 "
-     "使い方の誤り、タイプライブラリでないファイル、または書き込めない\nレジストリファイル。ルール"
-     "でエンジンを指定する要素を表示します。",
-     "종료 상태: 0 등록함, 2 잘못된 사용법, 형식 라이브러리가 아닌 파일 또는 쓸 수 없는 "
-     "레지스트리\n파일. 규칙에서 엔진을 지정하는 요소를 표시합니다."},
+    {"Exit status: 0 it is registered or, with --remove, is not any more, 1 there was nothing\nto "
+     "remove, 2 bad usage, a file that is no type library, or a registry file that cannot\nbe "
+     "written. Prints the element by which a rule names the engine.",
+     "Code de retour\u00A0: 0 enregistré ou, avec --remove, retiré, 1 rien à retirer, 2 mauvais "
+     "usage, fichier\nqui n’est pas une bibliothèque de types ou fichier de registre impossible à "
+     "écrire. Affiche l’élément\npar lequel une règle nomme le moteur.",
+     "終了ステータス: 0 登録した、または --remove で登録を解除した、1 解除するものがない、2 "
+     "使い方の誤り、\nタイプライブラリでないファイル、または書き込めないレジストリファイル。ルール"
+     "でエンジンを\n指定する要素を表示します。",
+     "종료 상태: 0 등록함 또는 --remove로 등록을 해제함, 1 해제할 것이 없음, 2 잘못된 사용법, "
+     "형식\n라이브러리가 아닌 파일 또는 쓸 수 없는 레지스트리 파일. 규칙에서 엔진을 지정하는 "
+     "요소를\n표시합니다."},
+    {"Take the registration back; the library may be gone already",
+     "Retire l’enregistrement\u00A0; la bibliothèque peut avoir disparu",
+     "登録を解除します。ライブラリが既になくてもかまいません",
+     "등록을 해제합니다. 라이브러리가 이미 없어도 됩니다"},
     {"Type library, beside the module of the same stem",
      "Bibliothèque de types, à côté du module de même nom",
      "同名のモジュールの隣にあるタイプライブラリ", "같은 이름의 모듈 옆에 있는 형식 라이브러리"},
