@@ -87,9 +87,9 @@ public:
         if (all_) return far;
         Floats least{};
         for (std::size_t i = 0; i < 3; ++i)
-            least += direction_[i] * __builtin_convertvector(
-                                         direction_[i] > 0.0F ? node.least[i] : node.greatest[i],
-                                         Floats);
+            least += direction_[i] *
+                     __builtin_convertvector(
+                         direction_[i] > 0.0F ? node.least[i] : node.greatest[i], Floats);
         return least <= limit_ ? far : Floats{} + kNowhere;
     }
 

@@ -57,7 +57,7 @@ private:
         Floats low[3], high[3];
         std::uint32_t child[kWidth];  // a node, or the first facet of a leaf
         Bytes least[3], greatest[3];  // components of normals, in 127ths
-        std::uint8_t count[kWidth];                         // facets of a leaf; 0 for a node
+        std::uint8_t count[kWidth];   // facets of a leaf; 0 for a node
         std::uint8_t children;
     };
     struct Pending {
