@@ -99,6 +99,19 @@ TEST_F(Files, AreNotOpenedToTheMembersOfAnotherGroup) {
     }
 }
 
+TEST_F(Files, KeepTheirContentWhereANewOneCannotHaveTheirMode) {
+    struct Modes : FileFaults {
+        int changeMode(int, mode_t) override {
+            errno = EPERM;
+            return -1;
+        }
+    };
+    folder_.write("file", "old");
+    const Modes modes;
+    EXPECT_FALSE(replaceFile(at("file"), "new"));
+    EXPECT_EQ(folder_.read("file"), "old");
+}
+
 TEST_F(Files, AreNotReplacedWhereTheyAreNoRegularFiles) {
     mkfifo(folder_.path("pipe").c_str(), 0600);
     fs::create_symlink("loop", folder_.path("loop"));
