@@ -15,6 +15,7 @@ endfunction()
 
 link(tools bin/corvane /usr/bin/corvane)
 link(docs share/doc/corvane /usr/share/doc/corvane-doc/pages)
+link(docs share/doc/corvane/html /usr/share/doc/corvane/html)
 link(tools share/bash-completion/completions/corvane /usr/share/bash-completion/completions/corvane)
 link(tools share/zsh/site-functions/_corvane /usr/share/zsh/vendor-completions/_corvane)
 # Debian's pages are compressed, unlike those of the tree.

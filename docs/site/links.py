@@ -44,5 +44,6 @@ def check(site):
 
 if __name__ == "__main__":
     import sys
-    problems, _ = check(Path(sys.argv[1]).resolve())
-    sys.exit("\n".join(problems))
+    site = Path(sys.argv[1]).resolve()
+    problems = check(site)[0] if (site / "index.html").is_file() else [f"there is no {site}/index.html"]
+    sys.exit("\n".join(problems) or 0)
