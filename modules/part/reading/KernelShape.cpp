@@ -139,7 +139,7 @@ public:
 private:
     Mesh makeMesh(double deviation) const {
         const TopoDS_Compound all = compound();
-        BRepMesh_IncrementalMesh(all, deviation, false, radians(kMeshAngle), false);
+        const BRepMesh_IncrementalMesh mesher(all, deviation, false, radians(kMeshAngle), false);
         Mesh mesh;
         eachFace(bodies_,
                  [&](const TopoDS_Face& face, int number) { addFacets(face, number, mesh); });

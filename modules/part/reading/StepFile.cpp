@@ -51,11 +51,14 @@ public:
             addBodies(XCAFDoc_ShapeTool::GetShape(target).Moved(here), name, place, bodies_);
             return;
         }
+        std::string inside = place;
+        if (!inside.empty()) inside += '/';
+        inside += name;
         TDF_LabelSequence parts;
         XCAFDoc_ShapeTool::GetComponents(target, parts);
         for (const TDF_Label& part : parts) {
             if (!bodies_.error.empty()) return;
-            visit(part, here, place.empty() ? name : place + "/" + name, depth + 1);
+            visit(part, here, inside, depth + 1);
         }
     }
 
