@@ -30,10 +30,10 @@ class AttributeList::Index {
 public:
     explicit Index(std::span<const Attribute> attributes) {
         for (const Attribute& attribute : attributes)
-            add(attribute);
+            add(attribute.name->view());
     }
-    void add(const Attribute& attribute) {
-        places_.emplace(attribute.name->view(), static_cast<std::uint32_t>(places_.size()));
+    void add(std::u16string_view name) {
+        places_.emplace(name, static_cast<std::uint32_t>(places_.size()));
     }
     // The number of attributes, when there is none of that name.
     std::size_t find(std::u16string_view name) const {
@@ -71,7 +71,8 @@ Attribute* findAttribute(const Element& element, std::u16string_view name) {
     return nullptr;
 }
 
-void addAttribute(Element& element, const Attribute& added, std::size_t expected) {
+Attribute& addAttribute(Element& element, const Name* name, std::u16string_view value,
+                        std::size_t expected) {
     AttributeList*& list = element.attributeList;
     if (!list) {
         list = AttributeList::make(element.pool, std::max(expected, std::size_t{1}));
@@ -85,9 +86,14 @@ void addAttribute(Element& element, const Attribute& added, std::size_t expected
         old->~AttributeList();
         if (!element.pool) ::operator delete(old);
     }
-    if (list->index_) list->index_->add(added);
+    if (list->index_) list->index_->add(name->view());
     ++list->size_;
-    list->items().back() = added;
+    Attribute& added = list->items().back();
+    added = Attribute();
+    added.name = name;
+    added.units = value.data();
+    added.size = static_cast<std::uint32_t>(value.size());
+    return added;
 }
 
 void reserveAttributes(Element& element, std::size_t expected) {
@@ -96,11 +102,8 @@ void reserveAttributes(Element& element, std::size_t expected) {
 
 void appendAttribute(Element& element, std::u16string_view name, std::u16string_view value) {
     if (!element.pool) return setAttribute(element, name, value);
-    Attribute added;
-    added.name = element.pool->name(name);
-    added.units = element.pool->copy(value);
-    added.size = static_cast<std::uint32_t>(value.size());
-    addAttribute(element, added, kFirstCapacity);
+    const Name* pooledName = element.pool->name(name);
+    addAttribute(element, pooledName, {element.pool->copy(value), value.size()}, kFirstCapacity);
 }
 
 void setAttribute(Element& element, std::u16string_view name, std::u16string_view value) {
@@ -108,13 +111,10 @@ void setAttribute(Element& element, std::u16string_view name, std::u16string_vie
     std::unique_ptr<const char16_t[]> units(ownCopy(value));
     Attribute* attribute = findAttribute(element, name);
     if (!attribute) {
-        Attribute added;
         std::unique_ptr<const Name, NameDrop> ownName(Name::make(name));
-        added.name = ownName.get();
-        added.ownsName = true;
-        addAttribute(element, added, kFirstCapacity);
+        attribute = &addAttribute(element, ownName.get(), {}, kFirstCapacity);
+        attribute->ownsName = true;
         static_cast<void>(ownName.release());
-        attribute = &attributesOf(element).back();
     }
     dropValue(*attribute);
     attribute->units = units.release();

@@ -16,7 +16,8 @@ public:
 
 private:
     friend Attribute* findAttribute(const Element& element, std::u16string_view name);
-    friend void addAttribute(Element& element, const Attribute& added, std::size_t expected);
+    friend Attribute& addAttribute(Element& element, const Name* name, std::u16string_view value,
+                                   std::size_t expected);
     friend void reserveAttributes(Element& element, std::size_t expected);
     friend void dropAttributes(Element& element) noexcept;
     class Index;
@@ -38,9 +39,11 @@ inline std::span<const Attribute> attributesOf(const Element& element) {
 /// The attribute of that name, prefix included, or null.
 Attribute* findAttribute(const Element& element, std::u16string_view name);
 
-/// Adds an attribute after the others. What it points to lies in the element's pool, or is its own.
-/// `expected` is how many the element will have in the end.
-void addAttribute(Element& element, const Attribute& added, std::size_t expected);
+/// Adds an attribute after the others, for a name and units that lie in the element's pool; the
+/// caller says otherwise in what this gives. `expected` is how many the element will have in the
+/// end.
+Attribute& addAttribute(Element& element, const Name* name, std::u16string_view value,
+                        std::size_t expected);
 
 /// Makes room for the attributes of an element that has none.
 void reserveAttributes(Element& element, std::size_t expected);

@@ -39,11 +39,7 @@ void TreeBuilder::startElement(const Name* name, std::uint32_t line, std::size_t
 void TreeBuilder::attribute(const Name* name, std::string_view utf8) {
     const std::u16string_view value = pool().copyUtf8(utf8);
     if (name->view() == u"xml:space") preserve_.back() = value == u"preserve";
-    Attribute added;
-    added.name = name;
-    added.units = value.data();
-    added.size = static_cast<std::uint32_t>(value.size());
-    addAttribute(*current_, added, expected_);
+    addAttribute(*current_, name, value, expected_);
 }
 
 void TreeBuilder::endElement() {
