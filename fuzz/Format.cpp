@@ -1,5 +1,5 @@
 // Formatting, printing and scanning beside the C library. The first byte chooses which; what
-// follows is a value and how it is written. Formats as they stand, with arguments that do not fit
+// follows is a value and how it is written. Formats as they are, with arguments that do not fit
 // them, end well.
 
 #include <bit>

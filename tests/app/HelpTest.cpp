@@ -15,7 +15,7 @@ namespace {
 TEST(HelpFiles, GiveTheFirstLineWithTheNumberOrNameAndLoseItsText) {
     struct Case {
         const char* text;
-        QorLong topic;  // 0: the page of IDH_WALL is sought
+        QorLong topic;  // 0: the page of IDH_WALL is looked for
         const char16_t* found;
     };
     const Case cases[] = {

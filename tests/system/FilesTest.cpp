@@ -26,7 +26,7 @@ class Files : public testing::Test {
 protected:
     std::u16string at(std::string_view name = {}) const { return fromUtf8(folder_.path(name)); }
 
-    // How many entries the folder has: a temporary file must not stay behind.
+    // How many entries the folder has: a temporary file must not stay.
     std::ptrdiff_t entries() const {
         return std::distance(fs::directory_iterator(folder_.path()), fs::directory_iterator());
     }

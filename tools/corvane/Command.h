@@ -14,7 +14,7 @@ class App;
 class Option;
 }  // namespace CLI
 
-/// How a run of the program ends. What kGood and kWrong stand for, each command tells in its help.
+/// How a run of the program ends. Each command says in its help what kGood and kWrong mean.
 enum ExitStatus : int {
     kGood = 0,
     kWrong = 1,      ///< The command did its work, and what it found is not as it should be.
@@ -37,7 +37,7 @@ public:
     virtual int run(Console& console) = 0;
 
 protected:
-    /// `exitStatuses` is the foot of the command's help: what 0 and 1 stand for.
+    /// `exitStatuses` is the foot of the command's help: what 0 and 1 mean.
     Command(CLI::App& program, const char* name, Message description, Message exitStatuses);
     /// A command that the program starts for itself. Nobody types it, so the help leaves it out.
     Command(CLI::App& program, const char* name);

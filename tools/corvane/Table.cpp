@@ -32,7 +32,7 @@ void Table::add(Row row) {
 
 void Table::printLine(Console& console, const std::vector<CStringW>& cells, const CStringW& last,
                       Tone all, Tone lastCell) const {
-    // Blanks stand before a cell and not behind it, so that no line ends in blanks.
+    // Blanks come before a cell and not after it, so that no line ends in blanks.
     std::size_t gap = 0;
     for (std::size_t i = 0; i < widths_.size(); ++i) {
         const CStringW cell = i < cells.size() ? cells[i] : CStringW();

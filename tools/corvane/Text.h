@@ -20,7 +20,7 @@ inline CStringW wide(std::string_view text) {
     return CStringW::FromUtf8(text);
 }
 
-/// The text, or as much of it as fits into `columns` with an ellipsis behind it.
+/// The text, or as much of it as fits into `columns` with an ellipsis after it.
 CStringW fitted(std::u16string_view text, std::size_t columns);
 
 /// The lines of a text, without empty ones.
@@ -29,7 +29,7 @@ std::vector<CStringW> linesOf(std::u16string_view text);
 /// A path with the separators of this system, as a person would type it.
 CStringW shownPath(std::u16string_view path);
 
-/// What stands behind the last separator of either kind.
+/// What follows the last separator of either kind.
 std::u16string_view lastName(std::u16string_view path);
 
 /// A status as it is found in references: "0x80040154".

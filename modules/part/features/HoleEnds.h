@@ -29,7 +29,7 @@ struct HoleEnd {
     // Closed: what closes it; none for a tip.
     std::vector<int> floors;
     bool flat = false;
-    bool core = false;  ///< a thick pin stands in it: a ring groove
+    bool core = false;  ///< a thick pin is in it: a ring groove
 };
 
 /// The end on the low (`side` -1) or the high side (1) of the body.

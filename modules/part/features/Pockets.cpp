@@ -69,7 +69,7 @@ private:
         return angle <= 90.0 + topology_.slack() && angle >= 90.0 - kSteepest;
     }
 
-    /// What stands on one flat floor.
+    /// What is on one flat floor.
     [[nodiscard]] std::optional<PocketBody> bodyOn(const Face& floor) {
         PocketBody body;
         body.floor = floor.number;

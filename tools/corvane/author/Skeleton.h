@@ -9,7 +9,7 @@
 #include "language/Messages.h"
 
 // What `corvane new` writes: the files of a small project that builds, runs and tests itself. They
-// stand in share/corvane/skeletons of the installation, with marks for what a name decides.
+// are in share/corvane/skeletons of the installation, with marks for what a name decides.
 namespace skeleton {
 
 /// One file: where it is in the skeletons, and where it goes in the new folder, with the same

@@ -64,7 +64,7 @@ bool checkModule(Diagnosis& diagnosis, Message subject, const CStringW& path, Me
     return static_cast<bool>(module);
 }
 
-/// Without FileName the database lies in the folder of a variable, joined as it stands.
+/// Without FileName the database lies in the folder of a variable, joined as it is.
 void checkDefaultFolder(Diagnosis& diagnosis, const CStringW& file) {
     const CStringW subject = tr("database folder");
     const CStringW folder = corvane::GetEnvironmentText(u"CORVANE_DATABASE_DIR");

@@ -130,7 +130,7 @@ void checkHost(Diagnosis& diagnosis, const ModuleConfiguration& configuration) {
         const CStringW text = host.classId.empty()
                                   ? tr("{0} is not registered", IScriptProcessor::kProgramId)
                                   : tr("its class {0} has no module", host.classId);
-        // Whoever has no scripts needs no host.
+        // A site without scripts needs no host.
         if (configuration.scriptFolder)
             diagnosis.wrong(registration, text, registering());
         else

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Modules of rules by their folders, in the order in which a rule file's module is sought.
+/// Modules of rules by their folders, in the order in which a rule file's module is looked for.
 class RuleModuleCheck {
 public:
     explicit RuleModuleCheck(Diagnosis& diagnosis) : diagnosis_(diagnosis) {}

@@ -25,5 +25,5 @@ bool isWritable(const CStringW& path);
 /// True when a file or folder that is not there can be made, with the folders that it lacks.
 bool canBeMade(const CStringW& path);
 
-/// What stands where the path needs a folder; empty when nothing does.
+/// What is where the path needs a folder; empty when nothing does.
 CStringW fileInTheWayOf(const CStringW& path);

@@ -23,7 +23,7 @@ using namespace corvane::resource;
 CStringW settingsFolder() {
     std::u16string folder(static_cast<std::size_t>(GetDataSettingsFolderPath(nullptr, nullptr)),
                           u'\0');
-    // Room for the terminator, which a string has behind its end.
+    // Room for the terminator, which a string has after its end.
     const auto size = static_cast<QorLong>(folder.size() + 1);
     GetDataSettingsFolderPath(folder.data(), &size);
     return folder;

@@ -38,6 +38,6 @@ struct LoadedRule {
     bool isScript() const { return origin == RuleOrigin::Index || origin == RuleOrigin::RuleFile; }
 };
 
-/// Makes the rule that an element of a file describes. Whatever is wrong with it stands in the
+/// Makes the rule that an element of a file describes. Whatever is wrong with it is in the
 /// result.
 LoadedRule loadRule(const RuleFile& file, QorLong index, RuleModules& modules);

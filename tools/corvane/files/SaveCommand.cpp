@@ -65,7 +65,7 @@ int saveRules(const SaveOptions& options, Console& console) {
         const MessageScope messages(console, file->place(i));
         LoadedRule loaded = loadRule(*file, i, modules);
         std::unique_ptr<QorXMLNode> element = writtenForm(loaded);
-        // A rule that cannot be made is not lost: its element goes over as it stands.
+        // A rule that cannot be made is not lost: its element is copied as it is.
         if (!element) element.reset(file->element(i).CloneNode());
         const auto losses = corvane::FindWritingLosses(file->element(i), *element);
         root->AppendNode(element.get());

@@ -19,7 +19,7 @@ std::vector<RuleSet> ruleSets();
 /// The file of a set; empty when there is no such set.
 std::filesystem::path fileOf(const std::string& name);
 /// The script folder of the rules that a rule file defines: that of the installation for a set of
-/// the installation, else empty, which stands for the configured one.
+/// the installation, else empty, which means the configured one.
 std::filesystem::path scriptFolderFor(const std::filesystem::path& ruleFile);
 
 }  // namespace shipped

@@ -9,7 +9,7 @@
 std::optional<std::string> bytesOfFile(const CStringW& path);
 
 /// Replaces a file as a whole, or makes it. A link is followed, and the file keeps who may read it.
-/// False when that fails; the old file stands then.
+/// False when that fails; the old file is then left as it was.
 bool replaceFile(const CStringW& path, const std::string& bytes);
 
 /// The text of a well-formed XML file in UTF-8; nothing when it is none, with the reason and its

@@ -19,14 +19,14 @@ struct Token {
     Kind kind;
     std::string_view text;
     std::size_t partner = 0;  ///< Of Open: the place of its Close.
-    bool isVerbatim = false;  ///< Of Open: its content counts as it stands.
+    bool isVerbatim = false;  ///< Of Open: its content counts as it is.
 };
 
 bool isBlank(std::string_view text) {
     return text.find_first_not_of(kWhite) == text.npos;
 }
 
-/// The end of a tag or declaration that begins at `at`: behind the ">" outside quotes and brackets.
+/// The end of a tag or declaration that begins at `at`: after the ">" outside quotes and brackets.
 std::size_t endOfTag(std::string_view xml, std::size_t at) {
     int brackets = 0;
     for (char quote = 0; at < xml.size(); ++at) {

@@ -8,7 +8,7 @@ namespace lint {
 
 namespace {
 
-/// An element of the form: what may stand in it.
+/// An element of the form: what may be in it.
 struct Form {
     std::string name;
     std::vector<std::string> attributes;

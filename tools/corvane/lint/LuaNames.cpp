@@ -139,7 +139,7 @@ std::set<std::string> declaredNames(const std::vector<Token>& tokens) {
     for (std::size_t i = 0; i < tokens.size(); ++i) {
         const std::string& text = tokens[i].text;
         if (text == "local" || text == "for") {
-            // Attributes such as <const> stand between the names of one list.
+            // Attributes such as <const> are between the names of one list.
             for (std::size_t k = i + 1;
                  k < tokens.size() && (tokens[k].isName || tokens[k].text == "," ||
                                        tokens[k].text == "<" || tokens[k].text == ">");

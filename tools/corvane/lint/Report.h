@@ -9,7 +9,7 @@
 
 namespace lint {
 
-/// One kind of problem. The number is stable: it stands in files that people write, such as those
+/// One kind of problem. The number is stable: it is in files that people write, such as those
 /// that turn a code off.
 struct Code {
     const char* id;       ///< "L201"

@@ -130,7 +130,7 @@ private:
         return text_.substr(from, at_ - from);
     }
 
-    /// What a reference stands for, at "&"; "" with `isKnown` false for the document's own entity.
+    /// What a reference means, at "&"; "" with `isKnown` false for the document's own entity.
     std::string reference(bool& isKnown) {
         const std::size_t end = std::min(text_.find(';', at_), text_.size());
         const std::string_view inner = text_.substr(at_ + 1, end - at_ - 1);

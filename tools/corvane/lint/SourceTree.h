@@ -7,7 +7,7 @@
 
 namespace lint {
 
-/// Counts from 1, in characters; 0 stands for the file as a whole.
+/// Counts from 1, in characters; 0 means the file as a whole.
 struct Place {
     std::int64_t line = 0;
     std::int64_t column = 0;

@@ -6,7 +6,7 @@
 namespace results {
 
 /// A file that is replaced as a whole: what is written goes to a file beside it, which takes its
-/// place in the end. Until then, and for ever when the process is killed, the old one stands.
+/// place in the end. Until then, and for ever when the process is killed, the old one stays.
 class OutputFile {
 public:
     explicit OutputFile(std::string path);
@@ -17,7 +17,7 @@ public:
     std::ostream& stream() { return stream_; }
     bool isOpen() const { return stream_.is_open(); }
     const std::string& path() const { return path_; }
-    /// False when something could not be written; the old file stands.
+    /// False when something could not be written; the old file stays.
     bool commit();
 
 private:

@@ -32,7 +32,7 @@ CStringW severityText(const Severity& severity) {
     return number;
 }
 
-/// What stands before a finding's message.
+/// What comes before a finding's message.
 CStringW prefixOf(const Finding& finding) {
     if (finding.isNote) return tr("note: ");
     if (!finding.waiver) return {};

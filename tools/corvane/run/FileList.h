@@ -11,8 +11,8 @@ struct FileList {
     std::vector<std::string> problems;
 };
 
-/// Each argument is a file; a folder, which stands for the files in it and below whose names end
-/// in one of `endings`, by name; a pattern ("parts/*.stl", "parts/**"), which stands for the files
+/// Each argument is a file; a folder, which means the files in it and below whose names end
+/// in one of `endings`, by name; a pattern ("parts/*.stl", "parts/**"), which means the files
 /// that fit it, by name; or "@LIST", a text file of such arguments, one a line, where empty lines
 /// and those that begin with "#" do not count. Paths in a list are relative to where the program
 /// runs. A folder or pattern without a file is a problem; a file that is not there is taken.

@@ -12,7 +12,7 @@
 /// A rule as its file and the index of user-defined rules tell it. No module is loaded for it and
 /// no script is run.
 struct PlannedRule {
-    /// All that is known before the rule has run: what stands for it when a worker loses it.
+    /// All that is known before the rule has run: what takes its place when a worker loses it.
     results::RuleResult blank;
     std::size_t file = 0;              ///< Place in Plan::files.
     QorLong element = 0;               ///< Place in that file.

@@ -83,7 +83,7 @@ void Pool::listen(Slot& slot) {
         try {
             take(slot, protocol::replyFrom(line));
         } catch (const nlohmann::json::exception&) {
-            // Whoever wrote that into the line, this worker is not to be trusted any more.
+            // Whatever wrote that into the line, this worker is not to be trusted any more.
             replace(slot, remark("its process wrote what is no result"));
             return;
         }

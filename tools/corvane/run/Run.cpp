@@ -55,7 +55,7 @@ Pool::Limits limitsOf(const Plan& plan, const RunOptions& options) {
     return limits;
 }
 
-/// What belongs to the rule's place in this run, whoever judged it and when.
+/// What belongs to the rule's place in this run, whatever judged it and when.
 void complete(RuleResult& result, const RuleResult& blank) {
     if (result.name.empty()) {
         result.name = blank.name;

@@ -2,7 +2,7 @@
 
 #include "results/Result.h"
 
-/// The module that reads a part's surface for viewers. It stands apart from the program, which
+/// The module that reads a part's surface for viewers. It is apart from the program, which
 /// starts in a moment and needs no kernel of solids for anything else.
 inline constexpr const char16_t* kPartSurfaceModule = u"CorvanePartSurface.dll";
 
