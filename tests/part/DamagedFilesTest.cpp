@@ -1,6 +1,7 @@
 #include <BRepBuilderAPI_MakeEdge.hxx>
 #include <BRepBuilderAPI_MakeFace.hxx>
 #include <BRepMesh_IncrementalMesh.hxx>
+#include <BRepPrimAPI_MakePrism.hxx>
 #include <BRepTools.hxx>
 #include <BRep_Builder.hxx>
 #include <GeomConvert.hxx>
@@ -8,6 +9,7 @@
 #include <Geom_OffsetSurface.hxx>
 #include <TopoDS_Compound.hxx>
 #include <gmock/gmock.h>
+#include <gp_Elips.hxx>
 #include <gp_Trsf.hxx>
 #include <gtest/gtest.h>
 
@@ -113,6 +115,14 @@ TEST_F(DamagedFilesTest, ABrepFileMustCountWhatItHolds) {
         EXPECT_FALSE(opened.part);
         EXPECT_THAT(opened.error, HasSubstr("damaged at line"));
     }
+}
+
+TEST_F(DamagedFilesTest, ACurveThatASurfaceStandsOnMustBeOneThatCanBe) {
+    const gp_Elips ellipse(gp_Ax2({0, 0, 0}, {0, 0, 1}), 5, 3);
+    const TopoDS_Shape edge = BRepBuilderAPI_MakeEdge(ellipse, 0, 2).Shape();
+    const std::string whole = write(BRepPrimAPI_MakePrism(edge, gp_Vec(0, 0, 4)).Shape(), "e.brep");
+    const auto opened = open(replaced(whole, "Surfaces", " 5 3", " 3 5"), "bad.brep");
+    EXPECT_THAT(opened.error, HasSubstr("damaged at line"));
 }
 
 TEST_F(DamagedFilesTest, AnEntityOfAShapeMustHaveItsPartsAndBeNoneOfThem) {

@@ -121,6 +121,14 @@ Piece basisCurve(TextTokens& text, int dimensions, int depth) {
     return piece;
 }
 
+/// A circle, ellipse, parabola or hyperbola.
+Piece conic(TextTokens& text, int dimensions, long kind) {
+    frame(text, dimensions);
+    const double major = coordinate(text);
+    const double minor = kind == 3 || kind == 5 ? coordinate(text) : 0.0;
+    return {major >= 0.0 && minor >= 0.0 && (kind != 3 || major >= minor)};
+}
+
 Piece curve(TextTokens& text, int dimensions, int depth) {
     text.require(depth < kDeepest);
     const long kind = text.whole(1, 9);
@@ -133,9 +141,7 @@ Piece curve(TextTokens& text, int dimensions, int depth) {
         case 3:
         case 4:
         case 5:
-            frame(text, dimensions);
-            point(text, kind == 3 || kind == 5 ? 2 : 1);  // radii
-            return {};
+            return conic(text, dimensions, kind);
         case 6:
             return bezierCurve(text, dimensions);
         case 7:
@@ -187,8 +193,14 @@ Piece surface(TextTokens& text, int depth);
 /// A plane, cylinder, cone, sphere or torus.
 Piece elementary(TextTokens& text, long kind) {
     frame(text, 3);
-    point(text, kind == 1 ? 0 : kind == 3 || kind == 5 ? 2 : 1);  // radii, an angle
-    Piece piece;
+    const double radius = kind == 1 ? 0.0 : coordinate(text);
+    const double second = kind == 3 || kind == 5 ? coordinate(text) : 0.0;
+    Piece piece{radius >= 0.0};
+    if (kind == 3) {  // the half angle of a cone
+        const double angle = std::abs(second);
+        piece.sound = piece.sound && angle > 1e-9 && angle < M_PI_2 - 1e-9;
+    }
+    if (kind == 5) piece.sound = piece.sound && second >= 0.0;
     if (kind == 4) piece.v = {-M_PI_2, M_PI_2};
     return piece;
 }
