@@ -133,12 +133,14 @@ class Shell:
         compiler.parent.mkdir()
         compiler.write_text(f'#!/bin/sh\nexec {os.environ.get("CXX", "/usr/bin/c++")} {os.environ.get("CXXFLAGS", "")} "$@"\n')
         compiler.chmod(0o755)
+        # A shell takes a blank in what pkg-config prints for the end of a word, so the path of the tree has none here.
+        (home / "tree").symlink_to(self.tree)
         programs = sorted((build / "docs" / "examples").glob("*/"))
         path = [compiler.parent, self.tree / "bin", *programs, "/usr/bin", "/bin"]
         self.environment = {
             "PATH": ":".join(map(str, path)), "HOME": str(home),
             "CMAKE_GENERATOR": "Ninja", "CMAKE_PREFIX_PATH": str(self.tree),
-            "PKG_CONFIG_PATH": str(self.tree / "lib" / "pkgconfig"),
+            "PKG_CONFIG_PATH": str(home / "tree" / "lib" / "pkgconfig"),
             **{name: value for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")}}
         if not prefix:
             self.environment |= {"CORVANE_DATA_DIR": str(build / "examples" / "data"),
