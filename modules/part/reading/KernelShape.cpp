@@ -114,6 +114,8 @@ RoughFace rough(const TopoDS_Face& face) {
         result.box.greatest = result.box.greatest + Vector{gap, gap, gap};
     }
     result.size = diagonal(result.box);
+    // The kernel samples other surfaces, and their box may be too small.
+    if (surface.GetType() > GeomAbs_BSplineSurface) result.box = {Box{}.greatest, Box{}.least};
     return result;
 }
 
