@@ -99,4 +99,13 @@ TEST_F(Include, CheckSaysWhatItNeeds) {
     EXPECT_EQ(corvane("check", {"@none.step", "--process", "fdm"}).status, 2);
 }
 
+TEST_F(Include, CheckRunsARuleOfSeveralProcessesOnce) {
+    const ProcessResult result =
+        corvane("check", {"@part.brep", "--process", "fdm", "--process", "sls", "--rule",
+                          "Closed solid", "--rule", "*build volume"});
+    EXPECT_THAT(result.out, AllOf(HasSubstr("FDM build volume"), HasSubstr("SLS build volume"),
+                                  HasSubstr("\n3 rules:")));
+    EXPECT_THAT(result.out, HasSubstr("Closed solid"));
+}
+
 }  // namespace

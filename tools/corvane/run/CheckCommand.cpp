@@ -49,6 +49,8 @@ public:
             console.report(tr("there is no part to check"));
             return kUnusable;
         }
+        // Processes share rules.
+        options_.eachOnce = true;
         makeDatabaseFile();
         return runRules(options_, console);
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
+#include <set>
 
 #include <corvane/app/StringResources.h>
 #include <corvane/scriptrules/RuleIndexScope.h>
@@ -72,7 +73,9 @@ private:
         rule.blank.ruleFile = path;
         components_.describe(file, rule);
         rule.blank.severity.name = severities_.nameOf(rule.blank.severity.number);
-        if (isSelected(rule)) plan_.rules.push_back(std::move(rule));
+        if (!isSelected(rule)) return;
+        if (options_.eachOnce && !identities_.insert(rule.identity).second) return;
+        plan_.rules.push_back(std::move(rule));
     }
 
     static bool fitsAny(const std::vector<std::string>& patterns, const std::string& text) {
@@ -142,6 +145,7 @@ private:
     Console& console_;
     RuleComponents components_;
     Plan plan_;
+    std::set<std::string> identities_;
     std::int64_t counted_ = 0;
 };
 

@@ -17,6 +17,7 @@ struct RunOptions {
 
     // Which rules.
     std::vector<std::string> rules, categories, severities;
+    bool eachOnce = false;  ///< A rule that several files hold alike runs for the first of them.
 
     bool isStrict = false;  ///< What lint finds in rule files keeps the run from starting.
 
