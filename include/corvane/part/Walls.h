@@ -43,7 +43,9 @@ struct Walls {
     bool measurable = false;
     Thickness smallestByRay;     ///< the thinnest place by ray
     Thickness smallestBySphere;  ///< the thinnest place by sphere
-    Thickness largestBySphere;   ///< the thickest place
+    /// The thickest wall: of all places where the sphere that touches there is a wall's by the rule
+    /// above, the one with the largest. A larger sphere may fit inside the part elsewhere.
+    Thickness largestBySphere;
     double typical =
         0.0;  ///< mm; half of the surface has thinner walls by sphere, half thicker ones
     std::vector<Thickness> places;       ///< each face's thinnest place by sphere, thinnest first
