@@ -6,7 +6,7 @@ namespace {
 /// Between samples inside facets, as parts of the part's size.
 constexpr double kCoarse = 1.0 / 40, kFine = 1.0 / 600;
 /// Samples across the width of a face.
-constexpr double kAcross = 2.0;
+constexpr double kAcross = 3.0;
 constexpr double kMostInside = 250'000;
 constexpr std::size_t kMostVertices = 2'000'000;
 /// How far beside a vertex its sample is, on the way to the middle of the facet.
