@@ -62,7 +62,7 @@ std::u16string_view Pool::copyUtf8(std::string_view utf8) {
 }
 
 const Name* Pool::name(std::u16string_view text) {
-    const std::size_t hash = text.size() + text.front() + 5U * text.back();
+    const std::size_t hash = text.size() + text.front() + std::size_t{5} * text.back();
     const Name*& recent = recentNames_[hash % recentNames_.size()];
     if (!recent || recent->view() != text)
         recent = Name::makeAt(allocate(Name::sizeFor(text), alignof(Name)), text);

@@ -148,8 +148,8 @@ public:
         : tree_(tree), arguments_(arguments), place_(place) {}
 
     std::u16string text(std::size_t index) const {
-        const std::u16string text = index < arguments_.size() ? toText(tree_, arguments_[index])
-                                                              : tree_.stringOf(place_.item);
+        std::u16string text = index < arguments_.size() ? toText(tree_, arguments_[index])
+                                                        : tree_.stringOf(place_.item);
         tree_.count(text.size() / 2);
         return text;
     }

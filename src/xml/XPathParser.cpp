@@ -301,7 +301,7 @@ private:
     std::u16string quoted() {
         const std::size_t end = rest_.find(rest_.front(), 1);
         if (end == rest_.npos) throw SyntaxError();
-        const std::u16string text(rest_.substr(1, end - 1));
+        std::u16string text(rest_.substr(1, end - 1));
         take(end + 1);
         return text;
     }

@@ -49,6 +49,7 @@ std::string secondsText(double seconds) {
 
 std::vector<std::string> textsOf(const std::vector<Remark>& remarks) {
     std::vector<std::string> texts;
+    texts.reserve(remarks.size());
     for (const Remark& remark : remarks)
         texts.push_back(remark.text);
     return texts;

@@ -66,7 +66,7 @@ private:
             if (run)
                 runs.push_back({path, std::move(*run)});
             else
-                list.problems.push_back(path + ": " + problem);
+                list.problems.push_back(std::string(path).append(": ").append(problem));
         }
         for (const std::string& problem : list.problems)
             console.report(wide(problem));

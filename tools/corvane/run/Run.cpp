@@ -1,6 +1,7 @@
 #include "run/Run.h"
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <thread>
 
@@ -69,7 +70,7 @@ void complete(RuleResult& result, const RuleResult& blank) {
 }
 
 std::string durationText(double seconds) {
-    const auto whole = static_cast<long>(seconds + 0.5);
+    const auto whole = std::lround(seconds);
     if (whole < 90) return std::to_string(whole) + " s";
     return std::to_string(whole / 60) + " min";
 }

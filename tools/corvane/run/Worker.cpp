@@ -27,6 +27,7 @@ using protocol::Reply;
 
 std::vector<CStringW> wide(const std::vector<std::string>& texts) {
     std::vector<CStringW> result;
+    result.reserve(texts.size());
     for (const std::string& text : texts)
         result.push_back(CStringW::FromUtf8(text));
     return result;
