@@ -41,8 +41,8 @@ public:
     int ShowCustomizedHelp(QorLong helpId) const;
     /// The folder of the site's own pages; `folder` stays as it is when the site names none.
     void GetCustomizedHelpFolderPath(CStringW& folder) const;
-    /// The help name of a topic in a file of lines "#define <help name> <topic>": the first line in
-    /// which the number's digits are is taken, and loses all of them. 1 when there is one. A file
+    /// The help name of a topic in a file of lines "#define <help name> <topic>": the first line
+    /// that has the number's digits is taken, and loses all of them. 1 when there is one. A file
     /// that cannot be read leaves the name as it is; without a line it is empty.
     int FindHelpIDInString(CStringW file, QorLong helpId, CStringW& helpName) const;
     /// The same for the page of a help name, in a file of lines "<help name> = <page>".

@@ -15,7 +15,7 @@ std::u16string settingsFolder();
 std::u16string settingsFolderPath();
 
 /// The folder of the user-defined rules: the record "directory" of section RULE_SCRIPT_LOCATION in
-/// ConfigModule.ini, as it is there. Nothing when there is no such record. The file is read
+/// ConfigModule.ini, as written. Nothing when there is no such record. The file is read
 /// afresh, once, at each call.
 std::optional<CStringW> scriptFolder();
 /// The same of another file.

@@ -47,7 +47,7 @@ void insertOrReplace(Set& set, typename Set::value_type handle) {
     }
 }
 
-/// Gives up the parent of a set that ends. When that ends the parent too, and its parents after
+/// Gives up the parent of a set that ends. When that ends the parent too, and the parents above
 /// it, they end one after the other from the last to the first, without a call for each: a chain
 /// may be longer than the stack is deep.
 ///

@@ -14,7 +14,7 @@ using qor_db::driver::failure;
 namespace {
 
 // In the order of the enumerators. Names are compared in lower case, which reads the whole table; a
-// name as it is there is found by the primary key. Lengths that are looked up by equality are
+// name as written is found by the primary key. Lengths that are looked up by equality are
 // given as a narrow range, since they often come out of a calculation.
 constexpr const char16_t* kStatements[] = {
     u"SELECT diameter, preferred, source FROM qor_drill_size WHERE preferred >= ? "
