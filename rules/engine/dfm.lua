@@ -89,6 +89,22 @@ function dfm.turned()
     return turned
 end
 
+--- The holes with a thread, each a table with `hole`, `designation` and `diameter`: those that the file tells of; where it
+--- tells of none and `by_diameter` is true, blind holes with the diameter of a tap drill.
+function dfm.tapped(by_diameter)
+    local tapped, told = {}, part.threads()
+    for _, hole in ipairs(part.holes()) do
+        local thread = told[hole.thread]
+        if thread then
+            tapped[#tapped + 1] = {hole = hole, designation = thread.designation, diameter = thread.diameter}
+        elseif #told == 0 and by_diameter and hole.tap_drill_for and hole.bottom ~= "through" then
+            local row = assert(db.thread(hole.tap_drill_for))
+            tapped[#tapped + 1] = {hole = hole, designation = row.designation, diameter = row.nominal}
+        end
+    end
+    return tapped
+end
+
 --- The faces of all holes: a table whose field is true for the number of such a face.
 function dfm.hole_faces()
     local faces = {}

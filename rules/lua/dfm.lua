@@ -66,6 +66,17 @@ function dfm.sheet() end
 ---@return Turned
 function dfm.turned() end
 
+---@class TappedHole
+---@field hole Hole
+---@field designation string of the thread
+---@field diameter number nominal
+
+---The holes with a thread that the file tells of; where it tells of none and `by_diameter` is true, blind holes with the
+---diameter of a tap drill.
+---@param by_diameter? boolean
+---@return TappedHole[]
+function dfm.tapped(by_diameter) end
+
 ---A table that is true for the numbers of faces that belong to holes.
 ---@return table<integer, boolean>
 function dfm.hole_faces() end

@@ -106,8 +106,17 @@
 ---@field entry_face? integer
 ---@field pattern? integer
 ---@field aligned integer[] holes of the same diameter on the same axis
+---@field thread? integer place in threads() of the thread that the file gives it
 ---@field tap_drill_for? string coarse thread whose tap drill has this diameter: a hint
 ---@field sections HoleSection[]
+---@field faces integer[]
+
+---@class PartThread a thread that the file tells of
+---@field designation string "M6x1-6H", "1/4-20 UNC-2B", "G1/2"
+---@field diameter number nominal
+---@field pitch? number
+---@field source "property"|"dimension"|"annotation"|"aspect"|"face" where the file tells of it
+---@field text string what the file says there
 ---@field faces integer[]
 
 ---@class HolePattern
@@ -287,6 +296,9 @@ function part.damages() end
 function part.walls() end
 ---@return Hole[]
 function part.holes() end
+---Threads that the file tells of.
+---@return PartThread[]
+function part.threads() end
 ---@return HolePattern[]
 function part.patterns() end
 ---@return Fillet[]

@@ -21,7 +21,11 @@
 #include <TopTools_MapOfShape.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Compound.hxx>
+#include <cmath>
 #include <cstdlib>
+#include <fstream>
+#include <regex>
+#include <sstream>
 #include <stdexcept>
 
 namespace shapes {
@@ -98,6 +102,27 @@ void write(const TopoDS_Shape& shape, const std::filesystem::path& file, const c
         done = writer.Write(shape, path.c_str());
     }
     if (!done) throw std::runtime_error("cannot write " + path);
+}
+
+std::string faceOfCylinder(const std::string& text, double radius) {
+    const std::regex cylinders("(#\\d+) = CYLINDRICAL_SURFACE\\('',#\\d+,\\s*([0-9.E+-]+)\\)");
+    for (std::sregex_iterator it(text.begin(), text.end(), cylinders), end; it != end; ++it) {
+        if (std::abs(std::stod((*it)[2]) - radius) > 1e-9) continue;
+        const std::regex faces("(#\\d+) = ADVANCED_FACE\\('[^']*',\\([^)]*\\)," + (*it)[1].str() +
+                               ",");
+        std::smatch face;
+        if (std::regex_search(text, face, faces)) return face[1];
+    }
+    throw std::runtime_error("no cylinder has the radius " + std::to_string(radius));
+}
+
+void nameCylinder(const std::filesystem::path& step, double radius, const std::string& name) {
+    std::ostringstream text;
+    text << std::ifstream(step).rdbuf();
+    std::string named = text.str();
+    const std::string face = faceOfCylinder(named, radius) + " = ADVANCED_FACE('";
+    named.insert(named.find(face) + face.size(), name);
+    std::ofstream(step) << named;
 }
 
 }  // namespace shapes

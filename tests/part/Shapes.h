@@ -26,4 +26,9 @@ std::filesystem::path sharedPart(const char* name);
 /// `unit` is for STEP: "MM", "INCH", "M"; the shape itself is in millimetres.
 void write(const TopoDS_Shape& shape, const std::filesystem::path& file, const char* unit = "MM");
 
+/// The instance, such as "#12", of the first face on a cylinder of that radius in a STEP text.
+std::string faceOfCylinder(const std::string& text, double radius);
+/// Names that face in the file.
+void nameCylinder(const std::filesystem::path& step, double radius, const std::string& name);
+
 }  // namespace shapes

@@ -108,6 +108,16 @@ TEST_F(PartEngine, WhatCannotBeMeasuredIsAnErrorAndNeverPasses) {
     }
 }
 
+TEST_F(PartEngine, GivesTheThreadsThatTheFileNames) {
+    shapes::nameCylinder(corvane.folder.path("block.step"), 5, "M12x1.5-6H THRU");
+    const ProcessResult result =
+        run("local t = part.threads()[part.holes()[1].thread] "
+            "assert(t.designation == 'M12x1.5-6H' and t.diameter == 12 and t.pitch == 1.5) "
+            "assert(t.source == 'face' and t.text == 'M12x1.5-6H THRU') "
+            "assert(part.face(t.faces[1]).kind == 'cylinder')");
+    EXPECT_EQ(result.status, 0) << result.out;
+}
+
 TEST_F(PartEngine, TakesTheUnitsOfTheRunForAFileWithoutUnits) {
     shapes::write(shapes::box(1, 2, 3), corvane.folder.path("plain.brep"));
     corvane.folder.write("scripts/a.lua",

@@ -9,6 +9,7 @@
 #include <corvane/xml/QorXMLDocument.h>
 
 #include "Figures.h"
+#include "Making.h"
 #include "cli/Process.h"
 #include "support/EnvironmentScope.h"
 #include "support/TemporaryFolder.h"
@@ -94,6 +95,24 @@ TEST_F(ShippedRules, PassOnPartsThatKeepThemAndFailOnPartsThatBreakThem) {
             }
         }
     }
+}
+
+TEST_F(ShippedRules, ThreadsThatTheFileNamesTakeThePlaceOfThoseByDiameter) {
+    fs::create_directories(folder_.path("drilling"));
+    const std::string file = folder_.path("drilling/named.step");
+    shapes::write(figures::plate(8, {figures::drill(20, 20, 8, 5, 8),       // through, 1.3 x M6
+                                     figures::drill(40, 40, 8, 1.25, 5)}),  // as if for M1.6
+                  file);
+    const auto failed = [&] {
+        std::set<std::string> names;
+        auto results = check("drilling");
+        for (const char* const rule : {"Tapped depth", "Smallest thread"})
+            if (results["named.step"][rule].at("verdict") == "failed") names.insert(rule);
+        return names;
+    };
+    EXPECT_EQ(failed(), std::set<std::string>{"Smallest thread"});
+    shapes::nameCylinder(file, 2.5, "M6x1");
+    EXPECT_EQ(failed(), std::set<std::string>{"Tapped depth"});
 }
 
 TEST_F(ShippedRules, EachHasASourceAHelpPageAScriptAndATest) {

@@ -75,6 +75,8 @@ struct Hole {
     std::vector<int> aligned;     ///< other holes of the same diameter on the same axis
     std::string tapDrillFor;  ///< coarse thread whose tap drill has this diameter, such as "M6":
                               ///< a hint, as a shape does not tell what is tapped
+    int thread = 0;  ///< place in Model::threads, from 1, of the thread that the file gives
+                     ///< it: that of the main bore, else of another face; 0 without one
     std::vector<HoleSection> sections;  ///< from the mouth down; a groove lies within another one
     std::vector<int> faces;             ///< of the whole hole, in rising order
 };

@@ -86,6 +86,29 @@ struct Solid {
     Vector centre;        ///< of mass
 };
 
+/// Where a file tells of a thread.
+enum class ThreadSource {
+    Property,    ///< a property of a feature, such as a user's attribute
+    Dimension,   ///< the text of a dimension
+    Annotation,  ///< the text of an annotation
+    Aspect,      ///< the name of a feature or of a part of the shape
+    Face         ///< the name of a face
+};
+
+/// A thread that the file tells of: the shape of a part seldom has it. Read from STEP files, where
+/// a text with a designation leads to faces.
+struct Thread {
+    /// Without blanks and with the signs of ASCII: "M6", "M6x1-6H", "1/4-20 UNC-2B", "G1/2",
+    /// "Tr40x7", "1/4 NPT". Metric threads (ISO 261, ISO 965-1), unified ones (ASME B1.1), pipe
+    /// threads (ISO 228-1, ISO 7-1, ASME B1.20.1) and trapezoidal ones (ISO 2904) are known.
+    std::string designation;
+    double diameter = 0.0;                         ///< nominal
+    double pitch = 0.0;                            ///< 0 where the designation leaves it open
+    ThreadSource source = ThreadSource::Property;  ///< where the file tells of it
+    std::string text;                              ///< what the file says there, at most 200 bytes
+    std::vector<int> faces;                        ///< that it is on, in rising order
+};
+
 /// Something that keeps a shape from enclosing a volume, or that may not be in a file.
 struct Damage {
     /// What is wrong.
@@ -105,6 +128,7 @@ struct Model {
         false;  ///< read from facets: faces are regions of facets, sizes have the facets' tolerance
     std::string units;            ///< of the file: "mm", "inch", ...; empty if it names none
     std::vector<Damage> damages;  ///< found while the file was read
+    std::vector<Thread> threads;  ///< that the file tells of, in its order
 
     /// The face of that number, which must be one of the part.
     [[nodiscard]] const Face& face(int number) const {

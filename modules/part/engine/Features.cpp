@@ -14,6 +14,11 @@ int holes(lua_State* lua) {
         lua, [](const Part& part, Failure&) -> const auto& { return part.holes(); });
 }
 
+int threads(lua_State* lua) {
+    return answer(
+        lua, [](const Part& part, Failure&) -> const auto& { return part.model().threads; });
+}
+
 int patterns(lua_State* lua) {
     return answer(
         lua, [](const Part& part, Failure&) -> const auto& { return part.holePatterns(); });
@@ -97,8 +102,9 @@ int walls(lua_State* lua) {
 }  // namespace
 
 const luaL_Reg kFeatureFunctions[] = {
-    {"holes", holes},     {"patterns", patterns}, {"fillets", fillets},     {"corners", corners},
-    {"pockets", pockets}, {"turned", turned},     {"sheet", sheet},         {"walls", walls},
-    {"gaps", gaps},       {"draft", draft},       {"overhangs", overhangs}, {nullptr, nullptr}};
+    {"holes", holes},     {"threads", threads}, {"patterns", patterns}, {"fillets", fillets},
+    {"corners", corners}, {"pockets", pockets}, {"turned", turned},     {"sheet", sheet},
+    {"walls", walls},     {"gaps", gaps},       {"draft", draft},       {"overhangs", overhangs},
+    {nullptr, nullptr}};
 
 }  // namespace partengine

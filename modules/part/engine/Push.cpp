@@ -32,6 +32,11 @@ const char* nameOf(Damage::Kind kind) {
     return kNames[static_cast<int>(kind)];
 }
 
+const char* nameOf(ThreadSource source) {
+    constexpr const char* kNames[] = {"property", "dimension", "annotation", "aspect", "face"};
+    return kNames[static_cast<int>(source)];
+}
+
 }  // namespace
 
 void push(lua_State* lua, double value) {
@@ -118,6 +123,13 @@ void push(lua_State* lua, const Edge& edge) {
         lua_rawseti(lua, -2, ++count);
     }
     lua_setfield(lua, -2, "faces");
+}
+
+void push(lua_State* lua, const Thread& thread) {
+    const Record record(lua);
+    record("designation", thread.designation)("diameter", thread.diameter);
+    record("pitch", unlessZero(thread.pitch))("source", nameOf(thread.source));
+    record("text", thread.text)("faces", thread.faces);
 }
 
 void push(lua_State* lua, const Damage& damage) {

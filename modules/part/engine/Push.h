@@ -25,6 +25,7 @@ void push(lua_State* lua, const corvane::part::OrientedBox& box);
 void push(lua_State* lua, const corvane::part::Solid& solid);
 void push(lua_State* lua, const corvane::part::Face& face);
 void push(lua_State* lua, const corvane::part::Edge& edge);
+void push(lua_State* lua, const corvane::part::Thread& thread);
 void push(lua_State* lua, const corvane::part::Damage& damage);
 /// nil where nothing was measured.
 void push(lua_State* lua, const corvane::part::Thickness& thickness);

@@ -53,6 +53,7 @@ void push(lua_State* lua, const Hole& hole) {
     number(record, "entry_face", hole.entryFace);
     number(record, "nearest_hole", hole.nearestHole);
     number(record, "pattern", hole.pattern);
+    number(record, "thread", hole.thread);
     record("aligned", hole.aligned)("tap_drill_for", hole.tapDrillFor);
     record("sections", hole.sections)("faces", hole.faces);
 }

@@ -1,8 +1,36 @@
 #include "Holes.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace corvane::part::features {
+namespace {
+
+/// Whether the sections of the main bore have the face.
+bool inBore(const Hole& hole, int face) {
+    return std::any_of(hole.sections.begin(), hole.sections.end(), [&](const HoleSection& section) {
+        const double narrow = std::min(section.startDiameter, section.endDiameter);
+        return std::abs(narrow - hole.diameter) <= 1e-6 * hole.diameter &&
+               std::find(section.faces.begin(), section.faces.end(), face) != section.faces.end();
+    });
+}
+
+void nameThreads(const Model& model, std::vector<Hole>& holes) {
+    if (model.threads.empty()) return;
+    std::vector<Hole*> holeOf(model.faces.size(), nullptr);
+    for (Hole& hole : holes)
+        for (const int face : hole.faces)
+            holeOf[static_cast<std::size_t>(face - 1)] = &hole;
+    for (const bool bore : {true, false})
+        for (std::size_t i = 0; i < model.threads.size(); ++i)
+            for (const int face : model.threads[i].faces) {
+                Hole* hole = holeOf[static_cast<std::size_t>(face - 1)];
+                if (hole != nullptr && hole->thread == 0 && (!bore || inBore(*hole, face)))
+                    hole->thread = static_cast<int>(i) + 1;
+            }
+}
+
+}  // namespace
 
 Holes findHoles(const Model& model, const Mesh& mesh) {
     Holes found;
@@ -18,6 +46,7 @@ Holes findHoles(const Model& model, const Mesh& mesh) {
     });
     for (std::size_t i = 0; i < found.holes.size(); ++i)
         found.holes[i].number = static_cast<int>(i) + 1;
+    nameThreads(model, found.holes);
     measureHoles(topology, around, found.holes);
     found.patterns = findPatterns(topology, axes, found.holes);
     return found;

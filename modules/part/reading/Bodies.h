@@ -15,9 +15,16 @@ struct Body {
     std::string name, place;
 };
 
+/// A thread of the file, and the faces that it is on, wherever an assembly has them.
+struct BodyThread {
+    Thread thread;
+    std::vector<TopoDS_Shape> faces;
+};
+
 struct Bodies {
     std::string error, units;
     std::vector<Body> bodies;
+    std::vector<BodyThread> threads;
 };
 
 /// What one file may hold, so that a small file that repeats itself cannot fill the memory.

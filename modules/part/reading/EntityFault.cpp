@@ -25,6 +25,7 @@
 #include <XSControl_WorkSession.hxx>
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 #include "Bodies.h"
 #include "References.h"
@@ -33,8 +34,9 @@ namespace corvane::part::reading {
 namespace {
 
 /// An entity on whose parts the translator relies. What only tells of names, colours, dimensions or
-/// properties may be wrong.
+/// properties may be wrong; so may annotations, of which the kernel knows some kinds only.
 bool isOfShape(const Handle(Standard_Transient) & entity) {
+    if (std::string_view(entity->DynamicType()->Name()).starts_with("StepVisual_")) return false;
     static const Handle(Standard_Type)
         kKinds[] = {STANDARD_TYPE(IGESData_IGESEntity),
                     STANDARD_TYPE(StepBasic_NamedUnit),

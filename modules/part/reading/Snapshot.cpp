@@ -14,6 +14,7 @@
 #include <TopoDS_Vertex.hxx>
 #include <TopoDS_Wire.hxx>
 #include <gp_Circ.hxx>
+#include <map>
 
 #include "../Vec.h"
 #include "Bodies.h"
@@ -45,8 +46,10 @@ Vector outwardAt(const Use& use, double parameter) {
 /// Reads one body: its faces, edges and loops, numbered on from what the model has.
 class BodyReader {
 public:
-    BodyReader(Model& model, const TopoDS_Shape& shape, int solid)
-        : model_(model), shape_(shape), solid_(solid) {}
+    /// `threads` has for each face with threads their places in the model.
+    using Threads = std::multimap<const TopoDS_TShape*, std::size_t>;
+    BodyReader(Model& model, const TopoDS_Shape& shape, int solid, const Threads& threads)
+        : model_(model), shape_(shape), solid_(solid), threads_(threads) {}
 
     void read() {
         for (TopExp_Explorer it(shape_, TopAbs_FACE); it.More(); it.Next())
@@ -73,6 +76,9 @@ private:
             const bool first = wires.Current().IsSame(outer);
             face.loops.insert(first ? face.loops.begin() : face.loops.end(), std::move(loop));
         }
+        const auto [thread, end] = threads_.equal_range(shape.TShape().get());
+        for (auto it = thread; it != end; ++it)
+            model_.threads[it->second].faces.push_back(face.number);
         model_.faces.push_back(std::move(face));
     }
 
@@ -153,6 +159,7 @@ private:
     Model& model_;
     const TopoDS_Shape& shape_;
     int solid_, firstFace_ = 0, firstEdge_ = 0;
+    const Threads& threads_;
     TopTools_IndexedMapOfShape faces_, edges_, vertices_;
     std::vector<std::vector<Use>> uses_;
 };
@@ -162,6 +169,12 @@ private:
 Model snapshot(Bodies& bodies) {
     Model model;
     model.units = bodies.units;
+    BodyReader::Threads threads;
+    for (const BodyThread& known : bodies.threads) {
+        for (const TopoDS_Shape& face : known.faces)
+            threads.emplace(face.TShape().get(), model.threads.size());
+        model.threads.push_back(known.thread);
+    }
     int vertices = 0;
     for (Body& body : bodies.bodies) {
         int number = 0;
@@ -175,7 +188,7 @@ Model snapshot(Bodies& bodies) {
                                     from(volume.CentreOfMass())});
         }
         const std::size_t first = model.edges.size(), firstFace = model.faces.size();
-        BodyReader(model, body.shape, number).read();
+        BodyReader(model, body.shape, number, threads).read();
         for (std::size_t i = firstFace; number > 0 && i < model.faces.size(); ++i)
             model.solids.back().area += model.faces[i].area;
         int most = vertices;
@@ -186,6 +199,7 @@ Model snapshot(Bodies& bodies) {
             }
         vertices = most;
     }
+    std::erase_if(model.threads, [](const Thread& thread) { return thread.faces.empty(); });
     return model;
 }
 

@@ -1,16 +1,24 @@
 #include <STEPCAFControl_Reader.hxx>
+#include <StepData_StepModel.hxx>
 #include <TColStd_SequenceOfAsciiString.hxx>
 #include <TDF_Label.hxx>
 #include <TDF_LabelSequence.hxx>
 #include <TDataStd_Name.hxx>
 #include <TDocStd_Document.hxx>
+#include <TopExp_Explorer.hxx>
 #include <TopLoc_Location.hxx>
+#include <TransferBRep.hxx>
+#include <Transfer_TransientProcess.hxx>
 #include <XCAFApp_Application.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
+#include <XSControl_TransferReader.hxx>
+#include <XSControl_WorkSession.hxx>
+#include <unordered_map>
 
 #include "Bodies.h"
 #include "References.h"
+#include "StepThreads.h"
 
 namespace corvane::part::reading {
 namespace {
@@ -84,19 +92,54 @@ private:
     Handle(TDocStd_Document) document_;
 };
 
+/// The threads with what the kernel made of their faces.
+std::vector<BodyThread> threadsOf(const std::vector<StepThread>& told,
+                                  const Handle(XSControl_WorkSession) & session) {
+    std::vector<BodyThread> threads;
+    std::unordered_multimap<std::uint64_t, std::size_t> wanted;  // by instance
+    for (const StepThread& thread : told) {
+        for (const std::uint64_t face : thread.faces)
+            wanted.emplace(face, threads.size());
+        threads.push_back({thread.thread, {}});
+    }
+    const auto model = Handle(StepData_StepModel)::DownCast(session->Model());
+    if (wanted.empty() || model.IsNull()) return threads;
+    const Handle(Transfer_TransientProcess) made = session->TransferReader()->TransientProcess();
+    for (int number = 1; number <= model->NbEntities(); ++number) {
+        const Handle(Standard_Transient) entity = model->Value(number);
+        const auto [first, end] =
+            wanted.equal_range(static_cast<std::uint64_t>(model->IdentLabel(entity)));
+        if (first == end) continue;
+        const TopoDS_Shape shape = TransferBRep::ShapeResult(made, entity);
+        if (shape.IsNull()) continue;
+        for (TopExp_Explorer face(shape, TopAbs_FACE); face.More(); face.Next())
+            for (auto it = first; it != end; ++it)
+                threads[it->second].faces.push_back(face.Current());
+    }
+    return threads;
+}
+
 }  // namespace
 
 Bodies readStep(const std::filesystem::path& file) {
     Bodies bodies;
-    if (const std::string fault = stepFault(contentOf(file)); !fault.empty()) {
-        bodies.error = "the STEP file cannot be read: " + fault;
-        return bodies;
+    std::vector<StepThread> threads;
+    {
+        const std::string text = contentOf(file);
+        if (const std::string fault = stepFault(text); !fault.empty()) {
+            bodies.error = "the STEP file cannot be read: " + fault;
+            return bodies;
+        }
+        threads = stepThreads(text);
     }
     Document document;
     STEPCAFControl_Reader reader;
     reader.SetColorMode(false);
     reader.SetLayerMode(false);
     reader.SetPropsMode(false);
+    reader.SetGDTMode(false);
+    reader.SetMatMode(false);
+    reader.SetViewMode(false);
     if (reader.ReadFile(file.string().c_str()) != IFSelect_RetDone) {
         bodies.error = "the file is no readable STEP file";
         return bodies;
@@ -112,6 +155,7 @@ Bodies readStep(const std::filesystem::path& file) {
         bodies.error = "the STEP file holds no shape that can be read";
         return bodies;
     }
+    bodies.threads = threadsOf(threads, reader.Reader().WS());
     TDF_LabelSequence roots;
     XCAFDoc_DocumentTool::ShapeTool(document.get()->Main())->GetFreeShapes(roots);
     Walk walk(bodies);

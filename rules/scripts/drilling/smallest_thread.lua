@@ -1,12 +1,9 @@
 -- Small taps break.
 dfm.sound()
-for _, hole in ipairs(params.by_diameter and part.holes() or {}) do
-    if hole.tap_drill_for and hole.bottom ~= "through" then
-        local thread = assert(db.thread(hole.tap_drill_for))
-        dfm.at_least {
-            value = thread.nominal, limit = params.limit, unit = "mm",
-            what = "the nominal diameter of a thread in a hole of " .. dfm.text(hole.diameter, "mm"),
-            at = {faces = hole.faces}, label = "small thread",
-        }
-    end
+for _, tapped in ipairs(dfm.tapped(params.by_diameter)) do
+    dfm.at_least {
+        value = tapped.diameter, limit = params.limit, unit = "mm",
+        what = "the nominal diameter of " .. tapped.designation .. " in a hole of " .. dfm.text(tapped.hole.diameter, "mm"),
+        at = {faces = tapped.hole.faces}, label = "small thread",
+    }
 end
