@@ -12,14 +12,15 @@ function dfm.text(value, unit)
     return string.format(unit and (DIGITS[unit] or "%g " .. unit) or "%.1f", value)
 end
 
---- Ends the rule in an error unless the part is a closed solid: on anything else measures of walls and features mean
---- nothing, and the rule must not pass.
+--- Ends the rule in an error unless the part is a closed solid of a size that can be: on anything else measures of walls
+--- and features mean nothing, and the rule must not pass. A unit that the file or the run names is trusted.
 function dfm.sound()
     if #part.solids() == 0 then
         error("the part is no closed solid, so it cannot be measured", 0)
     end
+    local _, assumed = part.units()
     for _, damage in ipairs(part.damages()) do
-        if damage.kind == "size" then error(damage.message, 0) end
+        if damage.kind == "size" and assumed then error(damage.message .. "; --units says it", 0) end
     end
 end
 

@@ -274,7 +274,7 @@ function part.mass(density) end
 ---True for a part that was read from facets.
 ---@return boolean
 function part.is_mesh() end
----@return string? the file's unit of length
+---@return string? units of length in the file, boolean assumed neither the file nor the run names one: mm are taken
 function part.units() end
 ---@return Solid[]
 function part.solids() end

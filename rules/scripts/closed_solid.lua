@@ -6,8 +6,15 @@ local function place(damage)
 end
 
 local damages = part.damages()
+local _, assumed = part.units()
 for _, damage in ipairs(damages) do
-    result.finding {message = damage.message, at = place(damage)}
+    if damage.kind ~= "size" then
+        result.finding {message = damage.message, at = place(damage)}
+    elseif assumed then
+        result.finding {message = damage.message .. "; --units says it", at = place(damage)}
+    else
+        result.note {message = damage.message, at = place(damage)}
+    end
 end
 if #damages == 0 and #part.solids() == 0 then
     return false, "the part has no solid"

@@ -317,6 +317,8 @@ TEST_F(Runs, RulesAreSelectedAndSeveritiesDecide) {
         {{"--output", "json"}, 2, "FORMAT=FILE"},
         {{"--output", "json=none/x.json"}, 2, "none/x.json: cannot be written"},
         {{"--shard", "3/2"}, 2, "I/N"},
+        {{"--units", "parsec"}, 2, "--units: parsec is no unit of length; there are mm, "},
+        {{"--units", "Inch", "--severity", "minor"}, 1, "1 rule: "},
     };
     for (const auto& [options, status, told] : cases) {
         std::vector<std::string> arguments{"rules.xml", "--part", "parts/a.stl"};

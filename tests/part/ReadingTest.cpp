@@ -146,6 +146,11 @@ TEST_F(ReadingTest, UnitsComeFromTheFileAndElseFromTheCaller) {
     const auto tiny = Part::open(brep, "um").part;
     ASSERT_EQ(tiny->damages().size(), 1U);
     EXPECT_EQ(tiny->damages()[0].kind, Damage::Kind::Size);
+    EXPECT_EQ(tiny->damages()[0].message,
+              "the part is 0.06 x 0.04 x 0.02 mm large: is its unit of length right?");
+    EXPECT_TRUE(Part::open(brep).part->model().unitsAssumed);
+    EXPECT_FALSE(tiny->model().unitsAssumed ||
+                 Part::open(folder_.path("i.step")).part->model().unitsAssumed);
 }
 
 TEST_F(ReadingTest, MirroredScaledAndTurnedPartsKeepTheirNature) {

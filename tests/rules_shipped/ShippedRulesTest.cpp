@@ -45,10 +45,18 @@ protected:
     }
 
     /// Verdict and reason of each rule on each part of a set's folder.
-    std::map<std::string, std::map<std::string, json>> check(const std::string& set) {
-        const ProcessResult run =
-            runProcess({CORVANE_BUILD_DIR "/bin/corvane", "check", folder_.path(set), "--process",
-                        set, "--format", "json", "--batch"});
+    std::map<std::string, std::map<std::string, json>> check(
+        const std::string& set, const std::vector<std::string>& options = {}) {
+        std::vector<std::string> command{CORVANE_BUILD_DIR "/bin/corvane",
+                                         "check",
+                                         folder_.path(set),
+                                         "--process",
+                                         set,
+                                         "--format",
+                                         "json",
+                                         "--batch"};
+        command.insert(command.end(), options.begin(), options.end());
+        const ProcessResult run = runProcess(command);
         EXPECT_THAT(run.err, testing::IsEmpty());
         std::map<std::string, std::map<std::string, json>> results;
         const json document = json::parse(run.out, nullptr, false);
@@ -113,6 +121,24 @@ TEST_F(ShippedRules, ThreadsThatTheFileNamesTakeThePlaceOfThoseByDiameter) {
     EXPECT_EQ(failed(), std::set<std::string>{"Smallest thread"});
     shapes::nameCylinder(file, 2.5, "M6x1");
     EXPECT_EQ(failed(), std::set<std::string>{"Tapped depth"});
+}
+
+TEST_F(ShippedRules, ASizeThatCannotBeIsAnErrorUnlessSomebodyNamesTheUnit) {
+    fs::create_directories(folder_.path("turning"));
+    shapes::write(shapes::cylinder({{0, 0, 0}, {0, 0, 1}}, 0.005, 0.04),
+                  folder_.path("turning/pin.brep"));
+    const std::string sizes = "the part is 0.01 x 0.01 x 0.04 mm large";
+    auto assumed = check("turning")["pin.brep"];
+    EXPECT_EQ(assumed["Closed solid"].at("verdict"), "failed");
+    EXPECT_EQ(assumed["Turned shape"].at("verdict"), "error");
+    EXPECT_THAT(assumed["Turned shape"].at("reasons").at(0).get<std::string>(),
+                testing::AllOf(testing::HasSubstr(sizes), testing::HasSubstr("--units")));
+    auto named = check("turning", {"--units", "mm"})["pin.brep"];
+    EXPECT_EQ(named["Turned shape"].at("verdict"), "passed");
+    EXPECT_EQ(named["Closed solid"].at("verdict"), "passed");
+    const json& note = named["Closed solid"].at("findings").at(0);
+    EXPECT_EQ(note.at("note"), true);
+    EXPECT_THAT(note.at("message").get<std::string>(), testing::StartsWith(sizes));
 }
 
 TEST_F(ShippedRules, EachHasASourceAHelpPageAScriptAndATest) {

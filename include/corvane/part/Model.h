@@ -112,6 +112,7 @@ struct Thread {
 /// Something that keeps a shape from enclosing a volume, or that may not be in a file.
 struct Damage {
     /// What is wrong.
+    /// Size: below a tenth of a millimetre or above a hundred metres, most likely in a wrong unit.
     enum class Kind { OpenEdge, InvalidFace, NotSolid, ManyFold, Size };
     Kind kind = Kind::OpenEdge;  ///< what is wrong
     std::string message;         ///< English
@@ -126,7 +127,9 @@ struct Model {
     std::vector<Edge> edges;    ///< by their numbers
     bool isMesh =
         false;  ///< read from facets: faces are regions of facets, sizes have the facets' tolerance
-    std::string units;            ///< of the file: "mm", "inch", ...; empty if it names none
+    std::string units;  ///< of the file: "mm", "inch", ...; empty if it names none
+    bool unitsAssumed =
+        false;  ///< neither the file nor who opened it names a unit: millimetres are taken
     std::vector<Damage> damages;  ///< found while the file was read
     std::vector<Thread> threads;  ///< that the file tells of, in its order
 

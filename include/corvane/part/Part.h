@@ -44,8 +44,8 @@ struct OpenResult {
 /// because the shape is damaged, is empty or zero.
 class CORVANE_PART_EXPORT Part {
 public:
-    /// Reads a STEP, IGES, BREP or STL file; the content says which. `path` is UTF-8. `units`
-    /// ("mm", "cm", "m", "um", "inch", "ft") holds where the file names no unit of length; empty
+    /// Reads a STEP, IGES, BREP or STL file; the content says which. `path` is UTF-8. `units`, a
+    /// name of corvane/part/LengthUnits.h, holds where the file names no unit of length; empty
     /// means millimetres. The same file with the same units gives the same part for as long as its
     /// size and time of change stay and somebody holds it or it is one of the last few that were
     /// opened.

@@ -78,8 +78,10 @@ int isMesh(lua_State* lua) {
 }
 
 int units(lua_State* lua) {
-    return answer(
-        lua, [](const Part& part, Failure&) -> const auto& { return part.model().units; });
+    const corvane::part::Model& model = partOf(lua).model();
+    push(lua, model.units);
+    push(lua, model.unitsAssumed);
+    return 2;
 }
 
 int solids(lua_State* lua) {

@@ -1,7 +1,9 @@
 #include <array>
 #include <cctype>
+#include <cstdio>
 #include <fstream>
-#include <string_view>
+
+#include "corvane/part/LengthUnits.h"
 
 #include "../Vec.h"
 #include "Reading.h"
@@ -52,11 +54,13 @@ void judgeSize(Model& model) {
             add(box, point);
     const double size = diagonal(box);
     if (isEmpty(box) || (size >= kSmallest && size <= kLargest)) return;
-    model.damages.push_back(
-        {Damage::Kind::Size,
-         "a size of " + std::to_string(size) + " mm is implausible: is the unit of length right?",
-         {box.least},
-         {}});
+    const Vector sizes = box.greatest - box.least;
+    std::array<char, 200> text{};
+    std::snprintf(text.data(), text.size(), "the part is %.3g x %.3g x %.3g mm large%s", sizes.x,
+                  sizes.y, sizes.z,
+                  model.unitsAssumed ? ", as its file names no unit of length and mm are taken"
+                                     : ": is its unit of length right?");
+    model.damages.push_back({Damage::Kind::Size, text.data(), {box.least}, {}});
 }
 
 std::vector<int> usedFaces(const Edge& edge) {
@@ -77,35 +81,6 @@ std::string contentOf(const std::filesystem::path& file) {
     stream.read(bytes.data(), static_cast<std::streamsize>(size));
     bytes.resize(static_cast<std::size_t>(stream.gcount()));
     return bytes;
-}
-
-double millimetresIn(const std::string& unit) {
-    struct Row {
-        std::string_view name;
-        double factor;
-    };
-    static constexpr std::array<Row, 18> kUnits{{{"mm", 1},
-                                                 {"millimetre", 1},
-                                                 {"millimeter", 1},
-                                                 {"cm", 10},
-                                                 {"centimetre", 10},
-                                                 {"centimeter", 10},
-                                                 {"m", 1000},
-                                                 {"metre", 1000},
-                                                 {"meter", 1000},
-                                                 {"um", 1e-3},
-                                                 {"micrometre", 1e-3},
-                                                 {"micron", 1e-3},
-                                                 {"in", 25.4},
-                                                 {"inch", 25.4},
-                                                 {"ft", 304.8},
-                                                 {"foot", 304.8},
-                                                 {"km", 1e6},
-                                                 {"mil", 0.0254}}};
-    const std::string name = lower(unit);
-    for (const Row& row : kUnits)
-        if (row.name == name) return row.factor;
-    return 0.0;
 }
 
 void findDamages(Model& model) {
@@ -143,6 +118,7 @@ Result read(const std::filesystem::path& file, const std::string& units) {
     } else {
         result = kind == "stl" ? readStl(file, factor) : readExact(file, kind, factor);
     }
+    result.model.unitsAssumed = units.empty() && result.model.units.empty();
     if (result.error.empty()) judgeSize(result.model);
     return result;
 }

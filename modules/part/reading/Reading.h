@@ -39,12 +39,9 @@ struct Result {
     std::unique_ptr<Shape> shape;
 };
 
-/// Reads STEP, IGES, BREP or STL, whichever the content says. `units` ("mm", "cm", "m", "inch",
-/// "ft", "um") holds where the file names none; empty means millimetres.
+/// Reads STEP, IGES, BREP or STL, whichever the content says. `units`, one of kLengthUnits, holds
+/// where the file names none; empty means millimetres.
 Result read(const std::filesystem::path& file, const std::string& units);
-
-/// Millimetres in a unit by its name or by the way files write it; 0 for an unknown name.
-double millimetresIn(const std::string& unit);
 
 /// All bytes of the file; empty if it cannot be read.
 std::string contentOf(const std::filesystem::path& file);

@@ -4,6 +4,8 @@
 #include <iterator>
 #include <sstream>
 
+#include <corvane/part/LengthUnits.h>
+
 #include "Text.h"
 #include "language/Messages.h"
 #include "lint/LintFile.h"
@@ -23,8 +25,8 @@ public:
     int execute() {
         const std::optional<Severities> severities =
             findSeverities(options_.severityFile, console_);
-        if (!severities || !findLimit(*severities) || !checkSelection(*severities) ||
-            !loadJudgement())
+        if (!severities || !checkUnits() || !findLimit(*severities) ||
+            !checkSelection(*severities) || !loadJudgement())
             return kUnusable;
         const std::optional<Plan> plan = makePlan(options_, *severities, console_);
         if (!plan) return kUnusable;
@@ -38,6 +40,18 @@ public:
     }
 
 private:
+    [[nodiscard]] bool checkUnits() const {
+        using corvane::part::kLengthUnits;
+        const std::string units = options_.units.ToUtf8();
+        if (units.empty() || corvane::part::millimetresIn(units) > 0.0) return true;
+        std::string known;
+        for (const corvane::part::LengthUnit& unit : kLengthUnits)
+            known.append(known.empty() ? "" : ", ").append(unit.name);
+        console_.report(
+            tr("{0}: {1} is no unit of length; there are {2}", "--units", units, known));
+        return false;
+    }
+
     bool findLimit(const Severities& severities) {
         if (options_.failOn.empty()) return true;
         failOn_ = severities.find(options_.failOn);
