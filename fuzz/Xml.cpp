@@ -7,7 +7,8 @@
 //   m QUERY      moves the first match below the current element
 //   c            appends a copy of the current element to itself
 //   r            takes the current element out of its parent, which becomes the current one
-// A document is the same after it has been saved and loaded, before and after all that.
+// A plain document is what the general parser reads. A document is the same after it has been saved
+// and loaded, before and after all that.
 
 #include <memory>
 #include <vector>
@@ -17,6 +18,7 @@
 #include <corvane/xml/XMLFault.h>
 
 #include "Fuzz.h"
+#include "support/BothParsers.h"
 
 namespace {
 
@@ -128,6 +130,8 @@ void edit(QorXMLDocument& document, QorXMLNode& root, std::string_view commands)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const fuzz::Quick quick;
     const auto [source, commands] = fuzz::parted(fuzz::textOf(data, size));
+    if (const std::string other = forGeneralParser(source); !other.empty())
+        fuzz::require(treeOf(source) == treeOf(other), "both parsers read the same");
     folder().write("source", source);
     QorXMLDocument document;
     QorXMLNode* const root = document.LoadFromFile(folder().wide("source"));

@@ -16,6 +16,14 @@ void appendUtf8(std::string& out, std::u16string_view text);
 std::u16string fromUtf8(std::string_view bytes);
 void appendFromUtf8(std::u16string& out, std::string_view bytes);
 
+/// True when every byte is below 0x80.
+inline bool isAscii(std::string_view bytes) {
+    unsigned char bits = 0;
+    for (const char byte : bytes)
+        bits |= static_cast<unsigned char>(byte);
+    return bits < 0x80;
+}
+
 /// True when the bytes are well-formed UTF-8.
 bool isUtf8(std::string_view bytes);
 

@@ -65,10 +65,9 @@ bool Document::load(Fault fault, std::string_view utf8) {
     fault_ = std::move(fault);
     replaceTree(emptyTree());
     if (fault_) return false;
-    TreeBuilder builder;
-    fault_ = parse(utf8, builder);
+    Element* tree = nullptr;
+    fault_ = parse(utf8, tree);
     if (fault_) return false;
-    Element* tree = builder.take();
     hold(tree);
     replaceTree(tree);
     return true;

@@ -32,7 +32,7 @@ const Name* NameTable::find(const Key& key) {
             name += u':';
         }
         system::appendFromUtf8(name, bytes(key.local));
-        known = Name::makeAt(pool_.allocate(Name::sizeFor(name), alignof(Name)), name);
+        known = Name::makeIn(pool_, name);
     }
     return known;
 }

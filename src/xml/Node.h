@@ -39,6 +39,7 @@ class CharacterData : public Node {
 public:
     /// Made on the heap for a null pool, and freed by `destroy` of Tree.h.
     static CharacterData* make(Pool* pool, Kind kind, std::u16string_view text);
+    static CharacterData* make(Pool* pool, Kind kind, std::string_view ascii);
 
     std::u16string_view text() const {
         return {reinterpret_cast<const char16_t*>(this + 1), size_};
@@ -49,6 +50,8 @@ public:
     std::uint16_t rawTrailing = 0;
 
 private:
+    template <typename Unit>
+    static CharacterData* copy(Pool* pool, Kind kind, std::basic_string_view<Unit> text);
     CharacterData(Kind ofKind, std::size_t size)
         : Node(ofKind), size_(static_cast<std::uint32_t>(size)) {}
 

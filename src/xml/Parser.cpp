@@ -13,6 +13,7 @@
 #include "xml/Limits.h"
 #include "xml/Namespaces.h"
 #include "xml/Parse.h"
+#include "xml/PlainParser.h"
 
 namespace corvane::xml {
 namespace {
@@ -240,7 +241,17 @@ void Parse::countNames() {
     if (names_.size() > kMostNames) stop("Too many different names");
 }
 
-Fault parse(std::string_view utf8, TreeBuilder& builder) {
+namespace {
+
+template <typename Parse>
+Element* built(Parse parse) {
+    TreeBuilder builder;
+    return parse(builder) ? builder.take() : nullptr;
+}
+
+}  // namespace
+
+Fault parse(std::string_view utf8, Element*& tree) {
     if (utf8.size() > kLargestSource) return {0, 0, "The document is too large"};
     // The parser would take a zero for the end, and guess an encoding from an unusual beginning.
     const std::size_t zero = utf8.find('\0');
@@ -248,8 +259,15 @@ Fault parse(std::string_view utf8, TreeBuilder& builder) {
     if (utf8.empty()) return {1, 1, "The document is empty"};
     if (utf8.front() != '<' && !isWhite(static_cast<unsigned char>(utf8.front())))
         return {1, 1, "The document does not begin with a tag"};
+    tree = built([&](TreeBuilder& builder) { return parsePlain(utf8, builder); });
+    if (tree) return {};
     if (const char* excess = excessIn(utf8)) return {0, 0, excess};
-    return Parse(utf8, builder).run();
+    Fault fault;
+    tree = built([&](TreeBuilder& builder) {
+        fault = Parse(utf8, builder).run();
+        return !fault;
+    });
+    return fault;
 }
 
 }  // namespace corvane::xml

@@ -28,6 +28,10 @@ const Name* Name::makeAt(void* place, std::u16string_view text) {
     return name;
 }
 
+const Name* Name::makeIn(Pool& pool, std::u16string_view text) {
+    return makeAt(pool.allocate(sizeFor(text), alignof(Name)), text);
+}
+
 const Name* Name::make(std::u16string_view text) {
     return makeAt(::operator new(sizeFor(text)), text);
 }
@@ -64,8 +68,7 @@ std::u16string_view Pool::copyUtf8(std::string_view utf8) {
 const Name* Pool::name(std::u16string_view text) {
     const std::size_t hash = text.size() + text.front() + std::size_t{5} * text.back();
     const Name*& recent = recentNames_[hash % recentNames_.size()];
-    if (!recent || recent->view() != text)
-        recent = Name::makeAt(allocate(Name::sizeFor(text), alignof(Name)), text);
+    if (!recent || recent->view() != text) recent = Name::makeIn(*this, text);
     return recent;
 }
 

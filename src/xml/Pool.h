@@ -8,6 +8,7 @@
 namespace corvane::xml {
 
 class Node;
+class Pool;
 
 /// A name that is kept once for all nodes that have it, as written. Its units follow it in memory.
 class Name {
@@ -25,6 +26,7 @@ public:
         return sizeof(Name) + text.size() * sizeof(char16_t);
     }
     static const Name* makeAt(void* place, std::u16string_view text);
+    static const Name* makeIn(Pool& pool, std::u16string_view text);
     /// A name on the heap, which `drop` ends.
     static const Name* make(std::u16string_view text);
     static void drop(const Name* name) noexcept;

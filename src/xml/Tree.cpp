@@ -52,13 +52,22 @@ bool dropWhole(Node* node) noexcept {
 
 }  // namespace
 
-CharacterData* CharacterData::make(Pool* pool, Kind kind, std::u16string_view text) {
+template <typename Unit>
+CharacterData* CharacterData::copy(Pool* pool, Kind kind, std::basic_string_view<Unit> text) {
     const std::size_t size = sizeof(CharacterData) + text.size() * sizeof(char16_t);
     void* place = pool ? pool->allocate(size, alignof(CharacterData)) : ::operator new(size);
     auto* made = new (place) CharacterData(kind, text.size());
     made->pooled = pool != nullptr;
     std::copy(text.begin(), text.end(), reinterpret_cast<char16_t*>(made + 1));
     return made;
+}
+
+CharacterData* CharacterData::make(Pool* pool, Kind kind, std::u16string_view text) {
+    return copy(pool, kind, text);
+}
+
+CharacterData* CharacterData::make(Pool* pool, Kind kind, std::string_view ascii) {
+    return copy(pool, kind, ascii);
 }
 
 Element* makeElement(Pool* pool, Kind kind, const Name* name) {

@@ -55,6 +55,28 @@ void TreeBuilder::characters(std::string_view utf8, bool escaped) {
     if (escaped) escapedTo_ = pending_.size();
 }
 
+void TreeBuilder::text(std::string_view utf8) {
+    const std::size_t size = utf8.size();
+    if (size > kMostRaw || preserves() || !system::isAscii(utf8)) {
+        characters(utf8, false);
+        return;
+    }
+    std::size_t leading = 0;
+    while (leading < size && isWhite(static_cast<unsigned char>(utf8[leading])))
+        ++leading;
+    if (leading == size) {
+        blank_ = true;
+        return;
+    }
+    std::size_t trailing = 0;
+    while (isWhite(static_cast<unsigned char>(utf8[size - 1 - trailing])))
+        ++trailing;
+    CharacterData* node = CharacterData::make(memory(), Kind::Text, utf8);
+    node->rawLeading = static_cast<std::uint16_t>(leading);
+    node->rawTrailing = static_cast<std::uint16_t>(trailing);
+    attach(*current_, *node);
+}
+
 void TreeBuilder::data(Kind kind, std::string_view utf8) {
     scratch_.clear();
     system::appendFromUtf8(scratch_, utf8);

@@ -29,6 +29,8 @@ public:
     void endElement();
     /// A piece of text. Escaped is what a reference stands for.
     void characters(std::string_view utf8, bool escaped);
+    /// A whole text in which nothing is escaped.
+    void text(std::string_view utf8);
     /// A section, comment, instruction or document type.
     void data(Kind kind, std::string_view utf8);
 
