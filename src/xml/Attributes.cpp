@@ -60,7 +60,7 @@ Attribute* findAttribute(const Element& element, std::u16string_view name) {
     if (items.size() > kMany) {
         if (!list->index_) {
             list->index_ = std::make_unique<AttributeList::Index>(items);
-            if (element.pool) element.pool->unseal();  // The index does not lie in it.
+            if (element.pool()) element.pool()->unseal();  // The index does not lie in it.
         }
         const std::size_t place = list->index_->find(name);
         return place == items.size() ? nullptr : &items[place];
@@ -75,16 +75,16 @@ Attribute& addAttribute(Element& element, const Name* name, std::u16string_view 
                         std::size_t expected) {
     AttributeList*& list = element.attributeList;
     if (!list) {
-        list = AttributeList::make(element.pool, std::max(expected, std::size_t{1}));
+        list = AttributeList::make(element.pool(), std::max(expected, std::size_t{1}));
     } else if (list->size_ == list->capacity_) {
-        AttributeList* larger = AttributeList::make(element.pool, list->capacity_ * kGrowth);
+        AttributeList* larger = AttributeList::make(element.pool(), list->capacity_ * kGrowth);
         larger->size_ = list->size_;
         const std::span<Attribute> items = list->items();
         std::copy(items.begin(), items.end(), larger->items().begin());
         larger->index_ = std::move(list->index_);
         AttributeList* old = std::exchange(list, larger);
         old->~AttributeList();
-        if (!element.pool) ::operator delete(old);
+        if (!element.pool()) ::operator delete(old);
     }
     if (list->index_) list->index_->add(name->view());
     ++list->size_;
@@ -97,17 +97,17 @@ Attribute& addAttribute(Element& element, const Name* name, std::u16string_view 
 }
 
 void reserveAttributes(Element& element, std::size_t expected) {
-    if (expected > 0) element.attributeList = AttributeList::make(element.pool, expected);
+    if (expected > 0) element.attributeList = AttributeList::make(element.pool(), expected);
 }
 
 void appendAttribute(Element& element, std::u16string_view name, std::u16string_view value) {
-    if (!element.pool) return setAttribute(element, name, value);
-    const Name* pooledName = element.pool->name(name);
-    addAttribute(element, pooledName, {element.pool->copy(value), value.size()}, kFirstCapacity);
+    if (!element.pool()) return setAttribute(element, name, value);
+    const Name* pooledName = element.pool()->name(name);
+    addAttribute(element, pooledName, {element.pool()->copy(value), value.size()}, kFirstCapacity);
 }
 
 void setAttribute(Element& element, std::u16string_view name, std::u16string_view value) {
-    if (element.pool) element.pool->unseal();
+    if (element.pool()) element.pool()->unseal();
     std::unique_ptr<const char16_t[]> units(ownCopy(value));
     Attribute* attribute = findAttribute(element, name);
     if (!attribute) {
@@ -130,7 +130,7 @@ void dropAttributes(Element& element) noexcept {
         dropValue(attribute);
     }
     list->~AttributeList();
-    if (!element.pool) ::operator delete(list);
+    if (!element.pool()) ::operator delete(list);
 }
 
 }  // namespace corvane::xml

@@ -35,7 +35,7 @@ void ElementWriter::attribute(std::u16string_view name, std::u16string_view valu
 
 ElementWriter ElementWriter::child(std::u16string_view name, std::size_t attributes) {
     return guarded([&] {
-        Element* made = makeElement(element_.pool, name);
+        Element* made = makeElement(element_.pool(), name);
         link(element_, *made);
         reserveAttributes(*made, attributes);
         return ElementWriter(*made);
@@ -45,7 +45,7 @@ ElementWriter ElementWriter::child(std::u16string_view name, std::size_t attribu
 void ElementWriter::text(std::u16string_view text) {
     require(isCarriable(text));
     if (text.empty()) return;
-    guarded([&] { link(element_, *CharacterData::make(element_.pool, Kind::Text, text)); });
+    guarded([&] { link(element_, *CharacterData::make(element_.pool(), Kind::Text, text)); });
 }
 
 }  // namespace corvane::xml

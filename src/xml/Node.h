@@ -76,14 +76,17 @@ class Element : public Node {
 public:
     explicit Element(Kind ofKind = Kind::Element) : Node(ofKind) {}
 
+    /// Where the element lies; null for the heap.
+    Pool* pool() const { return name ? name->pool() : nullptr; }
     Node* lastChild() const { return firstChild ? firstChild->ringPrevious : nullptr; }
 
     /// The source has white space between the last child and the end tag that is no text.
     bool blankAtEnd = false;
-    const Name* name = nullptr;  ///< As written, with its prefix; on the heap unless pooled.
+    /// As written, with its prefix; it lies where the element does. Empty for a document, or null
+    /// for one on the heap.
+    const Name* name = nullptr;
     AttributeList* attributeList = nullptr;
     Node* firstChild = nullptr;
-    Pool* pool = nullptr;  ///< Where the element lies; null for the heap.
     std::uint32_t line = 0;
     /// The handles on this element and its children that are held themselves; see Tree.h.
     std::uint32_t holds = 0;

@@ -15,25 +15,21 @@ constexpr std::size_t kAlignment = alignof(std::max_align_t);
 
 }  // namespace
 
-Name::Name(std::u16string_view text)
-    : size_(static_cast<std::uint32_t>(text.size())),
+Name::Name(Pool* pool, std::u16string_view text)
+    : pool_(pool),
+      size_(static_cast<std::uint32_t>(text.size())),
       prefix_(static_cast<std::uint32_t>(std::min(text.find(u':') + 1, text.size()))) {
     // npos plus one is 0.
     if (prefix_ > 0) --prefix_;
-}
-
-const Name* Name::makeAt(void* place, std::u16string_view text) {
-    auto* name = new (place) Name(text);
-    std::copy(text.begin(), text.end(), reinterpret_cast<char16_t*>(name + 1));
-    return name;
+    std::copy(text.begin(), text.end(), reinterpret_cast<char16_t*>(this + 1));
 }
 
 const Name* Name::makeIn(Pool& pool, std::u16string_view text) {
-    return makeAt(pool.allocate(sizeFor(text), alignof(Name)), text);
+    return new (pool.allocate(sizeFor(text), alignof(Name))) Name(&pool, text);
 }
 
 const Name* Name::make(std::u16string_view text) {
-    return makeAt(::operator new(sizeFor(text)), text);
+    return new (::operator new(sizeFor(text))) Name(nullptr, text);
 }
 
 void Name::drop(const Name* name) noexcept {

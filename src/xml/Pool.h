@@ -21,19 +21,20 @@ public:
         return prefix_ == 0 ? view() : view().substr(prefix_ + std::size_t{1});
     }
 
-    /// The bytes that a name takes, and the name made in such a place.
-    static std::size_t sizeFor(std::u16string_view text) {
-        return sizeof(Name) + text.size() * sizeof(char16_t);
-    }
-    static const Name* makeAt(void* place, std::u16string_view text);
+    Pool* pool() const { return pool_; }  ///< Where the name lies; null for the heap.
+
     static const Name* makeIn(Pool& pool, std::u16string_view text);
     /// A name on the heap, which `drop` ends.
     static const Name* make(std::u16string_view text);
     static void drop(const Name* name) noexcept;
 
 private:
-    explicit Name(std::u16string_view text);
+    Name(Pool* pool, std::u16string_view text);
+    static std::size_t sizeFor(std::u16string_view text) {
+        return sizeof(Name) + text.size() * sizeof(char16_t);
+    }
 
+    Pool* pool_;
     std::uint32_t size_;
     std::uint32_t prefix_;  // The units before the colon; 0 when there is none.
 };

@@ -18,7 +18,7 @@ void freeNode(Node* node) noexcept {
     }
     Element* element = asElement(node);
     dropAttributes(*element);
-    if (Pool* pool = element->pool) {
+    if (Pool* pool = element->pool()) {
         pool->release();
         return;
     }
@@ -32,19 +32,19 @@ bool isHeld(const Node& node) {
 
 // Where a child lies, or is to lie.
 const Pool* poolOf(const Node& node, const Element& parent) {
-    if (isParent(node)) return asElement(&node)->pool;
-    return node.pooled ? parent.pool : nullptr;
+    if (isParent(node)) return asElement(&node)->pool();
+    return node.pooled ? parent.pool() : nullptr;
 }
 
 // The tree of a pool is no longer what was made there.
 void noteChange(const Element& element) noexcept {
-    if (element.pool) element.pool->unseal();
+    if (element.pool()) element.pool()->unseal();
 }
 
 // True when the node went with all that is below it.
 bool dropWhole(Node* node) noexcept {
     if (!isParent(*node)) return false;
-    Pool* pool = asElement(node)->pool;
+    Pool* pool = asElement(node)->pool();
     if (!pool || !pool->isWhole(node)) return false;
     pool->dropWhole();
     return true;
@@ -75,7 +75,6 @@ Element* makeElement(Pool* pool, Kind kind, const Name* name) {
                          : new Element(kind);
     made->name = name;
     if (!pool) return made;
-    made->pool = pool;
     made->pooled = true;
     pool->hold();
     return made;
@@ -119,7 +118,7 @@ void attach(Element& parent, Node& node) noexcept {
 }
 
 void link(Element& parent, Node& node) noexcept {
-    if (!parent.pool || poolOf(node, parent) != parent.pool) noteChange(parent);
+    if (!parent.pool() || poolOf(node, parent) != parent.pool()) noteChange(parent);
     attach(parent, node);
     // White space stays where it was in the source: after what was the last child.
     node.blankBefore = parent.blankAtEnd;

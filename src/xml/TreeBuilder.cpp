@@ -16,7 +16,8 @@ constexpr std::size_t kMostRaw = std::numeric_limits<std::uint16_t>::max();
 }  // namespace
 
 TreeBuilder::TreeBuilder()
-    : document_(makeElement(memory(), Kind::Document, nullptr)), current_(document_) {}
+    : document_(makeElement(memory(), Kind::Document, Name::makeIn(pool(), {}))),
+      current_(document_) {}
 
 TreeBuilder::~TreeBuilder() {
     if (document_) destroy(document_);
