@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 
 #include <corvane/app/StringResources.h>
 #include <corvane/rules/ChildElements.h>
@@ -71,17 +72,19 @@ public:
 
     std::unique_ptr<RuleFile> read(const CStringW& path) {
         std::unique_ptr<RuleFile> file(new RuleFile);
+        Places places;
         file->path_ = path;
         QorXMLDocument document;
         const QorXMLNode* root = document.LoadFromFile(path);
         if (!root) return fail(faultText(path, corvane::LastXMLFault(document)));
         file->root_ = *root;
         const CStringW ruleName = corvane::ResourceText(kRuleNode);
-        if (!include(*file) || !exclude(*file)) return nullptr;
+        if (!include(*file, places) || !exclude(*file, places)) return nullptr;
         const CStringW scripts = shipped::scriptFolderFor(fs::path(path.Std())).u16string();
         for (const QorXMLNode& element : corvane::ChildElements(file->root_, ruleName))
-            place(*file, {element, attributeText(element, kRuleNameAttr), scripts,
-                          corvane::XMLLine(element), false});
+            place(*file, places,
+                  {element, attributeText(element, kRuleNameAttr), scripts,
+                   corvane::XMLLine(element), false});
         if (file->size() > 0) return file;
         return fail(tr("{0}: no rule: its document element <{1}> has no child <{2}>", path,
                        file->root_.GetNodeName(), ruleName));
@@ -98,13 +101,15 @@ private:
         return false;
     }
 
-    static auto find(std::vector<RuleFile::Rule>& rules, const CStringW& name) {
-        return std::ranges::find_if(rules, [&name](const RuleFile::Rule& rule) {
-            return rule.name.CompareNoCase(name) == 0;
-        });
-    }
+    struct LessNoCase {
+        bool operator()(const CStringW& a, const CStringW& b) const {
+            return a.CompareNoCase(b) < 0;
+        }
+    };
+    /// Where the first rule of each name is among the rules of a file.
+    using Places = std::map<CStringW, std::size_t, LessNoCase>;
 
-    bool include(RuleFile& file) {
+    bool include(RuleFile& file, Places& places) {
         for (const QorXMLNode& element : corvane::ChildElements(file.root_, u"Include")) {
             const CStringW set = textOf(element, u"Set");
             const CStringW name = textOf(element, u"File");
@@ -128,7 +133,7 @@ private:
             file.included_.push_back(path);
             std::ranges::copy(other->included_, std::back_inserter(file.included_));
             for (RuleFile::Rule& rule : other->rules_) {
-                if (find(file.rules_, rule.name) != file.rules_.end()) continue;
+                if (!places.try_emplace(rule.name, file.rules_.size()).second) continue;
                 rule.line = corvane::XMLLine(element);
                 rule.isIncluded = true;
                 file.rules_.push_back(std::move(rule));
@@ -137,30 +142,41 @@ private:
         return true;
     }
 
-    bool exclude(RuleFile& file) {
+    bool exclude(RuleFile& file, Places& places) {
+        std::vector<bool> isExcluded(file.rules_.size());
         for (const QorXMLNode& element : corvane::ChildElements(file.root_, u"Exclude")) {
             const CStringW name = textOf(element, u"Name");
-            const auto rule = find(file.rules_, name);
-            if (rule == file.rules_.end())
+            const auto rule = places.find(name);
+            if (rule == places.end())
                 return failAt(file.path_, element, tr("no included rule is called \"{0}\"", name));
-            file.rules_.erase(rule);
+            isExcluded[rule->second] = true;
+            places.erase(rule);
         }
+        std::vector<RuleFile::Rule> kept;
+        for (std::size_t i = 0; i < file.rules_.size(); ++i) {
+            if (isExcluded[i]) continue;
+            places[file.rules_[i].name] = kept.size();
+            kept.push_back(std::move(file.rules_[i]));
+        }
+        file.rules_ = std::move(kept);
         return true;
     }
 
-    static void place(RuleFile& file, RuleFile::Rule rule) {
-        const auto included = find(file.rules_, rule.name);
-        if (included == file.rules_.end() || !included->isIncluded) {
+    static void place(RuleFile& file, Places& places, RuleFile::Rule rule) {
+        const auto [known, isNew] = places.try_emplace(rule.name, file.rules_.size());
+        const std::size_t at = known->second;
+        if (isNew || !file.rules_[at].isIncluded) {
             file.own_.push_back(file.size());
             file.rules_.push_back(std::move(rule));
             return;
         }
-        file.own_.push_back(static_cast<QorLong>(included - file.rules_.begin()));
+        RuleFile::Rule& included = file.rules_[at];
+        file.own_.push_back(static_cast<QorLong>(at));
         if (attributeText(rule.element, kRuleFileAttr).IsEmpty()) {
-            inherit(rule.element, included->element);
-            rule.scriptFolder = included->scriptFolder;
+            inherit(rule.element, included.element);
+            rule.scriptFolder = included.scriptFolder;
         }
-        *included = std::move(rule);
+        included = std::move(rule);
     }
 
     std::size_t depth_ = 0;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
+#include <thread>
 
 #include "language/Messages.h"
 
@@ -9,8 +10,12 @@ namespace {
 
 using protocol::Reply;
 
-/// How often limits are looked at while no worker has anything to say.
-constexpr int kTickMilliseconds = 50;
+/// How often limits are looked at and progress is told.
+constexpr std::chrono::milliseconds kTick(50);
+/// While each worker has more rules to go than these, what they write is collected for as long: to
+/// be woken for each line takes as much time as a small rule.
+constexpr std::size_t kManyRules = 100;
+constexpr std::chrono::milliseconds kCollecting(1);
 /// A worker that cannot even begin is given up after as many tries.
 constexpr int kMostFailedStarts = 3;
 
@@ -23,6 +28,10 @@ std::string rounded(double number) {
 
 }  // namespace
 
+bool Pool::isNearItsEnd(const Slot& slot) {
+    return slot.isBusy && slot.job.rules.size() <= kManyRules;
+}
+
 Pool::Pool(const protocol::Setup& setup, Limits limits, JobListener& listener)
     : setup_(lineOf(setup)), limits_(limits), listener_(listener) {}
 
@@ -30,6 +39,7 @@ Pool::~Pool() = default;
 
 void Pool::run() {
     slots_.resize(std::max(limits_.workers, 1U));
+    Clock::time_point nextTick = Clock::now();
     while (!wasInterrupted()) {
         for (Slot& slot : slots_)
             if (!slot.isBusy) assign(slot);
@@ -37,12 +47,15 @@ void Pool::run() {
         for (const Slot& slot : slots_)
             if (slot.isBusy) busy.push_back(slot.process.get());
         if (busy.empty()) break;
-        WorkerProcess::wait(busy, kTickMilliseconds);
+        WorkerProcess::wait(busy, kTick.count());
+        if (std::ranges::none_of(slots_, isNearItsEnd)) std::this_thread::sleep_for(kCollecting);
         for (Slot& slot : slots_)
             if (slot.isBusy) listen(slot);
+        if (Clock::now() < nextTick) continue;
+        nextTick = Clock::now() + kTick;
         for (Slot& slot : slots_)
             if (slot.isBusy) checkLimits(slot);
-        listener_.idle();
+        listener_.tick();
     }
     slots_.clear();
 }
@@ -116,7 +129,7 @@ void Pool::take(Slot& slot, const Reply& reply) {
     }
     slot.isAtRule = false;
     slot.ruleStart = Clock::now();
-    slot.job.rules.erase(slot.job.rules.begin());
+    slot.job.rules.pop_front();
     listener_.judged(reply.part, reply.rule, reply.result);
 }
 
@@ -144,5 +157,5 @@ void Pool::loseFirstRule(Slot& slot, const results::Remark& reason) {
         return;
     }
     listener_.lost(slot.job.part, slot.job.rules.front(), reason);
-    slot.job.rules.erase(slot.job.rules.begin());
+    slot.job.rules.pop_front();
 }

@@ -21,8 +21,8 @@ public:
     virtual void lost(std::size_t part, std::size_t rule, const results::Remark& reason) = 0;
     /// `surface` is there when the job asked for it and the part has one.
     virtual void done(std::size_t part, std::optional<results::Geometry> surface) = 0;
-    /// Called while nothing happens, and often enough for a line of progress.
-    virtual void idle() = 0;
+    /// Called now and then, often enough for a line of progress.
+    virtual void tick() = 0;
 };
 
 /// A few workers that share jobs. A worker that crashes, exits, hangs or takes too much memory
@@ -56,6 +56,7 @@ private:
         int failedStarts = 0;  ///< Workers in a row that ended before they began a rule.
     };
 
+    static bool isNearItsEnd(const Slot& slot);
     void assign(Slot& slot);
     void begin(Slot& slot);
     void listen(Slot& slot);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
@@ -30,9 +31,9 @@ struct Setup {
 /// Each further line to a worker.
 struct Job {
     std::size_t part = 0;
-    std::string path;                ///< Absolute; empty for none.
-    std::vector<std::size_t> rules;  ///< Places in Setup::rules, to be run in this order.
-    bool wantsSurface = false;       ///< After the rules, for viewers.
+    std::string path;               ///< Absolute; empty for none.
+    std::deque<std::size_t> rules;  ///< Places in Setup::rules, to be run in this order.
+    bool wantsSurface = false;      ///< After the rules, for viewers.
 };
 
 /// A line from a worker. Each rule is announced before it runs, so that the controller knows what

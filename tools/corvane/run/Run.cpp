@@ -196,10 +196,7 @@ void Run::put(PartState& part, std::size_t rule, RuleResult result) {
 }
 
 void Run::begins(std::size_t part, std::size_t rule) {
-    step_ = wide(plan_.rules[rule].blank.name);
-    const std::string& path = parts_[part]->result.path;
-    if (!path.empty()) step_ = CStringW(lastName(wide(path))) + u", " + step_;
-    idle();
+    step_ = Step{part, rule};
 }
 
 void Run::judged(std::size_t number, std::size_t rule, RuleResult result) {
@@ -282,7 +279,14 @@ std::size_t Run::rulesBegun() const {
     return std::min(static_cast<std::size_t>(known) + 1, plan_.rules.size());
 }
 
-void Run::idle() {
+CStringW Run::stepText() const {
+    if (!step_) return {};
+    const CStringW rule = wide(plan_.rules[step_->rule].blank.name);
+    const std::string& path = plan_.parts[step_->part].path;
+    return path.empty() ? rule : CStringW(lastName(wide(path))) + u", " + rule;
+}
+
+void Run::tick() {
     CStringW text = parts_.size() > 1 ? tr("{0} of {1} parts", emitted_, parts_.size())
                                       : tr("{0} of {1}", rulesBegun(), plan_.rules.size());
     if (end_.counts.failed > 0)
@@ -292,5 +296,5 @@ void Run::idle() {
         text +=
             tr(", ") + tr("{0} left", durationText(taken.count() / static_cast<double>(emitted_) *
                                                    static_cast<double>(parts_.size() - emitted_)));
-    console_.progress(text + u": " + step_);
+    console_.progress(text + u": " + stepText());
 }

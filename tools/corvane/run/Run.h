@@ -35,13 +35,16 @@ private:
         std::string identity;       ///< For the cache.
         bool isDone = false;
     };
+    struct Step {
+        std::size_t part, rule;
+    };
 
     std::optional<protocol::Job> next() override;
     void begins(std::size_t part, std::size_t rule) override;
     void judged(std::size_t part, std::size_t rule, results::RuleResult result) override;
     void lost(std::size_t part, std::size_t rule, const results::Remark& reason) override;
     void done(std::size_t part, std::optional<results::Geometry> surface) override;
-    void idle() override;
+    void tick() override;
 
     results::RunInfo info(const Severities& severities) const;
     void startPart(std::size_t number);
@@ -54,6 +57,7 @@ private:
     void emitInterrupted();
     void finish();
     std::size_t rulesBegun() const;
+    CStringW stepText() const;
 
     const Plan& plan_;
     const RunOptions& options_;
@@ -68,6 +72,6 @@ private:
     std::size_t emitted_ = 0;
     results::RunEnd end_;
     std::vector<results::Remark> notices_;
-    CStringW step_;  ///< What is going on now.
+    std::optional<Step> step_;  ///< What is going on now.
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };

@@ -58,13 +58,24 @@ public:
             runRule(job.part, rule);
         Reply reply{Reply::Kind::Done, job.part, 0, {}, database_.description(), {}};
         if (job.wantsSurface) reply.surface = surfaceOf(job.path);
-        channel_.write(lineOf(reply));
+        tell(reply);
     }
 
 private:
+    /// What a rule has come to goes out with the line after it, which follows at once.
+    void tell(const Reply& reply) {
+        untold_ += lineOf(reply);
+        if (reply.kind == Reply::Kind::Judged) {
+            untold_ += '\n';
+            return;
+        }
+        channel_.write(untold_);
+        untold_.clear();
+    }
+
     void runRule(std::size_t part, std::size_t number) {
         // Before the rule is made: its module may end the process as well as the rule itself.
-        channel_.write(lineOf(Reply{Reply::Kind::Begins, part, number, {}, {}, {}}));
+        tell(Reply{Reply::Kind::Begins, part, number, {}, {}, {}});
         Reply reply{Reply::Kind::Judged, part, number, {}, {}, {}};
         if (const LoadedRule* loaded = ruleOf(number)) {
             context_.database = database_.forRule(*loaded);
@@ -74,7 +85,7 @@ private:
             reply.result.verdict = results::Verdict::Error;
             reply.result.reasons.push_back(remark("the rule file has changed since the run began"));
         }
-        channel_.write(lineOf(reply));
+        tell(reply);
     }
 
     /// Nothing without the module that reads surfaces, which not every installation has.
@@ -115,6 +126,7 @@ private:
     }
 
     WorkerChannel& channel_;
+    std::string untold_;  ///< Lines.
     protocol::Setup setup_;
     corvane::RuleIndexScope index_;
     Console console_;

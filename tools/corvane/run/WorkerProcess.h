@@ -50,6 +50,7 @@ public:
 
     /// False at the end.
     bool read(std::string& line);
+    /// Lines that are joined by line ends go out in one piece.
     void write(const std::string& line);
 
 private:
