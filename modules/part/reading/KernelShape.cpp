@@ -1,7 +1,5 @@
 #include <BRepAdaptor_Surface.hxx>
 #include <BRepBndLib.hxx>
-#include <BRepCheck_Analyzer.hxx>
-#include <BRepMesh_IncrementalMesh.hxx>
 #include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>
 #include <Bnd_Box.hxx>
@@ -18,6 +16,8 @@
 #include "../Vec.h"
 #include "Bodies.h"
 #include "Convert.h"
+#include "FaceCheck.h"
+#include "FaceMesher.h"
 
 namespace corvane::part::reading {
 namespace {
@@ -141,7 +141,7 @@ public:
 private:
     Mesh makeMesh(double deviation) const {
         const TopoDS_Compound all = compound();
-        const BRepMesh_IncrementalMesh mesher(all, deviation, false, radians(kMeshAngle), false);
+        meshFaces(all, deviation, radians(kMeshAngle));
         Mesh mesh;
         eachFace(bodies_,
                  [&](const TopoDS_Face& face, int number) { addFacets(face, number, mesh); });
@@ -173,11 +173,8 @@ private:
 
     std::vector<int> findInvalidFaces() const {
         std::vector<int> invalid;
-        const TopoDS_Compound all = compound();
-        const BRepCheck_Analyzer analyzer(all);
-        if (analyzer.IsValid()) return invalid;
         eachFace(bodies_, [&](const TopoDS_Face& face, int number) {
-            if (!analyzer.IsValid(face)) invalid.push_back(number);
+            if (!isValid(face)) invalid.push_back(number);
         });
         return invalid;
     }

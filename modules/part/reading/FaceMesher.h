@@ -1,0 +1,12 @@
+#pragma once
+
+#include <TopoDS_Shape.hxx>
+
+namespace corvane::part::reading {
+
+/// Puts facets on all faces of the shape, which keep within a length and an angle (radians) of
+/// them. The kernel divides the edges and meshes double curved faces; it takes times that grow
+/// with the square of the borders of a face, so the facets of others are made here.
+void meshFaces(const TopoDS_Shape& shape, double deviation, double angle);
+
+}  // namespace corvane::part::reading

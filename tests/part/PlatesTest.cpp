@@ -1,0 +1,205 @@
+// Flat faces with many borders, which the kernel alone takes for ever to mesh and to check.
+#include <BRepBuilderAPI_MakeEdge.hxx>
+#include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRepBuilderAPI_MakePolygon.hxx>
+#include <BRepBuilderAPI_MakeWire.hxx>
+#include <BRepCheck_Analyzer.hxx>
+#include <BRepPrimAPI_MakePrism.hxx>
+#include <TopExp_Explorer.hxx>
+#include <gp_Circ.hxx>
+#include <gp_Pln.hxx>
+#include <gp_Trsf.hxx>
+#include <gtest/gtest.h>
+#include <map>
+
+#include "corvane/part/Part.h"
+
+#include "../../modules/part/Vec.h"
+#include "../../modules/part/reading/Delaunay.h"
+#include "Shapes.h"
+#include "support/TemporaryFolder.h"
+
+using namespace corvane::part;
+using reading::Flat;
+
+namespace {
+
+constexpr int kSide = 9;  // holes along a side, 10 mm apart
+constexpr double kPi = 3.14159265358979323846;
+
+TopoDS_Wire circle(double x, double y, double radius, bool reversed = false) {
+    const gp_Ax2 axes({x, y, 0}, {0, 0, reversed ? 1.0 : -1.0});
+    return BRepBuilderAPI_MakeWire(BRepBuilderAPI_MakeEdge(gp_Circ(axes, radius)).Edge());
+}
+
+TopoDS_Wire polygon(std::initializer_list<gp_Pnt> corners) {
+    BRepBuilderAPI_MakePolygon made;
+    for (const gp_Pnt& corner : corners)
+        made.Add(corner);
+    made.Close();
+    return made.Wire();
+}
+
+/// A plate with a square of holes of radius 3 and one more border.
+TopoDS_Shape plate(const TopoDS_Wire& more, const gp_Trsf& place = {}) {
+    constexpr double size = 10.0 * kSide + 20;
+    BRepBuilderAPI_MakeFace face(gp_Pln({0, 0, 0}, {0, 0, 1}),
+                                 polygon({{0, 0, 0}, {size, 0, 0}, {size, size, 0}, {0, size, 0}}));
+    for (int x = 0; x < kSide; ++x)
+        for (int y = 0; y < kSide; ++y)
+            face.Add(circle(10.0 * x + 5, 10.0 * y + 5, 3));
+    if (!more.IsNull()) face.Add(more);
+    return BRepPrimAPI_MakePrism(face.Face().Moved(place), gp_Vec(0, 0, 4).Transformed(place))
+        .Shape();
+}
+
+std::size_t invalidFaces(const Part& part) {
+    const auto& all = part.damages();
+    return static_cast<std::size_t>(std::count_if(all.begin(), all.end(), [](const Damage& damage) {
+        return damage.kind == Damage::Kind::InvalidFace;
+    }));
+}
+
+double areaOf(const Flat& a, const Flat& b, const Flat& c) {
+    return ((b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x)) / 2.0;
+}
+
+/// Points in rings, and the area between them.
+struct Rings {
+    void add(const std::vector<Flat>& ring) {
+        const auto first = static_cast<std::uint32_t>(points.size());
+        const auto count = static_cast<std::uint32_t>(ring.size());
+        for (std::uint32_t i = 0; i < count; ++i) {
+            points.push_back(ring[i]);
+            lines.push_back({first + i, first + (i + 1) % count});
+            area += areaOf({0, 0}, ring[i], ring[(i + 1) % count]);
+        }
+    }
+    void addStar(double x, double y, double radius, int corners, int turn) {
+        std::vector<Flat> ring;
+        for (int i = 0; i < corners; ++i) {
+            const double angle = 2 * kPi * i / corners * turn;
+            const double r = radius * (1.0 + 0.3 * std::sin(1e3 * i));
+            ring.push_back({x + r * std::cos(angle), y + r * std::sin(angle)});
+        }
+        add(ring);
+    }
+    std::vector<Flat> points;
+    std::vector<std::array<std::uint32_t, 2>> lines;
+    double area = 0.0;
+};
+
+class PlatesTest : public testing::Test {
+protected:
+    std::shared_ptr<const Part> open(const TopoDS_Shape& shape) {
+        const std::string file = folder_.path(std::to_string(++count_) + ".brep");
+        shapes::write(shape, file);
+        return Part::open(file).part;
+    }
+    TemporaryFolder folder_;
+    int count_ = 0;
+};
+
+}  // namespace
+
+TEST(DelaunayTest, TrianglesFillWhatIsBetweenRings) {
+    Rings squares, stars, teeth;
+    squares.add({{0, 0}, {1, 0}, {2, 0}, {4, 0}, {4, 4}, {0, 4}});
+    squares.add({{1, 1}, {1, 2}, {2, 2}, {2, 1}});
+    stars.addStar(0, 0, 1000, 500, 1);
+    for (int i = -5; i <= 5; ++i)
+        stars.addStar(50.0 * i, 60.0 * (i % 3), 15, 60, -1);
+    // Long lines between many points.
+    std::vector<Flat> comb{{100, -1}, {0, -1}};
+    for (int i = 0; i <= 200; ++i)
+        comb.push_back({i * 0.5, i % 2 == 0 ? 0.0 : 0.001 * i});
+    std::reverse(comb.begin(), comb.end());
+    teeth.add(comb);
+    for (const Rings* rings : {&squares, &stars, &teeth}) {
+        const auto triangles = reading::triangulate(rings->points, rings->lines);
+        ASSERT_TRUE(triangles);
+        double area = 0.0;
+        for (const auto& [a, b, c] : *triangles) {
+            const double one = areaOf(rings->points[a], rings->points[b], rings->points[c]);
+            EXPECT_GT(one, 0.0);
+            area += one;
+        }
+        EXPECT_NEAR(area / rings->area, 1.0, 1e-7);
+    }
+}
+
+TEST(DelaunayTest, RingsThatCrossOrDoNotCloseGiveNothing) {
+    Rings crossed, open;
+    crossed.add({{0, 0}, {4, 0}, {4, 4}, {0, 4}});
+    crossed.add({{3, 1}, {3, 2}, {5, 2}, {5, 1}});
+    open.add({{0, 0}, {4, 0}, {4, 4}, {0, 4}});
+    open.lines.pop_back();
+    EXPECT_FALSE(reading::triangulate(crossed.points, crossed.lines));
+    EXPECT_FALSE(reading::triangulate(open.points, open.lines));
+    EXPECT_FALSE(reading::triangulate({{NAN, 0}, {1, 0}, {0, 1}}, {{0, 1}, {1, 2}, {2, 0}}));
+    EXPECT_FALSE(reading::triangulate({}, {}));
+}
+
+TEST_F(PlatesTest, AreMeshedWithoutGaps) {
+    gp_Trsf tilted;
+    tilted.SetRotation({{3, 4, 5}, {1, 2, 3}}, 0.7);
+    for (const gp_Trsf& place : {gp_Trsf(), tilted}) {
+        const auto part = open(plate(circle(95, 95, 8), place));
+        ASSERT_TRUE(part);
+        EXPECT_EQ(invalidFaces(*part), 0U);
+        const Mesh& mesh = part->mesh();
+        std::vector<double> areas(part->model().faces.size() + 1, 0.0);
+        double volume = 0.0;
+        std::map<std::array<long long, 3>, Vector> borders;
+        for (std::size_t t = 0; t < mesh.triangles.size(); ++t) {
+            const Vector a = mesh.vertices[mesh.triangles[t][0]],
+                         b = mesh.vertices[mesh.triangles[t][1]],
+                         c = mesh.vertices[mesh.triangles[t][2]];
+            areas[static_cast<std::size_t>(mesh.faces[t])] += length(cross(b - a, c - a)) / 2;
+            volume += dot(a, cross(b, c)) / 6;
+            // Each side is gone along once in each direction, so its ways add up to nothing.
+            for (const auto& [p, q] : {std::pair(a, b), std::pair(b, c), std::pair(c, a)}) {
+                const Vector middle = (p + q) * 0.5 * 1e4;
+                Vector& sum = borders[{std::llround(middle.x), std::llround(middle.y),
+                                       std::llround(middle.z)}];
+                sum = sum + q - p;
+            }
+        }
+        EXPECT_NEAR(volume / part->volume(), 1.0, 2e-3);
+        for (const Face& face : part->model().faces)
+            EXPECT_NEAR(areas[static_cast<std::size_t>(face.number)] / face.area, 1.0, 2e-3);
+        for (const auto& [middle, sum] : borders)
+            EXPECT_LT(length(sum), 1e-6);
+    }
+}
+
+TEST_F(PlatesTest, AreCheckedAsTheKernelChecksThem) {
+    struct Row {
+        const char* what;
+        TopoDS_Wire border;
+        bool isSound;
+    };
+    const Row rows[] = {{"apart", circle(100, 100, 5), true},
+                        {"beside others by their boxes", circle(50, 50, 1.5), true},
+                        {"crosses a hole", circle(48, 45, 3), false},
+                        {"crosses the outer border", circle(108, 108, 5), false},
+                        {"around a hole", circle(45, 45, 4), false},
+                        {"in a hole", circle(45, 45, 2), false},
+                        {"outside", circle(200, 200, 5), false},
+                        {"the wrong way round", circle(100, 100, 5, true), false},
+                        {"around many holes", circle(45, 45, 30), false},
+                        {"crosses itself",
+                         polygon({{95, 95, 0}, {105, 105, 0}, {105, 95, 0}, {95, 105, 0}}), false}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        const TopoDS_Shape shape = plate(row.border);
+        const BRepCheck_Analyzer kernel(shape);
+        std::size_t invalid = 0;
+        for (TopExp_Explorer it(shape, TopAbs_FACE); it.More(); it.Next())
+            invalid += kernel.IsValid(it.Current()) ? 0 : 1;
+        EXPECT_EQ(invalid == 0, row.isSound);
+        const auto part = open(shape);
+        ASSERT_TRUE(part);
+        EXPECT_EQ(invalidFaces(*part), invalid);
+    }
+}
