@@ -27,8 +27,9 @@ public:
             << "[RULE_SCRIPT_LOCATION]\ndirectory=" << (folder_ / "scripts").string() << '\n';
         corvane::SetEnvironmentText(u"CORVANE_DATA_DIR", folder_.u16string());
         SetBatchModeStatus(true);
-        // A file that was written right now may change again unseen, so its state is not kept.
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        // What a file written right now says is not kept by its times alone: it may change again
+        // within one tick of the file system's clock.
+        std::this_thread::sleep_for(std::chrono::seconds(4));
     }
     Site(const Site&) = delete;
     Site& operator=(const Site&) = delete;
@@ -39,7 +40,7 @@ private:
 };
 
 void emptyRule(benchmark::State& state) {
-    const Site site;
+    static const Site site;
     ConcreteQORRule rule;
     rule.m_csRuleFileName = u"empty.lua";
     const CQorData* data = nullptr;

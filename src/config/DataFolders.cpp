@@ -1,12 +1,15 @@
 #include "config/DataFolders.h"
 
 #include <algorithm>
+#include <mutex>
 
 #include <corvane/config/DataFolders.h>
 #include <corvane/config/ModuleConfiguration.h>
 
 #include "config/CIniFile.h"
+#include "system/FileState.h"
 #include "system/Files.h"
+#include "system/Lasting.h"
 #include "system/Paths.h"
 #include "system/Process.h"
 #include "system/Unicode.h"
@@ -35,8 +38,29 @@ std::u16string settingsFolder() {
     return folder;
 }
 
+namespace {
+
+// What ConfigModule.ini said when it was last read.
+struct ScriptFolder {
+    explicit ScriptFolder(const CStringW& path)
+        : file(path, kLargestIniFile), folder(scriptFolder(path)) {}
+
+    system::FileState file;
+    std::optional<CStringW> folder;
+};
+
+}  // namespace
+
 std::optional<CStringW> scriptFolder() {
-    return scriptFolder(FrameworkUtils().GetConfigModuleFile());
+    static std::mutex mutex;
+    static system::Lasting<std::optional<ScriptFolder>> lasting;
+    const CStringW file = settingsFolderPath() + configuration::kFile;
+    const std::lock_guard lock(mutex);
+    std::optional<ScriptFolder>& known = lasting.get();
+    if (!known || !known->file.isCurrent(file)) known.emplace(file);
+    // Where the file is, the folder is too.
+    if (!known->file.exists()) settingsFolder();
+    return known->folder;
 }
 
 std::optional<CStringW> scriptFolder(const CStringW& configFile) {

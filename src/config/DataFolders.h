@@ -15,10 +15,10 @@ std::u16string settingsFolder();
 std::u16string settingsFolderPath();
 
 /// The folder of the user-defined rules: the record "directory" of section RULE_SCRIPT_LOCATION in
-/// ConfigModule.ini, as written. Nothing when there is no such record. The file is read
-/// afresh, once, at each call.
+/// ConfigModule.ini, as written. Nothing when there is no such record. The file is looked at for
+/// each call, and read when it has changed. Safe on any thread.
 std::optional<CStringW> scriptFolder();
-/// The same of another file.
+/// The same of another file, which is read for each call.
 std::optional<CStringW> scriptFolder(const CStringW& configFile);
 
 }  // namespace corvane::config

@@ -83,23 +83,30 @@ thread_local int openPairs = 0;
 // Component modules stay loaded until the process ends: an object may still run their code.
 class LoadedModules {
 public:
-    ModuleHandle get(const std::u16string& path) {
+    struct Module {
+        ModuleHandle handle = nullptr;                    // null for one that does not load
+        GetClassObjectFunction getClassObject = nullptr;  // null in one without that export
+    };
+
+    Module get(const std::u16string& path) {
         {
             const std::lock_guard lock(mutex_);
             const auto found = modules_.find(path);
             if (found != modules_.end()) return found->second;
         }
         // Not under the lock: what a module does while it is loaded may need components itself.
-        const ModuleHandle module = loadModule(path);
-        if (!module) return nullptr;
+        Module module{loadModule(path)};
+        if (!module.handle) return module;
+        module.getClassObject =
+            moduleFunction<GetClassObjectFunction>(module.handle, "DllGetClassObject");
         const std::lock_guard lock(mutex_);
-        if (!modules_.emplace(path, module).second) freeModule(module);
+        if (!modules_.emplace(path, module).second) freeModule(module.handle);
         return module;
     }
 
 private:
     static inline std::mutex mutex_;
-    std::map<std::u16string, ModuleHandle> modules_;
+    std::map<std::u16string, Module> modules_;
 };
 
 LoadedModules& loadedModules() {
@@ -121,12 +128,12 @@ std::u16string registeredModule(const Guid& classId) {
 HResult makeObject(const Guid& classId, const Guid& interfaceId, void** object) {
     const std::u16string path = registeredModule(classId);
     if (path.empty()) return kErrorClassNotRegistered;
-    const ModuleHandle module = loadedModules().get(path);
-    if (!module) return kErrorModuleNotFound;
-    const auto getClassObject = moduleFunction<GetClassObjectFunction>(module, "DllGetClassObject");
-    if (!getClassObject) return kErrorInModule;
+    const LoadedModules::Module module = loadedModules().get(path);
+    if (!module.handle) return kErrorModuleNotFound;
+    if (!module.getClassObject) return kErrorInModule;
     void* answer = nullptr;
-    const HResult status = getClassObject(classId, corvane::interfaceId<IClassFactory>, &answer);
+    const HResult status =
+        module.getClassObject(classId, corvane::interfaceId<IClassFactory>, &answer);
     if (failed(status)) return status;
     if (!answer) return kErrorUnexpected;
     ATL::CComPtr<IClassFactory> factory;

@@ -48,32 +48,39 @@ std::u16string userFolder() {
     return home.empty() ? home : join(home, u".config/corvane");
 }
 
+using Names = std::vector<std::u16string>;
+
 // The registry of the installation. Each companion brings a file of its own, which lies over the
 // library's.
 class InstalledFiles {
 public:
     const std::u16string& folder() const { return folder_; }
 
-    // In the order in which they are laid one over the other. The folder is listed again when it
-    // has changed, and that a file in it has changed is for the file's own stamp to tell.
-    std::vector<std::u16string> names() {
+    // In the order in which they are laid one over the other, and the same object as long as they
+    // are the same. The folder is listed again when it has changed, and that a file in it has
+    // changed is for the file's own stamp to tell.
+    std::shared_ptr<const Names> names() {
         const FileStamp stamp = FileStamp::of(folder_);
         const std::lock_guard lock(mutex_);
-        if (!stamp_ || !stamp_->proves(stamp)) {
-            names_ = {std::u16string(kMachineFile)};
-            for (std::u16string& name : namesIn(folder_))
-                if (name.ends_with(kEnding) && name != kMachineFile)
-                    names_.push_back(std::move(name));
-            stamp_ = stamp;
-        }
+        if (stamp_ && stamp_->proves(stamp)) return names_;
+        Names names = list();
+        if (!names_ || *names_ != names) names_ = std::make_shared<const Names>(std::move(names));
+        stamp_ = stamp;
         return names_;
     }
 
 private:
+    Names list() const {
+        Names names{std::u16string(kMachineFile)};
+        for (std::u16string& name : namesIn(folder_))
+            if (name.ends_with(kEnding) && name != kMachineFile) names.push_back(std::move(name));
+        return names;
+    }
+
     const std::u16string folder_ = join(installFolder(), u"registry");
     std::mutex mutex_;
     std::optional<FileStamp> stamp_;
-    std::vector<std::u16string> names_;
+    std::shared_ptr<const Names> names_;
 };
 
 InstalledFiles& installedFiles() {
@@ -81,8 +88,23 @@ InstalledFiles& installedFiles() {
     return files.get();
 }
 
+// What says which files there are.
+struct Places {
+    std::u16string only;                     // the one folder; empty for the usual ones
+    std::u16string user;                     // empty for none
+    std::shared_ptr<const Names> installed;  // null with one folder
+
+    bool operator==(const Places&) const = default;
+};
+
+Places currentPlaces() {
+    std::u16string only = environmentVariable(u"CORVANE_REGISTRY_DIR").value_or(std::u16string());
+    if (!only.empty()) return {only, only, nullptr};
+    return {{}, userFolder(), installedFiles().names()};
+}
+
 // In the order in which they are laid one over the other.
-std::vector<SourceFile> sourceFiles() {
+std::vector<SourceFile> filesIn(const Places& places) {
     std::vector<SourceFile> files;
     const auto add = [&files](std::u16string_view folder, std::u16string_view name,
                               RegistryRoot root) {
@@ -90,25 +112,15 @@ std::vector<SourceFile> sourceFiles() {
         const FileStamp stamp = FileStamp::of(path);
         files.push_back({std::move(path), root, stamp});
     };
-    const std::optional<std::u16string> only = environmentVariable(u"CORVANE_REGISTRY_DIR");
-    if (only && !only->empty()) {
-        add(*only, kMachineFile, RegistryRoot::LocalMachine);
-        add(*only, kUserFile, RegistryRoot::CurrentUser);
-        return files;
+    if (places.installed) {
+        for (const std::u16string& name : *places.installed)
+            add(installedFiles().folder(), name, RegistryRoot::LocalMachine);
+        add(u"/etc/corvane", kMachineFile, RegistryRoot::LocalMachine);
+    } else {
+        add(places.only, kMachineFile, RegistryRoot::LocalMachine);
     }
-    for (const std::u16string& name : installedFiles().names())
-        add(installedFiles().folder(), name, RegistryRoot::LocalMachine);
-    add(u"/etc/corvane", kMachineFile, RegistryRoot::LocalMachine);
-    if (const std::u16string folder = userFolder(); !folder.empty())
-        add(folder, kUserFile, RegistryRoot::CurrentUser);
+    if (!places.user.empty()) add(places.user, kUserFile, RegistryRoot::CurrentUser);
     return files;
-}
-
-bool isUnchanged(const std::vector<SourceFile>& before, const std::vector<SourceFile>& now) {
-    return std::equal(before.begin(), before.end(), now.begin(), now.end(),
-                      [](const SourceFile& a, const SourceFile& b) {
-                          return a.path == b.path && a.stamp.proves(b.stamp);
-                      });
 }
 
 bool apply(const SourceFile& file, RegistryNode& tree) {
@@ -117,36 +129,46 @@ bool apply(const SourceFile& file, RegistryNode& tree) {
     return bytes.has_value();
 }
 
-std::shared_ptr<const RegistryTrees> readTrees(const std::vector<SourceFile>& files) {
-    auto trees = std::make_shared<RegistryTrees>();
-    for (const SourceFile& file : files)
-        apply(file, file.root == RegistryRoot::LocalMachine ? trees->machine : trees->user);
-    for (const RegistryNode* root : {&trees->machine, &trees->user}) {
-        if (const RegistryNode* classes = root->find(kClassesPath))
-            trees->classes.overlay(*classes);
+// The registry as its files were when they were read.
+struct Reading {
+    explicit Reading(Places where) : places(std::move(where)), files(filesIn(places)) {
+        for (const SourceFile& file : files)
+            apply(file, file.root == RegistryRoot::LocalMachine ? trees.machine : trees.user);
+        for (const RegistryNode* root : {&trees.machine, &trees.user}) {
+            if (const RegistryNode* classes = root->find(kClassesPath))
+                trees.classes.overlay(*classes);
+        }
+        for (RegistryNode* root : {&trees.machine, &trees.user, &trees.classes})
+            root->index();
     }
-    for (RegistryNode* root : {&trees->machine, &trees->user, &trees->classes})
-        root->index();
-    return trees;
-}
 
-struct Cache {
-    std::vector<SourceFile> files;
-    std::shared_ptr<const RegistryTrees> trees;
+    bool isCurrent(const Places& now) const {
+        return places == now && std::ranges::all_of(files, [](const SourceFile& file) {
+                   return file.stamp.proves(FileStamp::of(file.path));
+               });
+    }
+
+    const Places places;
+    // Stamped before they are read: a change in between shows at the next call.
+    const std::vector<SourceFile> files;
+    RegistryTrees trees;
 };
 
 std::shared_ptr<const RegistryTrees> currentTrees() {
     static std::mutex mutex;
-    static Lasting<Cache> lasting;
-    // Stamped before they are read: a change in between shows at the next call.
-    std::vector<SourceFile> files = sourceFiles();
-    const std::lock_guard lock(mutex);
-    Cache& cache = lasting.get();
-    if (!cache.trees || !isUnchanged(cache.files, files)) {
-        cache.trees = readTrees(files);
-        cache.files = std::move(files);
+    static Lasting<std::shared_ptr<const Reading>> lasting;
+    const auto known = [] {
+        const std::lock_guard lock(mutex);
+        return lasting.get();
+    };
+    Places places = currentPlaces();
+    std::shared_ptr<const Reading> reading = known();
+    if (!reading || !reading->isCurrent(places)) {
+        reading = std::make_shared<const Reading>(std::move(places));
+        const std::lock_guard lock(mutex);
+        lasting.get() = reading;
     }
-    return cache.trees;
+    return {reading, &reading->trees};
 }
 
 // The outermost one of this thread.
@@ -222,7 +244,7 @@ namespace corvane {
 
 std::vector<RegistrySource> GetRegistrySources() {
     std::vector<RegistrySource> sources;
-    for (emulation::SourceFile& file : emulation::sourceFiles()) {
+    for (emulation::SourceFile& file : emulation::filesIn(emulation::currentPlaces())) {
         emulation::RegistryNode tree;
         const bool readable = emulation::apply(file, tree);
         tree.index();

@@ -109,7 +109,7 @@ void showError(const CStringW& text) {
         corvane::emulation::kMessageIconError | corvane::emulation::kMessageTaskModal);
 }
 
-// Notes the path of the rule's script in the run; when there is no script to run, why.
+// Notes the path of the rule's script in the run; when there is none, why.
 bool findScript(ScriptRun& run) {
     const CStringW& file = run.rule->m_csRuleFileName;
     const std::optional<CStringW> folder = corvane::scriptrules::scriptFolder();
@@ -123,12 +123,27 @@ bool findScript(ScriptRun& run) {
         return false;
     }
     run.scriptPath = corvane::system::join(run.scriptFolder, file);
-    if (corvane::system::pathExists(run.scriptPath)) return true;
+    return true;
+}
+
+void reportMissingScript(ScriptRun& run) {
     run.status = ScriptRunStatus::ScriptMissing;
     CStringW message;
     message.Format(ResourceText(resource::kScriptMissing), run.rule->m_csRuleName,
                    run.rule->m_csRuleName);
     showError(message);
+}
+
+// Notes why a script that could not be read is not to be run. One that is there all the same, and
+// not too large, runs as an empty one.
+bool mayRunUnread(ScriptRun& run) {
+    if (!corvane::system::pathExists(run.scriptPath)) {
+        reportMissingScript(run);
+        return false;
+    }
+    run.scriptUnreadable = true;
+    if (!corvane::scriptrules::isTooLarge(run.scriptPath)) return true;
+    run.status = ScriptRunStatus::ScriptTooLarge;
     return false;
 }
 
@@ -221,11 +236,9 @@ QorLong ConcreteQORRule::ExecuteScriptRule() const {
         corvane::scriptrules::ScriptSession session(run);
         if (session.createHost() && session.addEngines(m_lstEngines) && findScript(run)) {
             CStringW script;
-            run.scriptUnreadable = !ReadFromFile(run.scriptPath, script);
-            if (run.scriptUnreadable && corvane::scriptrules::isTooLarge(run.scriptPath)) {
-                run.status = ScriptRunStatus::ScriptTooLarge;
-            } else if (!session.runScript(std::move(script)) &&
-                       run.status == ScriptRunStatus::ScriptFailed) {
+            const bool isRead = ReadFromFile(run.scriptPath, script);
+            if ((isRead || mayRunUnread(run)) && !session.runScript(std::move(script)) &&
+                run.status == ScriptRunStatus::ScriptFailed) {
                 QorLong line = run.line;
                 QorLong column = run.column;
                 CStringW report = session.report();

@@ -12,7 +12,7 @@
 #include <corvane/xml/QorXMLDocument.h>
 
 #include "config/DataFolders.h"
-#include "system/Files.h"
+#include "system/FileState.h"
 #include "system/Paths.h"
 #include "system/Unicode.h"
 #include "xml/ElementAccess.h"
@@ -65,44 +65,10 @@ private:
     std::vector<std::pair<std::u16string, ElementView>> entries_;  // in the order of the file
 };
 
-// One state of a file. What was made from the file is good as long as isCurrent says so.
-class FileState {
-public:
-    // Stamp and bytes come before whatever reads the file: a change in between is seen later.
-    explicit FileState(CStringW path)
-        : path_(std::move(path)), stamp_(system::FileStamp::of(path_)) {
-        if (!stamp_.proves(stamp_)) bytes_ = system::readFile(path_);
-    }
-
-    bool isCurrent(const CStringW& path) {
-        if (path != path_) return false;
-        const auto now = system::FileStamp::of(path_);
-        if (stamp_.proves(now)) return true;
-        if (!bytes_ || system::readFile(path_) != bytes_) return false;
-        stamp_ = now;
-        if (stamp_.proves(stamp_)) bytes_.reset();
-        return true;
-    }
-
-private:
-    CStringW path_;
-    system::FileStamp stamp_;
-    std::optional<std::string> bytes_;  // while the stamp alone proves nothing
-};
-
 }  // namespace
 
 class RuleIndexCache {
 public:
-    std::optional<CStringW> folder() {
-        const CStringW file = FrameworkUtils().GetConfigModuleFile();
-        if (!configuration_ || !configuration_->file.isCurrent(file)) {
-            FileState state(file);
-            configuration_.emplace(Configuration{std::move(state), config::scriptFolder(file)});
-        }
-        return configuration_->folder;
-    }
-
     std::unique_ptr<QorXMLNode> find(const CStringW& path, const CStringW& name) {
         std::unique_ptr<Index>& index = indexes_[path];
         if (!index || !index->file.isCurrent(path)) index = std::make_unique<Index>(path);
@@ -110,22 +76,16 @@ public:
     }
 
 private:
-    struct Configuration {
-        FileState file;
-        std::optional<CStringW> folder;
-    };
-
     struct Index {
         explicit Index(const CStringW& path) : file(path) {
             if (const QorXMLNode* const root = document.LoadFromFile(path)) entries.emplace(*root);
         }
 
-        FileState file;
+        system::FileState file;
         QorXMLDocument document;
         std::optional<NamedEntries> entries;  // none without a document
     };
 
-    std::optional<Configuration> configuration_;
     std::map<CStringW, std::unique_ptr<Index>> indexes_;  // of each script folder
 };
 
@@ -139,8 +99,7 @@ thread_local const CStringW* currentFolder = nullptr;
 }  // namespace
 
 std::optional<CStringW> scriptFolder() {
-    if (currentFolder) return *currentFolder;
-    return currentCache ? currentCache->folder() : config::scriptFolder();
+    return currentFolder ? *currentFolder : config::scriptFolder();
 }
 
 std::unique_ptr<QorXMLNode> findIndexEntry(const CStringW& folder, const CStringW& name) {

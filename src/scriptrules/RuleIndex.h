@@ -8,8 +8,8 @@
 
 namespace corvane::scriptrules {
 
-/// The folder of the user-defined rules; nothing when none is configured. ConfigModule.ini is read
-/// once for each call, and within a RuleIndexScope once for each state of the file.
+/// The folder of the user-defined rules: that of the innermost ScriptFolderScope, or the configured
+/// one; nothing when there is none.
 std::optional<CStringW> scriptFolder();
 
 /// The first entry of that name, case ignored, in the index of a script folder; a missing name is

@@ -83,6 +83,8 @@ public:
     /// system's clock, so its stamp proves nothing.
     bool proves(const FileStamp& later) const;
 
+    bool exists() const { return exists_; }
+
 private:
     bool exists_ = false;
     bool settled_ = true;

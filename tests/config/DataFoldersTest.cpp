@@ -56,4 +56,31 @@ TEST(DataFolders, TakesTheScriptFolderFromTheConfiguration) {
     }
 }
 
+TEST(DataFolders, SeesTheScriptFolderThatTheConfigurationNamesNow) {
+    const TemporaryFolder folder;
+    const EnvironmentScope data("CORVANE_DATA_DIR", folder.path());
+    const auto write = [&folder](const char* name, const std::string& directory) {
+        folder.write(name, "[RULE_SCRIPT_LOCATION]\ndirectory=" + directory + "\n");
+    };
+    // As large as before and within one tick of the file system's clock.
+    for (const char* directory : {"/a", "/b", "/c"}) {
+        write("Settings/ConfigModule.ini", directory);
+        EXPECT_EQ(corvane::config::scriptFolder(), CStringW::FromUtf8(directory));
+    }
+    write("other/Settings/ConfigModule.ini", "/d");
+    {
+        const EnvironmentScope other("CORVANE_DATA_DIR", folder.path("other"));
+        EXPECT_EQ(corvane::config::scriptFolder(), u"/d");
+    }
+    EXPECT_EQ(corvane::config::scriptFolder(), u"/c");
+    std::filesystem::remove_all(folder.path("Settings"));
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(corvane::config::scriptFolder(), std::nullopt);
+        EXPECT_TRUE(folder.exists("Settings"));
+        std::filesystem::remove_all(folder.path("Settings"));
+    }
+    write("Settings/ConfigModule.ini", "/c");
+    EXPECT_EQ(corvane::config::scriptFolder(), u"/c");
+}
+
 }  // namespace

@@ -38,16 +38,17 @@ bool isEscape(char16_t unit) {
 
 std::string nativePath(std::u16string_view path) {
     if (path.find(u'\0') != path.npos) return {};
-    const std::u16string text = normalise(path);
     std::string bytes;
     std::size_t from = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (!isEscape(text[i]) || (i > 0 && isHighSurrogate(text[i - 1]))) continue;
-        appendUtf8(bytes, std::u16string_view(text).substr(from, i - from));
-        bytes += static_cast<char>(text[i] - kEscapes);
+    for (std::size_t i = 0; i < path.size(); ++i) {
+        if (!isEscape(path[i]) || (i > 0 && isHighSurrogate(path[i - 1]))) continue;
+        appendUtf8(bytes, path.substr(from, i - from));
+        bytes += static_cast<char>(path[i] - kEscapes);
         from = i + 1;
     }
-    appendUtf8(bytes, std::u16string_view(text).substr(from));
+    appendUtf8(bytes, path.substr(from));
+    // In UTF-8 this byte is part of no other character.
+    std::ranges::replace(bytes, '\\', '/');
     return bytes;
 }
 
