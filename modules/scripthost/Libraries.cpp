@@ -1,8 +1,12 @@
 #include "Libraries.h"
 
 #include <climits>
-#include <cstring>
+#include <iterator>
+#include <memory>
+#include <new>
+#include <optional>
 
+#include "LuaLibrary.h"
 #include "Run.h"
 
 // Lua's own functions are kept where their work is small for each call or bounded by the memory
@@ -11,33 +15,45 @@
 namespace scripthost {
 namespace {
 
-/// Functions of Lua that are kept: the names, separated by blanks.
+/// A library of Lua, with the names in it that are kept.
 struct Library {
     const char* name;
     lua_CFunction open;
-    const char* kept;
+    std::initializer_list<const char*> kept;
     std::initializer_list<const luaL_Reg*> own;
 };
 
 const Library kLibraries[] = {
     {"_G",
      luaopen_base,
-     " _G _VERSION assert error ipairs next pairs rawequal rawget rawlen rawset select tonumber "
-     "tostring type ",
+     {"_VERSION", "assert", "error", "ipairs", "next", "pairs", "rawequal", "rawget", "rawlen",
+      "rawset", "select", "tonumber", "tostring", "type"},
      {kBaseFunctions}},
     {LUA_STRLIBNAME,
      luaopen_string,
-     " byte char format len lower pack packsize reverse sub unpack upper ",
+     {"byte", "char", "format", "len", "lower", "pack", "packsize", "reverse", "sub", "unpack",
+      "upper"},
      {kStringFunctions, kPatternFunctions}},
-    {LUA_TABLIBNAME, luaopen_table, " pack ", {kTableFunctions}},
+    {LUA_TABLIBNAME, luaopen_table, {"pack"}, {kTableFunctions}},
     {LUA_MATHLIBNAME,
      luaopen_math,
-     " abs acos asin atan ceil cos deg exp floor fmod huge log max maxinteger min mininteger modf "
-     "pi rad random randomseed sin sqrt tan tointeger type ult ",
+     {"abs",  "acos",   "asin",       "atan", "ceil",       "cos", "deg",        "exp",  "floor",
+      "fmod", "huge",   "log",        "max",  "maxinteger", "min", "mininteger", "modf", "pi",
+      "rad",  "random", "randomseed", "sin",  "sqrt",       "tan", "tointeger",  "type", "ult"},
      {}},
-    {LUA_UTF8LIBNAME, luaopen_utf8, " char charpattern codepoint codes len offset ", {}},
-    {LUA_COLIBNAME, luaopen_coroutine, " isyieldable running status yield ", {kCoroutineFunctions}},
+    {LUA_UTF8LIBNAME,
+     luaopen_utf8,
+     {"char", "charpattern", "codepoint", "codes", "len", "offset"},
+     {}},
+    {LUA_COLIBNAME,
+     luaopen_coroutine,
+     {"isyieldable", "running", "status", "yield"},
+     {kCoroutineFunctions}},
 };
+
+/// What texts do in arithmetic.
+constexpr std::initializer_list<const char*> kTextEvents = {"__add", "__sub", "__mul",  "__mod",
+                                                            "__pow", "__div", "__idiv", "__unm"};
 
 /// Functions whose work grows with the length of their first arguments.
 const struct {
@@ -61,29 +77,56 @@ int charged(lua_State* lua) {
     return lua_tocfunction(lua, lua_upvalueindex(1))(lua);
 }
 
-bool isKept(const Library& library, const char* name) {
-    const std::size_t length = std::strlen(name);
-    for (const char* at = library.kept; (at = std::strstr(at, name)) != nullptr; at += length)
-        if (at[-1] == ' ' && at[length] == ' ') return true;
-    return false;
-}
+struct CloseState {
+    void operator()(lua_State* lua) const { lua_close(lua); }
+};
 
-void keepOnly(lua_State* lua, const Library& library) {
-    lua_pushnil(lua);
-    while (lua_next(lua, -2)) {
-        lua_pop(lua, 1);
-        if (isKept(library, lua_tostring(lua, -1))) continue;
-        lua_pushvalue(lua, -1);
-        lua_pushnil(lua);
-        lua_rawset(lua, -4);
+/// Leaves the tables of all libraries on the stack, and the metatable of texts at the top.
+int openAll(lua_State* lua) {
+    for (const Library& library : kLibraries) {
+        lua_pushcfunction(lua, library.open);
+        lua_pushstring(lua, library.name);
+        lua_call(lua, 1, 1);
     }
+    lua_pushliteral(lua, "");
+    lua_getmetatable(lua, -1);
+    lua_replace(lua, -2);
+    return static_cast<int>(std::size(kLibraries)) + 1;
 }
 
-void open(lua_State* lua, const Library& library) {
-    lua_pushcfunction(lua, library.open);
-    lua_pushstring(lua, library.name);
-    lua_call(lua, 1, 1);
-    keepOnly(lua, library);
+struct Kept {
+    Kept() {
+        const std::unique_ptr<lua_State, CloseState> state(luaL_newstate());
+        lua_State* lua = state.get();
+        if (!lua) throw std::bad_alloc();
+        lua_pushcfunction(lua, openAll);
+        if (lua_pcall(lua, 0, LUA_MULTRET, 0) != LUA_OK) throw std::bad_alloc();
+        textEvents.emplace(lua, kTextEvents);
+        for (std::size_t i = std::size(kLibraries); i-- > 0;) {
+            lua_pop(lua, 1);
+            libraries[i].emplace(lua, kLibraries[i].kept);
+        }
+    }
+
+    std::optional<LuaLibrary> libraries[std::size(kLibraries)];
+    std::optional<LuaLibrary> textEvents;
+};
+
+const Kept& kept() {
+    static const Kept once;
+    return once;
+}
+
+/// Members of a library, so that its table need not grow step by step.
+constexpr int kUsualSize = 32;
+
+void open(lua_State* lua, const Library& library, const LuaLibrary& ofLua) {
+    lua_createtable(lua, 0, kUsualSize);
+    if (library.open == luaopen_base) {
+        lua_pushvalue(lua, -1);
+        lua_rawseti(lua, LUA_REGISTRYINDEX, LUA_RIDX_GLOBALS);
+    }
+    ofLua.fill(lua);
     for (const luaL_Reg* functions : library.own)
         luaL_setfuncs(lua, functions, 0);
     // Where Lua looks for the names of functions that it has errors to report of.
@@ -94,11 +137,26 @@ void open(lua_State* lua, const Library& library) {
     lua_setglobal(lua, library.name);
 }
 
-}  // namespace
+/// Has `text:upper()` and the like, and arithmetic with texts.
+void openTexts(lua_State* lua) {
+    lua_pushliteral(lua, "");
+    lua_createtable(lua, 0, static_cast<int>(kTextEvents.size()) + 1);
+    kept().textEvents->fill(lua);
+    lua_getglobal(lua, LUA_STRLIBNAME);
+    lua_setfield(lua, -2, "__index");
+    lua_setmetatable(lua, -2);
+    lua_pop(lua, 1);
+}
 
-int openLibraries(lua_State* lua) {
-    for (const Library& library : kLibraries)
-        open(lua, library);
+/// Lua seeds its random numbers for each state.
+void seedRandom(lua_State* lua) {
+    lua_getglobal(lua, LUA_MATHLIBNAME);
+    lua_getfield(lua, -1, "randomseed");
+    lua_call(lua, 0, 0);
+    lua_pop(lua, 1);
+}
+
+void charge(lua_State* lua) {
     for (const auto& [library, name, arguments] : kCharged) {
         lua_getglobal(lua, library);
         lua_getfield(lua, -1, name);
@@ -107,6 +165,20 @@ int openLibraries(lua_State* lua) {
         lua_setfield(lua, -2, name);
         lua_pop(lua, 1);
     }
+}
+
+}  // namespace
+
+void learnLibraries() {
+    kept();
+}
+
+int openLibraries(lua_State* lua) {
+    for (std::size_t i = 0; i < std::size(kLibraries); ++i)
+        open(lua, kLibraries[i], *kept().libraries[i]);
+    openTexts(lua);
+    seedRandom(lua);
+    charge(lua);
     return 0;
 }
 

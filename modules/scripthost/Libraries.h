@@ -4,6 +4,10 @@
 
 namespace scripthost {
 
+/// Reads Lua's libraries once for the process, before the first openLibraries. Throws
+/// std::bad_alloc.
+void learnLibraries();
+
 /// Fills the globals of a fresh state with what scripts and Lua engines may call. A Lua function:
 /// it may raise.
 int openLibraries(lua_State* lua);

@@ -186,18 +186,24 @@ bool Limits::hold(std::size_t bytes) noexcept {
     return true;
 }
 
+void Limits::release(void* block, std::size_t size) noexcept {
+    // Of a state that does not run no record is looked at.
+    std::optional<Exclusion> alone;
+    if (running_.load(std::memory_order_relaxed)) alone.emplace(isArming_);
+    blocks_.free(block, size);
+}
+
 void* Limits::allocate(void* self, void* block, std::size_t oldSize, std::size_t newSize) {
     auto& limits = *static_cast<Limits*>(self);
     // For a new block Lua gives the kind of the object in place of the size.
     const std::size_t size = block ? oldSize : 0;
     if (newSize == 0) {
-        const Exclusion alone(limits.isArming_);
-        std::free(block);
+        limits.release(block, size);
         limits.memory_ -= size;
         return nullptr;
     }
     const bool allowed = newSize <= size || limits.mayGrow(newSize - size);
-    void* result = allowed ? std::realloc(block, newSize) : nullptr;
+    void* result = allowed ? limits.blocks_.resize(block, size, newSize) : nullptr;
     if (!result && newSize <= size) result = block;
     if (!result) {
         dropWeakKeys(limits.guard);  // a collection follows

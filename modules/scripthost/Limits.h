@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <lua.hpp>
 
+#include "Blocks.h"
+
 namespace scripthost {
 
 /// What one script may use up, its engines in Lua included.
@@ -92,8 +94,10 @@ private:
     int lineNow() const noexcept;
     bool mayGrow(std::size_t bytes) noexcept;
     void askToCollect() noexcept;
+    void release(void* block, std::size_t size) noexcept;
 
     const Budget budget_;
+    Blocks blocks_;
     Limit reached_ = Limit::None;
     int line_ = 0;
     std::uint64_t left_;        ///< Steps; 0 once a limit is reached.

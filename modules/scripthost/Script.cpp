@@ -131,12 +131,13 @@ int describeValue(lua_State* lua) {
 }  // namespace
 
 std::unique_ptr<Script> Script::create() {
+    learnLibraries();
     std::unique_ptr<Script> script(new Script(Budget::fromEnvironment()));
     lua_State* lua = lua_newstate(Limits::allocate, &script->run_.limits);
     if (!lua) return nullptr;
     script->state_.reset(lua);
     setRun(lua, script->run_);
-    for (const lua_CFunction open : {openLibraries, takeCollector, openContext, openResult}) {
+    for (const lua_CFunction open : {takeCollector, openLibraries, openContext, openResult}) {
         lua_pushcfunction(lua, open);
         if (lua_pcall(lua, 0, 0, 0) != LUA_OK) return nullptr;
     }
