@@ -7,7 +7,8 @@ namespace {
 constexpr double kCoarse = 1.0 / 40, kFine = 1.0 / 600;
 /// Samples across the width of a face.
 constexpr double kAcross = 3.0;
-constexpr double kMostInside = 250'000;
+/// Samples inside all facets together. Faces that want more than an equal share get one.
+constexpr double kMostInside = 100'000;
 constexpr std::size_t kMostVertices = 2'000'000;
 /// How far beside a vertex its sample is, on the way to the middle of the facet.
 constexpr double kInset = 1e-4;
@@ -16,6 +17,17 @@ constexpr double kRounded = 0.77;
 /// Facets around a vertex that are looked at. Only a broken mesh has more, but it may have
 /// millions.
 constexpr std::uint32_t kMostAround = 256;
+
+/// The most that one may get so that all together get no more than `sum`.
+double shareOf(std::vector<double> wanted, double sum) {
+    std::sort(wanted.begin(), wanted.end());
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        const double share = sum / static_cast<double>(wanted.size() - i);
+        if (wanted[i] > share) return share;
+        sum -= wanted[i];
+    }
+    return 1e300;
+}
 
 }  // namespace
 
@@ -45,7 +57,7 @@ void Samples::linkVertices() {
 void Samples::chooseSpacing() {
     const Model& model = skin_.model();
     densities_.assign(model.faces.size() + 1, 0.0);
-    double all = 0.0;
+    std::vector<double> wanted;
     for (const Face& face : model.faces) {
         double border = 0.0;
         for (const auto& loop : face.loops)
@@ -57,11 +69,13 @@ void Samples::chooseSpacing() {
             std::clamp(width / kAcross, kFine * skin_.size(), kCoarse * skin_.size());
         if (!(spacing > 0.0) || !(face.area > 0.0)) continue;
         densities_[static_cast<std::size_t>(face.number)] = 1.0 / (spacing * spacing);
-        all += face.area / (spacing * spacing);
+        wanted.push_back(face.area / (spacing * spacing));
     }
-    if (all > kMostInside)
-        for (double& density : densities_)
-            density *= kMostInside / all;
+    const double most = shareOf(std::move(wanted), kMostInside);
+    for (const Face& face : model.faces) {
+        double& density = densities_[static_cast<std::size_t>(face.number)];
+        if (density * face.area > most) density = most / face.area;
+    }
 }
 
 /// How many samples are inside a facet. Small facets take turns by a fixed sequence.
