@@ -164,6 +164,26 @@ TEST_F(DamagedFilesTest, AShapeThatHoldsTheOneBeforeTwiceIsRefused) {
         doubled = shapes::compound({doubled, doubled.Moved(TopLoc_Location(move))});
     write(doubled, "doubled.brep");
     EXPECT_THAT(Part::open(folder_.path("doubled.brep")).error, HasSubstr("too many"));
+    TopoDS_Shape boxes = shapes::box(1, 1, 1);
+    for (int i = 0; i < 16; ++i)
+        boxes = shapes::compound({boxes, boxes.Moved(TopLoc_Location(move))});
+    write(boxes, "boxes.brep");
+    EXPECT_THAT(Part::open(folder_.path("boxes.brep")).error, HasSubstr("250,000 faces"));
+}
+
+TEST_F(DamagedFilesTest, BordersThatTheKernelWouldRepairForHoursAreRefused) {
+    const std::string step = write(shapes::box(1, 2, 3), "whole.step");
+    const auto repeated = [&](const std::string& list) {
+        const std::size_t start = step.find(list) + list.size();
+        const std::string first = step.substr(start, step.find_first_of(",)", start) - start);
+        std::string text = step;
+        for (int i = 0; i < 8000; ++i)
+            text.insert(start, first + ',');
+        return text;
+    };
+    EXPECT_THAT(open(repeated("EDGE_LOOP('',("), "e.step").error, HasSubstr("too many edges"));
+    EXPECT_THAT(open(repeated("ADVANCED_FACE('',("), "f.step").error,
+                HasSubstr("too many borders"));
 }
 
 TEST_F(DamagedFilesTest, APartWithoutFacesHasNoBody) {

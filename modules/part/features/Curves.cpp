@@ -2,8 +2,8 @@
 
 #include <cmath>
 
+#include "../Elementary.h"
 #include "../Vec.h"
-#include "../reading/Recognise.h"
 
 namespace corvane::part::features {
 namespace {
@@ -12,13 +12,12 @@ namespace {
 /// are tangent or one of them is unknown.
 Vector ontoBoth(const Surface& a, const Surface& b, const Vector& start) {
     constexpr int kSteps = 8;
-    if (a.kind == SurfaceKind::Other || b.kind == SurfaceKind::Other) return start;
     Vector p = start;
     for (int i = 0; i < kSteps; ++i) {
-        const double fa = reading::signedDistance(a, p), fb = reading::signedDistance(b, p);
-        const Vector na = reading::outwardOf(a, p), nb = reading::outwardOf(b, p);
+        const auto [fa, na, knowsA] = offsetFrom(a, p);
+        const auto [fb, nb, knowsB] = offsetFrom(b, p);
         const double c = dot(na, nb), det = 1.0 - c * c;
-        if (!(det > 1e-6)) return start;
+        if (!knowsA || !knowsB || !(det > 1e-6)) return start;
         const Vector step = na * ((fa - c * fb) / det) + nb * ((fb - c * fa) / det);
         p = p - step;
         if (!(dot(step, step) > 1e-26 * (1.0 + dot(p, p)))) break;

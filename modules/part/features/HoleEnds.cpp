@@ -3,8 +3,8 @@
 #include <cmath>
 #include <map>
 
+#include "../Elementary.h"
 #include "../Vec.h"
-#include "../reading/Recognise.h"
 
 namespace corvane::part::features {
 namespace {
@@ -98,7 +98,7 @@ private:
             body_.origin + body_.axis * (end_.place - dot(body_.origin, body_.axis));
         if (end_.face > 0) {
             const Face& face = model_.face(end_.face);
-            const Vector normal = reading::outwardOf(face.surface, centre);
+            const Vector normal = offsetFrom(face.surface, centre).outward;
             end_.area = face.area;
             const bool inward = face.concave && face.surface.kind != SurfaceKind::Plane;
             if (dot(normal, normal) > 0.5)

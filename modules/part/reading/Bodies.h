@@ -29,6 +29,7 @@ struct Bodies {
 
 /// What one file may hold, so that a small file that repeats itself cannot fill the memory.
 constexpr std::size_t kMostBodies = 100'000;
+constexpr std::size_t kMostFaces = 250'000;
 
 Bodies readStep(const std::filesystem::path& file);
 Bodies readIges(const std::filesystem::path& file);

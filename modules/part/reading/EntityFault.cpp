@@ -19,6 +19,8 @@
 #include <StepRepr_RepresentationMap.hxx>
 #include <StepRepr_RepresentationRelationship.hxx>
 #include <StepShape_ContextDependentShapeRepresentation.hxx>
+#include <StepShape_EdgeLoop.hxx>
+#include <StepShape_Face.hxx>
 #include <StepShape_ShapeDefinitionRepresentation.hxx>
 #include <StepShape_TopologicalRepresentationItem.hxx>
 #include <TCollection_HAsciiString.hxx>
@@ -72,6 +74,26 @@ bool isTooFar(const Handle(Standard_Transient) & entity) {
     return false;
 }
 
+/// Adds up what the kernel will take for its repairs of borders: it compares each edge of a border
+/// with each other three deep, and each border of a face with each other.
+class BorderWork {
+public:
+    /// What there is too much of, with this entity; empty if it is still enough.
+    std::string add(const Handle(Standard_Transient) & entity) {
+        const auto loop = Handle(StepShape_EdgeLoop)::DownCast(entity);
+        if (!loop.IsNull()) edges_ += std::pow(loop->NbEdgeList(), 3);
+        const auto face = Handle(StepShape_Face)::DownCast(entity);
+        if (!face.IsNull()) borders_ += std::pow(face->NbBounds(), 2);
+        if (edges_ > kMostEdges) return "edges";
+        return borders_ > kMostBorders ? "borders" : "";
+    }
+
+private:
+    /// Each is two to three minutes of work.
+    static constexpr double kMostEdges = 1e11, kMostBorders = 5e7;
+    double edges_ = 0.0, borders_ = 0.0;
+};
+
 References referencesOf(const Interface_Graph& graph) {
     References references(static_cast<std::size_t>(graph.Size()));
     for (int number = 1; number <= graph.Size(); ++number) {
@@ -91,7 +113,10 @@ std::string entityFault(const Handle(XSControl_WorkSession) & session) {
     const auto label = [&](int number) {
         return std::string(model->StringLabel(model->Value(number))->ToCString());
     };
+    BorderWork work;
     for (int number = 1; number <= model->NbEntities(); ++number) {
+        const std::string tooMany = work.add(model->Value(number));
+        if (!tooMany.empty()) return "entity " + label(number) + " has too many " + tooMany;
         if (lacksParts(*model, number)) return "entity " + label(number) + " is damaged";
         if (isTooFar(model->Value(number))) return "entity " + label(number) + " is too far away";
     }

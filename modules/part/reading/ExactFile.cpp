@@ -1,6 +1,7 @@
 #include <Message.hxx>
 #include <Message_Messenger.hxx>
 #include <Standard_Failure.hxx>
+#include <TopExp_Explorer.hxx>
 #include <mutex>
 
 #include "Bodies.h"
@@ -12,6 +13,15 @@ namespace {
 std::mutex& readerMutex() {
     static std::mutex mutex;
     return mutex;
+}
+
+/// Whether there are more faces than the memory holds, as where a small file places one part often.
+bool haveTooManyFaces(const Bodies& bodies) {
+    std::size_t count = 0;
+    for (const Body& body : bodies.bodies)
+        for (TopExp_Explorer it(body.shape, TopAbs_FACE); it.More(); it.Next())
+            if (++count > kMostFaces) return true;
+    return false;
 }
 
 Bodies load(const std::filesystem::path& file, const std::string& kind) {
@@ -30,6 +40,8 @@ Result readExact(const std::filesystem::path& file, const std::string& kind, dou
     try {
         Bodies bodies = load(file, kind);
         if (bodies.error.empty() && bodies.bodies.empty()) bodies.error = "the file holds no body";
+        if (bodies.error.empty() && haveTooManyFaces(bodies))
+            bodies.error = "the part has more than 250,000 faces";
         result.error = bodies.error;
         if (!result.error.empty()) return result;
         if (bodies.units.empty()) scale(bodies, factor);

@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "../Elementary.h"
 #include "../Vec.h"
 
 namespace corvane::part::reading {
@@ -169,9 +170,10 @@ bool holds(const Surface& surface, const std::vector<Sample>& samples, double to
            double slack) {
     const bool concave = isConcave(surface, samples.front());
     for (const Sample& sample : samples) {
-        if (!(std::abs(signedDistance(surface, sample.point)) <= tolerance)) return false;
-        Vector out = outwardOf(surface, sample.point);
-        if (surface.kind != SurfaceKind::Plane && concave) out = -out;
+        const Offset offset = offsetFrom(surface, sample.point);
+        if (!(std::abs(offset.distance) <= tolerance)) return false;
+        const bool inward = surface.kind != SurfaceKind::Plane && concave;
+        const Vector out = inward ? -offset.outward : offset.outward;
         if (!(angleBetween(out, sample.normal) <= slack)) return false;
     }
     return true;
@@ -179,54 +181,9 @@ bool holds(const Surface& surface, const std::vector<Sample>& samples, double to
 
 }  // namespace
 
-Vector outwardOf(const Surface& s, const Vector& point) {
-    switch (s.kind) {
-        case SurfaceKind::Plane:
-            return s.axis;
-        case SurfaceKind::Cylinder:
-            return unit(point - ontoLine(point, s.origin, s.axis));
-        case SurfaceKind::Sphere:
-            return unit(point - s.origin);
-        case SurfaceKind::Cone: {
-            const Vector out = unit(point - ontoLine(point, s.origin, s.axis));
-            const double half = radians(s.halfAngle);
-            return out * std::cos(half) - s.axis * std::sin(half);
-        }
-        case SurfaceKind::Torus: {
-            const Vector out = unit(point - ontoLine(point, s.origin, s.axis));
-            return unit(point - (s.origin + out * s.radius));
-        }
-        case SurfaceKind::Other:
-            break;
-    }
-    return {};
-}
-
-double signedDistance(const Surface& s, const Vector& point) {
-    const double along = dot(point - s.origin, s.axis);
-    const double out = distanceToLine(point, s.origin, s.axis);
-    switch (s.kind) {
-        case SurfaceKind::Plane:
-            return along;
-        case SurfaceKind::Cylinder:
-            return out - s.radius;
-        case SurfaceKind::Sphere:
-            return distance(point, s.origin) - s.radius;
-        case SurfaceKind::Cone: {
-            const double half = radians(s.halfAngle);
-            return (out - s.radius - along * std::tan(half)) * std::cos(half);
-        }
-        case SurfaceKind::Torus:
-            return std::hypot(out - s.radius, along) - s.minorRadius;
-        case SurfaceKind::Other:
-            break;
-    }
-    return 0.0;
-}
-
 bool isConcave(const Surface& surface, const Sample& sample) {
     return surface.kind != SurfaceKind::Plane &&
-           dot(outwardOf(surface, sample.point), sample.normal) < 0.0;
+           dot(offsetFrom(surface, sample.point).outward, sample.normal) < 0.0;
 }
 
 std::optional<Surface> recognise(const std::vector<Sample>& samples, double tolerance,

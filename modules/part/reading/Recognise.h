@@ -19,12 +19,4 @@ std::optional<Surface> recognise(const std::vector<Sample>& samples, double tole
 /// Whether the normal points to the axis or centre: the material is around such a face.
 bool isConcave(const Surface& surface, const Sample& sample);
 
-/// The unit normal of an elementary surface at a point of it, away from the axis or centre; zero
-/// for Other.
-Vector outwardOf(const Surface& surface, const Vector& point);
-
-/// Millimetres from an elementary surface to a point, positive on the side of outwardOf(); 0 for
-/// Other.
-double signedDistance(const Surface& surface, const Vector& point);
-
 }  // namespace corvane::part::reading

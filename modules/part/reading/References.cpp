@@ -9,6 +9,8 @@ namespace {
 
 /// Shapes in an assembly of 64 levels need some hundred.
 constexpr int kDeepest = 2000;
+/// The kernel needs 600 bytes for each, and minutes for all.
+constexpr std::size_t kMostEntities = 5'000'000;
 
 /// Goes depth first, in a loop: how long a chain is, is up to the file.
 class Walk {
@@ -71,9 +73,11 @@ private:
 class Instances {
 public:
     explicit Instances(std::string_view text) : rest_(text) {
-        while (!rest_.empty())
+        while (!rest_.empty() && !areTooMany())
             takeStatement();
     }
+
+    [[nodiscard]] bool areTooMany() const { return references_.size() > kMostEntities; }
 
     [[nodiscard]] const References& references() const { return references_; }
     [[nodiscard]] std::uint64_t name(std::size_t thing) const { return names_[thing]; }
@@ -141,6 +145,7 @@ ReferenceFault checkReferences(const References& references) {
 
 std::string stepFault(std::string_view text) {
     const Instances instances(text);
+    if (instances.areTooMany()) return "it has more than 5,000,000 entities";
     const ReferenceFault fault = checkReferences(instances.references());
     if (fault.kind == ReferenceFault::Kind::None) return {};
     return "entity #" + std::to_string(instances.name(fault.thing)) +

@@ -1,5 +1,6 @@
 #include "Skin.h"
 
+#include "../Elementary.h"
 #include "Sides.h"
 
 namespace corvane::part::walls {
@@ -23,53 +24,7 @@ bool isFinite(const Vector& v) {
     return std::abs(v.x) < kFarthest && std::abs(v.y) < kFarthest && std::abs(v.z) < kFarthest;
 }
 
-bool roundAxis(const Surface& s, const Vector& point, Vector& out, double& radius, double& along) {
-    const Vector from = point - s.origin;
-    along = dot(from, s.axis);
-    const Vector radial = from - s.axis * along;
-    radius = length(radial);
-    out = unit(radial);
-    return radius > 0.0;
-}
-
 }  // namespace
-
-bool distanceFrom(const Surface& s, const Vector& point, double& distance, Vector& direction) {
-    Vector out;
-    double radius = 0.0, along = 0.0;
-    switch (s.kind) {
-        case SurfaceKind::Plane:
-            direction = s.axis;
-            distance = dot(point - s.origin, s.axis);
-            return true;
-        case SurfaceKind::Sphere:
-            direction = unit(point - s.origin);
-            distance = part::distance(point, s.origin) - s.radius;
-            return distance > -s.radius;
-        case SurfaceKind::Cylinder:
-            if (!roundAxis(s, point, out, radius, along)) return false;
-            direction = out;
-            distance = radius - s.radius;
-            return true;
-        case SurfaceKind::Cone: {
-            if (!roundAxis(s, point, out, radius, along)) return false;
-            const double angle = radians(s.halfAngle);
-            direction = out * std::cos(angle) - s.axis * std::sin(angle);
-            distance = (radius - s.radius - along * std::tan(angle)) * std::cos(angle);
-            return true;
-        }
-        case SurfaceKind::Torus: {
-            if (!roundAxis(s, point, out, radius, along)) return false;
-            const Vector tube = out * (radius - s.radius) + s.axis * along;
-            direction = unit(tube);
-            distance = length(tube) - s.minorRadius;
-            return distance > -s.minorRadius;
-        }
-        case SurfaceKind::Other:
-            break;
-    }
-    return false;
-}
 
 Skin::Skin(const Model& model, const Mesh& mesh) : model_(model), mesh_(mesh) {
     findNormals();
@@ -174,23 +129,18 @@ void Skin::buildTree() {
 /// Whether the corners are on the surface that was made out below the facets: a cone that is nearly
 /// a cylinder may be taken for one.
 bool Skin::isFitted(std::uint32_t triangle) const {
-    double away = 0.0;
-    Vector direction;
     for (std::size_t i = 0; i < 3; ++i) {
-        if (!distanceFrom(face(triangle).surface, corner(triangle, i), away, direction))
-            return false;
-        if (!(std::abs(away) <= kFit * size_)) return false;
+        const Offset offset = offsetFrom(face(triangle).surface, corner(triangle, i));
+        if (!offset.isKnown || !(std::abs(offset.distance) <= kFit * size_)) return false;
     }
     return true;
 }
 
 Skin::Spot Skin::exactly(std::uint32_t triangle, const Vector& point) const {
     const Vector flat = facetNormal(triangle);
-    const Surface& surface = face(triangle).surface;
     Spot spot{point, flat, 0.0, false};
-    double away = 0.0;
-    Vector direction;
-    if (!distanceFrom(surface, point, away, direction)) return spot;
+    const auto [away, direction, isKnown] = offsetFrom(face(triangle).surface, point);
+    if (!isKnown) return spot;
     const double side = dot(direction, flat);
     if (std::abs(side) < kSameSide) return spot;
     double longest = 0.0;

@@ -65,8 +65,4 @@ private:
     Bvh tree_;
 };
 
-/// The signed distance of a point from an elementary surface and the unit direction in which it
-/// grows; false for other surfaces and where the direction is not defined.
-bool distanceFrom(const Surface& surface, const Vector& point, double& distance, Vector& direction);
-
 }  // namespace corvane::part::walls
