@@ -41,6 +41,10 @@ void readDatabaseKeys(ModuleConfiguration& configuration) {
 
 }  // namespace
 
+std::optional<CStringW> GetScriptFolder() {
+    return config::scriptFolder();
+}
+
 ModuleConfiguration GetModuleConfiguration() {
     ModuleConfiguration configuration;
     configuration.settingsFolder = config::settingsFolderPath();

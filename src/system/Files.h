@@ -75,17 +75,21 @@ public:
 /// What tells one state of a file from another without reading it.
 class FileStamp {
 public:
-    /// The state of the file at a path now; that it is missing is a state too.
+    /// The state of the file at a path now, or within a SteadyFilesScope at the first look. That it
+    /// is missing is a state too.
     static FileStamp of(std::u16string_view path);
 
-    /// True when the file that had this stamp is sure to be unchanged under the other one. A file
-    /// that was written right before it was stamped may change again within one tick of the file
-    /// system's clock, so its stamp proves nothing.
+    /// True when the file that had this stamp is sure to be unchanged under the other one, or both
+    /// are the same look. A file that was written right before it was stamped may change again
+    /// within one tick of the file system's clock, so its stamp proves nothing.
     bool proves(const FileStamp& later) const;
 
     bool exists() const { return exists_; }
 
 private:
+    static FileStamp now(std::u16string_view path);
+
+    std::uint64_t look_ = 0;  // of a scope, or none
     bool exists_ = false;
     bool settled_ = true;
     std::uint64_t volume_ = 0;

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <corvane/config/DataFolders.h>
+#include <corvane/config/ModuleConfiguration.h>
+#include <corvane/platform/SteadyFilesScope.h>
 
 #include "config/DataFolders.h"
 #include "support/EnvironmentScope.h"
@@ -79,8 +81,17 @@ TEST(DataFolders, SeesTheScriptFolderThatTheConfigurationNamesNow) {
         EXPECT_TRUE(folder.exists("Settings"));
         std::filesystem::remove_all(folder.path("Settings"));
     }
-    write("Settings/ConfigModule.ini", "/c");
-    EXPECT_EQ(corvane::config::scriptFolder(), u"/c");
+    write("Settings/ConfigModule.ini", "/e");
+    EXPECT_EQ(corvane::config::scriptFolder(), u"/e");
+    {
+        const corvane::SteadyFilesScope steady;
+        write("Settings/ConfigModule.ini", "/f");
+        EXPECT_EQ(corvane::GetScriptFolder(), u"/f");
+        write("Settings/ConfigModule.ini", "/g and more");
+        const corvane::SteadyFilesScope inner;
+        EXPECT_EQ(corvane::GetScriptFolder(), u"/f");
+    }
+    EXPECT_EQ(corvane::GetScriptFolder(), u"/g and more");
 }
 
 }  // namespace

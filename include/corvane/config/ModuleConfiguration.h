@@ -39,6 +39,10 @@ struct ConfigurationEntry {
     bool commented = false;  ///< The line is commented out; it is read all the same.
 };
 
+/// The folder of the user-defined rules that ConfigModule.ini names; nothing without a record of
+/// it. The file is looked at for each call, and read when it has changed.
+CORVANE_EXPORT std::optional<CStringW> GetScriptFolder();
+
 /// ConfigModule.ini as the library reads it now, with what tells why a line does not count.
 struct ModuleConfiguration {
     CStringW settingsFolder;  ///< With its closing separator. The query does not make it.

@@ -6,6 +6,7 @@
 #include <set>
 
 #include <corvane/app/StringResources.h>
+#include <corvane/platform/SteadyFilesScope.h>
 #include <corvane/scriptrules/RuleIndexScope.h>
 
 #include "Pattern.h"
@@ -139,6 +140,7 @@ private:
         return true;
     }
 
+    const corvane::SteadyFilesScope steady_;
     const corvane::RuleIndexScope index_;
     const RunOptions& options_;
     const Severities& severities_;

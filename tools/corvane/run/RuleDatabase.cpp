@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 #include <corvane/config/ModuleConfiguration.h>
 #include <corvane/database/IDatabaseCollector.h>
@@ -39,10 +38,11 @@ bool isWordUnit(char unit) {
 bool namesDatabase(const CStringW& scriptPath) {
     const fs::path path(shownPath(scriptPath).Std());
     std::error_code status;
-    if (!fs::is_regular_file(path, status) || fs::file_size(path, status) > kLargestScript)
-        return false;
-    std::ifstream file(path, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    // What is no regular file has no size.
+    const std::uintmax_t size = fs::file_size(path, status);
+    if (status || size > kLargestScript) return false;
+    std::string text(size, '\0');
+    std::ifstream(path, std::ios::binary).read(text.data(), static_cast<std::streamsize>(size));
     for (std::size_t at = text.find("db"); at != text.npos; at = text.find("db", at + 1)) {
         const bool begins = at == 0 || !isWordUnit(text[at - 1]);
         const bool ends = at + 2 == text.size() || !isWordUnit(text[at + 2]);
@@ -56,7 +56,7 @@ bool RuleDatabase::isWanted(const LoadedRule& loaded) {
     asked_ = true;
     if (wanted_ || !loaded.isScript()) return wanted_;
     std::optional<CStringW> folder = loaded.scriptFolder;
-    if (folder->IsEmpty()) folder = corvane::GetModuleConfiguration().scriptFolder;
+    if (folder->IsEmpty()) folder = corvane::GetScriptFolder();
     wanted_ = folder && namesDatabase(*folder + u"/" + loaded.rule->m_csRuleFileName);
     // An engine in Lua may ask for it as well.
     for (const CStringW& engine : loaded.rule->m_lstEngines)

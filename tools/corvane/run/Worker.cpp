@@ -7,6 +7,7 @@
 #include <corvane/app/BatchMode.h>
 #include <corvane/platform/Environment.h>
 #include <corvane/platform/LoadedModule.h>
+#include <corvane/platform/SteadyFilesScope.h>
 #include <corvane/scriptrules/RuleIndexScope.h>
 
 #include "Command.h"
@@ -48,6 +49,7 @@ public:
           files_(setup_.files.size()) {}
 
     void run(const protocol::Job& job) {
+        const corvane::SteadyFilesScope steady;
         context_.partPath = CStringW::FromUtf8(job.path);
         context_.partName = lastName(context_.partPath);
         context_.partMaterial = CStringW::FromUtf8(setup_.material);
