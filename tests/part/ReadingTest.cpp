@@ -1,3 +1,11 @@
+#include <BRepBuilderAPI_MakeFace.hxx>
+#include <GeomAPI_Interpolate.hxx>
+#include <GeomConvert.hxx>
+#include <Geom_BSplineCurve.hxx>
+#include <Geom_OffsetSurface.hxx>
+#include <Geom_RectangularTrimmedSurface.hxx>
+#include <Geom_SurfaceOfLinearExtrusion.hxx>
+#include <Geom_SurfaceOfRevolution.hxx>
 #include <gmock/gmock.h>
 #include <gp_Trsf.hxx>
 #include <gtest/gtest.h>
@@ -111,6 +119,42 @@ TEST_F(ReadingTest, EveryFormatGivesTheSamePart) {
         EXPECT_EQ(kinds(part)[SurfaceKind::Cylinder], 1);
         EXPECT_EQ(edgesOf(part, Convexity::Concave), 1);
         EXPECT_TRUE(part.damages().empty());
+    }
+}
+
+TEST_F(ReadingTest, BoxesReachToTheTopsOfSurfacesThatTheKernelSamples) {
+    // A narrow bump, swept, turned or offset, that looks out of a block.
+    const Handle(TColgp_HArray1OfPnt) points = new TColgp_HArray1OfPnt(1, 7);
+    const double bump[7][2]{{0, 5},      {5.1, 5}, {5.17, 5.1}, {5.2, 6},
+                            {5.23, 5.1}, {5.3, 5}, {10, 5}};
+    for (int i = 0; i < 7; ++i)
+        points->SetValue(i + 1, {bump[i][1], 0, bump[i][0]});
+    GeomAPI_Interpolate spline(points, false, 1e-9);
+    spline.Perform();
+    const Handle(Geom_BSplineCurve) curve = spline.Curve();
+    const double first = curve->FirstParameter(), last = curve->LastParameter();
+    const Handle(Geom_Surface) swept = new Geom_SurfaceOfLinearExtrusion(curve, {0, 1, 0});
+    const Handle(Geom_Surface) turned = new Geom_SurfaceOfRevolution(curve, {{0, 0, 0}, {0, 0, 1}});
+    const Handle(Geom_Surface) patch =
+        new Geom_RectangularTrimmedSurface(swept, first, last, 0.0, 4.0);
+    const Handle(Geom_Surface) offset =
+        new Geom_OffsetSurface(GeomConvert::SurfaceToBSplineSurface(patch), -0.25);
+    const Handle(Geom_Surface) wedge =
+        new Geom_RectangularTrimmedSurface(turned, 0.0, 3.0, first, last);
+    for (const auto& surface : {patch, wedge, offset}) {
+        double u0 = 0, u1 = 0, v0 = 0, v1 = 0, top = 0;
+        surface->Bounds(u0, u1, v0, v1);
+        for (int i = 0; i <= 20000; ++i) {
+            const double share = i / 2e4;
+            const double u = surface == wedge ? u0 : u0 + (u1 - u0) * share;
+            const double v = surface == wedge ? v0 + (v1 - v0) * share : v0;
+            top = std::max(top, surface->Value(u, v).X());
+        }
+        const TopoDS_Shape block = shapes::box(top + 49.95, 100, 100, {-50, -50, -50});
+        const TopoDS_Shape face = BRepBuilderAPI_MakeFace(surface, 1e-6).Shape();
+        const auto part = Part::open(write(shapes::compound({block, face}), "b.brep")).part;
+        ASSERT_TRUE(part);
+        EXPECT_NEAR(part->box().greatest.x, top, 1e-4) << surface->DynamicType()->Name();
     }
 }
 
