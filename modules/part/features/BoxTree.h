@@ -17,7 +17,8 @@ public:
     }
 
     /// Calls `visit` with the number of each box that may hold something better than `best`, which
-    /// the visits lower. `bound` gives for a ball the least value that anything in it can have.
+    /// the visits lower. `bound` gives for a box, by its middle and half its sizes, the least value
+    /// that anything in it can have.
     template <typename Bound, typename Visit>
     void search(const double& best, Bound bound, Visit visit) const {
         if (!nodes_.empty()) search(0, best, bound, visit);
@@ -26,8 +27,7 @@ public:
 private:
     static constexpr std::size_t kLeaf = 4;
     struct Node {
-        Vector centre;
-        double radius = 0.0;
+        Vector centre, half;
         std::size_t first = 0, last = 0;
         std::size_t right = 0;  // the left child comes next; 0 for a leaf
     };
@@ -35,14 +35,14 @@ private:
     template <typename Bound, typename Visit>
     void search(std::size_t index, const double& best, Bound& bound, Visit& visit) const {
         const Node& node = nodes_[index];
-        if (!(bound(node.centre, node.radius) < best)) return;
+        if (!(bound(node.centre, node.half) < best)) return;
         if (node.right == 0) {
             for (std::size_t i = node.first; i < node.last; ++i)
                 visit(order_[i]);
             return;
         }
         const Node &l = nodes_[index + 1], &r = nodes_[node.right];
-        const bool leftFirst = bound(l.centre, l.radius) <= bound(r.centre, r.radius);
+        const bool leftFirst = bound(l.centre, l.half) <= bound(r.centre, r.half);
         search(leftFirst ? index + 1 : node.right, best, bound, visit);
         search(leftFirst ? node.right : index + 1, best, bound, visit);
     }
@@ -56,7 +56,8 @@ private:
             add(middles, (b.least + b.greatest) * 0.5);
         }
         const std::size_t index = nodes_.size();
-        nodes_.push_back({(box.least + box.greatest) * 0.5, diagonal(box) / 2, first, last, 0});
+        nodes_.push_back(
+            {(box.least + box.greatest) * 0.5, (box.greatest - box.least) * 0.5, first, last, 0});
         if (last - first <= kLeaf) return;
         const Vector size = middles.greatest - middles.least;
         const auto key = [&](std::uint32_t i) {

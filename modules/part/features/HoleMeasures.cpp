@@ -108,6 +108,15 @@ Box boxOf(const Bar& bar) {
     return box;
 }
 
+double apart(const Box& a, const Box& b) {
+    const auto gap = [](double lowA, double highA, double lowB, double highB) {
+        return std::max({0.0, lowA - highB, lowB - highA});
+    };
+    return length({gap(a.least.x, a.greatest.x, b.least.x, b.greatest.x),
+                   gap(a.least.y, a.greatest.y, b.least.y, b.greatest.y),
+                   gap(a.least.z, a.greatest.z, b.least.z, b.greatest.z)});
+}
+
 void measureBetween(const Topology& topology, std::vector<Hole>& holes) {
     std::vector<Wall> walls;
     std::vector<Box> boxes;
@@ -120,12 +129,11 @@ void measureBetween(const Topology& topology, std::vector<Hole>& holes) {
     for (Hole& hole : holes) {
         const std::vector<int> joined = around(topology, hole);
         for (const Wall& wall : wallsOf(hole)) {
-            const Vector middle = wall.bar.origin + wall.bar.axis * (wall.bar.length / 2);
-            const double reach = wall.bar.length / 2 + wall.bar.radius;
+            const Box box = boxOf(wall.bar);
             tree.search(
                 hole.holeDistance,
-                [&](const Vector& centre, double radius) {
-                    return distance(centre, middle) - radius - reach;
+                [&](const Vector& middle, const Vector& half) {
+                    return apart(box, {middle - half, middle + half});
                 },
                 [&](std::uint32_t index) {
                     const Hole& other = holes[static_cast<std::size_t>(walls[index].hole - 1)];

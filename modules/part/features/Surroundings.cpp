@@ -139,6 +139,19 @@ struct Surroundings::View {
         return {dot(d, axis), dot(d, x), dot(d, y)};
     }
     [[nodiscard]] Local point(const Vector& p) const { return direction(p - origin); }
+    /// What a box takes up: from where to where along, and how near to the axis.
+    struct Span {
+        double low, high, out;
+    };
+    [[nodiscard]] Span span(const Vector& middle, const Vector& half) const {
+        const auto reach = [&](const Vector& d) {
+            return std::abs(d.x) * half.x + std::abs(d.y) * half.y + std::abs(d.z) * half.z;
+        };
+        const Local c = point(middle);
+        const double along = reach(axis), u = std::max(0.0, std::abs(c.u) - reach(x)),
+                     v = std::max(0.0, std::abs(c.v) - reach(y));
+        return {c.along - along, c.along + along, std::sqrt(u * u + v * v)};
+    }
     [[nodiscard]] Polygon polygon(const std::array<Vector, 3>& corners) const {
         Polygon polygon;
         for (const Vector& corner : corners)
@@ -195,9 +208,9 @@ double Surroundings::free(const Bar& wide, bool leaving, const std::vector<int>&
     const Bar bar{wide.origin, wide.axis, wide.length, wide.radius * 0.98};
     const double start = leaving ? 0.0 : tolerance_;
     double best = kNone;
-    const auto bound = [&](const Vector& centre, double reach) {
-        const Local c = view.point(centre);
-        return out(c) - reach > bar.radius || c.along + reach < start ? kNone : c.along - reach;
+    const auto bound = [&](const Vector& middle, const Vector& half) {
+        const View::Span span = view.span(middle, half);
+        return span.out > bar.radius || span.high < start ? kNone : span.low;
     };
     faces_.search(best, bound, [&](std::uint32_t index) {
         if (!counts(index, except, solid)) return;
@@ -237,10 +250,10 @@ double Surroundings::leastOn(std::uint32_t triangle, const View& view, const Bar
 double Surroundings::beside(const Bar& bar, const std::vector<int>& except, int solid) const {
     const View view(bar);
     double best = kNone;
-    const auto bound = [&](const Vector& centre, double reach) {
-        const Local c = view.point(centre);
-        const bool past = c.along + reach < 0.0 || c.along - reach > bar.length;
-        return past ? kNone : out(c) - reach - bar.radius - 2.0 * tolerance_;
+    const auto bound = [&](const Vector& middle, const Vector& half) {
+        const View::Span span = view.span(middle, half);
+        const bool past = span.high < 0.0 || span.low > bar.length;
+        return past ? kNone : span.out - bar.radius - 2.0 * tolerance_;
     };
     faces_.search(best, bound, [&](std::uint32_t index) {
         if (!counts(index, except, solid)) return;

@@ -8,7 +8,7 @@ constexpr double kCoarse = 1.0 / 40, kFine = 1.0 / 600;
 /// Samples across the width of a face.
 constexpr double kAcross = 3.0;
 /// Samples inside all facets together. Faces that want more than an equal share get one.
-constexpr double kMostInside = 100'000;
+constexpr double kMostInside = 60'000;
 constexpr std::size_t kMostVertices = 2'000'000;
 /// How far beside a vertex its sample is, on the way to the middle of the facet.
 constexpr double kInset = 1e-4;
