@@ -189,7 +189,12 @@ BENCHMARK(openBare)
     ->Arg(15)
     ->Arg(31)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK(analyse)->Name("all analyses of a part:corvane")->Arg(31)->Unit(benchmark::kMillisecond);
+BENCHMARK(analyse)
+    ->Name("all analyses of a part:corvane")
+    ->Arg(3)
+    ->Arg(15)
+    ->Arg(31)
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(measureWalls)
     ->Name("walls of a mesh:corvane")
     ->Arg(10'000)

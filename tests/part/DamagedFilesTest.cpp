@@ -4,9 +4,13 @@
 #include <BRepPrimAPI_MakePrism.hxx>
 #include <BRepTools.hxx>
 #include <BRep_Builder.hxx>
+#include <BRep_Tool.hxx>
 #include <GeomConvert.hxx>
 #include <Geom_BezierSurface.hxx>
 #include <Geom_OffsetSurface.hxx>
+#include <Poly_PolygonOnTriangulation.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopoDS.hxx>
 #include <TopoDS_Compound.hxx>
 #include <gmock/gmock.h>
 #include <gp_Elips.hxx>
@@ -15,6 +19,7 @@
 
 #include "corvane/part/Part.h"
 
+#include "../../modules/part/Vec.h"
 #include "Shapes.h"
 #include "support/TemporaryFolder.h"
 
@@ -192,6 +197,28 @@ TEST_F(DamagedFilesTest, APartWithoutFacesHasNoBody) {
         write(edge, name);
         EXPECT_EQ(Part::open(folder_.path(name)).error, "the file holds no body") << name;
     }
+}
+
+TEST_F(DamagedFilesTest, FacetsThatABrepFileBringsAreNotTrusted) {
+    const TopoDS_Shape pin = shapes::cylinder({{0, 0, 0}, {0, 0, 1}}, 5, 10);
+    BRepMesh_IncrementalMesh(pin, 2.0, false, 2.0);
+    for (TopExp_Explorer it(pin, TopAbs_FACE); it.More(); it.Next()) {
+        TopLoc_Location place;
+        const auto facets = BRep_Tool::Triangulation(TopoDS::Face(it.Current()), place);
+        facets->Deflection(1e-9);
+        for (TopExp_Explorer edge(it.Current(), TopAbs_EDGE); edge.More(); edge.Next())
+            BRep_Tool::PolygonOnTriangulation(TopoDS::Edge(edge.Current()), facets, place)
+                ->Deflection(1e-9);
+    }
+    BRepTools::Write(pin, folder_.path("pin.brep").c_str());
+    const auto part = Part::open(folder_.path("pin.brep")).part;
+    ASSERT_TRUE(part);
+    double area = 0.0;
+    for (const auto& [a, b, c] : part->mesh().triangles) {
+        const auto& v = part->mesh().vertices;
+        area += length(cross(v[b] - v[a], v[c] - v[a])) / 2;
+    }
+    EXPECT_NEAR(area / part->area(), 1.0, 0.01);
 }
 
 TEST_F(DamagedFilesTest, AFaceOfFacetsAloneIsRefused) {

@@ -1,5 +1,6 @@
 #include <BRepAdaptor_Surface.hxx>
 #include <BRepBndLib.hxx>
+#include <BRepTools.hxx>
 #include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>
 #include <Bnd_Box.hxx>
@@ -139,12 +140,30 @@ public:
     }
 
 private:
+    /// The kernel's mesher needs many times the memory of the faces, so it gets some at a time.
     Mesh makeMesh(double deviation) const {
-        const TopoDS_Compound all = compound();
-        meshFaces(all, deviation, radians(kMeshAngle));
+        constexpr std::size_t kTogether = 2000;
         Mesh mesh;
-        eachFace(bodies_,
-                 [&](const TopoDS_Face& face, int number) { addFacets(face, number, mesh); });
+        std::vector<std::pair<TopoDS_Face, int>> faces;
+        const auto flush = [&] {
+            const BRep_Builder builder;
+            TopoDS_Compound some;
+            builder.MakeCompound(some);
+            for (const auto& [face, number] : faces)
+                builder.Add(some, face);
+            // Facets that came with the file may be anything.
+            BRepTools::Clean(some);
+            meshFaces(some, deviation, radians(kMeshAngle));
+            for (const auto& [face, number] : faces)
+                addFacets(face, number, mesh);
+            BRepTools::Clean(some);
+            faces.clear();
+        };
+        eachFace(bodies_, [&](const TopoDS_Face& face, int number) {
+            faces.emplace_back(face, number);
+            if (faces.size() == kTogether) flush();
+        });
+        flush();
         return mesh;
     }
 
@@ -177,15 +196,6 @@ private:
             if (!isValid(face)) invalid.push_back(number);
         });
         return invalid;
-    }
-
-    [[nodiscard]] TopoDS_Compound compound() const {
-        TopoDS_Compound all;
-        BRep_Builder builder;
-        builder.MakeCompound(all);
-        for (const Body& body : bodies_.bodies)
-            builder.Add(all, body.shape);
-        return all;
     }
 
     Bodies bodies_;
