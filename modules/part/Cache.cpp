@@ -28,7 +28,6 @@ OpenResult Cache::get(const std::string& path, const std::string& units, const R
         break;
     }
     entry.result = read(entry.file);
-    if (!entry.result.part) return entry.result;
     entries_.push_front(std::move(entry));
     if (entries_.size() > kMost) entries_.pop_back();
     return entries_.front().result;
