@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -58,6 +59,15 @@ public:
 /// What is no regular file or may not be written is refused. On failure
 /// the result is false, and the old file is left whole unless it had to be written in place.
 bool replaceFile(std::u16string_view path, std::string_view bytes);
+
+/// Takes the next bytes of a content. False when they cannot be kept: what follows is not needed.
+using ByteSink = std::function<bool(std::string_view)>;
+/// Hands a content to a sink, piece by piece, and says whether the sink took all of it. The content
+/// is the same each time.
+using ByteSource = std::function<bool(const ByteSink&)>;
+
+/// The same for a content that is never in memory as a whole.
+bool replaceFile(std::u16string_view path, const ByteSource& content);
 
 /// A file that is open for writing and readable by others meanwhile. Closes itself.
 class OutputFile {

@@ -86,7 +86,9 @@ bool Document::loadText(std::u16string_view text) {
 }
 
 bool Document::save(std::u16string_view path) const {
-    return root() && system::replaceFile(path, serializedFile(*tree_));
+    return root() && system::replaceFile(path, [this](const system::ByteSink& sink) {
+               return serializeFile(*tree_, sink);
+           });
 }
 
 QorXMLNode* Document::addRootNode() {

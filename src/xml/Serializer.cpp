@@ -1,8 +1,8 @@
 #include "xml/Serializer.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
+#include <memory>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -21,12 +21,14 @@ struct Utf16Output {
     std::u16string take() { return std::move(text); }
 };
 
-// Gathers pieces, most of which are a few units of ASCII, before they are appended to the text.
+// Gathers pieces, most of which are a few units of ASCII, before they are handed on.
 class Utf8Output {
 public:
+    explicit Utf8Output(const system::ByteSink& sink) : sink_(sink) {}
+
     void put(std::string_view ascii) {
         if (!fits(ascii.size())) flush();
-        std::copy(ascii.begin(), ascii.end(), buffer_.data() + used_);
+        std::copy(ascii.begin(), ascii.end(), buffer_.get() + used_);
         used_ += ascii.size();
     }
     void put(std::u16string_view units) {
@@ -43,20 +45,25 @@ public:
             }
             flush();
         }
-        system::appendUtf8(text_, units);
+        hand(system::toUtf8(units));
     }
-    std::string take() {
+    // True when the sink has taken all that was put.
+    bool finish() {
         flush();
-        return std::move(text_);
+        return taken_;
     }
 
 private:
-    bool fits(std::size_t size) const { return size <= buffer_.size() - used_; }
-    void flush() { text_.append(buffer_.data(), std::exchange(used_, 0)); }
+    static constexpr std::size_t kSize = std::size_t{1} << 16;
 
-    std::string text_;
-    std::array<char, 4096> buffer_;
+    bool fits(std::size_t size) const { return size <= kSize - used_; }
+    void flush() { hand({buffer_.get(), std::exchange(used_, 0)}); }
+    void hand(std::string_view bytes) { taken_ = taken_ && (bytes.empty() || sink_(bytes)); }
+
+    const system::ByteSink& sink_;
+    std::unique_ptr<char[]> buffer_ = std::make_unique_for_overwrite<char[]>(kSize);
     std::size_t used_ = 0;
+    bool taken_ = true;
 };
 
 // A bit for each unit that is escaped somewhere; none of them is above '>'.
@@ -106,6 +113,9 @@ std::string_view referenceTo(char16_t white) {
 template <typename Output>
 class Serializer {
 public:
+    template <typename... Arguments>
+    explicit Serializer(const Arguments&... arguments) : out_(arguments...) {}
+
     Output& output() { return out_; }
 
     void write(const Node& top) {
@@ -237,14 +247,14 @@ std::u16string serialized(const Element& element) {
     return serializer.output().take();
 }
 
-std::string serializedFile(const Element& document) {
-    Serializer<Utf8Output> serializer;
+bool serializeFile(const Element& document, const system::ByteSink& sink) {
+    Serializer<Utf8Output> serializer(sink);
     serializer.output().put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
     for (const Node* at = document.firstChild; at; at = at->next) {
         serializer.write(*at);
         serializer.output().put("\n");
     }
-    return serializer.output().take();
+    return serializer.output().finish();
 }
 
 }  // namespace corvane::xml

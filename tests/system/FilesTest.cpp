@@ -73,6 +73,20 @@ TEST_F(Files, AreReplacedWithModeAndLinkKept) {
     EXPECT_EQ(entries(), 3);
 }
 
+TEST_F(Files, AreReplacedPieceByPieceOrNotAtAll) {
+    folder_.write("file", "old");
+    const auto content = [](bool whole) {
+        return [whole](const corvane::system::ByteSink& sink) {
+            return sink("one") && sink("") && sink("two") && whole;
+        };
+    };
+    EXPECT_FALSE(replaceFile(at("file"), content(false)));
+    EXPECT_EQ(folder_.read("file"), "old");
+    EXPECT_TRUE(replaceFile(at("file"), content(true)));
+    EXPECT_EQ(folder_.read("file"), "onetwo");
+    EXPECT_EQ(entries(), 1);
+}
+
 // As for somebody who may not give a file away, or not to that group.
 TEST_F(Files, AreNotOpenedToTheMembersOfAnotherGroup) {
     struct Owners : FileFaults {
@@ -147,6 +161,11 @@ TEST_F(Files, AreWrittenInPlaceWhereTheFolderIsProtected) {
         fs::permissions(folder_.path("f"), mode);
         EXPECT_TRUE(asUser([this] { return replaceFile(at("f/file"), "new"); }));
         EXPECT_EQ(folder_.read("f/file"), "new");
+        EXPECT_TRUE(asUser([this] {
+            return replaceFile(at("f/file"), [](const corvane::system::ByteSink& sink) {
+                return sink("n") && sink("ew");
+            });
+        }));
         EXPECT_TRUE(asUser([this] { return !replaceFile(at("f/protected"), "new"); }));
         EXPECT_TRUE(asUser([this] { return refusesOnFullDisk(at("f/file")); }));
         EXPECT_EQ(folder_.read("f/file"), "new");

@@ -173,23 +173,35 @@ bool isDenied(int error) {
     return error == EACCES || error == EPERM || error == EROFS || error == EBUSY;
 }
 
-bool writeInPlace(const std::string& path, std::string_view bytes) {
+bool writeTo(int descriptor, const ByteSource& content) {
+    return content([descriptor](std::string_view bytes) { return writeAll(descriptor, bytes); });
+}
+
+bool writeInPlace(const std::string& path, const ByteSource& content) {
     Descriptor file(openFile(path.c_str(), O_WRONLY | O_NOFOLLOW));
     struct stat old;
     if (!file.isOpen() || ::fstat(file.get(), &old) != 0 || !S_ISREG(old.st_mode)) return false;
-    const auto size = static_cast<off_t>(bytes.size());
+    off_t size = 0;
+    content([&size](std::string_view bytes) {
+        size += static_cast<off_t>(bytes.size());
+        return true;
+    });
     // Room is reserved first, so that a full disk shows before the old content is touched.
     if (size > old.st_size && fileOperations().reserve(file.get(), size) != 0) {
         static_cast<void>(!fileOperations().truncate(file.get(), old.st_size));
         return false;
     }
-    return writeAll(file.get(), bytes) && fileOperations().truncate(file.get(), size) == 0 &&
+    return writeTo(file.get(), content) && fileOperations().truncate(file.get(), size) == 0 &&
            flush(file.get()) && file.close();
 }
 
 }  // namespace
 
 bool replaceFile(std::u16string_view path, std::string_view bytes) {
+    return replaceFile(path, [bytes](const ByteSink& sink) { return sink(bytes); });
+}
+
+bool replaceFile(std::u16string_view path, const ByteSource& content) {
     const std::optional<std::string> target = followLinks(nativePath(path));
     if (!target || target->empty() || target->ends_with('/')) return false;
     struct stat old;
@@ -202,14 +214,14 @@ bool replaceFile(std::u16string_view path, std::string_view bytes) {
     TemporaryFile file(folder, exists ? S_IRUSR | S_IWUSR : mode_t{0666});
     if (file.isOpen()) {
         if (exists && !takeOver(file.descriptor(), old)) return false;
-        if (!writeAll(file.descriptor(), bytes) || !flush(file.descriptor())) return false;
+        if (!writeTo(file.descriptor(), content) || !flush(file.descriptor())) return false;
         if (file.moveTo(*target)) {
             flushFolder(folder);
             removeAllDead(folder);
             return true;
         }
     }
-    return exists && isDenied(file.error()) && writeInPlace(*target, bytes);
+    return exists && isDenied(file.error()) && writeInPlace(*target, content);
 }
 
 }  // namespace corvane::system
