@@ -1,6 +1,7 @@
 #include <BRepAdaptor_Curve.hxx>
 #include <BRepAdaptor_Surface.hxx>
 #include <BRepGProp.hxx>
+#include <BRepLib.hxx>
 #include <BRepTools.hxx>
 #include <BRep_Tool.hxx>
 #include <GCPnts_AbscissaPoint.hxx>
@@ -164,6 +165,17 @@ private:
     std::vector<std::vector<Use>> uses_;
 };
 
+/// Files seldom have the curves of a flat face's border in its plane; the kernel makes one for each
+/// question that needs it, unless it is there.
+void drawBordersOfPlanes(const TopoDS_Shape& shape) {
+    for (TopExp_Explorer face(shape, TopAbs_FACE); face.More(); face.Next()) {
+        const TopoDS_Face& plane = TopoDS::Face(face.Current());
+        if (BRepAdaptor_Surface(plane, false).GetType() != GeomAbs_Plane) continue;
+        for (TopExp_Explorer edge(plane, TopAbs_EDGE); edge.More(); edge.Next())
+            BRepLib::BuildPCurveForEdgeOnPlane(TopoDS::Edge(edge.Current()), plane);
+    }
+}
+
 }  // namespace
 
 Model snapshot(Bodies& bodies) {
@@ -178,6 +190,7 @@ Model snapshot(Bodies& bodies) {
     int vertices = 0;
     for (Body& body : bodies.bodies) {
         int number = 0;
+        drawBordersOfPlanes(body.shape);
         if (body.shape.ShapeType() == TopAbs_SOLID) {
             GProp_GProps volume;
             BRepGProp::VolumeProperties(body.shape, volume);
