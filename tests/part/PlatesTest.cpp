@@ -24,7 +24,6 @@ using reading::Flat;
 
 namespace {
 
-constexpr int kSide = 9;  // holes along a side, 10 mm apart
 constexpr double kPi = 3.14159265358979323846;
 
 TopoDS_Wire circle(double x, double y, double radius, bool reversed = false) {
@@ -40,13 +39,13 @@ TopoDS_Wire polygon(std::initializer_list<gp_Pnt> corners) {
     return made.Wire();
 }
 
-/// A plate with a square of holes of radius 3 and one more border.
-TopoDS_Shape plate(const TopoDS_Wire& more, const gp_Trsf& place = {}) {
-    constexpr double size = 10.0 * kSide + 20;
+/// A plate with a square of holes of radius 3, 10 mm apart, and one more border.
+TopoDS_Shape plate(const TopoDS_Wire& more, int holes = 9, const gp_Trsf& place = {}) {
+    const double size = 10.0 * holes + 20;
     BRepBuilderAPI_MakeFace face(gp_Pln({0, 0, 0}, {0, 0, 1}),
                                  polygon({{0, 0, 0}, {size, 0, 0}, {size, size, 0}, {0, size, 0}}));
-    for (int x = 0; x < kSide; ++x)
-        for (int y = 0; y < kSide; ++y)
+    for (int x = 0; x < holes; ++x)
+        for (int y = 0; y < holes; ++y)
             face.Add(circle(10.0 * x + 5, 10.0 * y + 5, 3));
     if (!more.IsNull()) face.Add(more);
     return BRepPrimAPI_MakePrism(face.Face().Moved(place), gp_Vec(0, 0, 4).Transformed(place))
@@ -143,8 +142,8 @@ TEST(DelaunayTest, RingsThatCrossOrDoNotCloseGiveNothing) {
 TEST_F(PlatesTest, AreMeshedWithoutGaps) {
     gp_Trsf tilted;
     tilted.SetRotation({{3, 4, 5}, {1, 2, 3}}, 0.7);
-    for (const gp_Trsf& place : {gp_Trsf(), tilted}) {
-        const auto part = open(plate(circle(95, 95, 8), place));
+    for (const auto& [holes, place] : {std::pair(9, tilted), {15, gp_Trsf()}}) {
+        const auto part = open(plate(circle(10.0 * holes + 5, 10.0 * holes + 5, 8), holes, place));
         ASSERT_TRUE(part);
         EXPECT_EQ(invalidFaces(*part), 0U);
         const Mesh& mesh = part->mesh();

@@ -4,10 +4,12 @@
 #include <BRepMesh_FaceDiscret.hxx>
 #include <BRepMesh_IncrementalMesh.hxx>
 #include <BRepMesh_MeshAlgoFactory.hxx>
+#include <BRepMesh_ModelHealer.hxx>
 #include <BRepMesh_ShapeTool.hxx>
 #include <IMeshData_Curve.hxx>
 #include <IMeshData_Edge.hxx>
 #include <IMeshData_Face.hxx>
+#include <IMeshData_Model.hxx>
 #include <IMeshData_PCurve.hxx>
 #include <IMeshData_Wire.hxx>
 #include <IMeshTools_MeshAlgo.hxx>
@@ -154,11 +156,28 @@ public:
     DEFINE_STANDARD_RTTI_INLINE(Meshers, BRepMesh_MeshAlgoFactory)
 };
 
+/// The kernel's search for edges that the division made cross compares each border of a face with
+/// each; crossed borders of others have no triangles here, which tells too.
+class Healer : public BRepMesh_ModelHealer {
+public:
+    DEFINE_STANDARD_RTTI_INLINE(Healer, BRepMesh_ModelHealer)
+
+protected:
+    bool performInternal(const Handle(IMeshData_Model) & model,
+                         const IMeshTools_Parameters& parameters,
+                         const Message_ProgressRange& range) override {
+        for (int i = 0; i < model->FacesNb(); ++i)
+            if (model->GetFace(i)->WiresNb() > kManyBorders) return true;
+        return BRepMesh_ModelHealer::performInternal(model, parameters, range);
+    }
+};
+
 }  // namespace
 
 void meshFaces(const TopoDS_Shape& shape, double deviation, double angle) {
     const Handle(BRepMesh_Context) context = new BRepMesh_Context;
     context->SetFaceDiscret(new BRepMesh_FaceDiscret(new Meshers));
+    context->SetModelHealer(new Healer);
     // It tells the edges which facets are beside them.
     context->SetPostProcessor({});
     BRepMesh_IncrementalMesh mesher;

@@ -4,6 +4,9 @@
 
 namespace corvane::part::reading {
 
+/// A face of more borders is best meshed alone.
+constexpr int kManyBorders = 200;
+
 /// Puts facets on all faces of the shape, which keep within a length and an angle (radians) of
 /// them. The kernel divides the edges and meshes double curved faces; it takes times that grow
 /// with the square of the borders of a face, so the facets of others are made here.

@@ -146,6 +146,7 @@ private:
         Mesh mesh;
         std::vector<std::pair<TopoDS_Face, int>> faces;
         const auto flush = [&] {
+            if (faces.empty()) return;
             const BRep_Builder builder;
             TopoDS_Compound some;
             builder.MakeCompound(some);
@@ -160,8 +161,10 @@ private:
             faces.clear();
         };
         eachFace(bodies_, [&](const TopoDS_Face& face, int number) {
+            const bool isAlone = face.NbChildren() > kManyBorders;
+            if (isAlone) flush();
             faces.emplace_back(face, number);
-            if (faces.size() == kTogether) flush();
+            if (isAlone || faces.size() == kTogether) flush();
         });
         flush();
         return mesh;
