@@ -11,6 +11,7 @@ constexpr double kInfinite = std::numeric_limits<double>::infinity();
 constexpr long kHighestDegree = 25;  // of the kernel's splines
 constexpr int kDeepest = 8;          // bases of bases
 constexpr double kSameParameter = 1e-9;
+constexpr double kLeastLength = 1e-100;
 /// Ten thousand kilometres. Where the kernel looks for a length or an area among numbers far beyond
 /// this, it finds no end.
 constexpr double kFarthest = 1e10;
@@ -37,7 +38,9 @@ Triple direction(TextTokens& text, int dimensions) {
     Triple d{};
     for (int i = 0; i < dimensions; ++i)
         d[static_cast<std::size_t>(i)] = text.real();
-    text.require(std::hypot(d[0], d[1], d[2]) > 1e-100);
+    // The kernel squares its length.
+    const double length = std::hypot(d[0], d[1], d[2]);
+    text.require(length > kLeastLength && length < 1 / kLeastLength);
     return d;
 }
 
@@ -66,7 +69,7 @@ bool poles(TextTokens& text, long number, int dimensions, bool rational) {
     bool sound = true;
     for (long i = 0; i < number && text.good(); ++i) {
         point(text, dimensions);
-        if (rational && text.real() <= 1e-100) sound = false;
+        if (rational && text.real() <= kLeastLength) sound = false;
     }
     return sound;
 }
@@ -79,7 +82,8 @@ bool knots(TextTokens& text, long number, long degree, long poleCount, bool peri
     for (long i = 0; i < number && text.good(); ++i) {
         const double knot = text.real();
         lastUses = text.count();
-        const bool end = i == 0 || i == number - 1;
+        // A closed curve has no ends, where others may use a knot once more.
+        const bool end = !periodic && (i == 0 || i == number - 1);
         if (i == 0) {
             span.first = knot;
             firstUses = lastUses;

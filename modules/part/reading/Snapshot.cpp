@@ -16,6 +16,7 @@
 #include <TopoDS_Wire.hxx>
 #include <gp_Circ.hxx>
 #include <map>
+#include <stdexcept>
 
 #include "../Vec.h"
 #include "Bodies.h"
@@ -133,6 +134,7 @@ private:
         edge.length = edge.kind == CurveKind::Line     ? distance(edge.points[0], edge.points[1])
                       : edge.kind == CurveKind::Circle ? edge.radius * std::abs(t1 - t0)
                                                        : GCPnts_AbscissaPoint::Length(curve);
+        if (!std::isfinite(edge.length)) throw std::range_error("an edge has no finite length");
     }
 
     static void classify(const std::vector<Use>& uses, const BRepAdaptor_Curve& curve, Edge& edge) {
