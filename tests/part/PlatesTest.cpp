@@ -11,6 +11,7 @@
 #include <gp_Trsf.hxx>
 #include <gtest/gtest.h>
 #include <map>
+#include <random>
 
 #include "corvane/part/Part.h"
 
@@ -125,6 +126,41 @@ TEST(DelaunayTest, TrianglesFillWhatIsBetweenRings) {
         }
         EXPECT_NEAR(area / rings->area, 1.0, 1e-7);
     }
+}
+
+TEST(DelaunayTest, RingsOnAGridThatTouchAreFilledByTheirCount) {
+    std::mt19937 random(7);
+    const auto below = [&](int most) { return static_cast<int>(random() >> 8) % most; };
+    int filled = 0;
+    for (int round = 0; round < 2000; ++round) {
+        Rings rings;
+        const int size = 2 + below(7);
+        for (int count = 1 + below(3); count > 0; --count) {
+            std::vector<Flat> ring(static_cast<std::size_t>(1 + below(7)));
+            for (Flat& point : ring)
+                point = {1.0 * below(size), 1.0 * below(size)};
+            rings.add(ring);
+        }
+        const auto triangles = reading::triangulate(rings.points, rings.lines);
+        if (!triangles) continue;
+        ++filled;
+        // A point between the lines of the grid is inside one triangle, or outside a ring for each.
+        const Flat spot{0.3137 + below(size), 0.7713 + below(size)};
+        int around = 0, within = 0;
+        for (const auto& [from, to] : rings.lines) {
+            const Flat &p = rings.points[from], &q = rings.points[to];
+            const bool beside = (p.y > spot.y) != (q.y > spot.y);
+            if (beside && (areaOf(p, q, spot) > 0.0) == (q.y > p.y)) ++around;
+        }
+        for (const auto& [a, b, c] : *triangles) {
+            const Flat &p = rings.points[a], &q = rings.points[b], &r = rings.points[c];
+            const bool in =
+                areaOf(p, q, spot) > 0 && areaOf(q, r, spot) > 0 && areaOf(r, p, spot) > 0;
+            within += in ? 1 : 0;
+        }
+        EXPECT_EQ(within, around % 2);
+    }
+    EXPECT_GT(filled, 100);
 }
 
 TEST(DelaunayTest, RingsThatCrossOrDoNotCloseGiveNothing) {

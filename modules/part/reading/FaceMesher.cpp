@@ -148,9 +148,10 @@ class Meshers : public BRepMesh_MeshAlgoFactory {
 public:
     Handle(IMeshTools_MeshAlgo)
         GetAlgo(GeomAbs_SurfaceType type, const IMeshTools_Parameters& parameters) const override {
-        const auto other = BRepMesh_MeshAlgoFactory::GetAlgo(type, parameters);
-        if (type == GeomAbs_Plane) return new BorderMesher(false, other);
-        if (type == GeomAbs_Cylinder || type == GeomAbs_Cone) return new BorderMesher(true, other);
+        Handle(IMeshTools_MeshAlgo) other = BRepMesh_MeshAlgoFactory::GetAlgo(type, parameters);
+        if (type == GeomAbs_Plane) return new BorderMesher(false, std::move(other));
+        if (type == GeomAbs_Cylinder || type == GeomAbs_Cone)
+            return new BorderMesher(true, std::move(other));
         return other;
     }
     DEFINE_STANDARD_RTTI_INLINE(Meshers, BRepMesh_MeshAlgoFactory)
