@@ -4,8 +4,13 @@
 #include <BRepBuilderAPI_MakePolygon.hxx>
 #include <BRepBuilderAPI_MakeWire.hxx>
 #include <BRepCheck_Analyzer.hxx>
+#include <BRepLib.hxx>
 #include <BRepPrimAPI_MakePrism.hxx>
+#include <BRep_Builder.hxx>
+#include <Geom2d_Ellipse.hxx>
+#include <Geom_CylindricalSurface.hxx>
 #include <TopExp_Explorer.hxx>
+#include <gp_Ax22d.hxx>
 #include <gp_Circ.hxx>
 #include <gp_Pln.hxx>
 #include <gp_Trsf.hxx>
@@ -51,6 +56,26 @@ TopoDS_Shape plate(const TopoDS_Wire& more, int holes = 9, const gp_Trsf& place 
     if (!more.IsNull()) face.Add(more);
     return BRepPrimAPI_MakePrism(face.Face().Moved(place), gp_Vec(0, 0, 4).Transformed(place))
         .Shape();
+}
+
+/// A tube with holes of radius 2 in six rows, 10 mm apart along and around it, and one more.
+TopoDS_Shape tube(const gp_Pnt2d& place, double radius, bool reversed = false) {
+    constexpr double size = 60 / (2 * kPi);
+    const Handle(Geom_Surface) surface = new Geom_CylindricalSurface(gp_Ax3(), size);
+    TopoDS_Face face = BRepBuilderAPI_MakeFace(surface, 0, 2 * kPi, 0, 80, 1e-6).Face();
+    const auto add = [&](double around, double along, double wide, bool other) {
+        const gp_Ax22d axes({around / size, along}, {1, 0}, {0, other ? 1.0 : -1.0});
+        const Handle(Geom2d_Ellipse) hole = new Geom2d_Ellipse(axes, wide, wide / size);
+        // Its long axis is along the tube, for angles are small beside millimetres.
+        hole->Rotate({around / size, along}, kPi / 2);
+        BRep_Builder().Add(face, BRepBuilderAPI_MakeWire(BRepBuilderAPI_MakeEdge(hole, surface)));
+    };
+    for (int i = 0; i < 6; ++i)
+        for (int k = 0; k < 6; ++k)
+            add(10 * i + 5, 10 * k + 10, 2, false);
+    add(place.X(), place.Y(), radius, reversed);
+    BRepLib::BuildCurves3d(face);
+    return face;
 }
 
 std::size_t invalidFaces(const Part& part) {
@@ -211,29 +236,35 @@ TEST_F(PlatesTest, AreMeshedWithoutGaps) {
 TEST_F(PlatesTest, AreCheckedAsTheKernelChecksThem) {
     struct Row {
         const char* what;
-        TopoDS_Wire border;
+        TopoDS_Shape shape;
         bool isSound;
     };
-    const Row rows[] = {{"apart", circle(100, 100, 5), true},
-                        {"beside others by their boxes", circle(50, 50, 1.5), true},
-                        {"crosses a hole", circle(48, 45, 3), false},
-                        {"crosses the outer border", circle(108, 108, 5), false},
-                        {"around a hole", circle(45, 45, 4), false},
-                        {"in a hole", circle(45, 45, 2), false},
-                        {"outside", circle(200, 200, 5), false},
-                        {"the wrong way round", circle(100, 100, 5, true), false},
-                        {"around many holes", circle(45, 45, 30), false},
-                        {"crosses itself",
-                         polygon({{95, 95, 0}, {105, 105, 0}, {105, 95, 0}, {95, 105, 0}}), false}};
+    const Row rows[] = {
+        {"apart", plate(circle(100, 100, 5)), true},
+        {"beside others by their boxes", plate(circle(50, 50, 1.5)), true},
+        {"crosses a hole", plate(circle(48, 45, 3)), false},
+        {"crosses the outer border", plate(circle(108, 108, 5)), false},
+        {"around a hole", plate(circle(45, 45, 4)), false},
+        {"in a hole", plate(circle(45, 45, 2)), false},
+        {"outside", plate(circle(200, 200, 5)), false},
+        {"the wrong way round", plate(circle(100, 100, 5, true)), false},
+        {"around many holes", plate(circle(45, 45, 30)), false},
+        {"crosses itself", plate(polygon({{95, 95, 0}, {105, 105, 0}, {105, 95, 0}, {95, 105, 0}})),
+         false},
+        {"apart on a tube", tube({25, 70}, 2), true},
+        {"crosses on a tube", tube({26, 30}, 2), false},
+        {"around on a tube", tube({25, 30}, 4), false},
+        {"in a hole of a tube", tube({25, 30}, 1), false},
+        {"around many on a tube", tube({30, 35}, 17), false},
+        {"the wrong way round on a tube", tube({25, 70}, 2, true), false}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
-        const TopoDS_Shape shape = plate(row.border);
-        const BRepCheck_Analyzer kernel(shape);
+        const BRepCheck_Analyzer kernel(row.shape);
         std::size_t invalid = 0;
-        for (TopExp_Explorer it(shape, TopAbs_FACE); it.More(); it.Next())
+        for (TopExp_Explorer it(row.shape, TopAbs_FACE); it.More(); it.Next())
             invalid += kernel.IsValid(it.Current()) ? 0 : 1;
         EXPECT_EQ(invalid == 0, row.isSound);
-        const auto part = open(shape);
+        const auto part = open(row.shape);
         ASSERT_TRUE(part);
         EXPECT_EQ(invalidFaces(*part), invalid);
     }

@@ -45,17 +45,16 @@ std::vector<Border> bordersOf(const TopoDS_Face& face) {
 
 /// Numbers groups of borders whose boxes meet, and puts those of a group next to each other.
 void group(std::vector<Border>& borders) {
-    const bool alongX = [&] {
-        Box all;
-        for (const Border& border : borders) {
-            add(all, border.box.least);
-            add(all, border.box.greatest);
-        }
-        const Vector size = all.greatest - all.least;
-        return size.x >= size.y;
-    }();
-    const auto low = [&](const Border& b) { return alongX ? b.box.least.x : b.box.least.y; };
-    const auto high = [&](const Border& b) { return alongX ? b.box.greatest.x : b.box.greatest.y; };
+    Box all;
+    for (const Border& border : borders) {
+        add(all, border.box.least);
+        add(all, border.box.greatest);
+    }
+    const Vector size = all.greatest - all.least;
+    const double longest = std::max({size.x, size.y, size.z});
+    const auto axis = size.x == longest ? &Vector::x : size.y == longest ? &Vector::y : &Vector::z;
+    const auto low = [&](const Border& b) { return b.box.least.*axis; };
+    const auto high = [&](const Border& b) { return b.box.greatest.*axis; };
     std::stable_sort(borders.begin(), borders.end(),
                      [&](const Border& l, const Border& r) { return low(l) < low(r); });
     Groups groups(borders.size());
@@ -69,11 +68,17 @@ void group(std::vector<Border>& borders) {
                      [](const Border& l, const Border& r) { return l.group < r.group; });
 }
 
-/// A flat face with a part of its inner borders at a time. Borders whose boxes are apart neither
-/// cross nor hold each other, so they need not be compared.
+/// A face with a part of its inner borders at a time. Borders whose boxes are apart need not be
+/// compared: they do not cross, and neither holds the other, as each point in a border is on a
+/// straight line of the surface between two of the border's own.
 bool isValidInParts(const TopoDS_Face& face, std::vector<Border> borders) {
     const TopoDS_Wire outer = BRepTools::OuterWire(face);
-    std::erase_if(borders, [&](const Border& border) { return border.wire.IsSame(outer); });
+    const auto found = std::find_if(borders.begin(), borders.end(), [&](const Border& border) {
+        return border.wire.IsSame(outer);
+    });
+    if (found == borders.end()) return BRepCheck_Analyzer(face).IsValid();
+    // Once: a border that is there twice is a fault.
+    borders.erase(found);
     for (Border& border : borders) {
         Bnd_Box box;
         BRepBndLib::Add(border.wire, box, false);
@@ -100,7 +105,9 @@ bool isValidInParts(const TopoDS_Face& face, std::vector<Border> borders) {
 
 bool isValid(const TopoDS_Face& face) {
     const TopoDS_Face forward = TopoDS::Face(face.Oriented(TopAbs_FORWARD));
-    if (BRepAdaptor_Surface(forward, false).GetType() == GeomAbs_Plane) {
+    const GeomAbs_SurfaceType type = BRepAdaptor_Surface(forward, false).GetType();
+    // The surfaces with straight lines.
+    if (type == GeomAbs_Plane || type == GeomAbs_Cylinder || type == GeomAbs_Cone) {
         std::vector<Border> borders = bordersOf(forward);
         if (borders.size() > 2 * kTogether) return isValidInParts(forward, std::move(borders));
     }
