@@ -5,7 +5,7 @@
 namespace corvane::part::reading {
 
 /// A face of more borders is best meshed alone.
-constexpr int kManyBorders = 200;
+constexpr int kManyBorders = 50;
 
 /// Puts facets on all faces of the shape, which keep within a length and an angle (radians) of
 /// them. The kernel divides the edges and meshes double curved faces; it takes times that grow
