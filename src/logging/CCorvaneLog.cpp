@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <charconv>
 #include <iterator>
 #include <string>
@@ -28,6 +29,10 @@ namespace {
 // What the line takes beside the message, of nearly all source files.
 constexpr std::size_t kLongestPrefix = 100;
 
+bool isAscii(char unit) {
+    return static_cast<unsigned char>(unit) < 0x80;
+}
+
 // "[hour:minute:second] [file:line] "
 void appendPrefix(std::string& line, std::string_view file, QorLong number) {
     const corvane::system::LocalTime now = corvane::system::localTime();
@@ -40,7 +45,11 @@ void appendPrefix(std::string& line, std::string_view file, QorLong number) {
     append(':', now.minute);
     append(':', now.second);
     line += "] [";
-    corvane::system::appendUtf8(line, corvane::system::widen(file));
+    if (std::ranges::all_of(file, isAscii)) {
+        line += file;
+    } else {
+        corvane::system::appendUtf8(line, corvane::system::widen(file));
+    }
     append(':', number);
     line += "] ";
 }

@@ -37,13 +37,28 @@ void appendCodePoint(std::u16string& out, char32_t point) {
     }
 }
 
+// The length of the run of ASCII at the front of the text, which is looked at in blocks.
+template <typename In>
+std::size_t asciiLength(std::basic_string_view<In> text) {
+    using Unit = std::make_unsigned_t<In>;
+    constexpr std::size_t kBlock = 16;
+    std::size_t length = 0;
+    for (; text.size() - length >= kBlock; length += kBlock) {
+        Unit bits = 0;
+        for (std::size_t i = 0; i < kBlock; ++i)
+            bits = static_cast<Unit>(bits | Unit(text[length + i]));
+        if (bits >= 0x80) break;
+    }
+    while (length < text.size() && Unit(text[length]) < 0x80)
+        ++length;
+    return length;
+}
+
 // Appends the run of ASCII at the front of the text, which is the rule and needs no coding, and
 // gives its length.
 template <typename Out, typename In>
 std::size_t appendAscii(std::basic_string<Out>& out, std::basic_string_view<In> text) {
-    std::size_t length = 0;
-    while (length < text.size() && std::make_unsigned_t<In>(text[length]) < 0x80)
-        ++length;
+    const std::size_t length = asciiLength(text);
     const std::size_t start = out.size();
     out.resize(start + length);
     for (std::size_t i = 0; i < length; ++i)
