@@ -1,6 +1,7 @@
 #include "emulation/Registry.h"
 
 #include <algorithm>
+#include <array>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -97,10 +98,11 @@ struct Places {
     bool operator==(const Places&) const = default;
 };
 
-Places currentPlaces() {
+// Those of the user's keys alone, or of all.
+Places currentPlaces(bool isUsersAlone) {
     std::u16string only = environmentVariable(u"CORVANE_REGISTRY_DIR").value_or(std::u16string());
-    if (!only.empty()) return {only, only, nullptr};
-    return {{}, userFolder(), installedFiles().names()};
+    if (!only.empty()) return {isUsersAlone ? u"" : only, only, nullptr};
+    return {{}, userFolder(), isUsersAlone ? nullptr : installedFiles().names()};
 }
 
 // In the order in which they are laid one over the other.
@@ -116,7 +118,7 @@ std::vector<SourceFile> filesIn(const Places& places) {
         for (const std::u16string& name : *places.installed)
             add(installedFiles().folder(), name, RegistryRoot::LocalMachine);
         add(u"/etc/corvane", kMachineFile, RegistryRoot::LocalMachine);
-    } else {
+    } else if (!places.only.empty()) {
         add(places.only, kMachineFile, RegistryRoot::LocalMachine);
     }
     if (!places.user.empty()) add(places.user, kUserFile, RegistryRoot::CurrentUser);
@@ -154,19 +156,20 @@ struct Reading {
     RegistryTrees trees;
 };
 
-std::shared_ptr<const RegistryTrees> currentTrees() {
+std::shared_ptr<const RegistryTrees> currentTrees(bool isUsersAlone) {
     static std::mutex mutex;
-    static Lasting<std::shared_ptr<const Reading>> lasting;
-    const auto known = [] {
+    static Lasting<std::array<std::shared_ptr<const Reading>, 2>> lasting;
+    std::shared_ptr<const Reading>& known = lasting.get()[isUsersAlone];
+    Places places = currentPlaces(isUsersAlone);
+    std::shared_ptr<const Reading> reading;
+    {
         const std::lock_guard lock(mutex);
-        return lasting.get();
-    };
-    Places places = currentPlaces();
-    std::shared_ptr<const Reading> reading = known();
+        reading = known;
+    }
     if (!reading || !reading->isCurrent(places)) {
         reading = std::make_shared<const Reading>(std::move(places));
         const std::lock_guard lock(mutex);
-        lasting.get() = reading;
+        known = reading;
     }
     return {reading, &reading->trees};
 }
@@ -176,10 +179,12 @@ thread_local RegistryState* currentState = nullptr;
 
 }  // namespace
 
-std::shared_ptr<const RegistryTrees> registryTrees() {
-    if (!currentState) return currentTrees();
-    std::shared_ptr<const RegistryTrees>& trees = currentState->trees_;
-    if (!trees) trees = currentTrees();
+std::shared_ptr<const RegistryTrees> registryTrees(RegistryRoot root) {
+    // The library asks for the user's language at its start, and many a program for nothing else.
+    const bool isUsersAlone = root == RegistryRoot::CurrentUser;
+    if (!currentState) return currentTrees(isUsersAlone);
+    auto& trees = isUsersAlone ? currentState->users_ : currentState->all_;
+    if (!trees) trees = currentTrees(isUsersAlone);
     return trees;
 }
 
@@ -209,7 +214,7 @@ const RegistryNode& rootNode(const RegistryTrees& trees, RegistryRoot root) {
 
 std::optional<RegistryKey> RegistryKey::open(RegistryRoot root, std::u16string_view path) {
     if (path.starts_with(u'\\')) return std::nullopt;
-    const std::shared_ptr<const RegistryTrees> trees = registryTrees();
+    const std::shared_ptr<const RegistryTrees> trees = registryTrees(root);
     const RegistryNode* node = rootNode(*trees, root).find(path);
     if (!node) return std::nullopt;
     return RegistryKey(std::shared_ptr<const RegistryNode>(trees, node));
@@ -244,7 +249,7 @@ namespace corvane {
 
 std::vector<RegistrySource> GetRegistrySources() {
     std::vector<RegistrySource> sources;
-    for (emulation::SourceFile& file : emulation::filesIn(emulation::currentPlaces())) {
+    for (emulation::SourceFile& file : emulation::filesIn(emulation::currentPlaces(false))) {
         emulation::RegistryNode tree;
         const bool readable = emulation::apply(file, tree);
         tree.index();

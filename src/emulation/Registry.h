@@ -19,6 +19,11 @@ enum class RegistryRoot {
     LocalMachine,
 };
 
+/// What look-ups below a root need of the registry now, or as the RegistryState of the calling
+/// thread has it. The files are read only when they, or the places where they lie, have changed
+/// since the last call. Safe on any thread.
+std::shared_ptr<const RegistryTrees> registryTrees(RegistryRoot root);
+
 /// One open key of the registry. Names ignore case; subkeys stand in name order, as the original
 /// platform has them (upper-case folding, by code unit).
 ///
@@ -54,8 +59,8 @@ private:
 };
 
 /// Has the calling thread see the registry in one state for as long as it lives: that of the first
-/// look-up in it. Look-ups that belong together agree so, and the files are looked at once. Within
-/// another one it changes nothing.
+/// look-up in it, for CurrentUser apart. Look-ups that belong together agree so, and the files are
+/// looked at once. Within another one it changes nothing.
 class RegistryState {
 public:
     RegistryState();
@@ -64,10 +69,12 @@ public:
     ~RegistryState();
 
 private:
-    friend std::shared_ptr<const RegistryTrees> registryTrees();
+    friend std::shared_ptr<const RegistryTrees> registryTrees(RegistryRoot root);
 
     RegistryState* outer_;
-    std::shared_ptr<const RegistryTrees> trees_;  ///< Of the outermost one.
+    // Of the outermost one.
+    std::shared_ptr<const RegistryTrees> users_;
+    std::shared_ptr<const RegistryTrees> all_;
 };
 
 }  // namespace corvane::emulation

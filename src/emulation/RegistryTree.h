@@ -68,8 +68,5 @@ struct RegistryTrees {
     RegistryNode classes;
 };
 
-/// The registry now, or as the RegistryState of the calling thread has it. The files are read only
-/// when they, or the places where they lie, have changed since the last call. Safe on any thread.
-std::shared_ptr<const RegistryTrees> registryTrees();
 
 }  // namespace corvane::emulation
