@@ -68,5 +68,4 @@ struct RegistryTrees {
     RegistryNode classes;
 };
 
-
 }  // namespace corvane::emulation
