@@ -8,6 +8,7 @@
 #include <BRepPrimAPI_MakePrism.hxx>
 #include <BRepPrimAPI_MakeRevol.hxx>
 #include <BRepPrimAPI_MakeSphere.hxx>
+#include <BRepPrimAPI_MakeWedge.hxx>
 #include <BRep_Tool.hxx>
 #include <GC_MakeArcOfCircle.hxx>
 #include <TopExp.hxx>
@@ -146,7 +147,38 @@ public:
         return part_;
     }
 
+    KnownPart millAndDrill() {
+        const int columns = 1 + pick(3);
+        part_.shape = box(columns * 50, 40, kHeight);
+        for (int i = 0; i < columns; ++i) {
+            addPocket(50.0 * i);
+            const corvane::part::Pocket& pocket = part_.pockets.back();
+            if (!pocket.open && pocket.depth < kHeight)
+                addHole({50.0 * i + 5 + pocket.width / 2, 3 + pocket.length / 2,
+                         kHeight - pocket.depth},
+                        between(1, 2.5), kHeight - pocket.depth, false);
+            addHole({50.0 * i + 38, 12, kHeight}, between(1.5, 4), between(5, 15), true);
+        }
+        return part_;
+    }
+
 private:
+    void addHole(const gp_Pnt& at, double radius, double depth, bool blind) {
+        Hole hole;
+        hole.entry = {at.X(), at.Y(), at.Z()};
+        hole.axis = {0, 0, -1};
+        hole.diameter = 2 * radius;
+        hole.depth = hole.boreDepth = depth;
+        std::vector<Profile> profile{{0, radius}, {depth, radius}};
+        if (blind) {
+            hole.bottom = HoleBottom::Conical;
+            hole.bottomAngle = 118.0;
+            profile.push_back({depth + radius / std::tan(59 * kPi / 180), 0.0});
+        }
+        part_.shape = cut(part_.shape, revolved({at, {0, 0, -1}}, profile));
+        part_.holes.push_back(hole);
+    }
+
     void addPocket(double x) {
         corvane::part::Pocket pocket;
         const bool through = pick(4) == 0, slot = !through && pick(3) == 0;
@@ -347,6 +379,33 @@ TopoDS_Shape pocketTool(const gp_Pnt& low, double x, double y, double z, double 
     return filleted(upright, floor, [&](const gp_Pnt& a, const gp_Pnt& b) {
         return std::max(a.Z(), b.Z()) < low.Z() + 1e-6;
     });
+}
+
+KnownPart machinedBlock(unsigned seed) {
+    return Miller(seed).millAndDrill();
+}
+
+KnownPart draftedCup(unsigned seed) {
+    Random random(seed);
+    const double length = random.between(30, 60), width = random.between(20, 40);
+    const double height = random.between(15, 30), floor = random.between(1, 4);
+    KnownPart cup;
+    cup.draft = random.between(0.5, 6);
+    cup.drafted = 8;
+    const double wall = random.between(1, 4);
+    cup.wall = std::min(floor, wall);
+    const double slope = std::tan(cup.draft * kPi / 180);
+    /// Grown by `in` on each side from the outline on the ground, from `low` to `high`.
+    const auto frustum = [&](double in, double low, double high) {
+        const double a = in + low * slope, b = (high - low) * slope;
+        const double x = length + 2 * a, y = width + 2 * a;
+        return BRepPrimAPI_MakeWedge(gp_Ax2({-a, -a, low}, {1, 0, 0}, {0, 1, 0}), y, high - low, x,
+                                     -b, -b, y + b, x + b)
+            .Shape();
+    };
+    const double inset = wall / std::cos(cup.draft * kPi / 180);
+    cup.shape = cut(frustum(0, 0, height), frustum(-inset, floor, height + 5));
+    return cup;
 }
 
 KnownPart shaft(unsigned seed) {

@@ -27,6 +27,9 @@ struct KnownPart {
     std::size_t fillets = 0;
     corvane::part::Turned turned;
     corvane::part::SheetMetal sheet;
+    double wall = 0.0;        // the thinnest
+    double draft = 0.0;       // of the drafted faces, for a pull along z
+    std::size_t drafted = 0;  // how many they are; all others lie across
 };
 
 /// A block with a hole of a random kind in each of its cells, the same for the same seed.
@@ -38,6 +41,12 @@ TopoDS_Shape pocketTool(const gp_Pnt& low, double x, double y, double z, double 
 
 /// A block with a pocket in each of its cells.
 KnownPart milledBlock(unsigned seed);
+
+/// A block with pockets, holes in their floors and holes beside them.
+KnownPart machinedBlock(unsigned seed);
+
+/// A cup with a flat floor and walls of one thickness that lean outwards.
+KnownPart draftedCup(unsigned seed);
 
 /// A shaft of cylinders, tapers and grooves, some with a bore.
 KnownPart shaft(unsigned seed);

@@ -9,9 +9,8 @@
 #include "../../modules/part/features/Pockets.h"
 #include "../../modules/part/features/SheetMetal.h"
 #include "../../modules/part/features/Turned.h"
+#include "FeatureChecks.h"
 #include "FeatureShapes.h"
-#include "Shapes.h"
-#include "support/TemporaryFolder.h"
 
 using corvane::part::Hole;
 using corvane::part::HoleBottom;
@@ -26,73 +25,11 @@ using corvane::part::Vector;
 using shapes::box;
 using shapes::cut;
 using shapes::fuse;
+using shapes::kExact;
+using shapes::partOf;
+using shapes::placement;
 
 namespace {
-
-constexpr double kExact = 1e-6;
-
-std::shared_ptr<const Part> partOf(const TopoDS_Shape& shape, const char* ending = ".step",
-                                   const char* unit = "MM") {
-    const TemporaryFolder folder;
-    const std::string file = folder.path(std::string("part") + ending);
-    shapes::write(shape, file, unit);
-    return Part::open(file).part;
-}
-
-Vector moved(const Vector& point, const gp_Trsf& by, bool direction = false) {
-    gp_XYZ xyz(point.x, point.y, point.z);
-    if (direction)
-        xyz.Multiply(by.VectorialPart());
-    else
-        by.Transforms(xyz);
-    return {xyz.X(), xyz.Y(), xyz.Z()};
-}
-
-double apart(const Vector& a, const Vector& b) {
-    return std::hypot(a.x - b.x, a.y - b.y, a.z - b.z);
-}
-
-void expectHole(const Hole& found, const Hole& truth, double tolerance = kExact) {
-    EXPECT_EQ(found.bottom, truth.bottom);
-    const std::pair<const char*, double Hole::*> sizes[] = {
-        {"diameter", &Hole::diameter},
-        {"depth", &Hole::depth},
-        {"bore depth", &Hole::boreDepth},
-        {"bottom angle", &Hole::bottomAngle},
-        {"bottom radius", &Hole::bottomRadius},
-        {"counterbore", &Hole::counterboreDiameter},
-        {"counterbore depth", &Hole::counterboreDepth},
-        {"countersink", &Hole::countersinkDiameter},
-        {"countersink angle", &Hole::countersinkAngle},
-        {"taper", &Hole::taperAngle}};
-    for (const auto& [name, size] : sizes)
-        EXPECT_NEAR(found.*size, truth.*size, tolerance) << name;
-}
-
-/// Each hole of the truth is found once, and no other.
-void expectHoles(const Part& part, const std::vector<Hole>& truth, const gp_Trsf& by) {
-    ASSERT_EQ(part.holes().size(), truth.size());
-    for (const Hole& hole : truth) {
-        const Vector entry = moved(hole.entry, by);
-        const Vector axis = moved(hole.axis, by, true);
-        const Vector exit{entry.x + axis.x * hole.depth, entry.y + axis.y * hole.depth,
-                          entry.z + axis.z * hole.depth};
-        int matches = 0;
-        for (const Hole& found : part.holes()) {
-            // A plain through hole has no upper end.
-            const bool through = hole.bottom == HoleBottom::Through;
-            const double miss = apart(found.entry, entry);
-            if (std::min(miss, through ? apart(found.entry, exit) : miss) > kExact) continue;
-            ++matches;
-            expectHole(found, hole);
-            EXPECT_NEAR(apart(found.axis, axis), miss > kExact ? 2.0 : 0.0, kExact);
-            EXPECT_TRUE(found.squareEntry && found.squareExit);
-            EXPECT_EQ(found.turn, 360.0);
-            EXPECT_EQ(found.freeLength, kNone);
-        }
-        EXPECT_EQ(matches, 1);
-    }
-}
 
 TopoDS_Shape bar(double x, double y, double z, const gp_Dir& along, double radius, double length) {
     return shapes::cylinder({{x, y, z}, along}, radius, length);
@@ -144,132 +81,7 @@ void expectCase(const Part& part, const std::vector<Expected>& truth) {
     }
 }
 
-gp_Trsf placement(unsigned seed) {
-    gp_Trsf by, turn;
-    if (seed % 3 == 1) by.SetMirror(gp_Ax2({3, 4, 5}, {1, 2, 3}));
-    if (seed % 2 == 1) turn.SetRotation({{1, 2, 3}, {1, 1, 0.3}}, 0.1 * seed);
-    return turn * by;
-}
-
 }  // namespace
-
-class DrilledBlocks : public testing::TestWithParam<unsigned> {};
-
-TEST_P(DrilledBlocks, GiveEachHoleOnceWithItsSizes) {
-    for (unsigned seed = GetParam() * 10; seed < GetParam() * 10 + 10; ++seed) {
-        SCOPED_TRACE(seed);
-        const shapes::KnownPart known = shapes::drilledBlock(seed);
-        const gp_Trsf by = placement(seed);
-        const auto part =
-            partOf(shapes::transformed(known.shape, by), ".step", seed % 5 == 4 ? "INCH" : "MM");
-        ASSERT_TRUE(part);
-        expectHoles(*part, known.holes, by);
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(Seeds, DrilledBlocks, testing::Range(0U, 15U));
-
-class MilledBlocks : public testing::TestWithParam<unsigned> {};
-
-TEST_P(MilledBlocks, GiveEachPocketOnceWithItsSizes) {
-    for (unsigned seed = GetParam() * 10; seed < GetParam() * 10 + 10; ++seed) {
-        SCOPED_TRACE(seed);
-        const shapes::KnownPart known = shapes::milledBlock(seed);
-        const gp_Trsf by = placement(seed);
-        const auto part =
-            partOf(shapes::transformed(known.shape, by), ".step", seed % 5 == 4 ? "INCH" : "MM");
-        EXPECT_TRUE(part->holes().empty());
-        EXPECT_EQ(part->fillets().size(), known.fillets);
-        EXPECT_EQ(part->sharpCorners().size(), known.sharp);
-        EXPECT_EQ(std::count_if(part->sharpCorners().begin(), part->sharpCorners().end(),
-                                [](const auto& corner) { return corner.pocketWall; }),
-                  static_cast<std::ptrdiff_t>(known.sharpWalls));
-        ASSERT_EQ(part->pockets().size(), known.pockets.size());
-        std::vector<bool> used(known.pockets.size(), false);
-        for (const Pocket& truth : known.pockets) {
-            std::size_t at = 0;
-            while (at < used.size() &&
-                   (used[at] || std::abs(part->pockets()[at].width - truth.width) > kExact))
-                ++at;
-            ASSERT_LT(at, used.size()) << "no pocket of width " << truth.width;
-            used[at] = true;
-            const Pocket& found = part->pockets()[at];
-            EXPECT_NEAR(found.depth, truth.depth, kExact);
-            EXPECT_NEAR(found.tallestWall, truth.tallestWall, kExact);
-            EXPECT_NEAR(found.length, truth.length, kExact);
-            EXPECT_NEAR(found.cornerRadius, truth.cornerRadius, kExact);
-            EXPECT_NEAR(found.floorRadius, truth.floorRadius, kExact);
-            EXPECT_EQ(found.open, truth.open);
-            EXPECT_EQ(found.sharpCorner, truth.sharpCorner);
-            const double turned = apart(found.axis, moved(truth.axis, by, true));
-            EXPECT_NEAR(found.floor > 0 ? turned : 0.0, 0.0, kExact);
-        }
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(Seeds, MilledBlocks, testing::Range(0U, 5U));
-
-/// Finds for each of the truth one not yet used that fits; tells what has no partner.
-template <typename T, typename Fits>
-void expectSame(const std::vector<T>& found, const std::vector<T>& truth, Fits fits) {
-    ASSERT_EQ(found.size(), truth.size());
-    std::vector<bool> used(found.size(), false);
-    for (std::size_t i = 0; i < truth.size(); ++i) {
-        std::size_t at = 0;
-        while (at < found.size() && (used[at] || !fits(found[at], truth[i])))
-            ++at;
-        ASSERT_LT(at, found.size()) << "nothing fits number " << i;
-        used[at] = true;
-    }
-}
-bool same(double a, double b) {
-    return std::abs(a - b) <= kExact;
-}
-
-TEST(Features, ShaftsAreToldBySectionsAndGrooves) {
-    for (unsigned seed = 0; seed < 30; ++seed) {
-        SCOPED_TRACE(seed);
-        const shapes::KnownPart known = shapes::shaft(seed);
-        const auto part = partOf(shapes::transformed(known.shape, placement(seed)));
-        const Turned& turned = part->turned();
-        ASSERT_TRUE(turned.is) << turned.reason;
-        EXPECT_NEAR(turned.length, known.turned.length, kExact);
-        EXPECT_NEAR(turned.diameter, known.turned.diameter, kExact);
-        EXPECT_NEAR(turned.share, 1.0, kExact);
-        expectSame(turned.sections, known.turned.sections, [](const auto& l, const auto& r) {
-            const bool along =
-                same(l.startDiameter, r.startDiameter) && same(l.endDiameter, r.endDiameter);
-            const bool against =
-                same(l.startDiameter, r.endDiameter) && same(l.endDiameter, r.startDiameter);
-            return l.inner == r.inner && same(l.length, r.length) && (along || against) &&
-                   same(l.taperAngle, r.taperAngle);
-        });
-        expectSame(turned.grooves, known.turned.grooves, [](const auto& l, const auto& r) {
-            return same(l.width, r.width) && same(l.depth, r.depth) && same(l.diameter, r.diameter);
-        });
-        EXPECT_FALSE(part->sheetMetal().is);
-    }
-}
-
-TEST(Features, BentStripsAreToldByBends) {
-    for (unsigned seed = 0; seed < 30; ++seed) {
-        SCOPED_TRACE(seed);
-        const shapes::KnownPart known = shapes::bentStrip(seed);
-        const auto part = partOf(shapes::transformed(known.shape, placement(seed)));
-        const SheetMetal& sheet = part->sheetMetal();
-        ASSERT_TRUE(sheet.is) << sheet.reason;
-        EXPECT_NEAR(sheet.thickness, known.sheet.thickness, kExact);
-        expectSame(sheet.bends, known.sheet.bends, [](const auto& l, const auto& r) {
-            return same(l.innerRadius, r.innerRadius) && same(l.angle, r.angle) &&
-                   same(l.length, r.length) && same(l.flangeLength, r.flangeLength) && !l.closed;
-        });
-        expectSame(sheet.holes, known.sheet.holes, [](const auto& l, const auto& r) {
-            return l.hole == r.hole && same(l.bendDistance, r.bendDistance) &&
-                   same(l.edgeDistance, r.edgeDistance);
-        });
-        EXPECT_FALSE(part->turned().is);
-    }
-}
 
 class Cases : public testing::TestWithParam<Case> {};
 

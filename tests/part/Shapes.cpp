@@ -104,6 +104,16 @@ void write(const TopoDS_Shape& shape, const std::filesystem::path& file, const c
     if (!done) throw std::runtime_error("cannot write " + path);
 }
 
+void writeAssembly(std::initializer_list<TopoDS_Shape> parts, const std::filesystem::path& file) {
+    STEPControl_Controller::Init();
+    Interface_Static::SetIVal("write.step.assembly", 1);
+    STEPControl_Writer writer;
+    writer.Transfer(compound(parts), STEPControl_AsIs);
+    const bool done = writer.Write(file.string().c_str()) == IFSelect_RetDone;
+    Interface_Static::SetIVal("write.step.assembly", 0);
+    if (!done) throw std::runtime_error("cannot write " + file.string());
+}
+
 std::string faceOfCylinder(const std::string& text, double radius) {
     const std::regex cylinders("(#\\d+) = CYLINDRICAL_SURFACE\\('',#\\d+,\\s*([0-9.E+-]+)\\)");
     for (std::sregex_iterator it(text.begin(), text.end(), cylinders), end; it != end; ++it) {

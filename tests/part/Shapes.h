@@ -26,6 +26,9 @@ std::filesystem::path sharedPart(const char* name);
 /// `unit` is for STEP: "MM", "INCH", "M"; the shape itself is in millimetres.
 void write(const TopoDS_Shape& shape, const std::filesystem::path& file, const char* unit = "MM");
 
+/// Writes a STEP file of an assembly with the parts; one shape in several places is one part.
+void writeAssembly(std::initializer_list<TopoDS_Shape> parts, const std::filesystem::path& file);
+
 /// The instance, such as "#12", of the first face on a cylinder of that radius in a STEP text.
 std::string faceOfCylinder(const std::string& text, double radius);
 /// Names that face in the file.
