@@ -196,7 +196,10 @@ void Run::put(PartState& part, std::size_t rule, RuleResult result) {
 }
 
 void Run::begins(std::size_t part, std::size_t rule) {
+    const bool isFirst = !step_;
     step_ = Step{part, rule};
+    // A run that is over before the next tick shows what it did, too.
+    if (isFirst) tick();
 }
 
 void Run::judged(std::size_t number, std::size_t rule, RuleResult result) {
@@ -280,13 +283,13 @@ std::size_t Run::rulesBegun() const {
 }
 
 CStringW Run::stepText() const {
-    if (!step_) return {};
     const CStringW rule = wide(plan_.rules[step_->rule].blank.name);
     const std::string& path = plan_.parts[step_->part].path;
     return path.empty() ? rule : CStringW(lastName(wide(path))) + u", " + rule;
 }
 
 void Run::tick() {
+    if (!step_) return;
     CStringW text = parts_.size() > 1 ? tr("{0} of {1} parts", emitted_, parts_.size())
                                       : tr("{0} of {1}", rulesBegun(), plan_.rules.size());
     if (end_.counts.failed > 0)
