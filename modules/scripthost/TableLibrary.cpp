@@ -134,11 +134,18 @@ int unpack(lua_State* lua) {
     return static_cast<int>(steps) + 1;
 }
 
+/// What a sort asks for at each step.
+struct Order {
+    Limits& limits;
+    bool isOfValues;  ///< Without a function.
+};
+
 /// Whether the value at `a` is less than the one at `b`, both relative to the top.
-bool isLess(lua_State* lua, int a, int b) {
-    if (lua_isnil(lua, 2)) {
+bool isLess(lua_State* lua, const Order& order, int a, int b) {
+    if (order.isOfValues) {
         const bool isText = lua_type(lua, a) == LUA_TSTRING;
-        spend(lua, isText ? 1 + lua_rawlen(lua, a) / kBytesInAStep : 1);
+        const std::uint64_t steps = isText ? 1 + lua_rawlen(lua, a) / kBytesInAStep : 1;
+        if (!order.limits.spend(steps)) raiseLimit(lua);
         return lua_compare(lua, a, b, LUA_OPLT) != 0;
     }
     spend(lua, kStepsForElement);
@@ -152,17 +159,18 @@ bool isLess(lua_State* lua, int a, int b) {
 }
 
 /// Takes the topmost value into the heap in elements `low` to `high`, at `hole` from 1 or below.
-void siftDown(lua_State* lua, lua_Integer low, lua_Integer hole, lua_Integer count) {
+void siftDown(lua_State* lua, const Order& order, lua_Integer low, lua_Integer hole,
+              lua_Integer count) {
     const lua_Integer before = low - 1;
     for (lua_Integer child = 2 * hole; child <= count; child = 2 * hole) {
         lua_geti(lua, 1, before + child);
         if (child < count) {
             lua_geti(lua, 1, before + child + 1);
-            const bool right = isLess(lua, -2, -1);
+            const bool right = isLess(lua, order, -2, -1);
             if (right) ++child;
             lua_remove(lua, right ? -2 : -1);
         }
-        if (!isLess(lua, -2, -1)) {
+        if (!isLess(lua, order, -2, -1)) {
             lua_pop(lua, 1);
             break;
         }
@@ -173,25 +181,25 @@ void siftDown(lua_State* lua, lua_Integer low, lua_Integer hole, lua_Integer cou
 }
 
 /// A heap sort: its time is bounded whatever the elements and the comparison are.
-void sortByHeap(lua_State* lua, lua_Integer low, lua_Integer high) {
+void sortByHeap(lua_State* lua, const Order& order, lua_Integer low, lua_Integer high) {
     const lua_Integer count = high - low + 1;
     for (lua_Integer i = count / 2; i >= 1; --i) {
         lua_geti(lua, 1, low + i - 1);
-        siftDown(lua, low, i, count);
+        siftDown(lua, order, low, i, count);
     }
     for (lua_Integer last = count; last > 1; --last) {
         lua_geti(lua, 1, low + last - 1);
         lua_geti(lua, 1, low);
         lua_seti(lua, 1, low + last - 1);
-        siftDown(lua, low, 1, last - 1);
+        siftDown(lua, order, low, 1, last - 1);
     }
 }
 
 /// Puts the elements at `low` and `high` in order.
-void orderPair(lua_State* lua, lua_Integer low, lua_Integer high) {
+void orderPair(lua_State* lua, const Order& order, lua_Integer low, lua_Integer high) {
     lua_geti(lua, 1, low);
     lua_geti(lua, 1, high);
-    if (isLess(lua, -1, -2)) {
+    if (isLess(lua, order, -1, -2)) {
         lua_seti(lua, 1, low);
         lua_seti(lua, 1, high);
     } else {
@@ -201,16 +209,16 @@ void orderPair(lua_State* lua, lua_Integer low, lua_Integer high) {
 
 /// Moves what is less than the middle one of three elements before it, and what is greater behind
 /// it. Gives its place. A comparison that contradicts itself is an error, as in Lua.
-lua_Integer partition(lua_State* lua, lua_Integer low, lua_Integer high) {
+lua_Integer partition(lua_State* lua, const Order& order, lua_Integer low, lua_Integer high) {
     lua_geti(lua, 1, high - 1);  // the middle one is there
     lua_Integer i = low;
     lua_Integer j = high - 1;
     for (;;) {
-        while (lua_geti(lua, 1, ++i), isLess(lua, -1, -2)) {
+        while (lua_geti(lua, 1, ++i), isLess(lua, order, -1, -2)) {
             if (i >= high - 1) luaL_error(lua, "invalid order function for sorting");
             lua_pop(lua, 1);
         }
-        while (lua_geti(lua, 1, --j), isLess(lua, -3, -1)) {
+        while (lua_geti(lua, 1, --j), isLess(lua, order, -3, -1)) {
             if (j < i) luaL_error(lua, "invalid order function for sorting");
             lua_pop(lua, 1);
         }
@@ -226,25 +234,26 @@ lua_Integer partition(lua_State* lua, lua_Integer low, lua_Integer high) {
 
 /// Sorts as Lua does. After `depth` divisions the rest is sorted by a heap, so that no order of the
 /// elements makes the time grow with the square.
-void sortRange(lua_State* lua, lua_Integer low, lua_Integer high, int depth) {
+void sortRange(lua_State* lua, const Order& order, lua_Integer low, lua_Integer high, int depth) {
     while (low < high) {
-        orderPair(lua, low, high);
+        orderPair(lua, order, low, high);
         if (high - low == 1) return;
         const lua_Integer middle = low + (high - low) / 2;
-        orderPair(lua, low, middle);
-        orderPair(lua, middle, high);
+        orderPair(lua, order, low, middle);
+        orderPair(lua, order, middle, high);
         if (high - low == 2) return;
         if (depth-- == 0) {
-            sortByHeap(lua, low, high);
+            sortByHeap(lua, order, low, high);
             return;
         }
         lua_geti(lua, 1, middle);
         lua_geti(lua, 1, high - 1);
         lua_seti(lua, 1, middle);
         lua_seti(lua, 1, high - 1);
-        const lua_Integer place = partition(lua, low, high);
+        const lua_Integer place = partition(lua, order, low, high);
         const bool isLeftLess = place - low < high - place;
-        isLeftLess ? sortRange(lua, low, place - 1, depth) : sortRange(lua, place + 1, high, depth);
+        isLeftLess ? sortRange(lua, order, low, place - 1, depth)
+                   : sortRange(lua, order, place + 1, high, depth);
         (isLeftLess ? low : high) = isLeftLess ? place + 1 : place - 1;
     }
 }
@@ -256,7 +265,7 @@ int sort(lua_State* lua) {
     if (!lua_isnoneornil(lua, 2)) luaL_checktype(lua, 2, LUA_TFUNCTION);
     lua_settop(lua, 2);
     luaL_checkstack(lua, 8, nullptr);
-    sortRange(lua, 1, length,
+    sortRange(lua, {runOf(lua).limits, lua_isnil(lua, 2)}, 1, length,
               2 * static_cast<int>(std::bit_width(static_cast<lua_Unsigned>(length))));
     return 0;
 }
