@@ -124,6 +124,11 @@ void start(benchmark::State& state, const char* program, const char* argument) {
 // An iteration is a whole process, whatever part of its time it counts as.
 constexpr int kStarts = 20;
 
+void sizesOfRuns(benchmark::internal::Benchmark* rows) {
+    for (const int rules : {1'000, 3'000, 10'000, 30'000})
+        rows->Arg(rules);
+}
+
 BENCHMARK_CAPTURE(start, tool, CORVANE_BENCH_TOOL, "--version")
     ->Name("--version:corvane")
     ->UseManualTime()
@@ -134,18 +139,12 @@ BENCHMARK_CAPTURE(start, empty, CORVANE_BENCH_EMPTY, nullptr)
     ->Iterations(kStarts);
 BENCHMARK(ruleOfMany)
     ->Name("rule of a run:corvane")
-    ->Arg(1'000)
-    ->Arg(3'000)
-    ->Arg(10'000)
-    ->Arg(30'000)
+    ->Apply(sizesOfRuns)
     ->UseManualTime()
     ->Iterations(1);
 BENCHMARK(scriptOfMany)
     ->Name("rule of a run:script host")
-    ->Arg(1'000)
-    ->Arg(3'000)
-    ->Arg(10'000)
-    ->Arg(30'000)
+    ->Apply(sizesOfRuns)
     ->UseManualTime()
     ->Iterations(1);
 
