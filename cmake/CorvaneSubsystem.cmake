@@ -25,8 +25,9 @@ function(corvane_add_test name)
     if(arg_SUBSYSTEMS)
         target_compile_definitions(test_${name} PRIVATE corvane_EXPORTS)
     endif()
-    # The objects load them at the start, as the library does.
-    add_dependencies(test_${name} corvane_resources)
+    # The objects load them as the library does: these at the start, and that one from the library's folder.
+    add_dependencies(test_${name} corvane_resources CorvaneXmlParser)
+    set_target_properties(test_${name} PROPERTIES BUILD_RPATH "$ORIGIN/../lib")
     # One ctest entry a program: starting a process for each case costs more than the cases do.
     add_test(NAME ${name} COMMAND test_${name})
 endfunction()

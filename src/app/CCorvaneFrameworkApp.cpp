@@ -64,7 +64,12 @@ void CCorvaneFrameworkApp::loadLanguageModule() {
         m_strLanguageFolder = folderOfLanguage(kEnglish);
         strings_ = loadStrings(m_hResModule, m_strLanguageFolder);
     }
-    englishStrings_ = loadStrings(m_hEnglishResModule, folderOfLanguage(kEnglish));
+    if (m_strLanguageFolder == folderOfLanguage(kEnglish)) {
+        // One load serves for both: each looks through a folder, which a start would pay for.
+        englishStrings_ = strings_;
+    } else {
+        englishStrings_ = loadStrings(m_hEnglishResModule, folderOfLanguage(kEnglish));
+    }
     m_strResModulePath = join(m_strLanguageFolder, kResourceModule);
 }
 
@@ -81,6 +86,10 @@ CStringW CCorvaneFrameworkApp::GetFrameworkDllPath() const {
 
 CStringW CCorvaneFrameworkApp::wantedModulePath() const {
     return join(folderOfLanguage(corvane::app::languageFolderName(m_strLanguage)), kResourceModule);
+}
+
+const corvane::LoadedModule& CCorvaneFrameworkApp::englishModule() const {
+    return englishStrings_ == strings_ ? m_hResModule : m_hEnglishResModule;
 }
 
 CStringW CCorvaneFrameworkApp::GetEnglishString(unsigned int number) const {
@@ -108,7 +117,7 @@ Installation GetInstallation() {
             .wantedModule = framework->wantedModulePath(),
             .triedModule = framework->m_strResModulePath,
             .moduleFile = framework->m_hResModule.file(),
-            .englishFile = framework->m_hEnglishResModule.file()};
+            .englishFile = framework->englishModule().file()};
 }
 
 }  // namespace corvane

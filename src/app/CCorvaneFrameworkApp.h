@@ -29,6 +29,8 @@ public:
 
     /// The full path of the library's own file.
     CStringW GetFrameworkDllPath() const;
+    /// The module with the English texts, which may be the one in use.
+    const corvane::LoadedModule& englishModule() const;
     /// The English text of a string resource; empty when there is none.
     CStringW GetEnglishString(unsigned int number) const;
 
@@ -57,7 +59,7 @@ public:
     CStringW wantedModulePath() const;
 
     corvane::LoadedModule m_hResModule;         ///< The module of the language in use.
-    corvane::LoadedModule m_hEnglishResModule;  ///< The English one, loaded in every case.
+    corvane::LoadedModule m_hEnglishResModule;  ///< The English one, unless that is the one in use.
     CStringW m_strLanguage;        ///< Empty until start; a name that is set before is used.
     CStringW m_strLanguageFolder;  ///< The folder of the module in use.
     CStringW m_strResModulePath;   ///< The path that was last tried for the module in use.

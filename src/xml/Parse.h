@@ -20,8 +20,12 @@ namespace corvane::xml {
 /// it parses the text of an entity in a context of its own.
 class Parse {
 public:
-    Parse(std::string_view source, TreeBuilder& builder)
-        : source_(source), builder_(builder), names_(builder.pool()), cursor_(source) {}
+    Parse(const ParserLibrary& library, std::string_view source, TreeBuilder& builder)
+        : library_(library),
+          source_(source),
+          builder_(builder),
+          names_(builder.pool()),
+          cursor_(source) {}
 
     Fault run();
 
@@ -32,7 +36,7 @@ private:
     static void report(void* self, Action action) {
         Parse& parse = of(self);
         if (parse.fault_) return;
-        const Position position = positionOf(parse.context_);
+        const Position position = parse.library_.positionOf(parse.context_);
         try {
             action(parse, position);
         } catch (const std::bad_alloc&) {
@@ -80,6 +84,7 @@ private:
     void stop(std::string message);
     void stopForMemory();
 
+    const ParserLibrary& library_;
     std::string_view source_;
     TreeBuilder& builder_;
     NameTable names_;

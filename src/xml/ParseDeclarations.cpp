@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
-#include <libxml/SAX2.h>
 #include <string>
 
 #include "system/Unicode.h"
@@ -44,7 +43,7 @@ void Parse::documentType(void* self, const xmlChar* name, const xmlChar* publicI
         parse.builder_.data(Kind::DocType, data);
         parse.inDocumentType_ = true;
         // The parser's own tables keep what is declared from here on.
-        xmlSAX2InternalSubset(parse.context_, name, publicId, systemId);
+        parse.library_.internalSubset(parse.context_, name, publicId, systemId);
     });
 }
 
@@ -62,13 +61,13 @@ void Parse::declareEntity(void* self, const xmlChar* name, int type, const xmlCh
         const bool general =
             type == XML_INTERNAL_GENERAL_ENTITY || type == XML_EXTERNAL_GENERAL_PARSED_ENTITY;
         if (general && isPredefined(view(name))) return;
-        xmlSAX2EntityDecl(parse.context_, name, type, publicId, systemId, content);
+        parse.library_.declareEntity(parse.context_, name, type, publicId, systemId, content);
     });
 }
 
 void Parse::declareAttribute(void* self, const xmlChar*, const xmlChar* name, int, int,
                              const xmlChar* value, xmlEnumerationPtr values) {
-    xmlFreeEnumeration(values);
+    of(self).library_.freeEnumeration(values);
     report(self, [=](Parse& parse, const Position&) {
         parse.countDeclaration();
         if (value && ++parse.defaults_ > kMostDefaults) parse.stop("Too many default attributes");
@@ -112,13 +111,15 @@ xmlEntityPtr Parse::admit(const xmlChar* name, xmlEntityPtr entity) {
 }
 
 xmlEntityPtr Parse::findEntity(void* self, const xmlChar* name) {
-    return of(self).admit(name, xmlSAX2GetEntity(of(self).context_, name));
+    Parse& parse = of(self);
+    return parse.admit(name, parse.library_.findEntity(parse.context_, name));
 }
 
 // A declaration may be put together from several of these, so their parts count together.
 xmlEntityPtr Parse::findParameterEntity(void* self, const xmlChar* name) {
     Parse& parse = of(self);
-    const xmlEntityPtr entity = parse.admit(name, xmlSAX2GetParameterEntity(parse.context_, name));
+    const xmlEntityPtr entity =
+        parse.admit(name, parse.library_.findParameterEntity(parse.context_, name));
     if (!entity) return nullptr;
     const std::string_view content = view(entity->content);
     parse.alternatives_ +=

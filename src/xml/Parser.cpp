@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <libxml/SAX2.h>
 #include <limits>
-#include <memory>
 #include <new>
 #include <string>
 #include <utility>
@@ -17,9 +15,6 @@
 
 namespace corvane::xml {
 namespace {
-
-// The parser sets up its global state at the first use, which is not safe on two threads at once.
-[[maybe_unused]] const bool parserIsReady = (xmlInitParser(), true);
 
 constexpr std::size_t kLargestSource = std::numeric_limits<int>::max() - 1;
 // The parser's table of names slows down as it fills.
@@ -39,15 +34,15 @@ Fault faultAt(std::string_view source, std::size_t offset, std::string message) 
 
 void Parse::stop(std::string message) {
     if (fault_) return;
-    const Position position = positionOf(context_);
+    const Position position = library_.positionOf(context_);
     fault_ = {position.line, position.column, std::move(message)};
-    xmlStopParser(context_);
+    library_.stop(context_);
 }
 
 void Parse::stopForMemory() {
     memoryEnded_ = true;
     fault_.message = "Out of memory";
-    xmlStopParser(context_);
+    library_.stop(context_);
 }
 
 // The line on which the start tag begins in which the parser is. Line ends need counting only where
@@ -65,7 +60,7 @@ std::uint32_t Parse::tagLine(const Position& position) {
 
 void Parse::startDocument(void* self) {
     report(self, [](Parse& parse, const Position&) {
-        xmlSAX2StartDocument(parse.context_);
+        parse.library_.startDocument(parse.context_);
         const xmlDocPtr document = parse.context_->myDoc;
         if (!document) throw std::bad_alloc();
         const std::string_view version = view(document->version);
@@ -220,20 +215,10 @@ xmlSAXHandler Parse::makeHandler() const {
 }
 
 Fault Parse::run() {
-    const QuietParser quiet;
-    const std::unique_ptr<xmlParserCtxt, ContextDeleter> context(xmlNewParserCtxt());
-    if (!context) throw std::bad_alloc();
-    context_ = context.get();
-    *context_->sax = makeHandler();
-    context_->userData = this;
-    // Every error that matters ends the parse itself: the parser must not end it for the others.
-    constexpr int kOptions = XML_PARSE_HUGE | XML_PARSE_NONET | XML_PARSE_IGNORE_ENC |
-                             XML_PARSE_NOENT | XML_PARSE_RECOVER;
-    // Unlike other ways in, this one parses the bytes where they are. They end with a zero.
-    const std::unique_ptr<xmlDoc, DocumentDeleter> document(xmlCtxtReadDoc(
-        context_, reinterpret_cast<const xmlChar*>(source_.data()), nullptr, nullptr, kOptions));
+    // The source ends with a zero, so it is parsed where it is.
+    const bool isRead = library_.read(source_.data(), makeHandler(), this, context_);
     if (memoryEnded_) throw std::bad_alloc();
-    if (!fault_ && (!document || depth_ > 0)) fault_.message = "Not well-formed";
+    if (!fault_ && (!isRead || depth_ > 0)) fault_.message = "Not well-formed";
     return fault_;
 }
 
@@ -263,8 +248,10 @@ Fault parse(std::string_view utf8, Element*& tree) {
     if (tree) return {};
     if (const char* excess = excessIn(utf8)) return {0, 0, excess};
     Fault fault;
+    const ParserLibrary* library = parserLibrary(fault.message);
+    if (!library) return fault;
     tree = built([&](TreeBuilder& builder) {
-        fault = Parse(utf8, builder).run();
+        fault = Parse(*library, utf8, builder).run();
         return !fault;
     });
     return fault;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <libxml/parser.h>
+#include <string>
 #include <string_view>
 
 // What the code around a parse needs of the parsing library, in any of its versions.
@@ -34,46 +35,30 @@ struct Position {
     const xmlChar* text = nullptr;  // What comes next, where the parser may report it before.
 };
 
-inline Position positionOf(xmlParserCtxtPtr context) {
-    Position position;
-#if LIBXML_VERSION >= 21500
-    unsigned long offset = 0;
-    xmlCtxtGetInputPosition(context, 0, nullptr, &position.line, &position.column, &offset);
-    position.offset = offset;
-#else
-    if (context->inputNr < 1) return position;
-    const xmlParserInputPtr input = context->inputTab[0];
-    position.line = input->line;
-    position.column = input->col;
-    position.offset = input->consumed + static_cast<std::size_t>(input->cur - input->base);
-    position.text = input->cur;
-#endif
-    return position;
-}
-
-/// Keeps what the parser says outside of a parse, as when its tables find no memory, off the
-/// process's standard error.
-class QuietParser {
-public:
-    QuietParser() : handler_(xmlStructuredError), context_(xmlStructuredErrorContext) {
-        xmlSetStructuredErrorFunc(nullptr, ignore);
-    }
-    ~QuietParser() { xmlSetStructuredErrorFunc(context_, handler_); }
-    QuietParser(const QuietParser&) = delete;
-    QuietParser& operator=(const QuietParser&) = delete;
-
-private:
-    static void ignore(void*, ParserError) {}
-
-    xmlStructuredErrorFunc handler_;
-    void* context_;
+/// The operations of the parsing library that a parse uses. A module of its own links that library
+/// and hands them out, so that only a process with a document that needs them loads it: its start
+/// would take longer than all the rest of this library's.
+struct ParserLibrary {
+    /// Parses a text that ends with a zero. `context` is set as long as the handler is called.
+    /// False when there is no document.
+    bool (*read)(const char* utf8, const xmlSAXHandler& handler, void* self,
+                 xmlParserCtxtPtr& context);
+    Position (*positionOf)(xmlParserCtxtPtr context);
+    void (*stop)(xmlParserCtxtPtr context);
+    // What the handler leaves to the library's own.
+    startDocumentSAXFunc startDocument;
+    internalSubsetSAXFunc internalSubset;
+    entityDeclSAXFunc declareEntity;
+    getEntitySAXFunc findEntity;
+    getParameterEntitySAXFunc findParameterEntity;
+    void (*freeEnumeration)(xmlEnumerationPtr values);
 };
 
-struct ContextDeleter {
-    void operator()(xmlParserCtxtPtr context) const { xmlFreeParserCtxt(context); }
-};
-struct DocumentDeleter {
-    void operator()(xmlDocPtr document) const { xmlFreeDoc(document); }
-};
+/// The name of the module's function, without parameters, that gives the operations.
+inline constexpr const char* kParserLibraryName = "CorvaneXmlParser";
+
+/// The operations, which are there until this library is unloaded. Null when the module is missing
+/// or won't load: `fault` tells why.
+const ParserLibrary* parserLibrary(std::string& fault);
 
 }  // namespace corvane::xml

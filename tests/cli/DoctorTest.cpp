@@ -276,6 +276,7 @@ TEST_F(Doctor, RunsWithoutTheModulesThatItMisses) {
     for (const char* told :
          {"language module +there is no /.*/Lang/english/CorvaneFrameworkResu.dll",
           "libOther.so.0.1 +/.*/lib/libOther.so.0.1 is not there",
+          "XML parser +The module CorvaneXmlParser, which this document needs, is missing",
           "module +there is no QorScriptHost.dll", "collector module +there is no /"})
         EXPECT_THAT(result.out, ContainsRegex(std::string("  wrong  ") + told));
     EXPECT_THAT(result.out, ContainsRegex("  ok     language +french, the language of the user"));

@@ -3,6 +3,8 @@
 #include <corvane/platform/Environment.h>
 #include <corvane/platform/LoadedModule.h>
 #include <corvane/platform/RegistrySources.h>
+#include <corvane/xml/QorXMLDocument.h>
+#include <corvane/xml/XMLFault.h>
 
 #include "Text.h"
 #include "doctor/Checks.h"
@@ -92,6 +94,15 @@ void checkTree(Diagnosis& diagnosis, const Installation& installation) {
                                      program.u16string()));
 }
 
+/// What is more than plain is read by a module of its own, which a run of plain files never misses.
+void checkParser(Diagnosis& diagnosis) {
+    QorXMLDocument document;
+    CStringW text = u"<!DOCTYPE a [<!ENTITY b 'c'>]><a>&b;</a>";
+    document.LoadFromXMLString(text);
+    const corvane::XMLFault fault = corvane::LastXMLFault(document);
+    if (!fault.message.IsEmpty()) diagnosis.wrong(tr("XML parser"), fault.message, tr(kReinstall));
+}
+
 }  // namespace
 
 void checkInstallation(Diagnosis& diagnosis) {
@@ -106,6 +117,7 @@ void checkInstallation(Diagnosis& diagnosis) {
             tr("English module"),
             textsFault(installation.installFolder + u"\\Lang\\english\\CorvaneFrameworkResu.dll"),
             tr(kReinstall));
+    checkParser(diagnosis);
 }
 
 void checkRegistry(Diagnosis& diagnosis) {

@@ -21,6 +21,7 @@ inline constexpr Translation kDoctorTexts[] = {
      "{0}을(를) 읽을 수 없습니다"},
     {"{0} cannot be written", "{0} ne peut pas être écrit", "{0} に書き込めません",
      "{0}에 쓸 수 없습니다"},
+    {"XML parser", "analyseur XML", "XML パーサー", "XML 파서"},
     {"{0} is no folder", "{0} n’est pas un dossier", "{0} はフォルダーではありません",
      "{0}은(는) 폴더가 아닙니다"},
     {"{0} is no file", "{0} n’est pas un fichier", "{0} はファイルではありません",
