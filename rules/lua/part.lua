@@ -49,7 +49,7 @@
 ---@field axis? Point
 
 ---@class Damage
----@field kind "open edge"|"invalid face"|"not solid"|"many-fold"|"size"
+---@field kind "open edge"|"invalid face"|"not solid"|"many-fold"|"size"|"missing"
 ---@field message string
 ---@field points Point[]
 ---@field faces integer[]
@@ -291,6 +291,9 @@ function part.edge(number) end
 ---What keeps the part from being a valid closed solid.
 ---@return Damage[]
 function part.damages() end
+---What the file has beside the shape and is left out, such as features of a kind that is not known.
+---@return string[]
+function part.notes() end
 ---How thick the walls are. An error for a part that is not closed.
 ---@return Walls
 function part.walls() end

@@ -161,6 +161,63 @@ TEST_F(DamagedFilesTest, AnEntityOfAShapeMustHaveItsPartsAndBeNoneOfThem) {
     }
 }
 
+TEST_F(DamagedFilesTest, AnEntityOfAnUnknownKindHarmsAFileOnlyWhereTheShapeNeedsIt) {
+    const std::string step = write(shapes::box(1, 2, 3), "whole.step");
+    const std::string feature =
+        "#9001=(CHARACTERIZED_OBJECT('a','b')FEATURE_DEFINITION()POCKET());"
+        "#9002=PRODUCT_DEFINITION_SHAPE('','',#9001);#9003=SHAPE_ASPECT('','',#9002,.T.);"
+        "#9004=SHAPE_DEFINITION_REPRESENTATION(#9002,#9005);#9005=PLANAR_SHAPE('',(#11),#345);";
+    const auto with = [&](const std::string& entities, const std::string& old = "DATA;",
+                          const std::string& by = "DATA;") {
+        return replaced(replaced(step, "", old, by), "DATA;", "ENDSEC", entities + "ENDSEC");
+    };
+    const std::string odd = "#9001=STRANGE('');";
+    const struct {
+        std::string text, note, damage, error;
+    } cases[]{
+        {with(feature), "2 entities of unknown kinds are left out: CHARACTERIZED_OBJECT", "", ""},
+        {with(odd), "an entity of an unknown kind is left out: STRANGE", "", ""},
+        {with(odd + "#9002=SHAPE_REPRESENTATION('',(#9001),#345);"), "STRANGE", "", ""},
+        {with(odd, "(#11,#15)", "(#9001,#11,#9001,#15)"), "STRANGE", "#9001 (STRANGE)", ""},
+        {with(odd + "#9002=SHAPE_DEFINITION_REPRESENTATION(#4,#9001);"), "STRANGE",
+         "#9001 (STRANGE)", ""},
+        {with("#9002=PRODUCT_DEFINITION_SHAPE('','',$);"), "", "", "#9002 is damaged"},
+        {with(odd + "#9002=PRODUCT_DEFINITION('',$,#9001,$);"), "", "", "#9002 is damaged"},
+        {with(odd, "'',(#18),#32,", "'',(#18),#9001,"), "", "", "unknown kind, #9001 (STRANGE)"},
+        {with(odd + "#9002=PRODUCT_DEFINITION_SHAPE('','',#9001);"
+                    "#9003=CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(#9004,#9002);"
+                    "#9004=SHAPE_REPRESENTATION_RELATIONSHIP('','',#10,#10);"),
+         "", "", "#9002 has a part of an unknown kind"}};
+    for (const auto& [text, note, damage, error] : cases) {
+        SCOPED_TRACE(note + damage + error);
+        const auto opened = open(text, "unknown.step");
+        EXPECT_THAT(opened.error, error.empty() ? HasSubstr("") : HasSubstr(error));
+        ASSERT_EQ(opened.part == nullptr, !error.empty()) << opened.error;
+        if (!opened.part) continue;
+        const auto& model = opened.part->model();
+        EXPECT_EQ(model.faces.size(), 6U);
+        EXPECT_THAT(model.notes, testing::ElementsAre(HasSubstr(note)));
+        std::string damages;
+        for (const auto& found : opened.part->damages())
+            damages += found.message;
+        EXPECT_EQ(damages.empty(), damage.empty());
+        EXPECT_THAT(damages, HasSubstr(damage));
+    }
+}
+
+TEST_F(DamagedFilesTest, ACurveOnASurfaceMustBeDrawn) {
+    const std::string step = write(shapes::cylinder({{0, 0, 0}, {0, 0, 1}}, 5, 10), "pin.step");
+    const std::string drawing = "DEFINITIONAL_REPRESENTATION('',(";
+    const std::size_t start = step.find(drawing) + drawing.size();
+    const std::string curve = step.substr(start, step.find(')', start) - start);
+    for (const char* none : {"", "$", "#12"}) {
+        const auto opened = open(replaced(step, drawing, curve, none), "bad.step");
+        EXPECT_FALSE(opened.part);
+        EXPECT_THAT(opened.error,
+                    testing::AnyOf(HasSubstr("has no curve"), HasSubstr("is damaged")));
+    }
+}
+
 TEST_F(DamagedFilesTest, AShapeThatHoldsTheOneBeforeTwiceIsRefused) {
     TopoDS_Shape doubled = BRepBuilderAPI_MakeEdge(gp_Pnt(0, 0, 0), gp_Pnt(1, 0, 0)).Shape();
     gp_Trsf move;

@@ -113,7 +113,8 @@ struct Thread {
 struct Damage {
     /// What is wrong.
     /// Size: below a tenth of a millimetre or above a hundred metres, most likely in a wrong unit.
-    enum class Kind { OpenEdge, InvalidFace, NotSolid, ManyFold, Size };
+    /// Missing: the file has more of the shape, of a kind that cannot be read.
+    enum class Kind { OpenEdge, InvalidFace, NotSolid, ManyFold, Size, Missing };
     Kind kind = Kind::OpenEdge;  ///< what is wrong
     std::string message;         ///< English
     std::vector<Vector> points;  ///< where: a polyline or one point
@@ -132,6 +133,9 @@ struct Model {
         false;  ///< neither the file nor who opened it names a unit: millimetres are taken
     std::vector<Damage> damages;  ///< found while the file was read
     std::vector<Thread> threads;  ///< that the file tells of, in its order
+    /// What the file has beside the shape and is left out, such as features of a kind that is not
+    /// known; English.
+    std::vector<std::string> notes;
 
     /// The face of that number, which must be one of the part.
     [[nodiscard]] const Face& face(int number) const {

@@ -123,6 +123,11 @@ int damages(lua_State* lua) {
         lua, [](const Part& part, Failure&) -> const auto& { return part.damages(); });
 }
 
+int notes(lua_State* lua) {
+    return answer(
+        lua, [](const Part& part, Failure&) -> const auto& { return part.model().notes; });
+}
+
 constexpr luaL_Reg kFunctions[] = {{"box", box},         {"smallest_box", smallestBox},
                                    {"size", size},       {"volume", volume},
                                    {"area", area},       {"centre", centre},
@@ -130,7 +135,8 @@ constexpr luaL_Reg kFunctions[] = {{"box", box},         {"smallest_box", smalle
                                    {"units", units},     {"solids", solids},
                                    {"faces", faces},     {"edges", edges},
                                    {"face", face},       {"edge", edge},
-                                   {"damages", damages}, {nullptr, nullptr}};
+                                   {"damages", damages}, {"notes", notes},
+                                   {nullptr, nullptr}};
 
 }  // namespace
 }  // namespace partengine

@@ -27,8 +27,8 @@ const char* nameOf(Convexity kind) {
 }
 
 const char* nameOf(Damage::Kind kind) {
-    constexpr const char* kNames[] = {"open edge", "invalid face", "not solid", "many-fold",
-                                      "size"};
+    constexpr const char* kNames[] = {"open edge", "invalid face", "not solid",
+                                      "many-fold", "size",         "missing"};
     return kNames[static_cast<int>(kind)];
 }
 

@@ -10,6 +10,8 @@
 
 namespace corvane::part::reading {
 
+class UnknownKinds;
+
 struct Body {
     TopoDS_Shape shape;  // a solid, or an open shape
     std::string name, place;
@@ -25,6 +27,8 @@ struct Bodies {
     std::string error, units;
     std::vector<Body> bodies;
     std::vector<BodyThread> threads;
+    std::vector<std::string> notes;    // of what is not read
+    std::vector<std::string> leftOut;  // parts of the shape among it
 };
 
 /// What one file may hold, so that a small file that repeats itself cannot fill the memory.
@@ -36,8 +40,10 @@ Bodies readIges(const std::filesystem::path& file);
 Bodies readBrep(const std::filesystem::path& file);
 
 /// Why the kernel cannot turn the entities of a loaded file into shapes: it takes for granted that
-/// each has its parts, and that none is a part of itself. Empty if it can.
-std::string entityFault(const Handle(XSControl_WorkSession) & session);
+/// each has its parts, and that none is a part of itself. Empty if it can. Parts of `unknown` kinds
+/// may be missing where the shape does without them.
+std::string entityFault(const Handle(XSControl_WorkSession) & session,
+                        UnknownKinds* unknown = nullptr);
 
 /// Adds the solids of `shape`, and what is in no solid sewn together.
 void addBodies(const TopoDS_Shape& shape, const std::string& name, const std::string& place,

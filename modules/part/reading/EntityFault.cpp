@@ -10,7 +10,10 @@
 #include <StepBasic_ProductDefinitionFormation.hxx>
 #include <StepBasic_ProductDefinitionRelationship.hxx>
 #include <StepGeom_CartesianPoint.hxx>
+#include <StepGeom_Curve.hxx>
 #include <StepGeom_GeometricRepresentationItem.hxx>
+#include <StepGeom_Pcurve.hxx>
+#include <StepRepr_DefinitionalRepresentation.hxx>
 #include <StepRepr_ItemDefinedTransformation.hxx>
 #include <StepRepr_MappedItem.hxx>
 #include <StepRepr_ProductDefinitionShape.hxx>
@@ -31,6 +34,7 @@
 
 #include "Bodies.h"
 #include "References.h"
+#include "UnknownKinds.h"
 
 namespace corvane::part::reading {
 namespace {
@@ -74,6 +78,16 @@ bool isTooFar(const Handle(Standard_Transient) & entity) {
     return false;
 }
 
+/// Whether a curve on a surface has nothing that draws it: the kernel takes its first item for a
+/// curve.
+bool drawsNothing(const Handle(Standard_Transient) & entity) {
+    const auto drawn = Handle(StepGeom_Pcurve)::DownCast(entity);
+    if (drawn.IsNull()) return false;
+    const Handle(StepRepr_Representation) drawing = drawn->ReferenceToCurve();
+    return drawing.IsNull() || drawing->NbItems() < 1 ||
+           Handle(StepGeom_Curve)::DownCast(drawing->ItemsValue(1)).IsNull();
+}
+
 /// Adds up what the kernel will take for its repairs of borders: it compares each edge of a border
 /// with each other three deep, and each border of a face with each other.
 class BorderWork {
@@ -108,18 +122,27 @@ References referencesOf(const Interface_Graph& graph) {
 
 }  // namespace
 
-std::string entityFault(const Handle(XSControl_WorkSession) & session) {
+std::string entityFault(const Handle(XSControl_WorkSession) & session, UnknownKinds* unknown) {
     const Handle(Interface_InterfaceModel) model = session->Model();
     const auto label = [&](int number) {
         return std::string(model->StringLabel(model->Value(number))->ToCString());
     };
     BorderWork work;
+    std::vector<int> lacking;
     for (int number = 1; number <= model->NbEntities(); ++number) {
-        const std::string tooMany = work.add(model->Value(number));
+        const Handle(Standard_Transient) entity = model->Value(number);
+        const std::string tooMany = work.add(entity);
         if (!tooMany.empty()) return "entity " + label(number) + " has too many " + tooMany;
-        if (lacksParts(*model, number)) return "entity " + label(number) + " is damaged";
-        if (isTooFar(model->Value(number))) return "entity " + label(number) + " is too far away";
+        if (isTooFar(entity)) return "entity " + label(number) + " is too far away";
+        if (!lacksParts(*model, number)) continue;
+        if (!unknown) return "entity " + label(number) + " is damaged";
+        lacking.push_back(number);
     }
+    if (unknown)
+        if (const std::string fault = unknown->fault(lacking); !fault.empty()) return fault;
+    for (int number = 1; number <= model->NbEntities(); ++number)
+        if (drawsNothing(model->Value(number)))
+            return "entity " + label(number) + ", a curve on a surface, has no curve";
     const Handle(Interface_HGraph) graph = session->HGraph();
     if (graph.IsNull()) return "its schema is unknown";
     const ReferenceFault fault = checkReferences(referencesOf(graph->Graph()));

@@ -183,6 +183,9 @@ void drawBordersOfPlanes(const TopoDS_Shape& shape) {
 Model snapshot(Bodies& bodies) {
     Model model;
     model.units = bodies.units;
+    model.notes = bodies.notes;
+    for (const std::string& missing : bodies.leftOut)
+        model.damages.push_back({Damage::Kind::Missing, missing, {}, {}});
     BodyReader::Threads threads;
     for (const BodyThread& known : bodies.threads) {
         for (const TopoDS_Shape& face : known.faces)

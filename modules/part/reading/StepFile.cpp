@@ -19,6 +19,7 @@
 #include "Bodies.h"
 #include "References.h"
 #include "StepThreads.h"
+#include "UnknownKinds.h"
 
 namespace corvane::part::reading {
 namespace {
@@ -144,10 +145,13 @@ Bodies readStep(const std::filesystem::path& file) {
         bodies.error = "the file is no readable STEP file";
         return bodies;
     }
-    if (const std::string fault = entityFault(reader.Reader().WS()); !fault.empty()) {
+    UnknownKinds unknown(reader.Reader().WS(), file);
+    if (const std::string fault = entityFault(reader.Reader().WS(), &unknown); !fault.empty()) {
         bodies.error = "the STEP file cannot be read: " + fault;
         return bodies;
     }
+    bodies.notes = unknown.notes();
+    bodies.leftOut = unknown.leftOut();
     TColStd_SequenceOfAsciiString lengths, angles, solidAngles;
     reader.ChangeReader().FileUnits(lengths, angles, solidAngles);
     if (!lengths.IsEmpty()) bodies.units = lengths.First().ToCString();
