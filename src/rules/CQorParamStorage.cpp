@@ -23,9 +23,17 @@ using List = CQorArray<CQorParamStorage*>;
 constexpr int kShortList = 64;
 // An index costs about as much as this many walks, so it is made after as many.
 constexpr std::size_t kWalksBeforeIndex = 4;
+// Places that each look-up compares with those of the index, which takes no longer than the rest.
+constexpr std::ptrdiff_t kAlwaysCompared = 512;
 
+// Counted from the first index on: new storages, and those that go or take over another number.
 std::atomic<bool> anyIndex = false;
-std::atomic<std::uint64_t> storagesGone = 0;
+std::atomic<std::uint64_t> storagesMade = 0;
+std::atomic<std::uint64_t> numbersLost = 0;
+
+void countOne(std::atomic<std::uint64_t>& counter) {
+    if (anyIndex.load(std::memory_order_relaxed)) counter.fetch_add(1, std::memory_order_relaxed);
+}
 
 // The numbers of one list. It is kept outside the rule, whose fields are fixed.
 class StorageIndex {
@@ -41,26 +49,42 @@ public:
         const auto at = std::lower_bound(numbers_.begin(), numbers_.end(), std::pair(id, 0));
         // A number that is not there may have been given to a storage since.
         if (at == numbers_.end() || at->first != id) return findStorage(list, id);
-        // The storages up to there have to be those of the index: that makes it the first.
-        const auto seen = static_cast<std::ptrdiff_t>(at->second) + 1;
-        CQorParamStorage* const storage = storages_[static_cast<std::size_t>(at->second)];
-        if (std::equal(storages_.begin(), storages_.begin() + seen, list.begin()) &&
-            storage->m_lId == id)
-            return storage;
+        if (CQorParamStorage* const storage = proved(list, at)) return storage;
         begin(list);
         return findStorage(list, id);
     }
 
 private:
-    bool isOf(const List& list) const {
-        return data_ == list.m_pData &&
-               storages_.size() == static_cast<std::size_t>(list.GetSize()) &&
-               gone_ == storagesGone.load(std::memory_order_relaxed);
+    using Entry = std::pair<QorLong, int>;
+
+    bool isOf(const List& list) {
+        if (data_ != list.m_pData || storages_.size() != static_cast<std::size_t>(list.GetSize()) ||
+            lost_ != numbersLost.load(std::memory_order_relaxed))
+            return false;
+        const std::uint64_t made = storagesMade.load(std::memory_order_relaxed);
+        if (made == std::exchange(made_, made)) return true;
+        return std::equal(storages_.begin(), storages_.end(), list.begin());
+    }
+
+    // The storage of an entry when it is still the first of its number. The storages before it have
+    // to be those of the index, if another one in the list has the number. Without one, all but a
+    // new storage would have come from another list, where a storage stays for life.
+    CQorParamStorage* proved(const List& list, std::vector<Entry>::const_iterator entry) const {
+        CQorParamStorage* const storage = storages_[static_cast<std::size_t>(entry->second)];
+        const auto next = entry + 1;
+        const bool isOnlyOne = next == numbers_.end() || next->first != entry->first;
+        const std::ptrdiff_t before = entry->second;
+        const auto compared = isOnlyOne ? std::min(before, kAlwaysCompared) : before;
+        const bool isFirst =
+            list.GetAt(entry->second) == storage && storage->m_lId == entry->first &&
+            std::equal(storages_.begin(), storages_.begin() + compared, list.begin());
+        return isFirst ? storage : nullptr;
     }
 
     void begin(const List& list) {
         data_ = list.m_pData;
-        gone_ = storagesGone.load(std::memory_order_relaxed);
+        made_ = storagesMade.load(std::memory_order_relaxed);
+        lost_ = numbersLost.load(std::memory_order_relaxed);
         storages_.assign(list.begin(), list.end());
         numbers_.clear();
         walked_ = 0;
@@ -78,9 +102,10 @@ private:
     }
 
     CQorParamStorage* const* data_ = nullptr;
-    std::uint64_t gone_ = 0;
+    std::uint64_t made_ = 0;
+    std::uint64_t lost_ = 0;
     std::vector<CQorParamStorage*> storages_;
-    std::vector<std::pair<QorLong, int>> numbers_;  // with their places, in order
+    std::vector<Entry> numbers_;  // with their places, in order
     std::size_t walked_ = 0;
     bool indexed_ = false;
 };
@@ -112,19 +137,25 @@ CQorParamStorage* findIndexed(const List& storages, QorLong id) {
     }
 }
 
-void forgetStorage() {
-    if (anyIndex.load(std::memory_order_relaxed))
-        storagesGone.fetch_add(1, std::memory_order_relaxed);
-}
-
 }  // namespace corvane::rules
 
 // Defined here, so that they are among the library's exports.
-CQorParamStorage::CQorParamStorage() = default;
-CQorParamStorage& CQorParamStorage::operator=(const CQorParamStorage&) = default;
+CQorParamStorage::CQorParamStorage() {
+    corvane::rules::countOne(corvane::rules::storagesMade);
+}
+
+CQorParamStorage& CQorParamStorage::operator=(const CQorParamStorage& source) {
+    corvane::rules::countOne(corvane::rules::numbersLost);
+    m_Type = source.m_Type;
+    m_lId = source.m_lId;
+    m_bOption = source.m_bOption;
+    m_bStatus = source.m_bStatus;
+    m_pParameter = source.m_pParameter;
+    return *this;
+}
 
 CQorParamStorage::~CQorParamStorage() {
-    corvane::rules::forgetStorage();
+    corvane::rules::countOne(corvane::rules::numbersLost);
     corvane::rules::visitParameter(this, []<typename T>(CQorParameter<T>& parameter) {
         if constexpr (corvane::kClonedValue<T>) {
             for (const T value : parameter.m_Values)

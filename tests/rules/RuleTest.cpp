@@ -2,6 +2,7 @@
 #include <array>
 #include <gtest/gtest.h>
 #include <limits>
+#include <memory>
 #include <utility>
 
 #include <corvane/app/StringTable.h>
@@ -83,36 +84,52 @@ TEST(RuleParameter, IsFoundByNumberAndNamedByTheTableOfTheRuleModule) {
 
 // Long lists are indexed after some look-ups; what a module then does to the list counts at once.
 TEST(RuleParameter, IsTheFirstOfItsNumberWhateverAModuleDoesToTheList) {
-    constexpr int kCount = 200;
+    constexpr int kCount = 900;
     AnyRule rule;
     auto& list = rule.m_Parameters;
-    for (int i = 0; i < kCount; ++i)
-        rule.add<int>(Type_Int, i % 150);
-    const auto expectFirst = [&] {
-        for (int round = 0; round < 2; ++round) {
-            for (QorLong id = -1; id <= kCount; ++id) {
-                const auto first = std::find_if(
-                    list.begin(), list.end(), [id](const auto* s) { return s && s->m_lId == id; });
-                EXPECT_EQ(rule.FindParameterInArray(id), first == list.end() ? nullptr : *first);
-            }
+    const auto make = [&rule](QorLong id) {
+        return rule.CreateParamStorageObject(Type_Int, id, QorOperator_Default, QorParamType_Plain,
+                                             true, false);
+    };
+    // The number that tells most comes first: a look-up that notices a change hides it from others.
+    const auto expectFirst = [&](const char* what, QorLong number) {
+        SCOPED_TRACE(what);
+        for (QorLong i = 0; i <= 2 * kCount; ++i) {
+            const QorLong id = (number + i) % (kCount + 1);
+            const auto first = std::find_if(list.begin(), list.end(),
+                                            [id](const auto* s) { return s && s->m_lId == id; });
+            ASSERT_EQ(rule.FindParameterInArray(id), first == list.end() ? nullptr : *first);
         }
     };
-    expectFirst();
-    rule.add<int>(Type_Int, kCount);
-    expectFirst();
-    std::swap(list.GetAt(3), list.GetAt(153));
-    expectFirst();
+    for (int i = 0; i < kCount; ++i)
+        list.Add(make(i < 850 ? i : i < 870 ? i - 850 : i - 270));
+    expectFirst("some numbers twice", 0);
+    list.Add(make(kCount));
+    expectFirst("one more", kCount);
+    std::swap(list.GetAt(3), list.GetAt(853));
+    expectFirst("two of a number in each other's place", 3);
+    std::swap(list.GetAt(550), list.GetAt(880));
+    expectFirst("the second of a number before the first", 610);
+    std::swap(list.GetAt(700), list.GetAt(702));
+    expectFirst("two in each other's place", 700);
     delete std::exchange(list.GetAt(7), nullptr);
-    expectFirst();
-    delete list.GetAt(0);
-    list.GetAt(0) = rule.CreateParamStorageObject(Type_Int, 99, QorOperator_Default,
-                                                  QorParamType_Plain, true, false);
-    expectFirst();
+    expectFirst("a null one", 7);
+    delete list.GetAt(600);
+    list.GetAt(600) = make(800);
+    expectFirst("a new one, maybe at the address of one that is gone", 800);
+    const std::unique_ptr<CQorParamStorage> taken(std::exchange(list.GetAt(650), make(810)));
+    expectFirst("a new one, and none gone", 810);
+    void* const own = list.GetAt(640)->m_pParameter;
+    *list.GetAt(640) = *list.GetAt(820);
+    list.GetAt(640)->m_pParameter = own;
+    expectFirst("another number taken over", 820);
     delete list.GetAt(50);
     list.RemoveAt(50);
-    expectFirst();
+    expectFirst("one fewer", 51);
+    std::reverse(list.begin(), list.end());
+    expectFirst("the same in the other order", 610);
     list.GetAt(20)->m_lId = kCount - 1;
-    EXPECT_EQ(rule.FindParameterInArray(kCount - 1), list.GetAt(20));
+    expectFirst("another number", 20);
 }
 
 // Twice, and with nulls and scalars, so that what is shared or lost shows under the sanitizer.

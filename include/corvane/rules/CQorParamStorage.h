@@ -8,8 +8,9 @@
 /// different kinds in one list. It owns its parameter and, for the pointer kinds, the values in it.
 ///
 /// With a kind of 1 to 8, `m_pParameter` is null or points to the CQorParameter of that kind; all
-/// code casts on `m_Type` alone. The fields and their order are part of the interface to rule
-/// modules.
+/// code casts on `m_Type` alone. A storage keeps its number, and stays in the list of the rule or
+/// constraint to which it was added: look-ups by number in long lists rely on it. The fields and
+/// their order are part of the interface to rule modules.
 class CORVANE_EXPORT CQorParamStorage {
 public:
     CQorParamStorage();
