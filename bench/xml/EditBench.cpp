@@ -180,7 +180,12 @@ BENCHMARK(distinctNames)
     ->Unit(benchmark::kMicrosecond);
 #ifdef CORVANE_BENCH_PUGIXML
 BENCHMARK(queryAndChangePugixml)->Name("query and change in turn:pugixml")->Apply(sizes);
-BENCHMARK(queryFromTopPugixml)->Name("first match from the top:pugixml")->Apply(sizes);
+// It finds all matches before it gives the first one: ten times as many take minutes.
+BENCHMARK(queryFromTopPugixml)
+    ->Name("first match from the top:pugixml")
+    ->Arg(1'000)
+    ->Iterations(1)
+    ->Unit(benchmark::kMicrosecond);
 BENCHMARK(addAttributesPugixml)->Name("add attributes:pugixml")->Apply(sizes);
 #endif
 
