@@ -108,7 +108,7 @@ const Mesh& Part::mesh() const {
 
 const OrientedBox& Part::smallestBox() const {
     return state_->smallestBox.get([&] {
-        return findSmallestBox(model(), mesh(), [&](const reading::Frame& frame) {
+        return findSmallestBox(model(), mesh(), box(), [&](const reading::Frame& frame) {
             return state_->source.shape->box(frame);
         });
     });

@@ -107,9 +107,14 @@ std::vector<Vector> extremes(const Mesh& mesh) {
     return points;
 }
 
+double volumeOf(const Box& box) {
+    const Vector size = box.greatest - box.least;
+    return size.x * size.y * size.z;
+}
+
 }  // namespace
 
-OrientedBox findSmallestBox(const Model& model, const Mesh& mesh,
+OrientedBox findSmallestBox(const Model& model, const Mesh& mesh, const Box& aligned,
                             const std::function<Box(const Frame&)>& exact) {
     OrientedBox result;
     const std::vector<Vector> points = extremes(mesh);
@@ -117,7 +122,12 @@ OrientedBox findSmallestBox(const Model& model, const Mesh& mesh,
     Candidate best;
     for (const Vector& direction : directionsOf(model, kMostDirections))
         tryAxis(direction, points, best);
-    const Box box = exact(best.frame);
+    Box box = exact(best.frame);
+    // What the facets lack may turn the balance, and few directions are tried.
+    if (volumeOf(aligned) < volumeOf(box)) {
+        best.frame = {};
+        box = aligned;
+    }
     const std::array<Vector, 3> axes{best.frame.x, best.frame.y, best.frame.z};
     const Vector size = box.greatest - box.least, middle = (box.greatest + box.least) * 0.5;
     const std::array<double, 3> sizes{size.x, size.y, size.z};

@@ -9,7 +9,7 @@
 namespace corvane::part {
 
 /// Looks for the box of least volume with `mesh`, and measures the best one with `exact`.
-OrientedBox findSmallestBox(const Model& model, const Mesh& mesh,
+OrientedBox findSmallestBox(const Model& model, const Mesh& mesh, const Box& aligned,
                             const std::function<Box(const reading::Frame&)>& exact);
 
 }  // namespace corvane::part

@@ -230,7 +230,8 @@ public:
                 place += width;
                 radius = next;
             } else {
-                radius = end + (pick(2) == 0 ? 2.5 : -2.5);
+                // Thick enough for a groove to be no neck.
+                radius = end + (pick(2) == 0 || end < 10.5 ? 2.5 : -2.5);
             }
         }
         part_.turned.length = place;

@@ -15,12 +15,14 @@ constexpr double kWhole = 359.9;
 struct Slopes {
     double least = 2.0, greatest = -2.0;
     double flattest = 2.0;
+    double cosine = 0.0;  // of the angle of the flattest, as a sine near 1 does not tell it
     Vector point;
-    void add(double slope, const Vector& at) {
+    void add(double slope, double across, const Vector& at) {
         least = std::min(least, slope);
         greatest = std::max(greatest, slope);
         if (std::abs(slope) < flattest) {
             flattest = std::abs(slope);
+            cosine = across;
             point = at;
         }
     }
@@ -32,8 +34,10 @@ void addCone(const Face& face, const Vector& pull, Slopes& slopes) {
     const double along = dot(face.surface.axis, pull), angle = radians(face.surface.halfAngle);
     const double across = length(pull - face.surface.axis * along) * std::cos(angle);
     const double side = face.concave ? -1.0 : 1.0;
-    for (const double turn : {-across, across})
-        slopes.add(side * (turn - along * std::sin(angle)), slopes.point);
+    for (const double turn : {-across, across}) {
+        const double slope = side * (turn - along * std::sin(angle));
+        slopes.add(slope, std::sqrt(std::max(0.0, 1.0 - slope * slope)), slopes.point);
+    }
 }
 
 FaceDraft draftOf(const Face& face, const Vector& pull, Slopes slopes) {
@@ -42,7 +46,7 @@ FaceDraft draftOf(const Face& face, const Vector& pull, Slopes slopes) {
     draft.face = face.number;
     draft.area = face.area;
     draft.point = slopes.point;
-    draft.angle = degrees(std::asin(std::min(1.0, slopes.flattest)));
+    draft.angle = degrees(std::atan2(slopes.flattest, slopes.cosine));
     const bool up = slopes.greatest > kTurns, down = slopes.least < -kTurns;
     draft.half = up && down ? MouldHalf::Both
                  : up       ? MouldHalf::Pull
@@ -99,7 +103,7 @@ Draft findDraft(const Skin& skin, const Vector& pull) {
                 normal = spot.normal;
             }
         }
-        slopes[at].add(dot(normal, pull), point);
+        slopes[at].add(dot(normal, pull), length(cross(normal, pull)), point);
         if (!reach.isDue() || !reach.isHidden(sample, pull)) return;
         hidden.areas[at] += sample.area;
         hidden.samples.push_back(sample);
