@@ -128,8 +128,9 @@
 ---@field circle_diameter? number
 ---@field holes integer[]
 
----@class Fillet a rounding of one radius
----@field radius number
+---@class Fillet a rounding, freeform ones among them
+---@field radius number the smallest one
+---@field largest_radius number equal to it unless the radius changes along the rounding
 ---@field concave boolean in an inner corner
 ---@field point Point
 ---@field axis? Point of a straight one

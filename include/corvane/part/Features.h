@@ -49,7 +49,8 @@ struct Hole {
     double diameter = 0.0;   ///< of the main bore, the narrowest cylinder or slender taper; of a
                              ///< taper at its narrow end
     double depth = 0.0;      ///< from the mouth to the end of the full diameter, tip excluded
-    double boreDepth = 0.0;  ///< of the main bore alone, without counterbore and countersink
+    double boreDepth = 0.0;  ///< of the main bore alone, without counterbore and countersink; 0
+                             ///< where a countersink goes through
     HoleBottom bottom = HoleBottom::Through;  ///< how it ends
     double bottomAngle = 0.0;                 ///< Conical: the whole angle at the tip
     double bottomRadius = 0.0;  ///< Round: of the sphere; Flat: of the rounding along the wall
@@ -98,17 +99,20 @@ struct HolePattern {
     std::vector<int> holes;       ///< numbers, rising
 };
 
-/// A rounding of one radius, tangent to the faces on its two sides. Equal roundings that run into
-/// each other, around a corner too, are one. A concave one rounds an inner corner: a cutter of at
-/// most its radius makes it. Rounded ends of slots, which turn by half, and freeform roundings are
-/// left out.
+/// A rounding, tangent to the faces on its two sides: a cylinder, a torus, or a freeform face whose
+/// sections across are arcs, which bends by 1 / radius across. Its radius may change along it.
+/// Equal roundings that run into each other, around a corner too, are one. A concave one rounds an
+/// inner corner: a cutter of at most its radius makes it. Rounded ends of slots, which turn by
+/// half, are left out. Radii of freeform faces are as exact as these, which often is a part in a
+/// thousand.
 struct Fillet {
-    double radius = 0.0;     ///< of its round faces
-    bool concave = false;    ///< it rounds an inner corner
-    Vector point;            ///< on it
-    Vector axis;             ///< unit, of a straight one; null for others
-    double length = 0.0;     ///< along it
-    std::vector<int> faces;  ///< of the rounding
+    double radius = 0.0;         ///< smallest one
+    double largestRadius = 0.0;  ///< largest one; equal to the smallest unless it changes along it
+    bool concave = false;        ///< it rounds an inner corner
+    Vector point;                ///< on it
+    Vector axis;                 ///< unit, of a straight one; null for others
+    double length = 0.0;         ///< along it
+    std::vector<int> faces;      ///< of the rounding
 };
 
 /// An edge at which two faces meet inside without a rounding. The corners within a hole, at the

@@ -56,6 +56,17 @@ struct Face {
 /// What the geometry of an edge is.
 enum class CurveKind { Line, Circle, Ellipse, Other };
 
+/// A freeform face whose sections across are arcs: by its curvature a rounding.
+struct Rounding {
+    int face = 0;           ///< its number
+    double least = 0.0;     ///< smallest radius of the arcs
+    double greatest = 0.0;  ///< largest one; equal to the smallest where they differ by no more
+                            ///< than a hundredth
+    bool concave = false;   ///< the material is outside the arcs
+    double length = 0.0;    ///< along the middles of the arcs
+    std::array<std::vector<int>, 2> sides;  ///< edges along either end of the arcs
+};
+
 /// How the two faces of an edge meet. At a convex edge the material is inside the corner, at a
 /// concave edge around it.
 enum class Convexity { Convex, Concave, Smooth, Open, Seam };
@@ -123,9 +134,10 @@ struct Damage {
 
 /// All that a file tells of a part, but for its mesh.
 struct Model {
-    std::vector<Solid> solids;  ///< in the order of the file
-    std::vector<Face> faces;    ///< by their numbers
-    std::vector<Edge> edges;    ///< by their numbers
+    std::vector<Solid> solids;        ///< in the order of the file
+    std::vector<Face> faces;          ///< by their numbers
+    std::vector<Edge> edges;          ///< by their numbers
+    std::vector<Rounding> roundings;  ///< freeform ones of an exact shape, by the numbers of faces
     bool isMesh =
         false;  ///< read from facets: faces are regions of facets, sizes have the facets' tolerance
     std::string units;  ///< of the file: "mm", "inch", ...; empty if it names none

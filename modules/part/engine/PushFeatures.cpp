@@ -67,7 +67,8 @@ void push(lua_State* lua, const HolePattern& pattern) {
 
 void push(lua_State* lua, const Fillet& fillet) {
     const Record record(lua);
-    record("radius", fillet.radius)("concave", fillet.concave)("point", fillet.point);
+    record("radius", fillet.radius)("largest_radius", fillet.largestRadius);
+    record("concave", fillet.concave)("point", fillet.point);
     if (!isNull(fillet.axis)) record("axis", fillet.axis);
     record("length", fillet.length)("faces", fillet.faces);
 }

@@ -1,5 +1,6 @@
 #include "Fillets.h"
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 
@@ -10,6 +11,7 @@ namespace corvane::part::features {
 namespace {
 
 constexpr double kMostTurn = 179.0;  // a half turn is a slot's end
+constexpr double kAlike = 0.01;      // radii of freeform roundings that count as one
 
 class Finder {
 public:
@@ -30,6 +32,8 @@ public:
             mark({corner}, found_.radius(strip));
             found_.concaveOf[static_cast<std::size_t>(corner - 1)] = found_.concave(strip);
         }
+        for (const Rounding& rounding : model_.roundings)
+            addFreeform(rounding);
         collect();
         return found_;
     }
@@ -156,6 +160,48 @@ private:
         return 0;
     }
 
+    /// A freeform face that is tangent to others at both ends of its arcs.
+    void addFreeform(const Rounding& rounding) {
+        const auto at = static_cast<std::size_t>(rounding.face - 1);
+        const auto isTangent = [&](const std::vector<int>& edges) {
+            return std::any_of(edges.begin(), edges.end(), [&](int edge) {
+                return isSmooth(model_.edge(edge)) &&
+                       topology_.across(edge, rounding.face) != rounding.face;
+            });
+        };
+        if (found_.radiusOf[at] > 0.0 || !topology_.sound(rounding.face) ||
+            !(rounding.greatest < topology_.size()) || !isTangent(rounding.sides[0]) ||
+            !isTangent(rounding.sides[1]))
+            return;
+        found_.radiusOf[at] = rounding.least;
+        found_.concaveOf[at] = rounding.concave;
+        freeform_[rounding.face] = &rounding;
+    }
+    [[nodiscard]] const Rounding* freeform(int face) const {
+        const auto known = freeform_.find(face);
+        return known == freeform_.end() ? nullptr : known->second;
+    }
+    [[nodiscard]] double largest(int face) const {
+        const Rounding* known = freeform(face);
+        return known ? known->greatest : found_.radius(face);
+    }
+
+    /// Whether a rounding runs on across the edge.
+    [[nodiscard]] bool runsOn(const Edge& edge) const {
+        const auto [a, b] = edge.faces;
+        double slack = topology_.near();
+        for (const int face : edge.faces) {
+            if (!(found_.radius(face) > 0.0)) return false;
+            const Rounding* known = freeform(face);
+            if (!known) continue;
+            slack = std::max(slack, kAlike * known->greatest);
+            for (const auto& side : known->sides)
+                if (std::find(side.begin(), side.end(), edge.number) != side.end()) return false;
+        }
+        return found_.concave(a) == found_.concave(b) && found_.radius(a) <= largest(b) + slack &&
+               found_.radius(b) <= largest(a) + slack;
+    }
+
     void mark(const std::vector<int>& faces, double radius) {
         for (const int face : faces)
             found_.radiusOf[static_cast<std::size_t>(face - 1)] = radius;
@@ -163,24 +209,33 @@ private:
 
     void collect() {
         reading::Groups chains(model_.faces.size());
-        for (const Edge& edge : model_.edges) {
-            if (!isSmooth(edge)) continue;
-            const double a = found_.radius(edge.faces[0]), b = found_.radius(edge.faces[1]);
-            if (a > 0.0 && b > 0.0 && std::abs(a - b) <= topology_.near() &&
-                found_.concave(edge.faces[0]) == found_.concave(edge.faces[1]))
-                join(chains, edge);
-        }
+        for (const Edge& edge : model_.edges)
+            if (isSmooth(edge) && runsOn(edge)) join(chains, edge);
         for (const auto& [root, faces] : members(chains)) {
             if (!(found_.radius(faces.front()) > 0.0)) continue;
             const Face& first = model_.face(faces.front());
             Fillet fillet;
-            fillet.radius = found_.radius(first.number);
+            measureRadius(faces, fillet);
             fillet.concave = found_.concave(first.number);
             fillet.point = first.point;
             fillet.faces = faces;
             fillet.length = lengthOf(faces, fillet.axis);
             found_.all.push_back(std::move(fillet));
         }
+    }
+
+    /// Radii that are one but for how well freeform faces keep it are that of an exact face.
+    void measureRadius(const std::vector<int>& faces, Fillet& fillet) const {
+        double exact = 0.0;
+        fillet.radius = found_.radius(faces.front());
+        for (const int face : faces) {
+            fillet.radius = std::min(fillet.radius, found_.radius(face));
+            fillet.largestRadius = std::max(fillet.largestRadius, largest(face));
+            if (exact == 0.0 && !freeform(face)) exact = found_.radius(face);
+        }
+        if (fillet.largestRadius - fillet.radius > kAlike * fillet.largestRadius) return;
+        if (exact == 0.0) exact = (fillet.radius + fillet.largestRadius) / 2;
+        fillet.radius = fillet.largestRadius = exact;
     }
 
     double lengthOf(const std::vector<int>& faces, Vector& axis) {
@@ -198,6 +253,9 @@ private:
                 if (pieces.size() == 1) axis = s.axis;
             } else if (s.kind == SurfaceKind::Torus) {
                 sum += s.radius * radians(topology_.turnOf(piece, s.origin, s.axis));
+            } else {
+                for (const int face : piece)
+                    if (const Rounding* known = freeform(face)) sum += known->length;
             }
         }
         return sum;
@@ -207,6 +265,7 @@ private:
     const Model& model_;
     reading::Groups surfaces_;
     double strip_ = 0.0;
+    std::map<int, const Rounding*> freeform_;  // by face
     Fillets found_;
 };
 

@@ -10,7 +10,8 @@ namespace corvane::part::features {
 
 struct Fillets {
     std::vector<Fillet> all;
-    std::vector<double> radiusOf;  ///< by face number less 1; 0 for faces that are no rounding
+    std::vector<double> radiusOf;  ///< by face number less 1; 0 for faces that are no rounding; the
+                                   ///< smallest one where it changes
 
     std::vector<bool> concaveOf;  ///< of a freeform corner as of its neighbours
 

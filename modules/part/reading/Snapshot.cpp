@@ -19,6 +19,7 @@
 #include <stdexcept>
 
 #include "../Vec.h"
+#include "ArcSections.h"
 #include "Bodies.h"
 #include "Convert.h"
 #include "FaceReader.h"
@@ -81,7 +82,23 @@ private:
         const auto [thread, end] = threads_.equal_range(shape.TShape().get());
         for (auto it = thread; it != end; ++it)
             model_.threads[it->second].faces.push_back(face.number);
+        if (face.surface.kind == SurfaceKind::Other) addRounding(shape, face.number);
         model_.faces.push_back(std::move(face));
+    }
+
+    void addRounding(const TopoDS_Face& face, int number) {
+        const auto sections = ArcSections::of(face);
+        if (!sections) return;
+        Rounding rounding = sections->rounding();
+        rounding.face = number;
+        for (TopExp_Explorer it(face, TopAbs_EDGE); it.More(); it.Next()) {
+            const TopoDS_Edge& edge = TopoDS::Edge(it.Current());
+            const int index = edges_.FindIndex(edge),
+                      side = index > 0 ? sections->sideOf(edge) : -1;
+            if (side >= 0)
+                rounding.sides[static_cast<std::size_t>(side)].push_back(firstEdge_ + index);
+        }
+        model_.roundings.push_back(std::move(rounding));
     }
 
     std::vector<int> addLoop(const TopoDS_Shape& wire, const TopoDS_Face& face, int number) {
