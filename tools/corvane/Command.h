@@ -6,13 +6,8 @@
 #include <corvane/text/CStringW.h>
 
 #include "Console.h"
-#include "language/Messages.h"
+#include "Options.h"
 #include "settings/Settings.h"
-
-namespace CLI {
-class App;
-class Option;
-}  // namespace CLI
 
 /// How a run of the program ends. Each command says in its help what kGood and kWrong mean.
 enum ExitStatus : int {
@@ -62,12 +57,3 @@ struct FolderOptions {
     /// `mayMake` false no folder is made that stays.
     void apply(bool mayMake = true);
 };
-
-/// A command below the program or below another command, with its help.
-CLI::App* addCommand(CLI::App& parent, const std::string& name, Message description);
-
-// An option or argument whose text, in the process's code page, goes to `target`.
-CLI::Option* addText(CLI::App& command, const std::string& name, CStringW& target,
-                     Message description);
-CLI::Option* addTexts(CLI::App& command, const std::string& name, std::vector<CStringW>& targets,
-                      Message description);

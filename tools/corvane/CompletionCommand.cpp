@@ -173,10 +173,7 @@ public:
         : Command(program, "completion", "Print what a shell needs to complete commands",
                   "Exit status: 0 it is printed, 2 bad usage."),
           program_(program) {
-        parser()
-            .add_option("SHELL", shell_, trUtf8("bash or zsh"))
-            ->required()
-            ->check(CLI::IsMember({"bash", "zsh"}));
+        addWord(parser(), "SHELL", shell_, trUtf8("bash or zsh")).required().oneOf({"bash", "zsh"});
     }
 
     int run(Console&) override {

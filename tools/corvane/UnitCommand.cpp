@@ -50,12 +50,11 @@ public:
         : Command(program, "units", "Convert a value from one unit to another, or list the units",
                   "Exit status: 0 the result is printed, 2 a value that is no number, an unknown\n"
                   "unit, or two units that do not measure the same.") {
-        CLI::Option* value = addText(parser(), "VALUE", value_, "A decimal number");
+        const Option value = addText(parser(), "VALUE", value_, "A decimal number");
         addText(parser(), "FROM", from_, "The symbol or name of its unit, as mm or millimetre");
         addText(parser(), "TO", to_, "That of the unit to convert it to");
-        parser()
-            .add_flag("--list", list_, trUtf8("List the units with their symbols and codes"))
-            ->excludes(value);
+        addFlag(parser(), "--list", list_, trUtf8("List the units with their symbols and codes"))
+            .excludes(value);
         parser().allow_extras();
         parser().callback([this] { checkUsage(); });
     }

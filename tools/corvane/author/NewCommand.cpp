@@ -1,5 +1,3 @@
-#include <CLI/CLI.hpp>
-
 #include "Commands.h"
 #include "Text.h"
 #include "author/Skeleton.h"
@@ -14,34 +12,32 @@ public:
                   "Write a small working rule module, script rule, engine or host to start from",
                   "Exit status: 0 the files are written, 2 bad usage, a folder that is not empty,\n"
                   "or one that cannot be written. Nothing is overwritten.") {
-        parser().require_subcommand(1);
+        takeCommand(parser());
         for (const skeleton::Kind& kind : skeleton::kinds()) {
             CLI::App* app = addCommand(parser(), kind.name, kind.description);
-            app->add_option("NAME", name_, trUtf8("What it is called"))
-                ->required()
-                ->check([](auto& name) { return skeleton::nameFault(name); });
+            onRead(*app, [this, &kind] { kind_ = &kind; });
+            addWord(*app, "NAME", name_, trUtf8("What it is called"))
+                .required()
+                .check(skeleton::nameFault);
             addText(*app, "--folder", folder_, "Where to write it, else a new folder of that name")
-                ->type_name("DIR");
+                .typeName("DIR");
         }
     }
 
     int run(Console& console) override {
-        const std::string chosen = parser().get_subcommands().front()->get_name();
         const CStringW folder = folder_.IsEmpty() ? CStringW::FromUtf8(name_) : folder_;
-        for (const skeleton::Kind& kind : skeleton::kinds()) {
-            if (kind.name != chosen) continue;
-            const std::string fault = skeleton::write(kind, name_, placeOf(folder));
-            if (!fault.empty()) {
-                console.report(folder + u": " + CStringW::FromUtf8(fault));
-                return kUnusable;
-            }
-            console.writeLine(tr("Written to {0}. Next, in that folder:", shownPath(folder)));
-            console.writeLine(u"  " + CStringW(kind.next));
+        const std::string fault = skeleton::write(*kind_, name_, placeOf(folder));
+        if (!fault.empty()) {
+            console.report(folder + u": " + CStringW::FromUtf8(fault));
+            return kUnusable;
         }
+        console.writeLine(tr("Written to {0}. Next, in that folder:", shownPath(folder)));
+        console.writeLine(u"  " + CStringW(kind_->next));
         return kGood;
     }
 
 private:
+    const skeleton::Kind* kind_ = nullptr;
     std::string name_;
     CStringW folder_;
 };

@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -29,15 +28,14 @@ public:
                   "cannot\n"
                   "be written. Prints the element by which a rule names the engine.") {
         addText(parser(), "FILE", file_, "Type library, beside the module of the same stem")
-            ->required();
-        parser().add_flag(
-            "--machine", forMachine_,
-            trUtf8("For all users, in /etc/corvane/machine.reg, not for the user alone"));
-        parser().add_flag("--remove", isRemoval_,
-                          trUtf8("Take the registration back; the library may be gone already"));
+            .required();
+        addFlag(parser(), "--machine", forMachine_,
+                trUtf8("For all users, in /etc/corvane/machine.reg, not for the user alone"));
+        addFlag(parser(), "--remove", isRemoval_,
+                trUtf8("Take the registration back; the library may be gone already"));
         addText(parser(), "--registry", registry_,
                 "Folder of machine.reg and user.reg, else CORVANE_REGISTRY_DIR")
-            ->type_name("DIR");
+            .typeName("DIR");
     }
 
     int run(Console& console) override {

@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <functional>
 #include <map>
 #include <string>
@@ -51,7 +50,7 @@ public:
               "in millimetres. A database file that is not there is made. --data DIR may follow\n"
               "every command.") {
         options_.folders.declareData(parser());
-        parser().require_subcommand(0, 1);
+        takeCommand(parser(), true);
         addConnection();
         addHoles();
         addMaterials();
@@ -69,8 +68,8 @@ private:
 
     CLI::App& add(const char* name, Message description, Action action) {
         CLI::App* command = addCommand(parser(), name, description);
-        command->fallthrough();
-        command->callback([this, action = std::move(action)] { action_ = action; });
+        takeParentsOptions(*command);
+        onRead(*command, [this, action = std::move(action)] { action_ = action; });
         return *command;
     }
 
@@ -88,14 +87,14 @@ private:
     }
 
     void addLength(CLI::App& command, const char* name, Message description) {
-        command.add_option(name, options_.length, trUtf8(description))->required()->type_name("MM");
+        addNumber(command, name, options_.length, trUtf8(description)).required().typeName("MM");
     }
     void addPreferred(CLI::App& command) {
-        command.add_flag("--preferred", options_.preferred,
-                         trUtf8("Whole and half millimetres only"));
+        addFlag(command, "--preferred", options_.preferred,
+                trUtf8("Whole and half millimetres only"));
     }
     void addName(CLI::App& command, const char* name, Message description) {
-        addText(command, name, options_.name, description)->required();
+        addText(command, name, options_.name, description).required();
     }
 
     void addConnection() { add("install", "Make or upgrade the reference tables", installTables); }
@@ -153,7 +152,7 @@ private:
                 return data.minimumWall(options.process,
                                         options.name.IsEmpty() ? kAnyMaterial : options.name);
             });
-        addText(wall, "PROCESS", options_.process, "Such as \"injection moulding\"")->required();
+        addText(wall, "PROCESS", options_.process, "Such as \"injection moulding\"").required();
         addText(wall, "MATERIAL", options_.name, "Such as ABS; else what holds for any material");
     }
 
@@ -167,8 +166,7 @@ private:
         words.reserve(choices.size());
         for (const auto& choice : choices)
             words.push_back(choice.first);
-        command.add_option_function<std::string>(name, take, trUtf8(description))
-            ->check(CLI::IsMember(words).description(""));
+        addWord(command, name, take, trUtf8(description)).oneOf(words, false);
     }
 
     void addQuery() {
@@ -178,12 +176,11 @@ private:
                     return runQuery(collector, options_.statement, options_.limit, console);
                 });
         addText(query, "STATEMENT", options_.statement, "In the language of the database")
-            ->required();
-        query
-            .add_option("--limit", options_.limit,
-                        trUtf8("Rows to print at most, 1000 unless given"))
-            ->check(CLI::PositiveNumber)
-            ->type_name("ROWS");
+            .required();
+        addNumber(query, "--limit", options_.limit,
+                  trUtf8("Rows to print at most, 1000 unless given"))
+            .positive()
+            .typeName("ROWS");
     }
 
     DbOptions options_;

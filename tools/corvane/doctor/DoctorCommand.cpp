@@ -1,5 +1,3 @@
-#include <CLI/CLI.hpp>
-
 #include "Commands.h"
 #include "doctor/Checks.h"
 

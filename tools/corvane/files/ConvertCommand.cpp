@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <iostream>
 
 #include "Commands.h"
@@ -15,17 +14,16 @@ public:
                   "Exit status: 0 it is written, 1 --check finds another form, 2 bad usage or a\n"
                   "file that cannot be read or written. Only white space, quotes and the order of\n"
                   "attributes change.") {
-        addText(parser(), "FILE", file_, "Rule file or index of user-defined rules")->required();
-        CLI::Option* output =
+        addText(parser(), "FILE", file_, "Rule file or index of user-defined rules").required();
+        const Option output =
             addText(parser(), "OUT", output_, "File to write, else standard output");
-        parser()
-            .add_flag("--in-place", inPlace_, trUtf8("Replace the file itself"))
-            ->excludes(output);
-        parser()
-            .add_flag("--check", isCheck_,
-                      trUtf8("Write nothing, tell whether the file has the form"))
-            ->excludes(output)
-            ->excludes("--in-place");
+        const Option inPlace =
+            addFlag(parser(), "--in-place", inPlace_, trUtf8("Replace the file itself"))
+                .excludes(output);
+        addFlag(parser(), "--check", isCheck_,
+                trUtf8("Write nothing, tell whether the file has the form"))
+            .excludes(output)
+            .excludes(inPlace);
     }
 
     int run(Console& console) override {

@@ -1,5 +1,3 @@
-#include <CLI/CLI.hpp>
-
 #include "Commands.h"
 #include "Text.h"
 #include "files/RuleSettings.h"
@@ -67,8 +65,8 @@ public:
                   "Exit status: 0 they say the same, 1 they do not, 2 bad usage or a file that\n"
                   "cannot be read. A line tells what is only in the first file (-), only in the\n"
                   "second (+) or other in both. Order, white space and comments do not count.") {
-        addText(parser(), "FIRST", first_, "Rule file or index")->required();
-        addText(parser(), "SECOND", second_, "The one to compare it with")->required();
+        addText(parser(), "FIRST", first_, "Rule file or index").required();
+        addText(parser(), "SECOND", second_, "The one to compare it with").required();
     }
 
     int run(Console& console) override {

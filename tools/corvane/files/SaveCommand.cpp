@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <exception>
 #include <memory>
 
@@ -95,9 +94,9 @@ public:
               "Exit status: 0 every rule is whole, 1 one could not be made, so that its element\n"
               "goes over as it stands, has a problem or loses something, 2 bad usage or a file\n"
               "that cannot be read or written.") {
-        addText(parser(), "RULEFILE", options_.ruleFile, "Rule file")->required();
+        addText(parser(), "RULEFILE", options_.ruleFile, "Rule file").required();
         addText(parser(), "OUT", options_.output, "File to write; it is replaced as a whole")
-            ->required();
+            .required();
         options_.folders.declare(parser());
     }
 

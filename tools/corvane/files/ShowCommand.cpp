@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include <corvane/rules/CQORConstraint.h>
@@ -127,7 +126,7 @@ public:
         : Command(program, "show", "Show what a rule file holds, with each rule's definition",
                   "Exit status: 0 every rule is whole, 1 one could not be made or has a problem,\n"
                   "2 bad usage or a file that cannot be read.") {
-        addText(parser(), "RULEFILE", options_.ruleFile, "Rule file")->required();
+        addText(parser(), "RULEFILE", options_.ruleFile, "Rule file").required();
         options_.folders.declare(parser());
     }
 

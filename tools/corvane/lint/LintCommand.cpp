@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iostream>
 #include <sstream>
@@ -35,18 +34,14 @@ public:
               "Exit status: 0 nothing was found, 1 something was, 2 bad usage.\n"
               "Without a file, the index of user-defined rules and the settings are looked at.") {
         addTexts(parser(), "RULEFILE", options_.files, "Rule files");
-        parser()
-            .add_option("--format", options_.format, trUtf8("How to print: text, json or sarif"))
-            ->check(CLI::IsMember({"text", "json", "sarif"}));
-        parser()
-            .add_option("--off", options_.off,
-                        trUtf8("Codes, by number or name, that are not looked for"))
-            ->type_name("CODE");
-        parser()
-            .add_option(
-                "--severities", options_.severities,
+        addWord(parser(), "--format", options_.format, trUtf8("How to print: text, json or sarif"))
+            .oneOf({"text", "json", "sarif"});
+        addWords(parser(), "--off", options_.off,
+                 trUtf8("Codes, by number or name, that are not looked for"))
+            .typeName("CODE");
+        addWord(parser(), "--severities", options_.severities,
                 trUtf8("Names of severities, else Settings/Severities.toml of the data folder"))
-            ->type_name("FILE");
+            .typeName("FILE");
         options_.folders.declare(parser());
     }
 

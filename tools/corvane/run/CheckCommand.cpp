@@ -1,5 +1,3 @@
-#include <CLI/CLI.hpp>
-
 #include "Commands.h"
 #include "Table.h"
 #include "Text.h"
@@ -18,14 +16,13 @@ public:
               program, "check", "Check parts by the rules that ship for a process",
               "Exit status: 0 all rules passed or are waived, 1 a rule failed, 2 bad usage or a\n"
               "file that cannot be read or written, 3 no rule failed but one could not judge.") {
-        parser().add_option("PART", options_.parts,
-                            trUtf8("Parts to check: files, folders, patterns and @LIST"));
-        parser()
-            .add_option("--process", processes_,
-                        trUtf8("How the part is to be made; may be repeated. See --list"))
-            ->type_name("PROCESS")
-            ->allow_extra_args(false);
-        parser().add_flag("--list", isList_, trUtf8("List the processes that rules ship for"));
+        addWords(parser(), "PART", options_.parts,
+                 trUtf8("Parts to check: files, folders, patterns and @LIST"));
+        addWords(parser(), "--process", processes_,
+                 trUtf8("How the part is to be made; may be repeated. See --list"))
+            .typeName("PROCESS")
+            .oneEach();
+        addFlag(parser(), "--list", isList_, trUtf8("List the processes that rules ship for"));
         options_.declare(parser());
     }
 

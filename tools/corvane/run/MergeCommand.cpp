@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <fstream>
 
 #include "Commands.h"
@@ -19,19 +18,18 @@ public:
               "Exit status: as of \"corvane run\" with the same results; 2 also when something\n"
               "is missing or double.") {
         CLI::App& app = parser();
-        app.add_option("RESULTS", files_,
-                       trUtf8("Files of results in JSON; folders, patterns, @LIST"))
-            ->required();
-        app.add_option("--format", format_,
-                       trUtf8("Format of standard output: {0}", results::formatNames()))
-            ->type_name("FORMAT");
-        app.add_option("--output", outputs_, trUtf8("Write a file too; may be repeated"))
-            ->type_name("FORMAT=FILE")
-            ->allow_extra_args(false);
-        app.add_option(
-               "--fail-on", failOn_,
-               trUtf8("Let only rules of that severity or a graver one decide the exit status"))
-            ->type_name("SEVERITY");
+        addWords(app, "RESULTS", files_,
+                 trUtf8("Files of results in JSON; folders, patterns, @LIST"))
+            .required();
+        addWord(app, "--format", format_,
+                trUtf8("Format of standard output: {0}", results::formatNames()))
+            .typeName("FORMAT");
+        addWords(app, "--output", outputs_, trUtf8("Write a file too; may be repeated"))
+            .typeName("FORMAT=FILE")
+            .oneEach();
+        addWord(app, "--fail-on", failOn_,
+                trUtf8("Let only rules of that severity or a graver one decide the exit status"))
+            .typeName("SEVERITY");
     }
 
     int run(Console& console) override {

@@ -1,5 +1,3 @@
-#include <CLI/CLI.hpp>
-
 #include "Commands.h"
 #include "run/PlannedRun.h"
 #include "run/Worker.h"
@@ -13,10 +11,9 @@ public:
               program, "run", "Run the rules of rule files and write the results",
               "Exit status: 0 all rules passed or are waived, 1 a rule failed, 2 bad usage or a\n"
               "file that cannot be read or written, 3 no rule failed but one could not judge.") {
-        parser()
-            .add_option("RULEFILE", options_.ruleFiles,
-                        trUtf8("Rule files; folders, patterns and @LIST too, as for parts"))
-            ->required();
+        addWords(parser(), "RULEFILE", options_.ruleFiles,
+                 trUtf8("Rule files; folders, patterns and @LIST too, as for parts"))
+            .required();
         options_.declare(parser());
     }
 
