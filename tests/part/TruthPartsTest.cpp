@@ -17,8 +17,8 @@ using shapes::turned;
 namespace {
 
 enum class Form { Plain, Turned, Mirrored, Shrunk, Grown, Inches, Assembly, Mesh };
-constexpr Form kExactForms[]{Form::Plain, Form::Turned, Form::Mirrored, Form::Shrunk,
-                             Form::Grown, Form::Inches, Form::Assembly};
+constexpr Form kForms[]{Form::Plain, Form::Turned, Form::Mirrored, Form::Shrunk,
+                        Form::Grown, Form::Inches, Form::Assembly, Form::Mesh};
 constexpr const char* kNames[]{"plain", "turned", "mirrored", "shrunk",
                                "grown", "inches", "assembly", "mesh"};
 
@@ -259,13 +259,7 @@ const auto nameOf = [](const auto& given) {
     return std::string(kFamilies[std::get<0>(given.param)].name) + "_" +
            kNames[static_cast<int>(std::get<1>(given.param))];
 };
-INSTANTIATE_TEST_SUITE_P(Exact, TruthParts,
+INSTANTIATE_TEST_SUITE_P(Families, TruthParts,
                          testing::Combine(testing::Range(std::size_t{0}, std::size(kFamilies)),
-                                          testing::ValuesIn(kExactForms)),
-                         nameOf);
-// Walls and draft need no more than the facets; what FeaturesTest reads from a mesh has larger
-// tolerances.
-INSTANTIATE_TEST_SUITE_P(Meshes, TruthParts,
-                         testing::Combine(testing::Values(std::size(kFamilies) - 1),
-                                          testing::Values(Form::Mesh)),
+                                          testing::ValuesIn(kForms)),
                          nameOf);

@@ -53,14 +53,9 @@ double edgeDistance(const Topology& topology, const Hole& hole) {
         };
         best = std::min(best, least(model, edge, measure).value);
     };
-    // A mesh does not tell which border is the outer one: there the walls of holes are left out.
-    const std::size_t loops =
-        model.isMesh ? face.loops.size() : std::min<std::size_t>(1, face.loops.size());
-    for (std::size_t i = 0; i < loops; ++i)
-        for (const int edge : face.loops[i]) {
-            const int other = topology.across(edge, face.number);
-            if (!model.isMesh || other == 0 || !isHoleWall(topology, other)) look(edge);
-        }
+    if (!face.loops.empty())
+        for (const int edge : face.loops.front())
+            look(edge);
     double mouth = 0.0;
     for (const HoleSection& section : hole.sections)
         if (section.start <= topology.near()) mouth = std::max(mouth, section.startDiameter / 2);

@@ -25,7 +25,7 @@ public:
     Corners find() {
         Corners found;
         // First those without a floor: each of their walls would look like one.
-        if (!model_.isMesh) findThrough(found.pockets);
+        findThrough(found.pockets);
         findFloored();
         choose(found.pockets);
         std::stable_sort(
@@ -80,7 +80,6 @@ private:
             for (const int number : floor.loops[i]) {
                 const Edge& edge = model_.edge(number);
                 const int other = topology_.across(number, floor.number);
-                const bool outer = i == 0 || model_.isMesh;
                 if (other == 0) return std::nullopt;
                 if (edge.convexity == Convexity::Concave && isWallOf(other, body.up)) {
                     walls.insert(other);
@@ -88,7 +87,7 @@ private:
                 } else if (edge.convexity == Convexity::Smooth && fillets_.radius(other) > 0.0 &&
                            fillets_.concave(other) && topology_.sound(other)) {
                     roundings.insert(other);
-                } else if (outer && holeOf(other) == 0) {
+                } else if (i == 0 && holeOf(other) == 0) {
                     body.open = true;
                 }
             }

@@ -214,7 +214,7 @@ private:
                     place.bendDistance = distance;
                     place.bend = static_cast<int>(tangent.bend) + 1;
                 }
-            if (model_.face(flat).loops.empty() || model_.isMesh) continue;
+            if (model_.face(flat).loops.empty()) continue;
             for (const int edge : model_.face(flat).loops.front())
                 if (bends.count(edge) == 0 && own.count(edge) == 0)
                     place.edgeDistance = std::min(place.edgeDistance, away(edge));

@@ -1,15 +1,8 @@
 #pragma once
 
-#include <optional>
-#include <vector>
-
-#include "corvane/part/Model.h"
+#include "SurfaceFit.h"
 
 namespace corvane::part::reading {
-
-struct Sample {
-    Vector point, normal;  // unit, out of the material
-};
 
 /// The plane, cylinder, sphere or cone that passes within `tolerance` of all samples, with normals
 /// that agree to `slack` degrees; none if no such surface does. A plane's axis is the mean normal.

@@ -1,0 +1,175 @@
+#include "Growth.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "../Elementary.h"
+#include "../Vec.h"
+#include "../reading/SurfaceFit.h"
+
+namespace corvane::part::facets {
+namespace {
+
+constexpr std::size_t kMostPoints = 240;  // that a fit needs
+constexpr double kWidestTurn = 20.0;      // degrees from a strip's middle to its border
+constexpr double kFarthestTurn = 0.82;    // cosine of what a facet turns at most
+constexpr double kFlattest = 100.0;       // radius over size: beyond it nobody meant a round face
+
+Vector outwardAt(const Fit& fit, const Offset& offset) {
+    return fit.concave ? -offset.outward : offset.outward;
+}
+
+}  // namespace
+
+Grower::Grower(const Strips& strips, const std::vector<std::uint32_t>& regionOf)
+    : strips_(strips), regionOf_(regionOf), seen_(strips.count(), 0) {}
+
+/// The vertices of the strips, or so many of them as a fit needs.
+void Grower::collect(std::span<const std::uint32_t> strips) {
+    corners_.clear();
+    const std::size_t step = std::max<std::size_t>(1, 4 * strips.size() / kMostPoints);
+    for (std::size_t i = 0; i < strips.size(); i += step) {
+        const auto own = strips_.verticesOf(strips[i]);
+        corners_.insert(corners_.end(), own.begin(), own.end());
+    }
+    std::sort(corners_.begin(), corners_.end());
+    corners_.erase(std::unique(corners_.begin(), corners_.end()), corners_.end());
+    points_.clear();
+    const std::size_t skip = 1 + corners_.size() / kMostPoints;
+    for (std::size_t i = 0; i < corners_.size(); i += skip)
+        points_.push_back(strips_.mesh().vertices[corners_[i]]);
+}
+
+std::optional<Fit> Grower::fitted(SurfaceKind kind, std::span<const std::uint32_t> seed,
+                                  double tolerance) {
+    std::vector<reading::Sample> samples;
+    for (const std::uint32_t strip : seed)
+        samples.push_back({strips_[strip].centre, strips_[strip].normal});
+    const std::optional<Surface> start = reading::guess(kind, samples);
+    if (!start) return std::nullopt;
+    collect(seed);
+    Fit fit{reading::refined(*start, points_), false, tolerance};
+    Box box;
+    for (const Vector& point : points_) {
+        if (!(std::abs(offsetFrom(fit.surface, point).distance) <= tolerance)) return std::nullopt;
+        add(box, point);
+    }
+    if (!(fit.surface.radius < kFlattest * diagonal(box))) return std::nullopt;
+    fit.concave = dot(offsetFrom(fit.surface, samples[0].point).outward, samples[0].normal) < 0.0;
+    if (!limitTurn(fit, seed)) return std::nullopt;
+    return fit;
+}
+
+/// Strips of one surface turn about as far as each other; a flat face whose corners happen to be on
+/// a round surface turns farther.
+bool Grower::limitTurn(Fit& fit, std::span<const std::uint32_t> seed) const {
+    std::vector<double> turns;
+    for (const std::uint32_t strip : seed) {
+        turns.push_back(degrees(std::acos(std::clamp(cosineOf(fit, strip), -1.0, 1.0))));
+        fit.sag = std::max(fit.sag, sagOf(fit, strip));
+    }
+    std::sort(turns.begin(), turns.end());
+    const double usual = turns[turns.size() / 2], widest = turns.back();
+    if (widest > kWidestTurn || widest > 2.5 * usual + 0.1) return false;
+    fit.turn = std::cos(radians(std::min(kWidestTurn, std::max(2.0 * usual, 1.2 * widest) + 0.1)));
+    return true;
+}
+
+/// The least cosine between the normals of the strip and of the surface at its vertices.
+double Grower::cosineOf(const Fit& fit, std::uint32_t strip) const {
+    double least = 1.0;
+    for (const std::uint32_t vertex : strips_.verticesOf(strip)) {
+        const Vector& point = strips_.mesh().vertices[vertex];
+        const Offset offset = offsetFrom(fit.surface, point);
+        // A cone's tip has no normal.
+        const bool isTip =
+            fit.surface.kind == SurfaceKind::Cone &&
+            distanceToLine(point, fit.surface.origin, fit.surface.axis) <= 8.0 * fit.tolerance;
+        if (offset.isKnown && !isTip)
+            least = std::min(least, dot(outwardAt(fit, offset), strips_[strip].normal));
+    }
+    return least;
+}
+
+double Grower::sagOf(const Fit& fit, std::uint32_t strip) const {
+    return std::abs(offsetFrom(fit.surface, strips_[strip].centre).distance);
+}
+
+bool Grower::passes(const Fit& fit, std::uint32_t strip) const {
+    for (const std::uint32_t vertex : strips_.verticesOf(strip)) {
+        const Offset offset = offsetFrom(fit.surface, strips_.mesh().vertices[vertex]);
+        if (!(std::abs(offset.distance) <= fit.tolerance)) return false;
+    }
+    if (strips_.isSliver(strip)) return true;
+    // An obtuse facet turns far even where it is small.
+    const double cosine = cosineOf(fit, strip);
+    return cosine >= fit.turn || (cosine >= kFarthestTurn && sagOf(fit, strip) <= fit.sag);
+}
+
+/// Adds what the fit passes around the strips from the last spread on.
+void Grower::spread(const Fit& fit, Region& region, std::vector<std::uint32_t>& refused) {
+    for (std::size_t i = 0; i < region.strips.size(); ++i) {
+        const std::uint32_t strip = region.strips[i];
+        for (const Neighbour& next : strips_.neighboursOf(strip)) {
+            if (seen_[next.strip] == stamp_ || !isFree(next.strip)) continue;
+            const bool smooth = next.angle <= kSmoothAngle || strips_.isSliver(strip) ||
+                                strips_.isSliver(next.strip);
+            if (!smooth) continue;
+            seen_[next.strip] = stamp_;
+            (passes(fit, next.strip) ? region.strips : refused).push_back(next.strip);
+        }
+    }
+}
+
+std::optional<Region> Grower::grow(SurfaceKind kind, std::span<const std::uint32_t> seed,
+                                   double tolerance) {
+    std::optional<Fit> fit = fitted(kind, seed, tolerance);
+    if (!fit) return std::nullopt;
+    ++stamp_;
+    Region region{fit->surface, fit->concave, {seed.begin(), seed.end()}};
+    for (const std::uint32_t strip : seed)
+        seen_[strip] = stamp_;
+    std::vector<std::uint32_t> refused;
+    std::size_t known = seed.size();
+    constexpr int kRounds = 12;
+    for (int round = 0; round < kRounds; ++round) {
+        spread(*fit, region, refused);
+        if (region.strips.size() == known) break;
+        // A surface of more strips is known better, and may pass what the first one missed.
+        collect(region.strips);
+        const Surface better = reading::refined(fit->surface, points_);
+        const bool holds = std::all_of(points_.begin(), points_.end(), [&](const Vector& point) {
+            return std::abs(offsetFrom(better, point).distance) <= tolerance;
+        });
+        if (!holds) break;
+        fit->surface = better;
+        const bool little = region.strips.size() < known + known / 10;
+        known = region.strips.size();
+        for (const std::uint32_t strip : refused)
+            seen_[strip] = 0;
+        refused.clear();
+        if (little) break;
+    }
+    region.surface = fit->surface;
+    return region;
+}
+
+void Grower::widen(Region& region, double tolerance) {
+    Fit fit{region.surface, region.concave, tolerance};
+    if (!limitTurn(fit, region.strips)) return;
+    ++stamp_;
+    for (const std::uint32_t strip : region.strips)
+        seen_[strip] = stamp_;
+    std::vector<std::uint32_t> refused;
+    spread(fit, region, refused);
+}
+
+bool Grower::holds(const Region& region, double tolerance,
+                   std::span<const std::uint32_t> strips) const {
+    Fit fit{region.surface, region.concave, tolerance};
+    return limitTurn(fit, region.strips) &&
+           std::all_of(strips.begin(), strips.end(),
+                       [&](std::uint32_t strip) { return passes(fit, strip); });
+}
+
+}  // namespace corvane::part::facets

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <optional>
+
+#include "Regions.h"
+
+namespace corvane::part::facets {
+
+/// What tells whether a strip lies on a surface.
+struct Fit {
+    Surface surface;
+    bool concave = false;
+    double tolerance = 0.0;  ///< of the vertices
+    double turn = 0.0;       ///< cosine of the most between normals of a strip and of the surface
+    double sag = 0.0;        ///< of strips that turn farther: most between middle and surface
+};
+
+/// Grows surfaces over strips that belong to no region yet.
+class Grower {
+public:
+    Grower(const Strips& strips, const std::vector<std::uint32_t>& regionOf);
+
+    /// The surface of the kind that passes all strips of the seed, with all strips around them that
+    /// it passes too; none if the seed is on no such surface.
+    std::optional<Region> grow(SurfaceKind kind, std::span<const std::uint32_t> seed,
+                               double tolerance);
+
+    /// Adds to the region the strips around it that its surface passes within the tolerance.
+    void widen(Region& region, double tolerance);
+
+    /// Whether the region's surface passes the strips within the tolerance.
+    [[nodiscard]] bool holds(const Region& region, double tolerance,
+                             std::span<const std::uint32_t> strips) const;
+
+    [[nodiscard]] bool isFree(std::uint32_t strip) const { return regionOf_[strip] == kNoRegion; }
+
+    static constexpr std::uint32_t kNoRegion = 0xffffffffU;
+
+private:
+    std::optional<Fit> fitted(SurfaceKind kind, std::span<const std::uint32_t> seed,
+                              double tolerance);
+    [[nodiscard]] bool passes(const Fit& fit, std::uint32_t strip) const;
+    [[nodiscard]] double cosineOf(const Fit& fit, std::uint32_t strip) const;
+    [[nodiscard]] double sagOf(const Fit& fit, std::uint32_t strip) const;
+    [[nodiscard]] bool limitTurn(Fit& fit, std::span<const std::uint32_t> seed) const;
+    void spread(const Fit& fit, Region& region, std::vector<std::uint32_t>& refused);
+    void collect(std::span<const std::uint32_t> strips);
+
+    const Strips& strips_;
+    const std::vector<std::uint32_t>& regionOf_;
+    std::vector<std::uint32_t> seen_;  // the number of the last growth that met the strip
+    std::uint32_t stamp_ = 0;
+    std::vector<std::uint32_t> corners_;
+    std::vector<Vector> points_;  // of what is fitted
+};
+
+}  // namespace corvane::part::facets
