@@ -41,7 +41,6 @@ constexpr std::u16string_view kCadSystemKeys[] = {
 };
 
 // What the option "OptionsLanguage" says when it holds no language identifier.
-constexpr std::uint32_t kAlwaysEnglish = 0;
 constexpr std::uint32_t kFollowUser = 1;
 constexpr std::uint32_t kNoValue = 0xFFFFFFFF;
 
@@ -69,7 +68,7 @@ LanguageChoice chosenLanguage() {
     const emulation::RegistryState registry;
     std::uint32_t option = userNumber(kOptionsKey, u"OptionsLanguage");
     if (option == kNoValue) option = kFollowUser;
-    if (option == kAlwaysEnglish) return {kEnglish, LanguageSource::Option};
+    // Of a number that is no language, as 0 for always English, the name is English.
     if (option != kFollowUser) return {nameOf(option), LanguageSource::Option};
     if (isCadSystemEnglish()) return {kEnglish, LanguageSource::CadSystem};
     return {nameOf(emulation::userLanguageId()), LanguageSource::User};

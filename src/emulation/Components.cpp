@@ -180,6 +180,10 @@ ComponentRegistration FindComponent(std::u16string_view programId) {
     return {emulation::guidText(*classId), emulation::registeredModule(*classId)};
 }
 
+std::u16string GuidText(const Guid& guid) {
+    return emulation::guidText(guid);
+}
+
 }  // namespace corvane
 
 // Defined here so that its type is one and the same in every module that throws or catches it.

@@ -2,6 +2,7 @@
 // happened.
 
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -52,6 +53,9 @@ void crash(RuleCheck&) {
 void leave(RuleCheck&) {
     std::exit(0);
 }
+void kill(RuleCheck&) {
+    ::kill(getpid(), SIGKILL);
+}
 void hang(RuleCheck&) {
     note("hang");
     for (;;)
@@ -88,6 +92,7 @@ void find(RuleCheck& run) {
 constexpr corvane::RuleEntry kRules[] = {
     {u"Crash", u"Crashes", u"tests", corvane::MakeModuleRule<WorkRule<crash>>},
     {u"Leave", u"Ends its process", u"tests", corvane::MakeModuleRule<WorkRule<leave>>},
+    {u"Kill", u"Is killed", u"tests", corvane::MakeModuleRule<WorkRule<kill>>},
     {u"Hang", u"Never ends", u"tests", corvane::MakeModuleRule<WorkRule<hang>>},
     {u"Eat", u"Takes all memory", u"tests", corvane::MakeModuleRule<WorkRule<eat>>},
     {u"Chat", u"Prints and reads", u"tests", corvane::MakeModuleRule<WorkRule<chat>>},

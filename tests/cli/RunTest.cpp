@@ -82,7 +82,8 @@ std::string timeless(const std::string& text) {
 
 TEST_F(Runs, ARuleThatEndsOrBlocksItsProcessCostsItsRow) {
     std::string all;
-    for (const char* name : {"Find", "Crash", "Leave", "Hang", "Eat", "Chat", "Fail", "Find"})
+    for (const char* name :
+         {"Find", "Crash", "Leave", "Hang", "Eat", "Chat", "Fail", "Kill", "Find"})
         all += risky(name);
     folder.write("rules.xml", ruleFile(all));
     const std::vector<std::string> arguments{"rules.xml",   "--part",   "parts/a.stl", "--part",
@@ -90,15 +91,17 @@ TEST_F(Runs, ARuleThatEndsOrBlocksItsProcessCostsItsRow) {
                                              "8",           "--memory", "300"};
     const json run = results(arguments);
     EXPECT_THAT(verdicts(run, 0), ElementsAre("failed", "error", "error", "error", "error",
-                                              "passed", "error", "failed"));
+                                              "passed", "error", "error", "failed"));
     EXPECT_THAT(verdicts(run, 1), ElementsAre("passed", "error", "error", "error", "error",
-                                              "passed", "error", "passed"));
+                                              "passed", "error", "error", "passed"));
     const json& rules = run["parts"][1]["rules"];
     EXPECT_THAT(rules[1]["reasons"][0], HasSubstr("ended its process (signal 6"));
     EXPECT_EQ(rules[2]["reasons"][0], "the rule ended its process (exit status 0)");
     EXPECT_EQ(rules[3]["reasons"][0], "the rule took longer than 8 s");
     EXPECT_EQ(rules[4]["reasons"][0], "the rule took more than 300 MB of memory");
     EXPECT_EQ(rules[6]["reasons"][0], "the rule ended with result -3");
+    EXPECT_THAT(rules[7]["reasons"][0],
+                HasSubstr("signal 9, Killed, as when the machine's memory"));
 }
 
 TEST_F(Runs, WorkersAndSharesGiveTheSameResultsByteForByte) {
@@ -121,6 +124,9 @@ TEST_F(Runs, WorkersAndSharesGiveTheSameResultsByteForByte) {
     EXPECT_EQ(merged.status, 1);
     EXPECT_EQ(timeless(merged.out), timeless(one.out));
 
+    EXPECT_EQ(run({"merge", "share1.json", "share2.json", "./share1.json"}).err,
+              "./share1.json is named twice and counts once\n");
+    EXPECT_EQ(run({"merge", ".", "share1.json"}).err, "");
     std::filesystem::copy(folder.path("share1.json"), folder.path("copy.json"));
     const ProcessResult partial = run({"merge", "share1.json", "copy.json"});
     EXPECT_EQ(partial.status, 2);

@@ -89,6 +89,7 @@ TEST(Usage, MemoryThatRunsOutInALoadIsToldAndGivesStatusTwo) {
         EXPECT_EQ(result.out, "") << command[0];
     }
     EXPECT_FALSE(corvane.folder.exists("out.xml"));
+    EXPECT_THAT(corvane("lint", {"@big.xml"}).out, HasSubstr("process: the memory ran out"));
 }
 
 TEST(Usage, AnUnreadableFileDoesNotKeepTheOthersFromRunning) {

@@ -1,8 +1,8 @@
 #pragma once
 
 // All that differs between the platforms in the public headers: the types of the component runtime
-// and of windows, which Windows has itself, and two marks for the compiler. Each is written so that
-// code for one platform compiles on the others.
+// and of windows, which Windows has itself, and a few marks for the compiler. Each is written so
+// that code for one platform compiles on the others.
 
 #include <array>
 #include <compare>
@@ -21,7 +21,9 @@
 #include <unknwn.h>
 #include <windows.h>
 
-#define CORVANE_MODULE_EXPORT extern "C" __declspec(dllexport)
+#define CORVANE_EXPORTED __declspec(dllexport)
+#define CORVANE_IMPORTED __declspec(dllimport)
+#define CORVANE_MODULE_EXPORT extern "C" CORVANE_EXPORTED
 #define CORVANE_SHARED_TYPE
 
 using Guid = GUID;
@@ -33,8 +35,13 @@ struct CPoint : POINT {
 
 #else
 
+/// Marks what a library offers to what links it, where the library is built.
+#define CORVANE_EXPORTED __attribute__((visibility("default")))
+/// The same mark where the library is used.
+#define CORVANE_IMPORTED __attribute__((visibility("default")))
+
 /// Marks a function that a module offers by its plain name to the program that loads it.
-#define CORVANE_MODULE_EXPORT extern "C" __attribute__((visibility("default")))
+#define CORVANE_MODULE_EXPORT extern "C" CORVANE_EXPORTED
 
 /// Marks a class that is defined in a header alone and is still the same type in every
 /// module: what the library exports may have it as a template argument.

@@ -4,21 +4,18 @@
 #include <string>
 #include <vector>
 
+#include "corvane/base/Platform.h"
 #include "corvane/part/Features.h"
 #include "corvane/part/Model.h"
 #include "corvane/part/Walls.h"
 
 #ifdef CORVANE_STATIC_DEFINE
 #define CORVANE_PART_EXPORT
-#elif defined(_WIN32)
-#ifdef corvane_part_EXPORTS
-#define CORVANE_PART_EXPORT __declspec(dllexport)
-#else
-#define CORVANE_PART_EXPORT __declspec(dllimport)
-#endif
+#elif defined(corvane_part_EXPORTS)
+#define CORVANE_PART_EXPORT CORVANE_EXPORTED
 #else
 /// Exports a name from the library of parts, or imports it.
-#define CORVANE_PART_EXPORT __attribute__((visibility("default")))
+#define CORVANE_PART_EXPORT CORVANE_IMPORTED
 #endif
 
 /// The part that rules look at: reads a CAD file once and measures it once for all who ask.

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include <corvane/platform/ComponentRegistration.h>
 #include <corvane/platform/Environment.h>
 #include <corvane/scriptrules/TypeLibDetails.h>
 
@@ -88,7 +89,7 @@ private:
         element.Format(
             u"<Engine Engine=\"%s\" GUID=\"%s\" MajorVersion=\"%d\" "
             u"MinorVersion=\"%d\" LCID=\"%x\"/>",
-            CStringW(lastName(library.fileName)), registry::guidText(library.guid),
+            CStringW(lastName(library.fileName)), CStringW(corvane::GuidText(library.guid)),
             library.majorVersion, library.minorVersion, library.lcid);
         console.writeLine(element);
         return kGood;

@@ -1,8 +1,8 @@
 #include "author/RegistryText.h"
 
 #include <algorithm>
-#include <array>
-#include <cstring>
+
+#include <corvane/platform/ComponentRegistration.h>
 
 namespace registry {
 
@@ -19,8 +19,9 @@ CStringW quoted(const TypeLibDetails& library) {
 /// The end of the key of a type library, which is the same for the user and for the machine.
 CStringW keyEnd(const TypeLibDetails& library) {
     CStringW text;
-    text.Format(u"\\Software\\Classes\\TypeLib\\%s\\%x.%x\\%x\\win64]", guidText(library.guid),
-                library.majorVersion, library.minorVersion, library.lcid);
+    text.Format(u"\\Software\\Classes\\TypeLib\\%s\\%x.%x\\%x\\win64]",
+                CStringW(corvane::GuidText(library.guid)), library.majorVersion,
+                library.minorVersion, library.lcid);
     return text;
 }
 
@@ -34,20 +35,6 @@ bool isEntry(const std::string& block, const TypeLibDetails& library, bool isRea
 }
 
 }  // namespace
-
-CStringW guidText(const Guid& guid) {
-    // In memory the first three groups begin with their least byte.
-    std::array<unsigned char, sizeof(Guid)> bytes{};
-    std::memcpy(bytes.data(), &guid, bytes.size());
-    CStringW text = u"{";
-    for (const int i : {3, 2, 1, 0, -1, 5, 4, -1, 7, 6, -1, 8, 9, -1, 10, 11, 12, 13, 14, 15}) {
-        if (i < 0)
-            text += u"-";
-        else
-            text.AppendFormat(u"%02X", static_cast<unsigned>(bytes[static_cast<std::size_t>(i)]));
-    }
-    return text + u"}";
-}
 
 std::string withEntry(std::string text, const TypeLibDetails& library, bool forMachine) {
     const CStringW root = forMachine ? u"HKEY_LOCAL_MACHINE" : u"HKEY_CURRENT_USER";

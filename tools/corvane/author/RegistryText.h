@@ -9,9 +9,6 @@
 // The text of a registry file, as far as registering engines changes it.
 namespace registry {
 
-/// In the usual groups: "{C48CD337-1FE4-4A73-B59A-BC6D746DA082}".
-CStringW guidText(const Guid& guid);
-
 /// The text with an entry for the type library at its end, since a later entry comes over an
 /// earlier one. The same text when it ends so already.
 std::string withEntry(std::string text, const TypeLibDetails& library, bool forMachine);

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <chrono>
+#include <new>
 #include <nlohmann/json.hpp>
 
+#include <corvane/platform/ComError.h>
 #include <corvane/rules/CQORFrameWrkUtils.h>
 
 #include "language/Messages.h"
@@ -18,6 +20,8 @@ using Json = nlohmann::json;
 /// A module that hangs while it makes a rule is given up after that.
 constexpr std::chrono::seconds kPatience{60};
 constexpr int kLookMilliseconds = 200;
+/// The answer of a worker whose memory ran out.
+constexpr const char* kNoMemory = "no memory";
 
 std::string dumped(const Json& json) {
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
@@ -47,17 +51,26 @@ std::vector<Problem> problemsFrom(const Json& list) {
     return problems;
 }
 
-/// The next line of a worker; nothing when it ended or took too long.
-std::optional<std::string> lineOf(WorkerProcess& worker) {
+/// The next line of a worker. Nothing when it ended or had to be ended: `fate` tells how.
+std::optional<std::string> lineOf(WorkerProcess& worker, std::string& fate) {
     const auto deadline = std::chrono::steady_clock::now() + kPatience;
+    const std::uint64_t limit = memoryShare(1);
     std::vector<std::string> lines;
-    while (std::chrono::steady_clock::now() < deadline && !wasInterrupted()) {
+    while (std::chrono::steady_clock::now() < deadline) {
         WorkerProcess* const workers[] = {&worker};
         WorkerProcess::wait(workers, kLookMilliseconds);
         const bool isOpen = worker.receive(lines);
         if (!lines.empty()) return lines.front();
-        if (!isOpen) return std::nullopt;
+        if (!isOpen) {
+            fate = worker.awaitEnd();
+            return std::nullopt;
+        }
+        if (limit > 0 && worker.memory() > limit) {
+            fate = trUtf8("it took more than {0} MB of memory", std::to_string(limit >> 20));
+            return std::nullopt;
+        }
     }
+    fate = trUtf8("it took longer than {0} s", std::to_string(kPatience.count()));
     return std::nullopt;
 }
 
@@ -97,11 +110,12 @@ std::vector<Problem> LintProcess::ask(const std::string& path) {
     std::string fate = trUtf8("no process could be started");
     if (worker_) {
         worker_->send(dumped(path));
-        if (const std::optional<std::string> line = lineOf(*worker_)) {
-            if (const Json answer = Json::parse(*line, nullptr, false); answer.is_array())
-                return problemsFrom(answer);
+        if (const std::optional<std::string> line = lineOf(*worker_, fate)) {
+            const Json answer = Json::parse(*line, nullptr, false);
+            if (answer.is_array()) return problemsFrom(answer);
+            fate = answer == kNoMemory ? trUtf8("the memory ran out")
+                                       : trUtf8("its process wrote what is no result");
         }
-        fate = worker_->end();
         worker_.reset();
     }
     Report report(path.empty() ? "index" : path);
@@ -124,7 +138,15 @@ int runLintWorker() {
                             settings.at("categories").get<std::set<std::string>>()});
     while (channel.read(line)) {
         const auto path = Json::parse(line).get<std::string>();
-        channel.write(dumped(toJson(path.empty() ? linter.checkIndex() : linter.checkFile(path))));
+        try {
+            channel.write(
+                dumped(toJson(path.empty() ? linter.checkIndex() : linter.checkFile(path))));
+        } catch (const std::bad_alloc&) {
+            channel.write(dumped(kNoMemory));
+        } catch (const _com_error& error) {
+            if (error.Error() != corvane::kErrorOutOfMemory) throw;
+            channel.write(dumped(kNoMemory));
+        }
     }
     return 0;
 }

@@ -54,7 +54,9 @@ private:
 std::string endText(int status) {
     if (!WIFSIGNALED(status)) return "exit status " + std::to_string(WEXITSTATUS(status));
     const int number = WTERMSIG(status);
-    return "signal " + std::to_string(number) + ", " + strsignal(number);
+    const std::string text = "signal " + std::to_string(number) + ", " + strsignal(number);
+    // Nobody else but the system's guard of its memory sends this one unasked.
+    return number == SIGKILL ? text + ", as when the machine's memory runs out" : text;
 }
 
 class PosixWorker : public WorkerProcess {

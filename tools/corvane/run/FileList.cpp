@@ -28,15 +28,25 @@ public:
         else if (isPattern(argument) && !fs::exists(argument, status))
             addPattern(argument);
         else
-            addFile(argument);
+            addNamed(argument);
     }
 
     FileList list;
 
 private:
+    static std::string plain(const std::string& file) {
+        return fs::path(file).lexically_normal().string();
+    }
+
     void addFile(const std::string& file) {
-        if (seen_.insert(fs::path(file).lexically_normal().string()).second)
-            list.files.push_back(file);
+        if (seen_.insert(plain(file)).second) list.files.push_back(file);
+    }
+
+    /// One that stands for itself. That folders and patterns overlap is nothing unusual.
+    void addNamed(const std::string& file) {
+        if (!named_.insert(plain(file)).second)
+            list.notes.push_back(trUtf8("{0} is named twice and counts once", file));
+        addFile(file);
     }
 
     void addList(const std::string& name, int depth) {
@@ -105,6 +115,7 @@ private:
 
     std::span<const std::string_view> endings_;
     std::set<std::string> seen_;
+    std::set<std::string> named_;
 };
 
 }  // namespace

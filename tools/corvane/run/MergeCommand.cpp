@@ -68,6 +68,8 @@ private:
         }
         for (const std::string& problem : list.problems)
             console.report(wide(problem));
+        for (const std::string& note : list.notes)
+            console.report(wide(note));
         return list.problems.empty() && !runs.empty();
     }
 

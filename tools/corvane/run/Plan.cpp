@@ -49,6 +49,8 @@ private:
             console_.report(wide(problem));
             plan_.hasUnreadable = true;
         }
+        for (const std::string& note : list.notes)
+            console_.report(wide(note));
     }
 
     void loadRuleFiles() {

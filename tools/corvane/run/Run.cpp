@@ -44,15 +44,12 @@ protocol::Setup setupOf(const Plan& plan, const RunOptions& options) {
 }
 
 Pool::Limits limitsOf(const Plan& plan, const RunOptions& options) {
-    // The larger part of the memory, shared: the system's own guard would end whom it likes.
-    constexpr std::uint64_t kShare = 5;
     const unsigned cores = std::max(std::thread::hardware_concurrency(), 1U);
     Pool::Limits limits;
     limits.workers = static_cast<unsigned>(std::clamp<std::size_t>(
         plan.parts.size(), 1, options.workers > 0 ? options.workers : cores));
     limits.timeout = std::chrono::duration<double>(options.timeout);
-    limits.memory = options.memory > 0 ? options.memory << 20
-                                       : machineMemory() / kShare * (kShare - 1) / limits.workers;
+    limits.memory = options.memory > 0 ? options.memory << 20 : memoryShare(limits.workers);
     return limits;
 }
 

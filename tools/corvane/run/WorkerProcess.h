@@ -65,3 +65,10 @@ bool wasInterrupted();
 
 /// Bytes of memory of this machine; 0 when the system does not tell.
 std::uint64_t machineMemory();
+
+/// Bytes that each of so many workers may take: together the larger part of the machine's, since
+/// the system's own guard would end whom it likes. 0 for no limit.
+inline std::uint64_t memoryShare(unsigned workers) {
+    constexpr std::uint64_t kShare = 5;
+    return machineMemory() / kShare * (kShare - 1) / workers;
+}
