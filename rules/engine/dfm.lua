@@ -115,14 +115,14 @@ function dfm.hole_faces()
     return faces
 end
 
---- The places of walls or gaps, each pair of faces once: the first, which is the narrowest.
+--- The places of walls or gaps, those of each pair of faces from one side only: that of the first, the narrowest.
 function dfm.pairs_once(places)
-    local once, seen = {}, {}
+    local once, side = {}, {}
     for _, place in ipairs(places) do
         local a, b = place.faces[1], place.faces[2]
         local pair = math.min(a, b) .. " " .. math.max(a, b)
-        if not seen[pair] then once[#once + 1] = place end
-        seen[pair] = true
+        side[pair] = side[pair] or a
+        if side[pair] == a then once[#once + 1] = place end
     end
     return once
 end

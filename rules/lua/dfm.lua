@@ -53,7 +53,7 @@ function dfm.faces(numbers, label) end
 ---@return number
 function dfm.thinnest(process) end
 
----The places of walls or gaps, each pair of faces once.
+---The places of walls or gaps, those of each pair of faces from one side only.
 ---@param places Thickness[]
 ---@return Thickness[]
 function dfm.pairs_once(places) end

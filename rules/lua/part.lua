@@ -65,7 +65,7 @@
 ---@field thinnest_by_ray? Thickness by the straight line through the material, square to the surface
 ---@field thickest? Thickness by sphere
 ---@field typical? number half of the surface has thinner walls, half thicker ones
----@field places Thickness[] the thinnest place of each face by sphere, thinnest first
+---@field places Thickness[] the thinnest place of each face by sphere, and up to seven more with thicker walls between them; thinnest first
 ---@field places_by_ray Thickness[] the same by ray
 
 ---@class HoleSection one step of a hole around its axis
@@ -215,7 +215,7 @@
 ---@field holes SheetHole[]
 
 ---@class Gaps
----@field places Thickness[] the narrowest of each pair of faces, narrowest first
+---@field places Thickness[] the narrowest of each pair of faces, and up to seven more with wider air between them; narrowest first
 
 ---@class FaceDraft
 ---@field face integer

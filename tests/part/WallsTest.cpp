@@ -182,6 +182,32 @@ TEST(WallsTest, PlacesAreOnTheFacesThatTheyName) {
     EXPECT_EQ(walls.byVertex.size(), part->mesh().vertices.size());
 }
 
+TEST(WallsTest, EachSeparateThinPlaceOfAFaceIsTold) {
+    const auto pit = [](double x, double floor) { return box(14, 14, 9, {x, 13, floor - 9}); };
+    const TopoDS_Shape two = cut(cut(box(90, 40, 8), pit(8, 7)), pit(48, 6.8));
+    const struct {
+        TopoDS_Shape shape;
+        std::vector<double> top;  // what is told of the face on top
+    } cases[]{
+        {box(90, 40, 8), {8}},
+        {two, {1, 1.2}},
+        {cut(two, pit(72, 7.5)), {0.5, 1, 1.2}},
+        {cut(two, box(56, 14, 9, {8, 13, -2})), {1}},  // one pit from end to end
+    };
+    for (const auto& [shape, top] : cases)
+        for (const char* ending : {".brep", ".stl"}) {
+            const auto part = partOf(shape, ending);
+            ASSERT_TRUE(part);
+            std::vector<double> found;
+            for (const Thickness& place : part->walls().places)
+                if (place.point.z > 7.99 && part->model().face(place.faces[0]).normal.z > 0.9)
+                    found.push_back(place.value);
+            ASSERT_EQ(found.size(), top.size()) << ending << ' ' << top.size();
+            for (std::size_t i = 0; i < top.size(); ++i)
+                EXPECT_NEAR(found[i], top[i], 1e-4);
+        }
+}
+
 namespace {
 
 Vector minus(const Vector& a, const Vector& b) {

@@ -48,7 +48,10 @@ struct Walls {
     Thickness largestBySphere;
     double typical =
         0.0;  ///< mm; half of the surface has thinner walls by sphere, half thicker ones
-    std::vector<Thickness> places;       ///< each face's thinnest place by sphere, thinnest first
+    /// Each face's thinnest place by sphere, and up to seven more of the 500 faces with the
+    /// thinnest ones: places such that on the way from one to another the wall is thicker than at
+    /// either by a fifth, or there is none. The thinnest first.
+    std::vector<Thickness> places;
     std::vector<Thickness> placesByRay;  ///< the same by ray
     /// For each vertex of Part::mesh() the diameter in millimetres of the largest inner sphere
     /// there, whether the rule above calls it a wall or not; 0 where there is none. For colours.
@@ -58,8 +61,10 @@ struct Walls {
 /// Narrow air: slots, holes, the room between ribs, the clearance between the solids of an
 /// assembly. Where solids touch there is no air.
 struct Gaps {
-    std::vector<Thickness> places;  ///< by sphere, the narrowest of each pair of faces, narrowest
-                                    ///< first; a hole has both of its sides on one face
+    /// By sphere, the narrowest of each pair of faces, and more where the air between them is
+    /// narrow at separate places, as with walls. The narrowest first. A hole has both of its sides
+    /// on one face.
+    std::vector<Thickness> places;
 };
 
 /// Which half of a mould with two halves forms a face.

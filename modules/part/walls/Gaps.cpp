@@ -16,13 +16,18 @@ Gaps findGaps(const Skin& skin) {
     samples.each([&](const Sample& sample) {
         if (!skin.isClosed(sample.triangle) || !probe.isDue()) return;
         const Probe::Reading reading = probe.measure(sample);
+        narrowest.see(skin.mesh().faces[sample.triangle],
+                      reading.sphereIsWall ? reading.sphere : reading.ray, reading.sphereIsWall,
+                      sample);
         if (reading.sphereIsWall) narrowest.take(pairOf(reading.sphere), reading.sphere, sample);
     });
-    gaps.places = narrowest.places(probe, samples, [&](const Pair& pair, const Sample& sample) {
+    const auto sphere = [&](const Pair& pair, const Sample& sample) {
         const Probe::Reading reading = probe.measure(sample);
         const bool same = reading.sphereIsWall && pairOf(reading.sphere) == pair;
         return same ? reading.sphere : Thickness{};
-    });
+    };
+    gaps.places = narrowest.places(probe, samples, sphere,
+                                   [](const Thickness& place) { return place.faces[1]; });
     return gaps;
 }
 

@@ -15,14 +15,17 @@ public:
         walls_.byVertex.assign(skin_.mesh().vertices.size(), 0.0F);
         samples_.each([&](const Sample& sample) { take(sample); });
         fillVertices();
-        walls_.places = bySphere_.places(probe_, samples_, [&](int face, const Sample& sample) {
+        const auto any = [](const Thickness&) { return 0; };
+        const auto sphere = [&](int face, const Sample& sample) {
             const Probe::Reading r = probe_.measure(sample);
             return r.sphereIsWall && r.sphere.faces[0] == face ? r.sphere : Thickness{};
-        });
-        walls_.placesByRay = byRay_.places(probe_, samples_, [&](int face, const Sample& sample) {
+        };
+        const auto ray = [&](int face, const Sample& sample) {
             const Probe::Reading r = probe_.measure(sample);
             return r.rayIsWall && r.ray.faces[0] == face ? r.ray : Thickness{};
-        });
+        };
+        walls_.places = bySphere_.places(probe_, samples_, sphere, any);
+        walls_.placesByRay = byRay_.places(probe_, samples_, ray, any);
         if (!walls_.places.empty()) walls_.smallestBySphere = walls_.places.front();
         if (!walls_.placesByRay.empty()) walls_.smallestByRay = walls_.placesByRay.front();
         walls_.typical = typical();
@@ -33,6 +36,11 @@ private:
     void take(const Sample& sample) {
         if (!skin_.isClosed(sample.triangle) || !probe_.isDue()) return;
         const Probe::Reading reading = probe_.measure(sample);
+        const int face = skin_.mesh().faces[sample.triangle];
+        byRay_.see(face, reading.ray, reading.rayIsWall, sample);
+        // Beside an edge the sphere tells of the edge; the wall goes on.
+        bySphere_.see(face, reading.sphereIsWall ? reading.sphere : reading.ray,
+                      reading.sphereIsWall, sample);
         if (reading.rayIsWall) byRay_.take(reading.ray.faces[0], reading.ray, sample);
         if (sample.vertex != Sample::kNoVertex && reading.sphere.value > 0.0) {
             float& at = walls_.byVertex[sample.vertex];
