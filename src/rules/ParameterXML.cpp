@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <array>
 #include <tuple>
+#include <vector>
 
 #include <corvane/rules/ParameterXML.h>
 #include <corvane/xml/CurrentDocument.h>
@@ -145,11 +147,12 @@ std::u16string_view ParameterReader::text() {
 std::unique_ptr<QORCustomRuleData> ParameterReader::record() const {
     static const std::u16string names[name::kAttributesRead] = {attributeName(1), attributeName(2),
                                                                 attributeName(3), attributeName(4)};
-    auto record = std::make_unique<QORCustomRuleData>();
+    std::array<std::u16string_view, name::kAttributesRead> texts;
+    auto end = texts.begin();
     for (const std::u16string& attribute : names) {
-        if (const auto text = xml::ElementView(value_).attribute(attribute)) record->Add(*text);
+        if (const auto text = xml::ElementView(value_).attribute(attribute)) *end++ = *text;
     }
-    return record;
+    return std::make_unique<QORCustomRuleData>(std::vector<CStringW>(texts.begin(), end));
 }
 
 }  // namespace corvane

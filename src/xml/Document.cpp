@@ -58,7 +58,7 @@ void Document::replaceTree(Element* tree) {
 }
 
 Element* Document::root() const {
-    return const_cast<Element*>(elementFrom(tree_->firstChild));
+    return const_cast<Element*>(elementFrom(tree_->firstChild()));
 }
 
 bool Document::load(Fault fault, std::string_view utf8) {

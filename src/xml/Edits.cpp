@@ -15,7 +15,7 @@ namespace {
 bool wouldMakeCycle(const Element& parent, const Element& child) {
     if (&parent == &child) return true;
     // What has no child is above nothing: new elements need no walk up from a deep place.
-    if (!child.firstChild) return false;
+    if (!child.firstChild()) return false;
     const Element* at = &parent;
     while (at && at != &child)
         at = at->parent;
@@ -35,11 +35,12 @@ Element* makeFreeElement(std::u16string_view name, const Element* scope) {
 
 void appendElement(Element& parent, Element& child) {
     if (parent.kind == Kind::Document) {
-        const Element* root = elementFrom(parent.firstChild);
+        const Element* root = elementFrom(parent.firstChild());
         if (root == &child) return;
         require(!root);
     }
     require(!wouldMakeCycle(parent, child));
+    expand(parent);  // Nothing has changed yet if memory runs out.
     if (child.parent) removeElement(child);
     link(parent, child);
 }

@@ -37,11 +37,11 @@ ElementView ElementView::parent() const {
 }
 
 ElementView ElementView::child() const {
-    return ElementView(elementFrom(element_->firstChild));
+    return ElementView(elementFrom(element_->firstChild()));
 }
 
 ElementView ElementView::child(std::u16string_view name) const {
-    return ElementView(elementFrom(element_->firstChild, name));
+    return ElementView(elementFrom(element_->firstChild(), name));
 }
 
 ElementView ElementView::sibling() const {

@@ -45,7 +45,13 @@ ElementWriter ElementWriter::child(std::u16string_view name, std::size_t attribu
 void ElementWriter::text(std::u16string_view text) {
     require(isCarriable(text));
     if (text.empty()) return;
-    guarded([&] { link(element_, *CharacterData::make(element_.pool(), Kind::Text, text)); });
+    guarded([&] {
+        Pool* const pool = element_.pool();
+        if (pool && !element_.hasContent())
+            element_.setOnlyText(Text::makeIn(*pool, text, {}));
+        else
+            link(element_, *CharacterData::make(pool, Kind::Text, text));
+    });
 }
 
 }  // namespace corvane::xml

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <new>
 #include <string_view>
 
 #include "xml/Pool.h"
@@ -28,34 +30,65 @@ public:
     /// The place in document order, when a query has last counted.
     mutable std::uint32_t order = 0;
     const Kind kind;
-    bool pooled = false;  ///< Lies in a pool: an element in its own, the rest in its parent's.
+    /// Lies in a pool: an element in its own, the rest in its parent's.
+    bool pooled : 1 = false;
     /// The source has white space before this node that is no text.
-    bool blankBefore = false;
+    bool blankBefore : 1 = false;
+};
+
+/// Where the white space at the two ends of a text is unescaped in the source: the number of units.
+struct RawEnds {
+    std::uint16_t leading = 0;
+    std::uint16_t trailing = 0;
+
+    friend bool operator==(RawEnds, RawEnds) = default;
+};
+
+/// The units of a text, which follow this in memory and never change.
+class Text {
+public:
+    template <typename Unit>
+    static std::size_t sizeFor(std::basic_string_view<Unit> text) {
+        return sizeof(Text) + text.size() * sizeof(char16_t);
+    }
+    /// In a pool. Units of 8 bits are ASCII.
+    template <typename Unit>
+    static const Text* makeIn(Pool& pool, std::basic_string_view<Unit> text, RawEnds raw) {
+        return new (pool.allocate(sizeFor(text), alignof(Text))) Text(text, raw);
+    }
+
+    std::u16string_view view() const {
+        return {reinterpret_cast<const char16_t*>(this + 1), size_};
+    }
+    RawEnds raw() const { return raw_; }
+
+private:
+    friend class CharacterData;
+    template <typename Unit>
+    Text(std::basic_string_view<Unit> text, RawEnds raw)
+        : size_(static_cast<std::uint32_t>(text.size())), raw_(raw) {
+        std::copy(text.begin(), text.end(), reinterpret_cast<char16_t*>(this + 1));
+    }
+
+    std::uint32_t size_;
+    RawEnds raw_;
 };
 
 /// A text, a section, a comment, an instruction (target, blank, data) or a document type (what
-/// stands between "<!DOCTYPE " and ">"). The units follow it in memory, and never change.
+/// stands between "<!DOCTYPE " and ">").
 class CharacterData : public Node {
 public:
     /// Made on the heap for a null pool, and freed by `destroy` of Tree.h.
-    static CharacterData* make(Pool* pool, Kind kind, std::u16string_view text);
-    static CharacterData* make(Pool* pool, Kind kind, std::string_view ascii);
+    static CharacterData* make(Pool* pool, Kind kind, std::u16string_view text, RawEnds raw = {});
 
-    std::u16string_view text() const {
-        return {reinterpret_cast<const char16_t*>(this + 1), size_};
-    }
-
-    // The number of white space units at the two ends that are unescaped in the source.
-    std::uint16_t rawLeading = 0;
-    std::uint16_t rawTrailing = 0;
+    const Text& content() const { return text_; }
+    std::u16string_view text() const { return text_.view(); }
 
 private:
-    template <typename Unit>
-    static CharacterData* copy(Pool* pool, Kind kind, std::basic_string_view<Unit> text);
-    CharacterData(Kind ofKind, std::size_t size)
-        : Node(ofKind), size_(static_cast<std::uint32_t>(size)) {}
+    CharacterData(Kind ofKind, std::u16string_view text, RawEnds raw)
+        : Node(ofKind), text_(text, raw) {}
 
-    std::uint32_t size_;
+    Text text_;  // Comes last, since its units follow it.
 };
 
 /// A name and a value, each on the heap or in the pool of the element.
@@ -73,12 +106,30 @@ class AttributeList;
 
 /// An element, or the document that is the parent of a document element.
 class Element : public Node {
+    bool isLeaf_ = false;
+
 public:
     explicit Element(Kind ofKind = Kind::Element) : Node(ofKind) {}
 
     /// Where the element lies; null for the heap.
     Pool* pool() const { return name ? name->pool() : nullptr; }
-    Node* lastChild() const { return firstChild ? firstChild->ringPrevious : nullptr; }
+
+    /// The content is nodes, or one text for which no node has been made yet: `expand` of Tree.h
+    /// makes it. Most elements of a rule file hold a text, and its node would take more memory than
+    /// all the rest of it. Only an element in a pool has such a text, which lies there too; others
+    /// may share it.
+    bool hasContent() const { return isLeaf_ || content_.node; }
+    Node* firstChild() const { return isLeaf_ ? nullptr : content_.node; }
+    Node* lastChild() const { return firstChild() ? firstChild()->ringPrevious : nullptr; }
+    const Text* onlyText() const { return isLeaf_ ? content_.text : nullptr; }
+    void setFirstChild(Node* node) {
+        content_.node = node;
+        isLeaf_ = false;
+    }
+    void setOnlyText(const Text* text) {
+        content_.text = text;
+        isLeaf_ = true;
+    }
 
     /// The source has white space between the last child and the end tag that is no text.
     bool blankAtEnd = false;
@@ -86,10 +137,15 @@ public:
     /// for one on the heap.
     const Name* name = nullptr;
     AttributeList* attributeList = nullptr;
-    Node* firstChild = nullptr;
     std::uint32_t line = 0;
     /// The handles on this element and its children that are held themselves; see Tree.h.
     std::uint32_t holds = 0;
+
+private:
+    union {
+        Node* node = nullptr;
+        const Text* text;
+    } content_;
 };
 
 inline const Element* asElement(const Node* node) {
@@ -103,7 +159,7 @@ inline const CharacterData* asData(const Node* node) {
 }
 
 inline Node* Node::previous() const {
-    return parent && parent->firstChild != this ? ringPrevious : nullptr;
+    return parent && parent->firstChild() != this ? ringPrevious : nullptr;
 }
 
 /// True for an element or a document, which may have children.

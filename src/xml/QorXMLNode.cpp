@@ -106,7 +106,9 @@ QorXMLNodeList* QorXMLNode::GetNodeList1(const char* query) const {
 QorXMLNodeList* QorXMLNode::GetChildNodes() const {
     return guarded([&] {
         auto list = std::make_unique<QorXMLNodeList>();
-        for (const Node* at = required(m_pElement).firstChild; at; at = at->next)
+        const Element& element = required(m_pElement);
+        if (element.onlyText()) Access::append(*list, nullptr);  // As for each other text.
+        for (const Node* at = element.firstChild(); at; at = at->next)
             Access::append(*list, at);
         return list.release();
     });

@@ -236,7 +236,7 @@ std::optional<Matches> select(const Element& context, std::u16string_view query)
     const std::u16string_view name = trimmed(query);
     if (!isQualifiedName(name)) return evaluate(context, query, kNoLimit);
     Matches matches;
-    for (const Element* at = elementFrom(context.firstChild, name); at;
+    for (const Element* at = elementFrom(context.firstChild(), name); at;
          at = elementFrom(at->next, name))
         matches.push_back(at);
     return matches;
@@ -245,7 +245,7 @@ std::optional<Matches> select(const Element& context, std::u16string_view query)
 std::optional<Matches> selectFirst(const Element& context, std::u16string_view query) {
     const std::u16string_view name = trimmed(query);
     if (!isQualifiedName(name)) return evaluate(context, query, 1);
-    const Element* first = elementFrom(context.firstChild, name);
+    const Element* first = elementFrom(context.firstChild(), name);
     return first ? Matches{first} : Matches{};
 }
 

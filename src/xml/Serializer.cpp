@@ -122,7 +122,7 @@ public:
         const Node* at = &top;
         while (true) {
             if (open(*at)) {
-                at = asElement(at)->firstChild;
+                at = asElement(at)->firstChild();
                 continue;
             }
             while (at != &top && !at->next) {
@@ -142,7 +142,7 @@ private:
             case Kind::Element:
                 return openElement(*asElement(&node));
             case Kind::Text:
-                writeText(*asData(&node));
+                writeText(asData(&node)->content());
                 break;
             case Kind::CData:
                 enclose("<![CDATA[", node, "]]>");
@@ -174,11 +174,16 @@ private:
             out_.put("\"");
             if (at.name->view() == u"xml:space") preserve = at.value() == u"preserve";
         }
-        if (!element.firstChild) {
+        if (!element.hasContent()) {
             out_.put("/>");
             return false;
         }
         out_.put(">");
+        if (const Text* text = element.onlyText()) {
+            writeText(*text);
+            endTag(element);
+            return false;
+        }
         preserve_.push_back(preserve);
         return true;
     }
@@ -186,6 +191,10 @@ private:
     void close(const Element& element) {
         if (element.blankAtEnd) lineBreak(element.lastChild(), element);
         preserve_.pop_back();
+        endTag(element);
+    }
+
+    void endTag(const Element& element) {
         out_.put("</");
         out_.put(element.name->view());
         out_.put(">");
@@ -204,12 +213,13 @@ private:
         out_.put(end);
     }
 
-    void writeText(const CharacterData& data) {
-        std::u16string_view text = data.text();
-        const std::u16string_view trailing = text.substr(text.size() - data.rawTrailing);
-        text.remove_suffix(data.rawTrailing);
-        escape(text.substr(0, data.rawLeading), false);
-        text.remove_prefix(data.rawLeading);
+    void writeText(const Text& written) {
+        std::u16string_view text = written.view();
+        const RawEnds raw = written.raw();
+        const std::u16string_view trailing = text.substr(text.size() - raw.trailing);
+        text.remove_suffix(raw.trailing);
+        escape(text.substr(0, raw.leading), false);
+        text.remove_prefix(raw.leading);
         // A reference at an end keeps a load from taking the white space there for nothing.
         if (!text.empty() && isWhite(text.front())) {
             out_.put(referenceTo(text.front()));
@@ -250,7 +260,7 @@ std::u16string serialized(const Element& element) {
 bool serializeFile(const Element& document, const system::ByteSink& sink) {
     Serializer<Utf8Output> serializer(sink);
     serializer.output().put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
-    for (const Node* at = document.firstChild; at; at = at->next) {
+    for (const Node* at = document.firstChild(); at; at = at->next) {
         serializer.write(*at);
         serializer.output().put("\n");
     }

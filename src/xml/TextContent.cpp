@@ -5,11 +5,11 @@
 namespace corvane::xml {
 namespace {
 
-std::u16string_view trimmed(const CharacterData& data, bool atStart, bool atEnd) {
-    std::u16string_view text = data.text();
-    if (atStart) text.remove_prefix(data.rawLeading);
-    if (atEnd) text.remove_suffix(data.rawTrailing);
-    return text;
+std::u16string_view trimmed(const Text& text, bool atStart, bool atEnd) {
+    std::u16string_view units = text.view();
+    if (atStart) units.remove_prefix(text.raw().leading);
+    if (atEnd) units.remove_suffix(text.raw().trailing);
+    return units;
 }
 
 bool isElement(const Node* node) {
@@ -27,7 +27,8 @@ public:
         while (const Node* to = following(from, &top)) {
             if (to->parent != from) leave(from, to->parent);
             if (to->blankBefore && isElement(to->previous())) ++blanks_;
-            if (to->isText()) add(*asData(to));
+            if (to->isText()) add(asData(to)->content());
+            if (isElement(to) && asElement(to)->onlyText()) add(*asElement(to)->onlyText());
             from = to;
         }
         out_.resize(out_.size() - trailing_);
@@ -42,14 +43,14 @@ private:
     void leaveElement(const Element& element) {
         if (element.blankAtEnd && isElement(element.lastChild())) ++blanks_;
     }
-    void add(const CharacterData& data) {
-        const std::u16string_view text = trimmed(data, !begun_, false);
-        if (text.empty()) return;
+    void add(const Text& text) {
+        const std::u16string_view units = trimmed(text, !begun_, false);
+        if (units.empty()) return;
         if (begun_) out_.append(blanks_, u' ');
-        out_ += text;
+        out_ += units;
         begun_ = true;
         blanks_ = 0;
-        trailing_ = data.rawTrailing;
+        trailing_ = text.raw().trailing;
     }
 
     std::u16string& out_;
@@ -61,9 +62,10 @@ private:
 }  // namespace
 
 std::u16string_view textOf(const Element& element, std::u16string& buffer) {
-    const Node* only = element.firstChild;
+    if (const Text* text = element.onlyText()) return trimmed(*text, true, true);
+    const Node* only = element.firstChild();
     if (!only) return {};
-    if (only->isText() && !only->next) return trimmed(*asData(only), true, true);
+    if (only->isText() && !only->next) return trimmed(asData(only)->content(), true, true);
     Collector(buffer).collect(element);
     return buffer;
 }

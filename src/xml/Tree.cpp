@@ -52,22 +52,12 @@ bool dropWhole(Node* node) noexcept {
 
 }  // namespace
 
-template <typename Unit>
-CharacterData* CharacterData::copy(Pool* pool, Kind kind, std::basic_string_view<Unit> text) {
+CharacterData* CharacterData::make(Pool* pool, Kind kind, std::u16string_view text, RawEnds raw) {
     const std::size_t size = sizeof(CharacterData) + text.size() * sizeof(char16_t);
     void* place = pool ? pool->allocate(size, alignof(CharacterData)) : ::operator new(size);
-    auto* made = new (place) CharacterData(kind, text.size());
+    auto* made = new (place) CharacterData(kind, text, raw);
     made->pooled = pool != nullptr;
-    std::copy(text.begin(), text.end(), reinterpret_cast<char16_t*>(made + 1));
     return made;
-}
-
-CharacterData* CharacterData::make(Pool* pool, Kind kind, std::u16string_view text) {
-    return copy(pool, kind, text);
-}
-
-CharacterData* CharacterData::make(Pool* pool, Kind kind, std::string_view ascii) {
-    return copy(pool, kind, ascii);
 }
 
 Element* makeElement(Pool* pool, Kind kind, const Name* name) {
@@ -106,9 +96,9 @@ void release(Element* element) noexcept {
 void attach(Element& parent, Node& node) noexcept {
     node.parent = &parent;
     node.next = nullptr;
-    Node* first = parent.firstChild;
+    Node* first = parent.firstChild();
     if (!first) {
-        parent.firstChild = &node;
+        parent.setFirstChild(&node);
         node.ringPrevious = &node;
         return;
     }
@@ -117,7 +107,18 @@ void attach(Element& parent, Node& node) noexcept {
     first->ringPrevious = &node;
 }
 
-void link(Element& parent, Node& node) noexcept {
+void expand(Element& element) {
+    const Text* const text = element.onlyText();
+    if (!text) return;
+    CharacterData* node =
+        CharacterData::make(element.pool(), Kind::Text, text->view(), text->raw());
+    node->order = element.order + 1;
+    element.setFirstChild(nullptr);
+    attach(element, *node);
+}
+
+void link(Element& parent, Node& node) {
+    expand(parent);
     if (!parent.pool() || poolOf(node, parent) != parent.pool()) noteChange(parent);
     attach(parent, node);
     // White space stays where it was in the source: after what was the last child.
@@ -129,13 +130,13 @@ void link(Element& parent, Node& node) noexcept {
 void unlink(Node& node) noexcept {
     Element* parent = node.parent;
     noteChange(*parent);
-    Node* first = parent->firstChild;
+    Node* first = parent->firstChild();
     if (node.next)
         node.next->ringPrevious = node.ringPrevious;
     else
         first->ringPrevious = node.ringPrevious;
     if (&node == first)
-        parent->firstChild = node.next;
+        parent->setFirstChild(node.next);
     else
         node.ringPrevious->next = node.next;
     node.parent = nullptr;
@@ -145,14 +146,15 @@ void unlink(Node& node) noexcept {
 }
 
 void clearContent(Element& element) {
-    for (Node* child = element.firstChild; child; child = child->next) {
+    for (Node* child = element.firstChild(); child; child = child->next) {
         if (isHeld(*child)) keepNamespaces(*asElement(child));
     }
     element.blankAtEnd = false;
-    while (Node* child = element.firstChild) {
+    while (Node* child = element.firstChild()) {
         unlink(*child);
         if (!isHeld(*child)) destroy(child);
     }
+    element.setFirstChild(nullptr);
 }
 
 void destroy(Node* top) noexcept {
@@ -162,14 +164,14 @@ void destroy(Node* top) noexcept {
         Node* next = at->next;
         const bool last = at == top;
         if (!dropWhole(at)) {
-            if (isParent(*at) && asElement(at)->firstChild) {
-                at = asElement(at)->firstChild;
+            if (isParent(*at) && asElement(at)->firstChild()) {
+                at = asElement(at)->firstChild();
                 continue;
             }
             freeNode(at);
         }
         if (last) return;
-        parent->firstChild = next;
+        parent->setFirstChild(next);
         at = next ? next : parent;
     }
 }
@@ -179,13 +181,12 @@ namespace {
 Node* copyNode(Pool& pool, const Node& source) {
     if (!source.isElement()) {
         const CharacterData* data = asData(&source);
-        CharacterData* copy = CharacterData::make(&pool, source.kind, data->text());
-        copy->rawLeading = data->rawLeading;
-        copy->rawTrailing = data->rawTrailing;
-        return copy;
+        return CharacterData::make(&pool, source.kind, data->text(), data->content().raw());
     }
     const Element* element = asElement(&source);
     Element* copy = makeElement(&pool, element->name->view());
+    if (const Text* text = element->onlyText())
+        copy->setOnlyText(Text::makeIn(pool, text->view(), text->raw()));
     copy->line = element->line;
     copy->blankAtEnd = element->blankAtEnd;
     const auto attributes = attributesOf(*element);

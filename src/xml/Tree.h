@@ -15,10 +15,16 @@ void release(Element* element) noexcept;
 Element* makeElement(Pool* pool, Kind kind, const Name* name);
 Element* makeElement(Pool* pool, std::u16string_view name);
 
+/// Makes the node of a text that is the only content of an element and has none yet. Nothing else
+/// changes, so code that only reads may do it too. It throws nothing but std::bad_alloc.
+void expand(Element& element);
+
 /// Appends a node that has no parent to the children of `parent`. `attach` does it for a tree that
-/// is being made, where nothing is held and white space is known; the node lies in its pool.
+/// is being made, where nothing is held and white space is known; the node lies in its pool, and no
+/// text of the parent is without node. `link` throws nothing but what `expand` does, and before it
+/// changes anything.
 void attach(Element& parent, Node& node) noexcept;
-void link(Element& parent, Node& node) noexcept;
+void link(Element& parent, Node& node);
 /// Takes a node out of its parent. A node that is held lives on, and its former parent may go.
 void unlink(Node& node) noexcept;
 
@@ -29,9 +35,9 @@ void clearContent(Element& element);
 void destroy(Node* top) noexcept;
 
 /// The node that comes after `at` in document order below `top`, its children included; null at the
-/// end.
+/// end. Texts that have no node are passed over.
 inline const Node* following(const Node* at, const Node* top) {
-    if (isParent(*at) && asElement(at)->firstChild) return asElement(at)->firstChild;
+    if (isParent(*at) && asElement(at)->firstChild()) return asElement(at)->firstChild();
     while (at != top && !at->next)
         at = at->parent;
     return at == top ? nullptr : at->next;

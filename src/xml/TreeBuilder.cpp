@@ -12,6 +12,8 @@ namespace corvane::xml {
 namespace {
 
 constexpr std::size_t kMostRaw = std::numeric_limits<std::uint16_t>::max();
+// A longer text takes more time to compare than memory to repeat.
+constexpr std::size_t kLongestShared = 64;
 
 }  // namespace
 
@@ -38,14 +40,15 @@ void TreeBuilder::startElement(const Name* name, std::uint32_t line, std::size_t
 }
 
 void TreeBuilder::attribute(const Name* name, std::string_view utf8) {
-    const std::u16string_view value = pool().copyUtf8(utf8);
+    const std::u16string_view value =
+        system::isAscii(utf8) ? sharedText(utf8, {})->view() : pool().copyUtf8(utf8);
     if (name->view() == u"xml:space") preserve_.back() = value == u"preserve";
     addAttribute(*current_, name, value, expected_);
 }
 
 void TreeBuilder::endElement() {
     flushText();
-    current_->blankAtEnd = std::exchange(blank_, false) && current_->firstChild;
+    current_->blankAtEnd = std::exchange(blank_, false) && current_->hasContent();
     current_ = current_->parent;
     preserve_.pop_back();
 }
@@ -72,10 +75,33 @@ void TreeBuilder::text(std::string_view utf8) {
     std::size_t trailing = 0;
     while (isWhite(static_cast<unsigned char>(utf8[size - 1 - trailing])))
         ++trailing;
-    CharacterData* node = CharacterData::make(memory(), Kind::Text, utf8);
-    node->rawLeading = static_cast<std::uint16_t>(leading);
-    node->rawTrailing = static_cast<std::uint16_t>(trailing);
-    attach(*current_, *node);
+    addText(utf8, {static_cast<std::uint16_t>(leading), static_cast<std::uint16_t>(trailing)});
+}
+
+template <typename Unit>
+void TreeBuilder::addText(std::basic_string_view<Unit> text, RawEnds raw) {
+    const Text* const made = sharedText(text, raw);
+    if (!current_->hasContent()) return current_->setOnlyText(made);
+    append(*CharacterData::make(memory(), Kind::Text, made->view(), raw));
+}
+
+// Values come again and again in a rule file, such as flags and the names of materials.
+template <typename Unit>
+const Text* TreeBuilder::sharedText(std::basic_string_view<Unit> text, RawEnds raw) {
+    if (text.size() > kLongestShared) return Text::makeIn(pool(), text, raw);
+    std::size_t hash = text.size() * 31;
+    if (!text.empty())
+        hash += static_cast<char16_t>(text.front()) * 7U + static_cast<char16_t>(text.back());
+    const Text*& recent = recentTexts_[hash % recentTexts_.size()];
+    if (!recent || recent->raw() != raw ||
+        !std::equal(text.begin(), text.end(), recent->view().begin(), recent->view().end()))
+        recent = Text::makeIn(pool(), text, raw);
+    return recent;
+}
+
+void TreeBuilder::append(Node& node) {
+    expand(*current_);
+    attach(*current_, node);
 }
 
 void TreeBuilder::data(Kind kind, std::string_view utf8) {
@@ -87,7 +113,7 @@ void TreeBuilder::data(Kind kind, std::string_view utf8) {
 void TreeBuilder::place(Node& node) {
     flushText();
     node.blankBefore = std::exchange(blank_, false);
-    attach(*current_, node);
+    append(node);
 }
 
 // The pending text without white space at its ends that is more than a node can count. Nothing but
@@ -115,12 +141,12 @@ void TreeBuilder::flushText() {
     if (leading == size && !preserves()) {
         blank_ = true;
     } else {
-        CharacterData* node = CharacterData::make(memory(), Kind::Text, kept(leading, trailing));
+        RawEnds raw;
         if (!preserves()) {
-            node->rawLeading = static_cast<std::uint16_t>(std::min(leading, kMostRaw));
-            node->rawTrailing = static_cast<std::uint16_t>(std::min(trailing, kMostRaw));
+            raw.leading = static_cast<std::uint16_t>(std::min(leading, kMostRaw));
+            raw.trailing = static_cast<std::uint16_t>(std::min(trailing, kMostRaw));
         }
-        attach(*current_, *node);
+        addText(kept(leading, trailing), raw);
     }
     pending_.clear();
     escapedTo_ = 0;

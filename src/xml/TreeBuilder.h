@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -40,7 +41,12 @@ public:
 private:
     std::u16string_view kept(std::size_t leading, std::size_t trailing) const;
     void flushText();
+    template <typename Unit>
+    void addText(std::basic_string_view<Unit> text, RawEnds raw);
+    template <typename Unit>
+    const Text* sharedText(std::basic_string_view<Unit> text, RawEnds raw);
     void place(Node& node);
+    void append(Node& node);
     bool preserves() const { return preserve_.back(); }
     Pool* memory() const { return pool_.get(); }
 
@@ -49,6 +55,8 @@ private:
     Element* document_;  // After what can fail to be made, since nothing would free it.
     Element* current_;
     std::size_t expected_ = 0;  // Attributes of the current element.
+
+    std::array<const Text*, 256> recentTexts_{};
 
     std::u16string scratch_;
     // Text that has been reported, but not yet been made a node, and the part of it from the first

@@ -29,6 +29,20 @@ bool isItem(const Node& node) {
     return at && at->isText();
 }
 
+// The first child, with a node for each text.
+const Node* firstChildOf(const Node& node) {
+    if (!isParent(node)) return nullptr;
+    // The tree's constness is the query's alone, and an expanded element is what it was.
+    expand(const_cast<Element&>(*asElement(&node)));
+    return asElement(&node)->firstChild();
+}
+
+// What `following` gives, with a node for each text.
+const Node* next(const Node* at, const Node* top) {
+    static_cast<void>(firstChildOf(*at));
+    return following(at, top);
+}
+
 // A comment, or what comes after the target of an instruction.
 std::u16string_view contentOf(const Node& node) {
     const std::u16string_view text = asData(&node)->text();
@@ -104,8 +118,10 @@ void Tree::extend() {
 
 void Tree::number() {
     if (size_ > 0) return;
-    for (const Node* at = root_; at; at = following(at, root_))
+    for (const Node* at = root_; at; at = following(at, root_)) {
         at->order = static_cast<std::uint32_t>(++size_);
+        if (isParent(*at) && asElement(at)->onlyText()) ++size_;  // For the node that it may get.
+    }
     steps_ += size_;
 }
 
@@ -125,7 +141,7 @@ void Tree::sort(Items& items) {
 }
 
 const Node* Tree::lastBelow(const Node* node) {
-    for (; isParent(*node) && asElement(node)->firstChild; node = asElement(node)->lastChild())
+    for (; firstChildOf(*node); node = asElement(node)->lastChild())
         count(1);
     return node;
 }
@@ -170,7 +186,7 @@ void Tree::walkAxis(const Item& from, Axis axis, const TakeItem& take) {
             if (element && element->isElement()) walkNamespaces(*element, take);
             return;
         case Axis::Child: {
-            const Node* at = element ? element->firstChild : nullptr;
+            const Node* at = element ? firstChildOf(*element) : nullptr;
             while (at && takeNode(at, take))
                 at = at->next;
             return;
@@ -179,9 +195,9 @@ void Tree::walkAxis(const Item& from, Axis axis, const TakeItem& take) {
             if (!take(from)) return;
             [[fallthrough]];
         case Axis::Descendant: {
-            const Node* at = element ? following(element, element) : nullptr;
+            const Node* at = element ? next(element, element) : nullptr;
             while (at && takeNode(at, take))
-                at = following(at, element);
+                at = next(at, element);
             return;
         }
         case Axis::FollowingSibling: {
@@ -198,9 +214,9 @@ void Tree::walkAxis(const Item& from, Axis axis, const TakeItem& take) {
         }
         case Axis::Following: {
             // That of an attribute is that of its element.
-            const Node* at = following(lastBelow(from.node), root_);
+            const Node* at = next(lastBelow(from.node), root_);
             while (at && takeNode(at, take))
-                at = following(at, root_);
+                at = next(at, root_);
             return;
         }
         case Axis::Preceding:
@@ -313,6 +329,8 @@ void Tree::eachPiece(const Item& item, const TakePiece& take) {
         for (const Node* at = item.node; at; at = following(at, item.node)) {
             count(1);
             if (at->isText() && !counted(asData(at)->text())) return;
+            const Text* const text = isParent(*at) ? asElement(at)->onlyText() : nullptr;
+            if (text && !counted(text->view())) return;
         }
     }
 }

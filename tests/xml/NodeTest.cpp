@@ -2,6 +2,7 @@
 #include <limits>
 
 #include "XmlFixture.h"
+#include "xml/ElementWriter.h"
 
 namespace {
 
@@ -77,6 +78,30 @@ TEST_F(NodeTest, KeepsChildrenThatAreHeldWhenTextReplacesThem) {
     EXPECT_EQ(document_.GetXML(), u"<r>new</r>");
     EXPECT_EQ(NodePtr(c->GetParentNode())->GetXML(), u"<b><c>2</c></b>");
     EXPECT_EQ(NodePtr(NodePtr(c->GetParentNode())->GetParentNode()), nullptr);
+}
+
+// A loaded text shares its memory with equal ones, and is a node only once that is asked for.
+TEST_F(NodeTest, KeepsItsTextWhateverJoinsIt) {
+    QorXMLNode* root = load(document_,
+                            u"<r k='same'><a> same\n</a><b> same\n</b><c>same</c>"
+                            u"<d>&#32;same\n</d><e>same</e></r>");
+    const NodePtr a(root->SelectSingleNode(u"a"));
+    const NodePtr c(root->SelectSingleNode(u"c"));
+    const NodePtr d(root->SelectSingleNode(u"d"));
+    EXPECT_EQ(d->GetNodeValue(), u" same");
+    const ListPtr list(a->GetChildNodes());
+    ASSERT_EQ(list->GetSize(), 1);
+    EXPECT_EQ((*list)[0]->GetNodeName(), u"");
+    const NodePtr third(root->GetNodeFromXPath(u"((a | b) | (a | b)/text())[3]"));
+    EXPECT_EQ(third->GetNodeName(), u"b");
+    NodePtr(d->AppendNode(u"i", &document_));
+    corvane::xml::ElementWriter(*c).child(u"i");
+    d->AppendNode(c.get());
+    EXPECT_EQ(d->GetXML(), u"<d>&#32;same\n<i/><c>same<i/></c></d>");
+    EXPECT_EQ(d->GetNodeValue(), u" same\nsame");
+    NodePtr(root->SelectSingleNode(u"e"))->SetNodeValue(u"");
+    EXPECT_EQ(ListPtr(root->GetNodeList(u"e/node()"))->GetSize(), 0);
+    EXPECT_EQ(a->GetXML(), u"<a> same\n</a>");
 }
 
 TEST_F(NodeTest, AllowsOnlyNamesAndTextThatCanBeReadBack) {

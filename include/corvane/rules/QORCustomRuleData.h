@@ -12,6 +12,10 @@ class QORCustomRuleData {
 public:
     using const_iterator = std::vector<CStringW>::const_iterator;  ///< For a loop over the texts.
 
+    QORCustomRuleData() = default;
+    /// A value of these texts.
+    explicit QORCustomRuleData(std::vector<CStringW> texts) : texts_(std::move(texts)) {}
+
     void Add(CStringW text) { texts_.push_back(std::move(text)); }   ///< Appends a text.
     int GetSize() const { return static_cast<int>(texts_.size()); }  ///< Number of texts.
     /// The text at a position from 0 to GetSize() minus 1; the range is the caller's to keep.
