@@ -152,6 +152,11 @@ INSTANTIATE_TEST_SUITE_P(
                             bar(-1, 20, 20, kX, 4, 70));
              },
              {{8, 10, 360, 6}, {8, 10, 360, 6}}},
+        Case{"a pit with a slender tip",
+             [] {
+                 return plate({shapes::cone({{30, 20, 20}, {0, 0, -1}}, 3, 0, 12)});
+             },
+             {{6, 12}}},
         Case{"with a keyway",
              [] {
                  return plate({bar(30, 20, -1, kZ, 10, 22), box(3, 14, 22, {28.5, 20, -1})});

@@ -47,7 +47,7 @@ struct Hole {
     Vector entry;            ///< centre of the mouth, at its outermost end
     Vector axis;             ///< unit, into the material
     double diameter = 0.0;   ///< of the main bore, the narrowest cylinder or slender taper; of a
-                             ///< taper at its narrow end
+                             ///< taper at its narrow end, of one to a tip at its wide end
     double depth = 0.0;      ///< from the mouth to the end of the full diameter, tip excluded
     double boreDepth = 0.0;  ///< of the main bore alone, without counterbore and countersink; 0
                              ///< where a countersink goes through

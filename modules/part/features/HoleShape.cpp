@@ -135,6 +135,9 @@ private:
 
     void describeMain() {
         hole_.diameter = 2.0 * main_->leastRadius();
+        if (!(hole_.diameter > topology_.near()))  // a pit with a tip
+            hole_.diameter = 2.0 * std::max(main_->radiusAt(main_->range.low),
+                                            main_->radiusAt(main_->range.high));
         hole_.boreDepth = main_->range.length();
         if (main_->kind == Kind::Cone) {
             if (2.0 * main_->surface.halfAngle > kWidestTaper)
