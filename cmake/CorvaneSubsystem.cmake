@@ -30,4 +30,8 @@ function(corvane_add_test name)
     set_target_properties(test_${name} PROPERTIES BUILD_RPATH "$ORIGIN/../lib")
     # One ctest entry a program: starting a process for each case costs more than the cases do.
     add_test(NAME ${name} COMMAND test_${name})
+    # The sanitizer's library opens modules in place of the program, and does not look in the program's folders.
+    if(CORVANE_SANITIZE AND arg_SUBSYSTEMS)
+        set_tests_properties(${name} PROPERTIES ENVIRONMENT "LD_LIBRARY_PATH=${PROJECT_BINARY_DIR}/lib")
+    endif()
 endfunction()
