@@ -33,6 +33,7 @@ private:
         std::uint32_t triangle = 0;
     };
     [[nodiscard]] bool shoot(const Sample& sample, End& end, double& distance) const;
+    [[nodiscard]] double inscribe(const Sample& sample, double most, End& end) const;
     [[nodiscard]] double shrink(const Sample& sample, double radius, End& end) const;
     [[nodiscard]] bool touches(const Sample& sample, double radius, const End& end) const;
     [[nodiscard]] bool isWall(int face, int opposite, double cosine) const;
@@ -43,6 +44,7 @@ private:
     std::vector<std::pair<int, int>> edges_;  // pairs of faces at a sharp edge, in order
     double tiny_ = 0.0;
     mutable Pace pace_;
+    mutable double last_ = 0.0;  // radius of the sphere before
 };
 
 }  // namespace corvane::part::walls
