@@ -18,6 +18,16 @@ TEST(Usage, HelpAndVersionAreResults) {
     EXPECT_THAT(corvane("run", {"--help"}).out, HasSubstr("--modules"));
 }
 
+TEST(Usage, WhatCannotBePrintedIsTold) {
+    for (const char* arguments : {"--version", "--help", "run --help", "units --list"}) {
+        const ProcessResult result =
+            runProcess({"/bin/sh", "-c", std::string(R"("$0" )") + arguments + " >/dev/full",
+                        CORVANE_BUILD_DIR "/bin/corvane"});
+        EXPECT_EQ(result.status, 2) << arguments;
+        EXPECT_EQ(result.err, "corvane: the results cannot be written\n") << arguments;
+    }
+}
+
 TEST(Usage, WhatCannotBeUsedIsToldWithItsPlaceAndGivesStatusTwo) {
     const CommandLine corvane;
     corvane.folder.write("good.xml", ruleFile(moduleRule("Maximum envelope")));
@@ -32,6 +42,8 @@ TEST(Usage, WhatCannotBeUsedIsToldWithItsPlaceAndGivesStatusTwo) {
     for (int i = 0; i < 100000; ++i)
         deep += "<a>";
     corvane.folder.write("deep.xml", deep);
+    const std::string toGood = "json=" + corvane.folder.path("folder/../good.xml");
+    const std::string toNew = "json=" + corvane.folder.path("new.json");
     const struct {
         const char* command;
         std::vector<std::string> arguments;
@@ -43,6 +55,11 @@ TEST(Usage, WhatCannotBeUsedIsToldWithItsPlaceAndGivesStatusTwo) {
         {"show", {"@good.xml", "@good.xml"}, "@good.xml"},
         {"save", {"@good.xml"}, "OUT is required"},
         {"run", {"@missing.xml"}, "missing.xml: "},
+        {"run", {"@good.xml", "--timeout", "nan"}, "--timeout: Could not convert: nan"},
+        {"run", {"@good.xml", "--waivers", "@folder"}, "folder is no file"},
+        {"run", {"@good.xml", "--output", toGood}, "good.xml: the results would replace what"},
+        {"run", {"@good.xml", "--output", toNew, "--output", toNew}, "two outputs go there"},
+        {"merge", {"@good.xml"}, "good.xml: parse error at line 1"},
         {"show", {"@missing.xml"}, "missing.xml: "},
         {"save", {"@missing.xml", "@out.xml"}, "missing.xml: "},
         {"run", {"@folder"}, "folder: "},
@@ -70,6 +87,8 @@ TEST(Usage, WhatCannotBeUsedIsToldWithItsPlaceAndGivesStatusTwo) {
         const bool inFolder = told.starts_with('@');
         EXPECT_THAT(result.err, HasSubstr(inFolder ? corvane.folder.path(told.substr(1)) : told));
     }
+    EXPECT_FALSE(corvane.folder.exists("new.json"));
+    EXPECT_EQ(corvane("lint", {""}).status, 1);
 }
 
 TEST(Usage, MemoryThatRunsOutInALoadIsToldAndGivesStatusTwo) {

@@ -1,7 +1,9 @@
 #include "Options.h"
 
 #include <CLI/CLI.hpp>
+#include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <utility>
 
 Option& Option::required() {
@@ -32,6 +34,12 @@ Option& Option::oneOf(const std::vector<std::string>& words, bool listed) {
 
 Option& Option::within(double least, double most) {
     option_->check(CLI::Range(least, most));
+    // What is no number is on neither side of the range.
+    option_->check([](const std::string& text) {
+        return std::isnan(std::strtod(text.c_str(), nullptr))
+                   ? trUtf8("Could not convert: {0}", text)
+                   : std::string();
+    });
     return *this;
 }
 

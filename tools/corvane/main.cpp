@@ -80,11 +80,18 @@ int runChosen(const std::vector<std::unique_ptr<Command>>& commands) {
     return kUnusable;
 }
 
+/// The status, unless what was printed could not be.
+int statusOfPrinted(int status) {
+    if (std::cout.flush()) return status;
+    std::fprintf(stderr, "corvane: %s\n", trUtf8("the results cannot be written").c_str());
+    return kUnusable;
+}
+
 int runProgram(int argc, char** argv) {
     // Alone it needs none of the commands, and scripts ask for it often.
     if (argc == 2 && argv[1] == kVersionOption) {
-        std::cout << versionText() << std::endl;
-        return std::cout ? kGood : kUnusable;
+        std::cout << versionText() << '\n';
+        return statusOfPrinted(kGood);
     }
     CLI::App program(trUtf8(kDescription), "corvane");
     program.set_version_flag(kVersionOption, versionText(),
@@ -102,7 +109,7 @@ int runProgram(int argc, char** argv) {
         const std::string meant =
             status == kGood ? std::string() : suggestionFor(program, argc, argv);
         if (!meant.empty()) std::cerr << meant << '\n';
-        return std::cout.flush() ? status : static_cast<int>(kUnusable);
+        return statusOfPrinted(status);
     }
     return runChosen(commands);
 }

@@ -95,10 +95,10 @@ std::vector<Problem> LintProcess::checkFile(const std::string& path) {
 }
 
 std::vector<Problem> LintProcess::checkIndex() {
-    return ask({});
+    return ask(std::nullopt);
 }
 
-std::vector<Problem> LintProcess::ask(const std::string& path) {
+std::vector<Problem> LintProcess::ask(const std::optional<std::string>& path) {
     if (!worker_) {
         worker_ = WorkerProcess::start(kLintWorkerCommand);
         if (worker_)
@@ -109,7 +109,7 @@ std::vector<Problem> LintProcess::ask(const std::string& path) {
     }
     std::string fate = trUtf8("no process could be started");
     if (worker_) {
-        worker_->send(dumped(path));
+        worker_->send(dumped(path ? Json(*path) : Json()));
         if (const std::optional<std::string> line = lineOf(*worker_, fate)) {
             const Json answer = Json::parse(*line, nullptr, false);
             if (answer.is_array()) return problemsFrom(answer);
@@ -118,7 +118,7 @@ std::vector<Problem> LintProcess::ask(const std::string& path) {
         }
         worker_.reset();
     }
-    Report report(path.empty() ? "index" : path);
+    Report report(path.value_or("index"));
     report.add(kNoModuleRule, {}, trUtf8("looking at its rules ended the process: {0}", fate),
                trUtf8("Mend the rule module that does this."));
     return report.sorted();
@@ -137,10 +137,10 @@ int runLintWorker() {
     Linter linter(folders, {settings.at("severities").get<std::set<std::int64_t>>(),
                             settings.at("categories").get<std::set<std::string>>()});
     while (channel.read(line)) {
-        const auto path = Json::parse(line).get<std::string>();
+        const Json path = Json::parse(line);
         try {
             channel.write(
-                dumped(toJson(path.empty() ? linter.checkIndex() : linter.checkFile(path))));
+                dumped(toJson(path.is_null() ? linter.checkIndex() : linter.checkFile(path))));
         } catch (const std::bad_alloc&) {
             channel.write(dumped(kNoMemory));
         } catch (const _com_error& error) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,7 +28,8 @@ public:
     std::vector<Problem> checkIndex();
 
 private:
-    std::vector<Problem> ask(const std::string& path);
+    /// Of a file, or of the index.
+    std::vector<Problem> ask(const std::optional<std::string>& path);
 
     std::vector<std::string> moduleFolders_;
     Vocabulary words_;

@@ -1,5 +1,7 @@
 #include "results/Outputs.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <iostream>
 
 #include "language/Messages.h"
@@ -7,7 +9,8 @@
 
 namespace results {
 
-bool Outputs::open(const std::string& format, const std::vector<std::string>& outputs) {
+bool Outputs::open(const std::string& format, const std::vector<std::string>& outputs,
+                   const std::vector<std::string>& inputs) {
     if (format == "text") {
         writers_.push_back(makeTextWriter(console_));
     } else if (const Format* known = findFormat(format)) {
@@ -18,18 +21,40 @@ bool Outputs::open(const std::string& format, const std::vector<std::string>& ou
         return false;
     }
     for (const std::string& output : outputs)
-        if (!openFile(output)) return false;
+        if (!openFile(output, inputs)) return false;
     return true;
 }
 
-bool Outputs::openFile(const std::string& output) {
+/// Whether neither an input nor another output is that file. Devices and pipes take all.
+bool Outputs::isFree(const std::string& path, const std::vector<std::string>& inputs) {
+    namespace fs = std::filesystem;
+    std::error_code failed;
+    const bool exists = fs::exists(path, failed);
+    if (exists && !fs::is_regular_file(path, failed)) return true;
+    const auto isSame = [&path, &failed](const std::string& other) {
+        return fs::equivalent(path, other, failed);
+    };
+    if (exists && std::ranges::any_of(inputs, isSame)) {
+        console_.report(tr("{0}: the results would replace what the run reads", path));
+        return false;
+    }
+    if (!paths_.insert(fs::weakly_canonical(path, failed).string()).second) {
+        console_.report(tr("{0}: two outputs go there", path));
+        return false;
+    }
+    return true;
+}
+
+bool Outputs::openFile(const std::string& output, const std::vector<std::string>& inputs) {
     const std::size_t equals = output.find('=');
     const Format* format = findFormat(output.substr(0, equals));
     if (!format || equals + 1 >= output.size() || equals == std::string::npos) {
         console_.report(tr("--output takes FORMAT=FILE, with one of {0}", formatNames()));
         return false;
     }
-    auto file = std::make_unique<OutputFile>(output.substr(equals + 1));
+    const std::string path = output.substr(equals + 1);
+    if (!isFree(path, inputs)) return false;
+    auto file = std::make_unique<OutputFile>(path);
     if (!file->isOpen()) {
         console_.report(tr("{0}: cannot be written", file->path()));
         return false;

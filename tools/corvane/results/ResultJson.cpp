@@ -387,7 +387,9 @@ std::optional<Run> readResults(std::istream& in, std::string& problem) {
         take(json, "parts", run.parts, partFrom);
         return run;
     } catch (const nlohmann::json::exception& error) {
-        problem = error.what();
+        // After the name of the exception, in brackets.
+        const std::string text = error.what();
+        problem = text.substr(text.find("] ") == text.npos ? 0 : text.find("] ") + 2);
         return {};
     }
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <set>
 
 #include "Pattern.h"
@@ -44,8 +45,8 @@ private:
 
     /// One that stands for itself. That folders and patterns overlap is nothing unusual.
     void addNamed(const std::string& file) {
-        if (!named_.insert(plain(file)).second)
-            list.notes.push_back(trUtf8("{0} is named twice and counts once", file));
+        if (++named_[plain(file)] == 2)
+            list.notes.push_back(trUtf8("{0} is named more than once and counts once", file));
         addFile(file);
     }
 
@@ -115,7 +116,7 @@ private:
 
     std::span<const std::string_view> endings_;
     std::set<std::string> seen_;
-    std::set<std::string> named_;
+    std::map<std::string, int> named_;
 };
 
 }  // namespace

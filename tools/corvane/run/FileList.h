@@ -9,7 +9,8 @@
 struct FileList {
     std::vector<std::string> files;  ///< Each once, in the order given.
     std::vector<std::string> problems;
-    std::vector<std::string> notes;  ///< What a person may not have meant: a file named twice.
+    std::vector<std::string>
+        notes;  ///< What a person may not have meant: a file named more than once.
 };
 
 /// Each argument is a file; a folder, which means the files in it and below whose names end

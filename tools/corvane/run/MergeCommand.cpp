@@ -35,6 +35,9 @@ public:
     int run(Console& console) override {
         std::vector<NamedRun> runs;
         if (!load(runs, console)) return kUnusable;
+        std::vector<std::string> inputs;
+        for (const NamedRun& one : runs)
+            inputs.push_back(one.path);
         const MergedRun merged = merge(std::move(runs));
         for (const std::string& problem : merged.problems)
             console.report(wide(problem));
@@ -48,7 +51,7 @@ public:
             }
         }
         Gate gate(severities, failOn);
-        if (!write(merged.run, gate, console) || !merged.problems.empty()) return kUnusable;
+        if (!write(merged.run, inputs, gate, console) || !merged.problems.empty()) return kUnusable;
         return gate.status();
     }
 
@@ -73,9 +76,10 @@ private:
         return list.problems.empty() && !runs.empty();
     }
 
-    bool write(const results::Run& run, Gate& gate, Console& console) const {
+    bool write(const results::Run& run, const std::vector<std::string>& inputs, Gate& gate,
+               Console& console) const {
         results::Outputs outputs(console);
-        if (!outputs.open(format_, outputs_)) return false;
+        if (!outputs.open(format_, outputs_, inputs)) return false;
         outputs.begin(run.info);
         for (const results::PartResult& part : run.parts) {
             gate.add(part);

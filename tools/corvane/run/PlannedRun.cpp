@@ -32,7 +32,7 @@ public:
         if (!plan) return kUnusable;
         if (options_.isStrict && !areClean(*plan, *severities)) return kUnusable;
         if (plan->rules.empty() || (plan->parts.empty() && plan->shards == 0)) return kUnusable;
-        if (!outputs_.open(options_.format, options_.outputs)) return kUnusable;
+        if (!outputs_.open(options_.format, options_.outputs, inputsOf(*plan))) return kUnusable;
         Gate gate(*severities, failOn_);
         Run(*plan, options_, std::move(judgement_), gate, outputs_, console_).execute(*severities);
         if (!outputs_.commit() || plan->hasUnreadable) return kUnusable;
@@ -40,6 +40,15 @@ public:
     }
 
 private:
+    static std::vector<std::string> inputsOf(const Plan& plan) {
+        std::vector<std::string> inputs;
+        for (const results::Component& file : plan.ruleFiles)
+            inputs.push_back(file.name);
+        for (const PlannedPart& part : plan.parts)
+            inputs.push_back(part.path);
+        return inputs;
+    }
+
     [[nodiscard]] bool checkUnits() const {
         using corvane::part::kLengthUnits;
         const std::string units = options_.units.ToUtf8();

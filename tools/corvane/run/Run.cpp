@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <limits>
 #include <thread>
 
 #include <corvane/base/Version.h>
@@ -45,11 +46,13 @@ protocol::Setup setupOf(const Plan& plan, const RunOptions& options) {
 
 Pool::Limits limitsOf(const Plan& plan, const RunOptions& options) {
     const unsigned cores = std::max(std::thread::hardware_concurrency(), 1U);
+    constexpr std::uint64_t kMostMegabytes = std::numeric_limits<std::uint64_t>::max() >> 20;
     Pool::Limits limits;
     limits.workers = static_cast<unsigned>(std::clamp<std::size_t>(
         plan.parts.size(), 1, options.workers > 0 ? options.workers : cores));
     limits.timeout = std::chrono::duration<double>(options.timeout);
-    limits.memory = options.memory > 0 ? options.memory << 20 : memoryShare(limits.workers);
+    limits.memory = options.memory > 0 ? std::min(options.memory, kMostMegabytes) << 20
+                                       : memoryShare(limits.workers);
     return limits;
 }
 

@@ -1,6 +1,7 @@
 #include "run/TomlTables.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <sstream>
 #include <string_view>
 #include <toml++/toml.h>
@@ -81,6 +82,11 @@ std::optional<std::int64_t> TomlTable::whole(const std::string& key) const {
 std::optional<std::vector<TomlTable>> loadTables(const std::string& path, const std::string& name,
                                                  std::initializer_list<const char*> keys,
                                                  std::string& problem) {
+    std::error_code failed;
+    if (std::filesystem::is_directory(path, failed)) {
+        problem = trUtf8("{0} is no file", path);
+        return {};
+    }
     try {
         return tablesOf(toml::parse_file(path), path, name, keys);
     } catch (const toml::parse_error& error) {
