@@ -92,13 +92,17 @@ TEST(Usage, WhatCannotBeUsedIsToldWithItsPlaceAndGivesStatusTwo) {
 }
 
 TEST(Usage, MemoryThatRunsOutInALoadIsToldAndGivesStatusTwo) {
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+    GTEST_SKIP() << "the sanitizer's own operator new comes before a preloaded one";
+#endif
+#endif
     const CommandLine corvane;
     const std::string name(200'000, 'a');
     corvane.folder.write("big.xml", ruleFile("<Rule Name='" + name + "'/>"));
     // The loader parts the names at blanks, which the build folder may have.
     std::filesystem::create_symlink(SHORT_MEMORY, corvane.folder.path("memory.so"));
     const EnvironmentScope module("LD_PRELOAD", corvane.folder.path("memory.so"));
-    const EnvironmentScope sanitizer("ASAN_OPTIONS", "verify_asan_link_order=0");
     const std::vector<std::string> commands[] = {
         {"show", "@big.xml"}, {"run", "@big.xml"}, {"save", "@big.xml", "@out.xml"}};
     for (const std::vector<std::string>& command : commands) {

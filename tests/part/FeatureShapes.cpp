@@ -157,7 +157,8 @@ public:
                 addHole({50.0 * i + 5 + pocket.width / 2, 3 + pocket.length / 2,
                          kHeight - pocket.depth},
                         between(1, 2.5), kHeight - pocket.depth, false);
-            addHole({50.0 * i + 38, 12, kHeight}, between(1.5, 4), between(5, 15), true);
+            const double depth = between(5, 15), radius = between(1.5, 4);
+            addHole({50.0 * i + 38, 12, kHeight}, radius, depth, true);
         }
         return part_;
     }

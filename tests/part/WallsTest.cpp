@@ -299,9 +299,11 @@ TEST(WallsTest, RandomPartsAreAsThinAsBruteForceFinds) {
         };
         TopoDS_Shape shape = box(60, 50, 12);
         for (int i = 0; i < 3; ++i) {
-            shape = cut(shape, box(pick(4, 20), pick(4, 20), 20,
-                                   {pick(-3, 99), pick(-3, 99), pick(1, 24)}));
-            shape = cut(shape, round(pick(3, 120), pick(3, 99), pick(1, 24), pick(1, 12), 20));
+            const gp_Pnt corner{pick(-3, 99), pick(-3, 99), pick(1, 24)};
+            const double width = pick(4, 20), length = pick(4, 20);
+            shape = cut(shape, box(length, width, 20, corner));
+            const double radius = pick(1, 12), z = pick(1, 24), y = pick(3, 99), x = pick(3, 120);
+            shape = cut(shape, round(x, y, z, radius, 20));
         }
         const auto part = partOf(shape);
         ASSERT_TRUE(part);
