@@ -1,7 +1,7 @@
 #pragma once
 
 // All that differs between the platforms in the public headers: the types of the component runtime
-// and of windows, which Windows has itself, and a few marks for the compiler. Each is written so
+// and of windows, which Windows has itself, and two marks for the compiler. Each is written so
 // that code for one platform compiles on the others.
 
 #include <array>
@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include <corvane/base/Export.h>
+#include <corvane/base/ExportMarks.h>
 #include <corvane/base/Types.h>
 
 #ifdef _WIN32
@@ -21,8 +22,6 @@
 #include <unknwn.h>
 #include <windows.h>
 
-#define CORVANE_EXPORTED __declspec(dllexport)
-#define CORVANE_IMPORTED __declspec(dllimport)
 #define CORVANE_MODULE_EXPORT extern "C" CORVANE_EXPORTED
 #define CORVANE_SHARED_TYPE
 
@@ -34,11 +33,6 @@ struct CPoint : POINT {
 };
 
 #else
-
-/// Marks what a library offers to what links it, where the library is built.
-#define CORVANE_EXPORTED __attribute__((visibility("default")))
-/// The same mark where the library is used.
-#define CORVANE_IMPORTED __attribute__((visibility("default")))
 
 /// Marks a function that a module offers by its plain name to the program that loads it.
 #define CORVANE_MODULE_EXPORT extern "C" CORVANE_EXPORTED

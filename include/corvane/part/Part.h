@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "corvane/base/Platform.h"
+#include "corvane/base/ExportMarks.h"
 #include "corvane/part/Features.h"
 #include "corvane/part/Model.h"
 #include "corvane/part/Walls.h"
