@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::size_t kMostPoints = 240;  // that a fit needs
 constexpr double kWidestTurn = 20.0;      // degrees from a strip's middle to its border
+constexpr double kFarther = 2.5;          // than usual: what a strip of one surface may turn
 constexpr double kFarthestTurn = 0.82;    // cosine of what a facet turns at most
 constexpr double kFlattest = 100.0;       // radius over size: beyond it nobody meant a round face
 
@@ -60,19 +61,21 @@ std::optional<Fit> Grower::fitted(SurfaceKind kind, std::span<const std::uint32_
     return fit;
 }
 
-/// Strips of one surface turn about as far as each other; a flat face whose corners happen to be on
-/// a round surface turns farther.
+/// How far strips turn that are like these. Those of one surface turn about as far as each other: a
+/// flat face whose corners happen to be on a round surface turns farther, which gives false.
 bool Grower::limitTurn(Fit& fit, std::span<const std::uint32_t> seed) const {
-    std::vector<double> turns;
+    std::vector<double> turns, areas;
     for (const std::uint32_t strip : seed) {
+        areas.push_back(strips_[strip].area);
         turns.push_back(degrees(std::acos(std::clamp(cosineOf(fit, strip), -1.0, 1.0))));
         fit.sag = std::max(fit.sag, sagOf(fit, strip));
     }
     std::sort(turns.begin(), turns.end());
+    std::sort(areas.begin(), areas.end());
+    fit.area = areas[areas.size() / 2];
     const double usual = turns[turns.size() / 2], widest = turns.back();
-    if (widest > kWidestTurn || widest > 2.5 * usual + 0.1) return false;
-    fit.turn = std::cos(radians(std::min(kWidestTurn, std::max(2.0 * usual, 1.2 * widest) + 0.1)));
-    return true;
+    fit.turn = std::cos(radians(std::min(kWidestTurn, kFarther * usual + 0.1)));
+    return widest <= kWidestTurn && widest <= kFarther * usual + 0.1;
 }
 
 /// The least cosine between the normals of the strip and of the surface at its vertices.
@@ -103,7 +106,8 @@ bool Grower::passes(const Fit& fit, std::uint32_t strip) const {
     if (strips_.isSliver(strip)) return true;
     // An obtuse facet turns far even where it is small.
     const double cosine = cosineOf(fit, strip);
-    return cosine >= fit.turn || (cosine >= kFarthestTurn && sagOf(fit, strip) <= fit.sag);
+    return cosine >= fit.turn || (cosine >= kFarthestTurn && (sagOf(fit, strip) <= fit.sag ||
+                                                              strips_[strip].area <= fit.area));
 }
 
 /// Adds what the fit passes around the strips from the last spread on.
@@ -156,7 +160,7 @@ std::optional<Region> Grower::grow(SurfaceKind kind, std::span<const std::uint32
 
 void Grower::widen(Region& region, double tolerance) {
     Fit fit{region.surface, region.concave, tolerance};
-    if (!limitTurn(fit, region.strips)) return;
+    limitTurn(fit, region.strips);
     ++stamp_;
     for (const std::uint32_t strip : region.strips)
         seen_[strip] = stamp_;
@@ -167,8 +171,8 @@ void Grower::widen(Region& region, double tolerance) {
 bool Grower::holds(const Region& region, double tolerance,
                    std::span<const std::uint32_t> strips) const {
     Fit fit{region.surface, region.concave, tolerance};
-    return limitTurn(fit, region.strips) &&
-           std::all_of(strips.begin(), strips.end(),
+    limitTurn(fit, region.strips);
+    return std::all_of(strips.begin(), strips.end(),
                        [&](std::uint32_t strip) { return passes(fit, strip); });
 }
 

@@ -13,6 +13,7 @@ struct Fit {
     double tolerance = 0.0;  ///< of the vertices
     double turn = 0.0;       ///< cosine of the most between normals of a strip and of the surface
     double sag = 0.0;        ///< of strips that turn farther: most between middle and surface
+    double area = 0.0;       ///< or the area that they have at most
 };
 
 /// Grows surfaces over strips that belong to no region yet.
@@ -42,7 +43,7 @@ private:
     [[nodiscard]] bool passes(const Fit& fit, std::uint32_t strip) const;
     [[nodiscard]] double cosineOf(const Fit& fit, std::uint32_t strip) const;
     [[nodiscard]] double sagOf(const Fit& fit, std::uint32_t strip) const;
-    [[nodiscard]] bool limitTurn(Fit& fit, std::span<const std::uint32_t> seed) const;
+    bool limitTurn(Fit& fit, std::span<const std::uint32_t> seed) const;
     void spread(const Fit& fit, Region& region, std::vector<std::uint32_t>& refused);
     void collect(std::span<const std::uint32_t> strips);
 

@@ -15,13 +15,18 @@ namespace {
 constexpr std::uint32_t kNoRegion = Grower::kNoRegion;
 constexpr std::size_t kMostNeighbours = 6;  // that a seed looks at
 constexpr std::size_t kMostPatch = 150;     // strips of a patch that a seed is fitted with
-constexpr double kClearly = 1.15;           // times what a simpler surface holds
 constexpr double kSimilarWidth = 2.5;  // strips of a freeform face differ by this factor at most
 constexpr std::size_t kLeastFreeform = 4;
 
 constexpr SurfaceKind kSimple[]{SurfaceKind::Cylinder, SurfaceKind::Cone, SurfaceKind::Sphere};
 constexpr SurfaceKind kAll[]{SurfaceKind::Cylinder, SurfaceKind::Cone, SurfaceKind::Sphere,
                              SurfaceKind::Torus};
+
+/// How many times the area of a simpler surface another must hold to be better. A torus of a large
+/// radius holds a straight rounding and beyond its ends a little of what follows there.
+constexpr double clearly(SurfaceKind kind) {
+    return kind == SurfaceKind::Torus ? 1.5 : 1.15;
+}
 
 class Finder {
 public:
@@ -35,11 +40,14 @@ public:
         search(3, 0.0);
         search(8, kLoose);
         absorb();
+        // What is left beside a surface has nothing better to be on: its corners may be off as far
+        // as the facets themselves.
         for (Region& region : regions_) {
             const std::size_t before = region.strips.size();
-            grower_.widen(region, toleranceOf(region));
+            grower_.widen(region, std::max(strips_.rounding(), sagOf(region)));
             claim(region, before);
         }
+        growFlat();
         addRest();
         addSlivers();
         return std::move(regions_);
@@ -177,7 +185,7 @@ private:
         for (const SurfaceKind kind : kSimple) {
             if (kind == found.surface.kind) return;
             std::optional<Region> region = grower_.grow(kind, part, tolerance_);
-            if (!region || kClearly * areaOf(*region) < areaOf(found)) continue;
+            if (!region || clearly(found.surface.kind) * areaOf(*region) < areaOf(found)) continue;
             best_ = std::move(region);
             return;
         }
@@ -194,7 +202,8 @@ private:
         for (const SurfaceKind kind : kinds) {
             std::optional<Region> region = grower_.grow(kind, strips, tolerance_);
             if (!region) continue;
-            if (!best_ || areaOf(*region) > kClearly * areaOf(*best_)) best_ = std::move(region);
+            if (!best_ || areaOf(*region) > clearly(kind) * areaOf(*best_))
+                best_ = std::move(region);
         }
     }
 
@@ -236,6 +245,62 @@ private:
             }
         if (!holdsSeed) patch.clear();
         return patch;
+    }
+
+    /// Strips that rounding keeps apart from the flat face that they are part of go to it.
+    void growFlat() {
+        std::vector<std::uint32_t> order;
+        for (std::uint32_t strip = 0; strip < strips_.count(); ++strip)
+            if (grower_.isFree(strip) && !strips_.isSliver(strip)) order.push_back(strip);
+        std::stable_sort(order.begin(), order.end(), [&](std::uint32_t l, std::uint32_t r) {
+            return strips_[l].area > strips_[r].area;
+        });
+        for (const std::uint32_t seed : order) {
+            if (!grower_.isFree(seed)) continue;
+            std::vector<std::uint32_t> flat{seed};
+            claimFlat(seed, true);
+            // More strips know the plane better.
+            for (std::size_t known = 0; known < flat.size();) {
+                known = flat.size();
+                spreadFlat(planeOf(flat), flat);
+            }
+            for (const std::uint32_t strip : flat)
+                claimFlat(strip, false);
+            if (flat.size() > 1) add(flat, SurfaceKind::Plane);
+        }
+    }
+    void claimFlat(std::uint32_t strip, bool taken) {
+        regionOf_[strip] = taken ? kNoRegion - 1 : kNoRegion;
+    }
+    void spreadFlat(const Surface& plane, std::vector<std::uint32_t>& flat) {
+        for (std::size_t i = 0; i < flat.size(); ++i)
+            for (const Neighbour& next : strips_.neighboursOf(flat[i]))
+                if (grower_.isFree(next.strip) && isInPlane(plane, next.strip)) {
+                    claimFlat(next.strip, true);
+                    flat.push_back(next.strip);
+                }
+    }
+    [[nodiscard]] Surface planeOf(const std::vector<std::uint32_t>& strips) const {
+        Surface plane{SurfaceKind::Plane, {}, {}};
+        double area = 0.0;
+        for (const std::uint32_t strip : strips) {
+            plane.origin = plane.origin + strips_[strip].centre * strips_[strip].area;
+            plane.axis = plane.axis + strips_[strip].normal * strips_[strip].area;
+            area += strips_[strip].area;
+        }
+        plane.origin = area > 0.0 ? plane.origin * (1.0 / area) : strips_[strips[0]].centre;
+        plane.axis = unit(plane.axis);
+        return plane;
+    }
+    [[nodiscard]] bool isInPlane(const Surface& plane, std::uint32_t strip) const {
+        const auto corners = strips_.verticesOf(strip);
+        const bool in = std::all_of(corners.begin(), corners.end(), [&](std::uint32_t vertex) {
+            const Vector& point = strips_.mesh().vertices[vertex];
+            return std::abs(dot(point - plane.origin, plane.axis)) <= strips_.rounding();
+        });
+        const double slack = degrees(std::atan2(strips_.rounding(), strips_[strip].width));
+        return in && (strips_.isSliver(strip) ||
+                      angleBetween(plane.axis, strips_[strip].normal) <= 0.1 + 2.0 * slack);
     }
 
     /// What is on no round surface: flat faces, or freeform ones of strips of about one width.
@@ -296,8 +361,7 @@ private:
 
     void add(std::vector<std::uint32_t> strips, SurfaceKind kind) {
         Region region;
-        const Strip& first = strips_[strips.front()];
-        if (kind == SurfaceKind::Plane) region.surface = {kind, first.centre, first.normal};
+        if (kind == SurfaceKind::Plane) region.surface = planeOf(strips);
         region.strips = std::move(strips);
         regions_.push_back(std::move(region));
         claim(regions_.back(), 0);

@@ -67,10 +67,11 @@ bool Strips::isIn(const Plane& plane, std::uint32_t facet) const {
         if (!(std::abs(dot(p - plane.origin, plane.normal)) <= rounding_)) return false;
         longest = std::max(longest, distance(p, mesh_.vertices[t[(i + 1) % 3]]));
     }
-    // The rounding of its corners turns a narrow facet.
+    // The rounding of its corners turns a narrow facet, most often by less than it could. One that
+    // is turned farther may be part of a curved face, which has the first choice.
     const double width = 2.0 * topology_.areas[facet] / std::max(longest, 1e-300);
-    const double slack = kFlat + degrees(std::atan2(rounding_, width));
-    return slack > 80.0 || angleBetween(plane.normal, topology_.normals[facet]) <= slack;
+    const double slack = kFlat + degrees(std::atan2(0.2 * rounding_, width));
+    return slack > 45.0 || angleBetween(plane.normal, topology_.normals[facet]) <= slack;
 }
 
 void Strips::grow(std::uint32_t seed, const std::vector<std::array<std::uint32_t, 3>>& across) {
