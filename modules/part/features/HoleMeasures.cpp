@@ -151,7 +151,8 @@ void measureBetween(const Topology& topology, std::vector<Hole>& holes) {
 void measureHoles(const Topology& topology, const Surroundings& around, std::vector<Hole>& holes) {
     for (Hole& hole : holes) {
         hole.edgeDistance = edgeDistance(topology, hole);
-        hole.wallDistance = wallDistance(topology, around, hole);
+        // Where a wall is touched, rounding may take the distance below 0.
+        hole.wallDistance = std::max(0.0, wallDistance(topology, around, hole));
     }
     measureBetween(topology, holes);
 }
