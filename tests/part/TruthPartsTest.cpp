@@ -243,9 +243,10 @@ class TruthParts : public testing::TestWithParam<std::tuple<std::size_t, Form>> 
 TEST_P(TruthParts, HaveEachFeatureOnceAndNoOther) {
     const auto& [number, form] = GetParam();
     const Family& family = kFamilies[number];
-    // Each form has seeds of its own.
-    for (unsigned seed = static_cast<unsigned>(form); seed < family.seeds;
-         seed += static_cast<unsigned>(std::size(kNames))) {
+    // Each exact form has seeds of its own; facets of each part come out in another way.
+    const bool all = form == Form::Mesh;
+    for (unsigned seed = all ? 0 : static_cast<unsigned>(form); seed < family.seeds;
+         seed += all ? 1 : static_cast<unsigned>(std::size(kNames))) {
         SCOPED_TRACE(seed);
         const KnownPart known = family.make(seed);
         const Form used = family.alone && form == Form::Assembly ? Form::Turned : form;
