@@ -145,6 +145,7 @@ CQorParamStorage::CQorParamStorage() {
 }
 
 CQorParamStorage& CQorParamStorage::operator=(const CQorParamStorage& source) {
+    if (this == &source) return *this;
     corvane::rules::countOne(corvane::rules::numbersLost);
     m_Type = source.m_Type;
     m_lId = source.m_lId;

@@ -54,7 +54,7 @@ void push(lua_State* lua, const std::vector<T>& list) {
     lua_createtable(lua, static_cast<int>(list.size()), 0);
     for (std::size_t i = 0; i < list.size(); ++i) {
         push(lua, list[i]);
-        lua_rawseti(lua, -2, static_cast<lua_Integer>(i + 1));
+        lua_rawseti(lua, -2, static_cast<lua_Integer>(i) + 1);
     }
 }
 

@@ -225,10 +225,14 @@ private:
         std::vector<bool> used(mesh_.triangles.size() * 3, false);
         for (std::uint32_t facet = 0; facet < mesh_.triangles.size(); ++facet)
             for (std::size_t side = 0; side < 3; ++side)
-                if (isBorder_[sidesOf_[facet][side]] && !used[facet * 3 + side])
+                if (isBorder_[sidesOf_[facet][side]] && !used[numberOf(facet, side)])
                     addLoop(facet, side, used);
         for (Face& face : model_.faces)
             sortLoops(face);
+    }
+
+    static std::size_t numberOf(std::uint32_t facet, std::size_t side) {
+        return std::size_t{facet} * 3 + side;
     }
 
     void addLoop(std::uint32_t facet, std::size_t side, std::vector<bool>& used) {
@@ -243,8 +247,8 @@ private:
         std::uint32_t vertex = forward ? first.b : first.a;
         const Vector origin = mesh_.vertices[vertex];
         const int face = mesh_.faces[facet];
-        for (std::size_t place = side; !used[facet * 3 + place];) {
-            used[facet * 3 + place] = true;
+        for (std::size_t place = side; !used[numberOf(facet, place)];) {
+            used[numberOf(facet, place)] = true;
             if (loop.edges.empty() || loop.edges.back() != edgeOf_[line])
                 loop.edges.push_back(edgeOf_[line]);
             std::tie(line, facet) = following(line, facet, vertex);

@@ -139,7 +139,7 @@ std::string entityFault(const Handle(XSControl_WorkSession) & session, UnknownKi
         lacking.push_back(number);
     }
     if (unknown)
-        if (const std::string fault = unknown->fault(lacking); !fault.empty()) return fault;
+        if (std::string fault = unknown->fault(lacking); !fault.empty()) return fault;
     for (int number = 1; number <= model->NbEntities(); ++number)
         if (drawsNothing(model->Value(number)))
             return "entity " + label(number) + ", a curve on a surface, has no curve";

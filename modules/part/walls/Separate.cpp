@@ -83,6 +83,7 @@ std::vector<Separate::Thin> Separate::cellsOf(int across, const Vector& first) c
         if (!added && isThinner(spot, *it->second)) it->second = &spot;
     }
     std::vector<Thin> all;
+    all.reserve(thinnest.size());
     for (const auto& [cell, spot] : thinnest)
         all.push_back({spot->value, cell, spot});
     const Cell start = cellOf(first);

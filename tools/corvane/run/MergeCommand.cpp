@@ -36,6 +36,7 @@ public:
         std::vector<NamedRun> runs;
         if (!load(runs, console)) return kUnusable;
         std::vector<std::string> inputs;
+        inputs.reserve(runs.size());
         for (const NamedRun& one : runs)
             inputs.push_back(one.path);
         const MergedRun merged = merge(std::move(runs));
