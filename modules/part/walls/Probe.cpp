@@ -104,34 +104,49 @@ bool Probe::touches(const Sample& sample, double radius, const End& end) const {
                                  {{}, 1.0, bodyOf(sample.triangle), &pace_.work});
 }
 
-Probe::Reading Probe::measure(const Sample& sample) const {
-    Reading reading;
+Probe::Measured Probe::measureRay(const Sample& sample) const {
     End end;
     double distance = 0.0;
-    if (!shoot(sample, end, distance)) return reading;
-    const int face = skin_.mesh().faces[sample.triangle];
-    reading.ray = {distance, sample.point, end.point, {face, skin_.mesh().faces[end.triangle]}};
-    const bool faces = isWall(face, reading.ray.faces[1], dot(sample.normal, end.normal));
-    reading.rayIsWall = faces;
+    if (!shoot(sample, end, distance)) return {};
+    Measured ray = measured(sample, distance, end);
+    ray.isWall = isWall(ray.place.faces[0], ray.place.faces[1], dot(sample.normal, end.normal));
+    return ray;
+}
+
+Probe::Reading Probe::measure(const Sample& sample) const {
+    Reading reading;
+    const Measured ray = reading.ray = measureRay(sample);
+    const double distance = ray.place.value;
+    if (!(distance > 0.0)) return reading;
+    End end{ray.place.opposite, ray.normal, ray.triangle};
     const double radius = inscribe(sample, distance / 2, end);
-    reading.sphere = {
-        2.0 * radius, sample.point, end.point, {face, skin_.mesh().faces[end.triangle]}};
+    Measured& sphere = reading.sphere = measured(sample, 2.0 * radius, end);
     // Both places are on the sphere, so the normals at them follow from the chord.
     const Vector in = medium_ == Medium::Material ? -sample.normal : sample.normal;
     const double cosine = dot(unit(end.point - sample.point), in);
-    reading.sphereIsWall = isWall(face, reading.sphere.faces[1], 1.0 - 2.0 * cosine * cosine) &&
-                           (2.0 * radius < distance ? touches(sample, radius, end) : faces);
-    if (!reading.sphereIsWall && faces && distance <= 2.0 * radius * kAsLong) {
-        reading.sphere = reading.ray;
-        reading.sphereIsWall = true;
-    }
+    sphere.isWall =
+        isWall(sphere.place.faces[0], sphere.place.faces[1], 1.0 - 2.0 * cosine * cosine) &&
+        (2.0 * radius < distance ? touches(sample, radius, end) : ray.isWall);
+    if (!sphere.isWall && ray.isWall && distance <= 2.0 * radius * kAsLong) sphere = ray;
     return reading;
 }
 
-Bvh::Hit Probe::across(const Sample& sample, const Vector& opposite) const {
-    const Vector out = medium_ == Medium::Material ? sample.normal : -sample.normal;
-    return skin_.tree().ray(opposite, out, tiny_, 2.0 * skin_.size(),
-                            {-sample.normal, kObstacle, bodyOf(sample.triangle), &pace_.work});
+Probe::Measured Probe::measured(const Sample& sample, double value, const End& end) const {
+    const std::vector<int>& faces = skin_.mesh().faces;
+    return {{value, sample.point, end.point, {faces[sample.triangle], faces[end.triangle]}},
+            false,
+            end.normal,
+            end.triangle};
+}
+
+Vector Probe::closing(const Sample& sample, const Vector& opposite) const {
+    const Vector along = opposite - sample.normal * dot(opposite, sample.normal);
+    return medium_ == Medium::Material ? along : -along;
+}
+
+Bvh::Hit Probe::beside(const Sample& sample, const Vector& way) const {
+    return skin_.tree().nearest(sample.point + way, length(way) + skin_.size() * kDeviation,
+                                {-sample.normal, -0.5, bodyOf(sample.triangle), &pace_.work});
 }
 
 }  // namespace corvane::part::walls

@@ -15,17 +15,30 @@ class Probe {
 public:
     Probe(const Skin& skin, Medium medium);
 
+    struct Measured {
+        Thickness place;  ///< value 0 where there is none
+        bool isWall = false;
+        Vector normal;               ///< of the other side
+        std::uint32_t triangle = 0;  ///< of the other side
+    };
     struct Reading {
-        Thickness ray, sphere;  ///< value 0 where there is none
-        bool rayIsWall = false, sphereIsWall = false;
+        Measured ray, sphere;
+        /// Beside an edge the sphere tells of the edge; the wall goes on.
+        [[nodiscard]] Measured sphereOrBetween() const {
+            return sphere.isWall ? sphere : Measured{ray.place, false, ray.normal, ray.triangle};
+        }
     };
     [[nodiscard]] Reading measure(const Sample& sample) const;
+    [[nodiscard]] Measured measureRay(const Sample& sample) const;
 
     /// Whether the next of many samples is worth its work.
     [[nodiscard]] bool isDue() { return pace_.isDue(); }
 
-    /// The facet on the sample's side across from a reading's other end, and the place on it.
-    [[nodiscard]] Bvh::Hit across(const Sample& sample, const Vector& opposite) const;
+    /// The way along the surface on which the sides draw together most, as long as the sine between
+    /// them.
+    [[nodiscard]] Vector closing(const Sample& sample, const Vector& opposite) const;
+    /// The place of the surface beside a sample, `way` from it.
+    [[nodiscard]] Bvh::Hit beside(const Sample& sample, const Vector& way) const;
 
 private:
     struct End {
@@ -33,6 +46,7 @@ private:
         std::uint32_t triangle = 0;
     };
     [[nodiscard]] bool shoot(const Sample& sample, End& end, double& distance) const;
+    [[nodiscard]] Measured measured(const Sample& sample, double value, const End& end) const;
     [[nodiscard]] double inscribe(const Sample& sample, double most, End& end) const;
     [[nodiscard]] double shrink(const Sample& sample, double radius, End& end) const;
     [[nodiscard]] bool touches(const Sample& sample, double radius, const End& end) const;

@@ -24,6 +24,9 @@ public:
 
     /// The sample at a point of a facet.
     [[nodiscard]] Sample at(std::uint32_t triangle, const Vector& point) const;
+    [[nodiscard]] int face(const Sample& sample) const {
+        return skin_.mesh().faces[sample.triangle];
+    }
 
 private:
     void linkVertices();

@@ -8,7 +8,13 @@ namespace {
 class WallFinder {
 public:
     explicit WallFinder(const Skin& skin)
-        : skin_(skin), samples_(skin), probe_(skin, Medium::Material) {}
+        : skin_(skin),
+          samples_(skin),
+          probe_(skin, Medium::Material),
+          bySphere_(probe_, samples_, faceOf,
+                    [this](const Sample& sample) { return probe_.measure(sample).sphere; }),
+          byRay_(probe_, samples_, faceOf,
+                 [this](const Sample& sample) { return probe_.measureRay(sample); }) {}
 
     Walls find() {
         walls_.measurable = true;
@@ -16,16 +22,8 @@ public:
         samples_.each([&](const Sample& sample) { take(sample); });
         fillVertices();
         const auto any = [](const Thickness&) { return 0; };
-        const auto sphere = [&](int face, const Sample& sample) {
-            const Probe::Reading r = probe_.measure(sample);
-            return r.sphereIsWall && r.sphere.faces[0] == face ? r.sphere : Thickness{};
-        };
-        const auto ray = [&](int face, const Sample& sample) {
-            const Probe::Reading r = probe_.measure(sample);
-            return r.rayIsWall && r.ray.faces[0] == face ? r.ray : Thickness{};
-        };
-        walls_.places = bySphere_.places(probe_, samples_, sphere, any);
-        walls_.placesByRay = byRay_.places(probe_, samples_, ray, any);
+        walls_.places = bySphere_.places(any);
+        walls_.placesByRay = byRay_.places(any);
         if (!walls_.places.empty()) walls_.smallestBySphere = walls_.places.front();
         if (!walls_.placesByRay.empty()) walls_.smallestByRay = walls_.placesByRay.front();
         walls_.typical = typical();
@@ -33,26 +31,22 @@ public:
     }
 
 private:
+    static int faceOf(const Thickness& place) { return place.faces[0]; }
+
     void take(const Sample& sample) {
         if (!skin_.isClosed(sample.triangle) || !probe_.isDue()) return;
         const Probe::Reading reading = probe_.measure(sample);
-        const int face = skin_.mesh().faces[sample.triangle];
-        byRay_.see(face, reading.ray, reading.rayIsWall, sample);
-        // Beside an edge the sphere tells of the edge; the wall goes on.
-        bySphere_.see(face, reading.sphereIsWall ? reading.sphere : reading.ray,
-                      reading.sphereIsWall, sample);
-        if (reading.rayIsWall) byRay_.take(reading.ray.faces[0], reading.ray, sample);
-        if (sample.vertex != Sample::kNoVertex && reading.sphere.value > 0.0) {
+        byRay_.see(sample, reading.ray);
+        bySphere_.see(sample, reading.sphereOrBetween());
+        const Thickness& sphere = reading.sphere.place;
+        if (sample.vertex != Sample::kNoVertex && sphere.value > 0.0) {
             float& at = walls_.byVertex[sample.vertex];
-            const auto value = static_cast<float>(reading.sphere.value);
+            const auto value = static_cast<float>(sphere.value);
             at = at > 0.0F ? std::min(at, value) : value;
         }
-        if (!reading.sphereIsWall) return;
-        bySphere_.take(reading.sphere.faces[0], reading.sphere, sample);
-        if (reading.sphere.value > walls_.largestBySphere.value)
-            walls_.largestBySphere = reading.sphere;
-        shares_.push_back(
-            {static_cast<float>(reading.sphere.value), static_cast<float>(sample.area)});
+        if (!reading.sphere.isWall) return;
+        if (sphere.value > walls_.largestBySphere.value) walls_.largestBySphere = sphere;
+        shares_.emplace_back(static_cast<float>(sphere.value), static_cast<float>(sample.area));
     }
 
     /// Vertices without a sample take the value of a neighbour.
