@@ -1,3 +1,4 @@
+#include <cstddef>
 #include <memory>
 
 #include <corvane/app/StringResources.h>
@@ -8,6 +9,7 @@
 #include <corvane/xml/QorXMLNode.h>
 
 #include "app/Language.h"
+#include "rules/ParameterMemory.h"
 #include "rules/RuleCategory.h"
 #include "rules/RuleElement.h"
 #include "rules/Storages.h"
@@ -25,6 +27,21 @@ CQorParameter<T>* item(const CQorArray<CQorParamStorage*>& storages, QorLong id,
     if (!storage || storage->m_Type != type) return nullptr;
     return static_cast<CQorParameter<T>*>(storage->m_pParameter);
 }
+
+// A parameter in the memory of its kind. Whoever deletes it does so by the virtual destructor,
+// which knows where it lies.
+template <typename T>
+class OwnParameter final : public CQorParameter<T> {
+public:
+    using CQorParameter<T>::CQorParameter;
+    using CQorParameter<T>::operator=;
+    static void* operator new(std::size_t) {
+        static_assert(sizeof(OwnParameter) <= rules::kLargestParameter &&
+                      alignof(OwnParameter) <= alignof(void*));
+        return rules::allocateParameter();
+    }
+    static void operator delete(void* place) noexcept { rules::freeParameter(place); }
+};
 
 // Calls `use` with each parameter of `own` and the one at the same place in `other`. Two rules of
 // one class agree in both lists; where they don't, the parameter has no counterpart.
@@ -159,7 +176,7 @@ CQorParamStorage* CQorRule::CreateParamStorageObject(Type_e type, QorLong id, Qo
     const bool legal = rules::visitKind(type, [&]<typename T>(std::type_identity<T>) {
         const auto name = corvane::FindTableText(corvane::app::currentStringTable(),
                                                  static_cast<std::uint32_t>(id));
-        auto parameter = std::make_unique<CQorParameter<T>>(name, op, paramType, status);
+        auto parameter = std::make_unique<OwnParameter<T>>(name, op, paramType, status);
         parameter->m_lType = id;
         storage->m_Type = type;
         storage->m_pParameter = parameter.release();
