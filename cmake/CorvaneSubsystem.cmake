@@ -10,16 +10,31 @@ function(corvane_add_subsystem name)
     set_property(GLOBAL APPEND PROPERTY CORVANE_SUBSYSTEMS corvane_${name})
 endfunction()
 
-# corvane_add_test(NAME SOURCES file... SUBSYSTEMS name... [LIBRARIES target...])
+# What nearly all tests include, compiled once. Without the definitions of any test: Clang would hand them on.
+function(corvane_add_test_headers)
+    set(source ${CMAKE_CURRENT_BINARY_DIR}/headers.cpp) # CMake wants one
+    file(CONFIGURE OUTPUT ${source} CONTENT "")
+    add_library(test_headers OBJECT ${source})
+    target_link_libraries(test_headers PRIVATE corvane_compile GTest::gmock)
+    target_precompile_headers(test_headers PRIVATE <gtest/gtest.h>
+        <algorithm> <filesystem> <fstream> <functional> <map> <memory> <sstream> <string> <vector>)
+    # Programs, which take it over, are compiled so.
+    set_target_properties(test_headers PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+    target_compile_options(test_headers PRIVATE ${CMAKE_CXX_COMPILE_OPTIONS_PIE})
+endfunction()
+
+# corvane_add_test(NAME SOURCES file... SUBSYSTEMS name... [LIBRARIES target...] [COST number])
 #   A GoogleTest program test_<NAME> over the objects of the named subsystems, so that a test reaches what the
-#   shared library hides. A test of what is exported names no subsystem and links the library `corvane`.
+#   shared library hides. A test of what is exported names no subsystem and links the library `corvane`. Those that take long
+#   have a cost, so that they start first.
 function(corvane_add_test name)
-    cmake_parse_arguments(arg "" "" "SOURCES;SUBSYSTEMS;LIBRARIES" ${ARGN})
+    cmake_parse_arguments(arg "" "COST" "SOURCES;SUBSYSTEMS;LIBRARIES" ${ARGN})
     add_executable(test_${name} ${arg_SOURCES})
     list(TRANSFORM arg_SUBSYSTEMS PREPEND corvane_)
     target_link_libraries(test_${name} PRIVATE
         corvane_compile corvane_headers ${arg_SUBSYSTEMS} ${arg_LIBRARIES} GTest::gmock GTest::gtest_main)
     target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_precompile_headers(test_${name} REUSE_FROM test_headers)
     target_compile_definitions(test_${name} PRIVATE
         CORVANE_BUILD_DIR="${PROJECT_BINARY_DIR}" CORVANE_TEST_DATA="${PROJECT_SOURCE_DIR}/tests")
     if(arg_SUBSYSTEMS)
@@ -30,6 +45,9 @@ function(corvane_add_test name)
     set_target_properties(test_${name} PROPERTIES BUILD_RPATH "$ORIGIN/../lib")
     # One ctest entry a program: starting a process for each case costs more than the cases do.
     add_test(NAME ${name} COMMAND test_${name})
+    if(arg_COST)
+        set_tests_properties(${name} PROPERTIES COST ${arg_COST})
+    endif()
     # The sanitizer's library opens modules in place of the program, and does not look in the program's folders.
     if(CORVANE_SANITIZE AND arg_SUBSYSTEMS)
         set_tests_properties(${name} PROPERTIES ENVIRONMENT "LD_LIBRARY_PATH=${PROJECT_BINARY_DIR}/lib")
