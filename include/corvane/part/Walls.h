@@ -54,7 +54,8 @@ struct Walls {
     std::vector<Thickness> places;
     std::vector<Thickness> placesByRay;  ///< the same by ray
     /// For each vertex of Part::mesh() the diameter in millimetres of the largest inner sphere
-    /// there, whether the rule above calls it a wall or not; 0 where there is none. For colours.
+    /// there, whether the rule above calls it a wall or not; 0 where there is none. Where vertices
+    /// crowd, as around a small hole, one speaks for those beside it. For colours.
     std::vector<float> byVertex;
 };
 

@@ -90,7 +90,7 @@ Draft findDraft(const Skin& skin, const Vector& pull) {
     std::vector<Slopes> slopes(model.faces.size() + 1);
     Hidden hidden;
     hidden.areas.assign(slopes.size(), 0.0);
-    Samples(skin).each([&](const Sample& sample) {
+    Samples(skin, Samples::Vertices::All).each([&](const Sample& sample) {
         const Face& face = skin.face(sample.triangle);
         const auto at = static_cast<std::size_t>(face.number);
         Vector point = sample.point, normal = sample.normal;
@@ -127,7 +127,9 @@ Vector findPullDirection(const Skin& skin) {
     if (!skin.anyClosed()) return {};
     std::vector<Sample> all, some;
     double area = 0.0;
-    Samples(skin).each([&](const Sample& sample) { all.push_back(sample); });
+    Samples(skin, Samples::Vertices::All).each([&](const Sample& sample) {
+        all.push_back(sample);
+    });
     for (std::size_t i = 0; i < all.size(); i += all.size() / kMostSamples + 1) {
         some.push_back(all[i]);
         area += all[i].area;

@@ -7,7 +7,7 @@ Gaps findGaps(const Skin& skin) {
     Gaps gaps;
     if (!skin.anyClosed()) return gaps;
     using Pair = std::pair<int, int>;
-    const Samples samples(skin);
+    const Samples samples(skin, Samples::Vertices::Apart);
     Probe probe(skin, Medium::Air);
     Thinnest<Pair> narrowest(
         probe, samples,

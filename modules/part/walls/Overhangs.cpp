@@ -86,7 +86,7 @@ private:
         groupOf_.resize(model.faces.size() + 1);
         for (std::uint32_t face = 0; face < groupOf_.size(); ++face)
             groupOf_[face] = joined.find(face);
-        Samples(skin_).each([&](const Sample& sample) {
+        Samples(skin_, Samples::Vertices::All).each([&](const Sample& sample) {
             if (facing_.overhangs(sample.triangle))
                 groups_[group(sample.triangle)].samples.push_back(sample);
         });

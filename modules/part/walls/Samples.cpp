@@ -10,6 +10,8 @@ constexpr double kAcross = 3.0;
 /// Samples inside all facets together. Faces that want more than an equal share get one.
 constexpr double kMostInside = 60'000;
 constexpr std::size_t kMostVertices = 2'000'000;
+/// Vertices nearer together than this part of the samples' spacing need one sample.
+constexpr double kCrowded = 0.4;
 /// How far beside a vertex its sample is, on the way to the middle of the facet.
 constexpr double kInset = 1e-4;
 /// Facets that turn by less than this cosine share a rounded surface.
@@ -31,9 +33,10 @@ double shareOf(std::vector<double> wanted, double sum) {
 
 }  // namespace
 
-Samples::Samples(const Skin& skin) : skin_(skin) {
+Samples::Samples(const Skin& skin, Vertices vertices) : skin_(skin) {
     linkVertices();
     chooseSpacing();
+    if (vertices == Vertices::Apart) chooseVertices();
 }
 
 void Samples::linkVertices() {
@@ -56,6 +59,7 @@ void Samples::linkVertices() {
 /// A face is as wide as its area over half its border; grooves and ribs are narrow.
 void Samples::chooseSpacing() {
     const Model& model = skin_.model();
+    spacings_.assign(model.faces.size() + 1, 0.0);
     densities_.assign(model.faces.size() + 1, 0.0);
     std::vector<double> wanted;
     for (const Face& face : model.faces) {
@@ -68,6 +72,7 @@ void Samples::chooseSpacing() {
         const double spacing =
             std::clamp(width / kAcross, kFine * skin_.size(), kCoarse * skin_.size());
         if (!(spacing > 0.0) || !(face.area > 0.0)) continue;
+        spacings_[static_cast<std::size_t>(face.number)] = spacing;
         densities_[static_cast<std::size_t>(face.number)] = 1.0 / (spacing * spacing);
         wanted.push_back(face.area / (spacing * spacing));
     }
@@ -78,12 +83,47 @@ void Samples::chooseSpacing() {
     }
 }
 
+/// Vertices follow each other along borders, so the one before is the nearest.
+void Samples::chooseVertices() {
+    const Mesh& mesh = skin_.mesh();
+    const auto count = static_cast<std::uint32_t>(mesh.vertices.size());
+    spokesmen_.resize(count);
+    spokenFor_.assign(count, 0.0);
+    std::vector<std::uint32_t> last(spacings_.size(), Sample::kNoVertex);
+    for (std::uint32_t v = 0; v < count; ++v) {
+        spokesmen_[v] = v;
+        const auto begin = triangles_.begin() + first_[v], end = triangles_.begin() + first_[v + 1];
+        if (begin == end) continue;
+        const auto face = static_cast<std::size_t>(mesh.faces[*begin]);
+        double area = 0.0;
+        const bool isOfOne = std::all_of(begin, end, [&](std::uint32_t t) {
+            area += shareOfCorner(t);
+            return static_cast<std::size_t>(mesh.faces[t]) == face;
+        });
+        if (!isOfOne) continue;
+        std::uint32_t& other = last[face];
+        if (other == Sample::kNoVertex ||
+            distance(mesh.vertices[v], mesh.vertices[other]) > kCrowded * spacings_[face]) {
+            other = v;
+            continue;
+        }
+        spokesmen_[v] = other;
+        spokenFor_[other] += area;
+    }
+}
+
 /// How many samples are inside a facet. Small facets take turns by a fixed sequence.
 std::uint32_t Samples::inside(std::uint32_t triangle, double area) const {
     constexpr double kGolden = 0.61803398874989485;
     const double turn = triangle * kGolden;
     const double wanted = area * densities_[static_cast<std::size_t>(skin_.mesh().faces[triangle])];
     return static_cast<std::uint32_t>(std::min(wanted, kMostInside) + (turn - std::floor(turn)));
+}
+
+/// The area of a facet for which a sample at one of its corners speaks.
+double Samples::shareOfCorner(std::uint32_t triangle) const {
+    const double area = skin_.area(triangle);
+    return area / (3.0 * (inside(triangle, area) + 1.0));
 }
 
 Vector Samples::cornerNormal(std::uint32_t vertex, std::uint32_t triangle) const {
@@ -134,7 +174,7 @@ void Samples::beside(std::uint32_t vertex, double share,
         for (std::uint32_t k = i; k < end; ++k) {
             if (!same(triangles_[k])) continue;
             const double area = skin_.area(triangles_[k]);
-            all += area / (3.0 * (inside(triangles_[k], area) + 1.0));
+            all += shareOfCorner(triangles_[k]);
             if (area > most) {
                 most = area;
                 largest = triangles_[k];
@@ -146,7 +186,7 @@ void Samples::beside(std::uint32_t vertex, double share,
         const Vector& point = skin_.mesh().vertices[vertex];
         Sample sample = at(largest, point + (middle - point) * kInset);
         sample.vertex = vertex;
-        sample.area = all * share;
+        sample.area = (all + (spokenFor_.empty() ? 0.0 : spokenFor_[vertex])) * share;
         use(sample);
     }
 }
@@ -154,8 +194,10 @@ void Samples::beside(std::uint32_t vertex, double share,
 void Samples::each(const std::function<void(const Sample&)>& use) const {
     const Mesh& mesh = skin_.mesh();
     const std::size_t step = mesh.vertices.size() / kMostVertices + 1;
-    for (std::size_t v = 0; v < mesh.vertices.size(); v += step)
-        beside(static_cast<std::uint32_t>(v), static_cast<double>(step), use);
+    for (std::size_t at = 0; at < mesh.vertices.size(); at += step) {
+        const auto v = static_cast<std::uint32_t>(at);
+        if (spokesman(v) == v) beside(v, static_cast<double>(step), use);
+    }
     for (std::uint32_t t = 0; t < mesh.triangles.size(); ++t) {
         if (!skin_.usable(t)) continue;
         const double area = skin_.area(t);

@@ -9,7 +9,7 @@ class WallFinder {
 public:
     explicit WallFinder(const Skin& skin)
         : skin_(skin),
-          samples_(skin),
+          samples_(skin, Samples::Vertices::Apart),
           probe_(skin, Medium::Material),
           bySphere_(probe_, samples_, faceOf,
                     [this](const Sample& sample) { return probe_.measure(sample).sphere; }),
@@ -52,6 +52,8 @@ private:
     /// Vertices without a sample take the value of a neighbour.
     void fillVertices() {
         std::vector<float>& values = walls_.byVertex;
+        for (std::uint32_t v = 0; v < values.size(); ++v)
+            values[v] = values[samples_.spokesman(v)];
         for (const auto& t : skin_.mesh().triangles) {
             const float most = std::max({values[t[0]], values[t[1]], values[t[2]]});
             for (const std::uint32_t v : t)
