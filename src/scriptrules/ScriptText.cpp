@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <mutex>
 #include <string>
+#include <unordered_map>
 #include <utility>
 
 #include "system/Files.h"
+#include "system/Lasting.h"
 #include "system/Unicode.h"
 
 namespace corvane::scriptrules {
@@ -60,10 +63,53 @@ CStringW scriptText(std::string_view bytes) {
     return CStringW(std::move(text));
 }
 
+namespace {
+
+// The texts of scripts whose files have not changed, for hosts that run the same rules on one part
+// after the other.
+class KnownScripts {
+public:
+    std::optional<CStringW> find(const CStringW& path, const system::FileStamp& now) {
+        const std::lock_guard lock(mutex_);
+        const auto known = scripts_.find(path);
+        if (known == scripts_.end() || !known->second.stamp.proves(now)) return std::nullopt;
+        return known->second.text;
+    }
+
+    void keep(const CStringW& path, const system::FileStamp& stamp, const CStringW& text) {
+        if (!stamp.proves(stamp) || text.GetLength() > kLongestKept) return;
+        const std::lock_guard lock(mutex_);
+        if (scripts_.size() == kMostKept) scripts_.clear();
+        scripts_.insert_or_assign(path, Script{stamp, text});
+    }
+
+private:
+    static constexpr std::size_t kMostKept = 256;
+    static constexpr int kLongestKept = 1 << 15;
+
+    struct Script {
+        system::FileStamp stamp;
+        CStringW text;
+    };
+
+    std::mutex mutex_;
+    std::unordered_map<CStringW, Script> scripts_;
+};
+
+}  // namespace
+
 std::optional<CStringW> readScript(const CStringW& path) {
-    const std::optional<std::string> bytes = system::readFile(path, kLargestScript);
-    if (!bytes) return std::nullopt;
-    return scriptText(*bytes);
+    static system::Lasting<KnownScripts> lasting;
+    KnownScripts& known = lasting.get();
+    // A change between the stamp and the reading shows at the next call.
+    const auto stamp = system::FileStamp::now(path);
+    std::optional<CStringW> text = known.find(path, stamp);
+    if (text) return text;
+    if (const auto bytes = system::readFile(path, kLargestScript)) {
+        text = scriptText(*bytes);
+        known.keep(path, stamp, *text);
+    }
+    return text;
 }
 
 bool isTooLarge(const CStringW& path) {

@@ -88,6 +88,8 @@ public:
     /// The state of the file at a path now, or within a SteadyFilesScope at the first look. That it
     /// is missing is a state too.
     static FileStamp of(std::u16string_view path);
+    /// The state now, in a scope too.
+    static FileStamp now(std::u16string_view path);
 
     /// True when the file that had this stamp is sure to be unchanged under the other one, or both
     /// are the same look. A file that was written right before it was stamped may change again
@@ -97,8 +99,6 @@ public:
     bool exists() const { return exists_; }
 
 private:
-    static FileStamp now(std::u16string_view path);
-
     std::uint64_t look_ = 0;  // of a scope, or none
     bool exists_ = false;
     bool settled_ = true;

@@ -1,5 +1,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <optional>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -14,6 +16,7 @@
 #include "scriptrules/Site.h"
 #include "scriptrules/TestHost.h"
 #include "support/MessageRecorder.h"
+#include "support/TemporaryFolder.h"
 #include "support/Text.h"
 
 namespace {
@@ -154,6 +157,30 @@ TEST(ScriptText, IsAsLongAsTheBytesLessTheMarks) {
     };
     for (const auto& [bytes, text] : cases)
         EXPECT_EQ(corvane::scriptrules::scriptText(bytes), text) << bytes;
+}
+
+TEST(ScriptText, IsWhatTheFileSaysNow) {
+    const TemporaryFolder folder;
+    const std::filesystem::path link = folder.path("check.lua");
+    const auto expect = [&](std::string_view bytes) {
+        for (int i = 0; i < 2; ++i) {
+            EXPECT_EQ(corvane::scriptrules::readScript(folder.wide("check.lua")),
+                      corvane::scriptrules::scriptText(bytes));
+        }
+    };
+    // Files that have been as they are for long: the texts of others are not kept.
+    const std::filesystem::path here = CORVANE_TEST_SOURCES;
+    for (const char* const name : {"TestHost.h", "Site.h", "TestHost.h"}) {
+        std::filesystem::remove(link);
+        std::filesystem::create_symlink(here / name, link);
+        expect(TemporaryFolder::readFile(here / name));
+    }
+    std::filesystem::remove(link);
+    EXPECT_EQ(corvane::scriptrules::readScript(folder.wide("check.lua")), std::nullopt);
+    for (const std::string_view bytes : {"yes", "no!"}) {
+        folder.write("check.lua", bytes);
+        expect(bytes);
+    }
 }
 
 }  // namespace

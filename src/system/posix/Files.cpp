@@ -1,6 +1,5 @@
 #include "system/Files.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cwchar>
 #include <fcntl.h>
@@ -15,7 +14,8 @@ namespace corvane::system {
 
 namespace {
 
-constexpr std::size_t kSmallestRead = 4096;
+// For what reports no size.
+constexpr std::size_t kFirstRead = 4096;
 
 }  // namespace
 
@@ -30,7 +30,7 @@ std::optional<std::string> readFile(std::u16string_view path, std::size_t limit)
     // The size is a hint: the file may grow meanwhile, and what the kernel makes up reports none.
     std::string bytes;
     std::size_t length = 0;
-    bytes.resize(std::max(size + 1, kSmallestRead));
+    bytes.resize(size > 0 ? size + 1 : kFirstRead);
     while (true) {
         const ssize_t count = ::read(file.get(), bytes.data() + length, bytes.size() - length);
         if (count < 0 && errno == EINTR) continue;

@@ -34,10 +34,7 @@ bool isEscape(char16_t unit) {
     return unit >= kEscapes + 0x80 && unit <= kEscapes + 0xFF;
 }
 
-}  // namespace
-
-std::string nativePath(std::u16string_view path) {
-    if (path.find(u'\0') != path.npos) return {};
+std::string nativeBytes(std::u16string_view path) {
     std::string bytes;
     std::size_t from = 0;
     for (std::size_t i = 0; i < path.size(); ++i) {
@@ -47,6 +44,23 @@ std::string nativePath(std::u16string_view path) {
         from = i + 1;
     }
     appendUtf8(bytes, path.substr(from));
+    return bytes;
+}
+
+}  // namespace
+
+std::string nativePath(std::u16string_view path) {
+    // Most paths are ASCII, and the same files are looked at from rule to rule.
+    std::string bytes(path.size(), '\0');
+    char16_t bits = 0;
+    bool hasZero = false;
+    for (std::size_t i = 0; i < path.size(); ++i) {
+        bits |= path[i];
+        hasZero |= path[i] == 0;
+        bytes[i] = static_cast<char>(path[i]);
+    }
+    if (hasZero) return {};
+    if (bits >= 0x80) bytes = nativeBytes(path);
     // In UTF-8 this byte is part of no other character.
     std::ranges::replace(bytes, '\\', '/');
     return bytes;
