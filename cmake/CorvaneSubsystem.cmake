@@ -25,8 +25,8 @@ endfunction()
 
 # corvane_add_test(NAME SOURCES file... SUBSYSTEMS name... [LIBRARIES target...] [COST number])
 #   A GoogleTest program test_<NAME> over the objects of the named subsystems, so that a test reaches what the
-#   shared library hides. A test of what is exported names no subsystem and links the library `corvane`. Those that take long
-#   have a cost, so that they start first.
+#   shared library hides. A test of what is exported names no subsystem and links the library `corvane`. Those that
+#   take long have a cost, so that they start first.
 function(corvane_add_test name)
     cmake_parse_arguments(arg "" "COST" "SOURCES;SUBSYSTEMS;LIBRARIES" ${ARGN})
     add_executable(test_${name} ${arg_SOURCES})

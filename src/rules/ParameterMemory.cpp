@@ -59,7 +59,7 @@ struct Block {
 
 // Those that are not full; no list holds the others. Nothing ends with the library's statics, since
 // a host's may hold rules.
-constinit std::mutex mutex;
+std::mutex mutex;
 constinit Block* blocks = nullptr;
 
 void insert(Block& block) {
