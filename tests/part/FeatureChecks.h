@@ -19,10 +19,11 @@ inline constexpr double kExact = 1e-6;
 /// The part that a file of that kind gives for the shape.
 inline std::shared_ptr<const corvane::part::Part> partOf(const TopoDS_Shape& shape,
                                                          const char* ending = ".step",
-                                                         const char* unit = "MM") {
+                                                         const char* unit = "MM",
+                                                         const Meshing& meshing = {}) {
     const TemporaryFolder folder;
     const std::string file = folder.path(std::string("part") + ending);
-    write(shape, file, unit);
+    write(shape, file, unit, meshing);
     return corvane::part::Part::open(file).part;
 }
 

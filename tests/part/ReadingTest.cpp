@@ -14,6 +14,7 @@
 
 #include "corvane/part/Part.h"
 
+#include "FeatureChecks.h"
 #include "Shapes.h"
 #include "support/TemporaryFolder.h"
 
@@ -159,14 +160,11 @@ TEST_F(ReadingTest, BoxesReachToTheTopsOfSurfacesThatTheKernelSamples) {
 }
 
 TEST_F(ReadingTest, MeshesHaveTheFacesOfTheShape) {
-    for (const char* name : {"m.stl", "m.stlb"}) {
-        SCOPED_TRACE(name);
-        const auto file = write(block(), name);
-        const std::string renamed = file + ".stl";
-        std::filesystem::rename(file, renamed);
-        const auto opened = Part::open(renamed);
-        ASSERT_TRUE(opened.part) << opened.error;
-        const Part& part = *opened.part;
+    for (const bool binary : {false, true}) {
+        SCOPED_TRACE(binary);
+        const auto made = shapes::partOf(block(), ".stl", "MM", {.binary = binary});
+        ASSERT_TRUE(made);
+        const Part& part = *made;
         EXPECT_TRUE(part.model().isMesh);
         EXPECT_NEAR(part.volume(), kBlockVolume, 0.001 * kBlockVolume);
         EXPECT_EQ(kinds(part)[SurfaceKind::Plane], 8);

@@ -76,7 +76,8 @@ std::filesystem::path sharedPart(const char* name) {
     return (folder != nullptr ? std::filesystem::path(folder) : beside) / name;
 }
 
-void write(const TopoDS_Shape& shape, const std::filesystem::path& file, const char* unit) {
+void write(const TopoDS_Shape& shape, const std::filesystem::path& file, const char* unit,
+           const Meshing& meshing) {
     const std::string ending = file.extension().string();
     const std::string path = file.string();
     bool done = false;
@@ -95,10 +96,10 @@ void write(const TopoDS_Shape& shape, const std::filesystem::path& file, const c
         done = writer.Write(path.c_str());
     } else if (ending == ".brep") {
         done = BRepTools::Write(shape, path.c_str());
-    } else if (ending == ".stl" || ending == ".stlb") {
-        BRepMesh_IncrementalMesh(shape, 0.02, false, 0.2);
+    } else if (ending == ".stl") {
+        BRepMesh_IncrementalMesh(shape, meshing.deviation, false, meshing.turn);
         StlAPI_Writer writer;
-        writer.ASCIIMode() = ending == ".stl";
+        writer.ASCIIMode() = !meshing.binary;
         done = writer.Write(shape, path.c_str());
     }
     if (!done) throw std::runtime_error("cannot write " + path);

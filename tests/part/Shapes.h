@@ -22,9 +22,17 @@ TopoDS_Shape transformed(const TopoDS_Shape& shape, const gp_Trsf& transformatio
 /// the project; such a file need not be there.
 std::filesystem::path sharedPart(const char* name);
 
-/// Writes a file of the kind that its ending says: step, iges, brep, stl (text) or stlb (binary).
+/// How near facets keep to the shape, in millimetres, and what they turn at most, in radians.
+struct Meshing {
+    double deviation = 0.02;
+    double turn = 0.2;
+    bool binary = false;
+};
+
+/// Writes a file of the kind that its ending says: step, iges, brep or stl.
 /// `unit` is for STEP: "MM", "INCH", "M"; the shape itself is in millimetres.
-void write(const TopoDS_Shape& shape, const std::filesystem::path& file, const char* unit = "MM");
+void write(const TopoDS_Shape& shape, const std::filesystem::path& file, const char* unit = "MM",
+           const Meshing& meshing = {});
 
 /// Writes a STEP file of an assembly with the parts; one shape in several places is one part.
 void writeAssembly(std::initializer_list<TopoDS_Shape> parts, const std::filesystem::path& file);

@@ -49,6 +49,7 @@ std::optional<Fit> Grower::fitted(SurfaceKind kind, std::span<const std::uint32_
     const std::optional<Surface> start = reading::guess(kind, samples);
     if (!start) return std::nullopt;
     collect(seed);
+    if (isFlat(seed, tolerance)) return std::nullopt;
     Fit fit{reading::refined(*start, points_), false, tolerance};
     Box box;
     for (const Vector& point : points_) {
@@ -59,6 +60,21 @@ std::optional<Fit> Grower::fitted(SurfaceKind kind, std::span<const std::uint32_
     fit.concave = dot(offsetFrom(fit.surface, samples[0].point).outward, samples[0].normal) < 0.0;
     if (!limitTurn(fit, seed)) return std::nullopt;
     return fit;
+}
+
+/// Whether a plane passes what was collected from the strips: nothing tells then that they curve.
+bool Grower::isFlat(std::span<const std::uint32_t> strips, double tolerance) const {
+    Vector normal;
+    for (const std::uint32_t strip : strips)
+        normal = normal + strips_[strip].normal * strips_[strip].area;
+    normal = unit(normal);
+    double least = 1e300, most = -1e300;
+    for (const Vector& point : points_) {
+        const double height = dot(point - points_[0], normal);
+        least = std::min(least, height);
+        most = std::max(most, height);
+    }
+    return most - least <= 2.0 * tolerance;
 }
 
 /// How far strips turn that are like these. Those of one surface turn about as far as each other: a
@@ -130,7 +146,7 @@ std::optional<Region> Grower::grow(SurfaceKind kind, std::span<const std::uint32
     std::optional<Fit> fit = fitted(kind, seed, tolerance);
     if (!fit) return std::nullopt;
     ++stamp_;
-    Region region{fit->surface, fit->concave, {seed.begin(), seed.end()}};
+    Region region{fit->surface, fit->concave, {seed.begin(), seed.end()}, {}};
     for (const std::uint32_t strip : seed)
         seen_[strip] = stamp_;
     std::vector<std::uint32_t> refused;

@@ -45,6 +45,7 @@ private:
     [[nodiscard]] double sagOf(const Fit& fit, std::uint32_t strip) const;
     bool limitTurn(Fit& fit, std::span<const std::uint32_t> seed) const;
     void spread(const Fit& fit, Region& region, std::vector<std::uint32_t>& refused);
+    [[nodiscard]] bool isFlat(std::span<const std::uint32_t> strips, double tolerance) const;
     void collect(std::span<const std::uint32_t> strips);
 
     const Strips& strips_;

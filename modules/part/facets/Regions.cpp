@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::uint32_t kNoRegion = Grower::kNoRegion;
 constexpr std::size_t kMostNeighbours = 6;  // that a seed looks at
+constexpr std::size_t kMostRows = 3;        // with long borders that it looks across
 constexpr std::size_t kMostPatch = 150;     // strips of a patch that a seed is fitted with
 constexpr double kSimilarWidth = 2.5;  // strips of a freeform face differ by this factor at most
 constexpr std::size_t kLeastFreeform = 4;
@@ -171,6 +172,7 @@ private:
                 const std::uint32_t three[]{seed, around[k].strip, around[i].strip};
                 if (!isHeld(three)) tryOn(three, kSimple);
             }
+        tryRows(seed, around);
         tryPatches(seed, around);
         if (best_) simplify();
         return std::move(best_);
@@ -204,6 +206,18 @@ private:
             if (!region) continue;
             if (!best_ || areaOf(*region) > clearly(kind) * areaOf(*best_))
                 best_ = std::move(region);
+        }
+    }
+
+    /// The last row of a surface has only one neighbour on it, whose other neighbours tell more.
+    void tryRows(std::uint32_t seed, const std::vector<Neighbour>& around) {
+        for (std::size_t i = 0; i < std::min(kMostRows, around.size()); ++i) {
+            const std::uint32_t second = around[i].strip;
+            const std::vector<Neighbour> beyond = smoothAround(second);
+            for (std::size_t k = 0; k < std::min(kMostRows, beyond.size()); ++k) {
+                const std::uint32_t three[]{seed, second, beyond[k].strip};
+                if (beyond[k].strip != seed && !isHeld(three)) tryOn(three, kSimple);
+            }
         }
     }
 

@@ -13,6 +13,7 @@ struct Region {
     Surface surface;       ///< Other where the strips meet smoothly on no elementary one
     bool concave = false;  ///< the material is around it
     std::vector<std::uint32_t> strips;
+    std::vector<std::uint32_t> facets;  ///< empty while it grows
 };
 
 /// The regions of the mesh, each strip in one: curved ones on the simplest surface that passes all

@@ -9,23 +9,16 @@
 namespace corvane::part::facets {
 namespace {
 
-constexpr double kFlat = 0.05;  // degrees between facets of one plane, which rounding makes
-// Of the largest coordinate: a file of seven digits rounds each of three coordinates by half of the
-// last one, and a surface is fitted to points that are rounded.
-constexpr double kRounding = 2e-6;
+constexpr double kFlat = 0.05;   // degrees between facets of one plane, which rounding makes
+constexpr double kFitted = 2.0;  // a surface is off as well that is fitted to points which are
 constexpr std::uint32_t kNone = 0xffffffffU;
 
-double greatestCoordinate(const Mesh& mesh) {
-    double most = 0.0;
-    for (const Vector& v : mesh.vertices)
-        most = std::max({most, std::abs(v.x), std::abs(v.y), std::abs(v.z)});
-    return most;
-}
+}  // namespace
 
-/// The facets across the three sides of each facet; kNone where there is not just one.
 std::vector<std::array<std::uint32_t, 3>> facetsAcross(const Mesh& mesh,
                                                        const MeshTopology& topology) {
-    std::vector<std::array<std::uint32_t, 3>> across(mesh.triangles.size(), {kNone, kNone, kNone});
+    std::vector<std::array<std::uint32_t, 3>> across(mesh.triangles.size(),
+                                                     {kNoFacet, kNoFacet, kNoFacet});
     std::vector<std::uint8_t> known(mesh.triangles.size(), 0);
     for (const reading::MeshEdge& edge : topology.edges) {
         if (edge.facets.size() != 2) continue;
@@ -36,10 +29,8 @@ std::vector<std::array<std::uint32_t, 3>> facetsAcross(const Mesh& mesh,
     return across;
 }
 
-}  // namespace
-
-Strips::Strips(const Mesh& mesh, const MeshTopology& topology)
-    : mesh_(mesh), topology_(topology), rounding_(kRounding * greatestCoordinate(mesh)) {
+Strips::Strips(const Mesh& mesh, const MeshTopology& topology, double precision)
+    : mesh_(mesh), topology_(topology), rounding_(kFitted * precision) {
     const auto across = facetsAcross(mesh, topology);
     stripOf_.assign(mesh.triangles.size(), kNone);
     // The largest facets have the best normals: they gather what is in their planes first.
@@ -91,7 +82,7 @@ void Strips::grow(std::uint32_t seed, const std::vector<std::array<std::uint32_t
         known = facets_.size();
         for (std::size_t i = first; i < facets_.size(); ++i)
             for (const std::uint32_t next : across[facets_[i]])
-                if (next != kNone && stripOf_[next] == kNone && isIn(plane, next)) {
+                if (next != kNoFacet && stripOf_[next] == kNone && isIn(plane, next)) {
                     stripOf_[next] = number;
                     facets_.push_back(next);
                 }

@@ -26,6 +26,11 @@ struct Neighbour {
     double angle = 0.0;   ///< between the normals
 };
 
+inline constexpr std::uint32_t kNoFacet = 0xffffffffU;
+/// The facets across the three sides of each facet; kNoFacet where there is not just one.
+std::vector<std::array<std::uint32_t, 3>> facetsAcross(const Mesh& mesh,
+                                                       const MeshTopology& topology);
+
 /// A list for each strip, one after the other.
 template <typename T>
 std::span<const T> listOf(const std::vector<T>& all, std::uint32_t from, std::uint32_t to) {
@@ -35,7 +40,8 @@ std::span<const T> listOf(const std::vector<T>& all, std::uint32_t from, std::ui
 /// The strips of a mesh, each facet in one, and how they meet.
 class Strips {
 public:
-    Strips(const Mesh& mesh, const MeshTopology& topology);
+    /// The file holds the vertices to within `precision`.
+    Strips(const Mesh& mesh, const MeshTopology& topology, double precision);
 
     [[nodiscard]] const Mesh& mesh() const { return mesh_; }
     /// How far a vertex can be from its surface only because a file rounds its coordinates.

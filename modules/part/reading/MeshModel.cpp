@@ -4,13 +4,15 @@
 #include "../Vec.h"
 #include "../facets/Borders.h"
 #include "../facets/Regions.h"
+#include "../facets/Settle.h"
 
 namespace corvane::part::reading {
 namespace {
 
 class Builder {
 public:
-    explicit Builder(Mesh mesh) : mesh_(std::move(mesh)), topology_(mesh_) {}
+    Builder(Mesh mesh, double precision)
+        : mesh_(std::move(mesh)), precision_(precision), topology_(mesh_) {}
 
     Result build();
     Mesh takeMesh() { return std::move(mesh_); }
@@ -18,9 +20,14 @@ public:
 private:
     void addSolids();
     void addFaces(const facets::Strips& strips);
+    [[nodiscard]] Vector middleOf(std::uint32_t facet) const {
+        const auto& t = mesh_.triangles[facet];
+        return (mesh_.vertices[t[0]] + mesh_.vertices[t[1]] + mesh_.vertices[t[2]]) * (1.0 / 3.0);
+    }
     void addFace(const facets::Strips& strips, const facets::Region& region);
 
     Mesh mesh_;
+    double precision_;
     MeshTopology topology_;
     Model model_;
     std::vector<std::uint32_t> solidOf_;
@@ -70,31 +77,30 @@ void Builder::addSolids() {
 }
 
 /// Degrees that the facets go around the axis of the surface together.
-double turnAround(const Surface& s, const facets::Strips& strips, const facets::Region& region) {
+double turnAround(const Surface& s, const Mesh& mesh, double rounding,
+                  const std::vector<std::uint32_t>& facets) {
     const Vector x = squareTo(s.axis), y = cross(s.axis, x);
     std::vector<std::pair<double, double>> arcs;
-    for (const std::uint32_t strip : region.strips)
-        for (const std::uint32_t facet : strips.facetsOf(strip)) {
-            std::vector<double> angles;
-            for (const std::uint32_t vertex : strips.mesh().triangles[facet]) {
-                const Vector from = strips.mesh().vertices[vertex] - s.origin;
-                const double u = dot(from, x), v = dot(from, y);
-                // A corner on the axis is in every direction.
-                if (std::hypot(u, v) > 4.0 * strips.rounding())
-                    angles.push_back(degrees(std::atan2(v, u)));
-            }
-            if (angles.empty()) continue;
-            std::sort(angles.begin(), angles.end());
-            if (angles.back() - angles.front() < 180.0) {
-                arcs.emplace_back(angles.front(), angles.back());
-                continue;
-            }
-            // Over the seam of the angles.
-            const auto first =
-                std::find_if(angles.begin(), angles.end(), [](double a) { return a > 0.0; });
-            arcs.emplace_back(*first, 180.0);
-            arcs.emplace_back(-180.0, *std::prev(first));
+    for (const std::uint32_t facet : facets) {
+        std::vector<double> angles;
+        for (const std::uint32_t vertex : mesh.triangles[facet]) {
+            const Vector from = mesh.vertices[vertex] - s.origin;
+            const double u = dot(from, x), v = dot(from, y);
+            // A corner on the axis is in every direction.
+            if (std::hypot(u, v) > 4.0 * rounding) angles.push_back(degrees(std::atan2(v, u)));
         }
+        if (angles.empty()) continue;
+        std::sort(angles.begin(), angles.end());
+        if (angles.back() - angles.front() < 180.0) {
+            arcs.emplace_back(angles.front(), angles.back());
+            continue;
+        }
+        // Over the seam of the angles.
+        const auto first =
+            std::find_if(angles.begin(), angles.end(), [](double a) { return a > 0.0; });
+        arcs.emplace_back(*first, 180.0);
+        arcs.emplace_back(-180.0, *std::prev(first));
+    }
     std::sort(arcs.begin(), arcs.end());
     double covered = 0.0, end = -180.0;
     for (const auto& [from, to] : arcs) {
@@ -122,20 +128,18 @@ void Builder::addFace(const facets::Strips& strips, const facets::Region& region
     Vector middle;
     double widest = -1.0;
     std::uint32_t shown = 0;  // the facet whose middle is farthest from a border, about
-    for (const std::uint32_t strip : region.strips) {
-        face.area += strips[strip].area;
-        middle = middle + strips[strip].centre * strips[strip].area;
-        for (const std::uint32_t facet : strips.facetsOf(strip)) {
-            mesh_.faces[facet] = face.number;
-            if (topology_.areas[facet] <= widest) continue;
-            widest = topology_.areas[facet];
-            shown = facet;
-        }
+    for (const std::uint32_t facet : region.facets) {
+        mesh_.faces[facet] = face.number;
+        const double area = topology_.areas[facet];
+        face.area += area;
+        middle = middle + middleOf(facet) * area;
+        if (area <= widest) continue;
+        widest = area;
+        shown = facet;
     }
     if (face.area > 0.0) middle = middle * (1.0 / face.area);
     face.surface = placed(region.surface, middle);
-    const auto& t = mesh_.triangles[shown];
-    face.point = (mesh_.vertices[t[0]] + mesh_.vertices[t[1]] + mesh_.vertices[t[2]]) * (1.0 / 3.0);
+    face.point = middleOf(shown);
     face.normal = topology_.normals[shown];
     const Offset offset = offsetFrom(face.surface, face.point);
     if (offset.isKnown) {
@@ -143,7 +147,7 @@ void Builder::addFace(const facets::Strips& strips, const facets::Region& region
         face.normal = face.concave ? -offset.outward : offset.outward;
     }
     if (face.surface.kind != SurfaceKind::Plane && face.surface.kind != SurfaceKind::Other)
-        face.turn = turnAround(face.surface, strips, region);
+        face.turn = turnAround(face.surface, mesh_, strips.rounding(), region.facets);
     face.solid = static_cast<int>(solidOf_[shown]);
     model_.faces.push_back(std::move(face));
 }
@@ -151,14 +155,10 @@ void Builder::addFace(const facets::Strips& strips, const facets::Region& region
 /// Faces in the order of their first facets.
 void Builder::addFaces(const facets::Strips& strips) {
     std::vector<facets::Region> regions = facets::findRegions(strips);
+    facets::settleFacets(strips, topology_, regions);
     std::vector<std::pair<std::uint32_t, std::size_t>> order;
-    for (std::size_t i = 0; i < regions.size(); ++i) {
-        std::uint32_t first = 0xffffffffU;
-        for (const std::uint32_t strip : regions[i].strips)
-            for (const std::uint32_t facet : strips.facetsOf(strip))
-                first = std::min(first, facet);
-        order.emplace_back(first, i);
-    }
+    for (std::size_t i = 0; i < regions.size(); ++i)
+        order.emplace_back(regions[i].facets.front(), i);
     std::sort(order.begin(), order.end());
     mesh_.faces.assign(mesh_.triangles.size(), 0);
     for (const auto& [first, region] : order)
@@ -167,7 +167,7 @@ void Builder::addFaces(const facets::Strips& strips) {
 
 Result Builder::build() {
     addSolids();
-    const facets::Strips strips(mesh_, topology_);
+    const facets::Strips strips(mesh_, topology_, precision_);
     addFaces(strips);
     facets::addBorders(model_, mesh_, topology_, strips.rounding());
     model_.isMesh = true;
@@ -194,8 +194,8 @@ private:
 
 }  // namespace
 
-Result modelOf(Mesh mesh) {
-    Builder builder(std::move(mesh));
+Result modelOf(Mesh mesh, double precision) {
+    Builder builder(std::move(mesh), precision);
     Result result = builder.build();
     result.shape = std::make_unique<FacetShape>(builder.takeMesh());
     return result;

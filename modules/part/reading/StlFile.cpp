@@ -6,6 +6,7 @@
 
 #include "MeshModel.h"
 #include "Reading.h"
+#include "StlPrecision.h"
 #include "Weld.h"
 
 namespace corvane::part::reading {
@@ -59,8 +60,7 @@ std::string_view word(std::string_view& rest) {
     return found;
 }
 
-bool number(std::string_view& rest, float& value) {
-    std::string_view text = word(rest);
+bool number(std::string_view text, float& value) {
     if (!text.empty() && text.front() == '+') text.remove_prefix(1);
     // Through double, which still holds what is too small for a float.
     double number = 0.0;
@@ -70,15 +70,19 @@ bool number(std::string_view& rest, float& value) {
     return true;
 }
 
-std::string readText(std::string_view rest, std::vector<StlFacet>& facets) {
+std::string readText(std::string_view rest, std::vector<StlFacet>& facets, WrittenDigits& digits) {
     StlFacet facet{};
     std::size_t corner = 0;
     for (std::string_view next = word(rest); !next.empty(); next = word(rest)) {
         if (next == "facet") corner = 0;
         if (next != "vertex") continue;
         if (corner == 3) return "a facet of the STL file has more than three corners";
-        for (float& value : facet[corner])
-            if (!number(rest, value)) return "a vertex of the STL file is no three numbers";
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            const std::string_view text = word(rest);
+            if (!number(text, facet[corner][axis]))
+                return "a vertex of the STL file is no three numbers";
+            digits.add(text, axis);
+        }
         if (++corner == 3) add(facet, facets);
         if (facets.size() > kMostFacets) return "the STL file has too many facets";
     }
@@ -91,14 +95,15 @@ Result readStl(const std::filesystem::path& file, double factor) {
     Result result;
     const std::string bytes = contentOf(file);
     std::vector<StlFacet> facets;
-    result.error = isBinary(bytes) ? readBinary(bytes, facets) : readText(bytes, facets);
+    WrittenDigits digits;
+    result.error = isBinary(bytes) ? readBinary(bytes, facets) : readText(bytes, facets, digits);
     if (!result.error.empty()) return result;
     Mesh mesh = weld(facets, factor);
     if (mesh.triangles.empty()) {
         result.error = "the STL file has no facets";
         return result;
     }
-    result = modelOf(std::move(mesh));
+    result = modelOf(std::move(mesh), factor * precisionOf(facets, digits));
     findDamages(result.model);
     return result;
 }
