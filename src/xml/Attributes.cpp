@@ -66,7 +66,7 @@ Attribute* findAttribute(const Element& element, std::u16string_view name) {
         return place == items.size() ? nullptr : &items[place];
     }
     for (Attribute& item : items) {
-        if (item.name->view() == name) return &item;
+        if (item.name->is(name)) return &item;
     }
     return nullptr;
 }

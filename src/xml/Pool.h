@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -15,6 +16,11 @@ class Name {
 public:
     std::u16string_view view() const {
         return {reinterpret_cast<const char16_t*>(this + 1), size_};
+    }
+    /// Compared as bytes, where a view compares unit by unit.
+    bool is(std::u16string_view text) const {
+        const std::u16string_view own = view();
+        return std::equal(own.begin(), own.end(), text.begin(), text.end());
     }
     std::u16string_view prefix() const { return view().substr(0, prefix_); }
     std::u16string_view local() const {
@@ -103,7 +109,7 @@ private:
     std::size_t users_ = 0;
     const Node* top_ = nullptr;
     bool changed_ = false;
-    std::array<const Name*, 16> recentNames_{};
+    std::array<const Name*, 32> recentNames_{};
 };
 
 /// One use of a pool for as long as something is being made in it.

@@ -51,7 +51,7 @@ inline const Element* elementFrom(const Node* node) {
 }
 /// The same for the elements of one name, prefix included.
 inline const Element* elementFrom(const Node* node, std::u16string_view name) {
-    while (node && !(node->isElement() && asElement(node)->name->view() == name))
+    while (node && !(node->isElement() && asElement(node)->name->is(name)))
         node = node->next;
     return asElement(node);
 }

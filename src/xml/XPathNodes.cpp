@@ -53,7 +53,7 @@ std::u16string_view contentOf(const Node& node) {
 bool passesName(const Name& name, const Step& step) {
     switch (step.test) {
         case Test::Name:
-            return name.view() == step.name;
+            return name.is(step.name);
         case Test::AnyOfPrefix:
             return name.prefix() == step.name;
         default:
