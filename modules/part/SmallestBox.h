@@ -8,7 +8,8 @@
 
 namespace corvane::part {
 
-/// Looks for the box of least volume with `mesh`, and measures the best one with `exact`.
+/// Looks for the box of least volume with `mesh`, and measures the best one with `exact`. No larger
+/// than `aligned`, the exact box along the axes.
 OrientedBox findSmallestBox(const Model& model, const Mesh& mesh, const Box& aligned,
                             const std::function<Box(const reading::Frame&)>& exact);
 

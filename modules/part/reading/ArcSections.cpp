@@ -5,6 +5,7 @@
 #include <BRepTools.hxx>
 #include <BRep_Tool.hxx>
 #include <Geom2d_Curve.hxx>
+#include <Standard_Failure.hxx>
 #include <algorithm>
 #include <cmath>
 
@@ -122,7 +123,7 @@ private:
 
 }  // namespace
 
-std::optional<ArcSections> ArcSections::of(const TopoDS_Face& face) {
+std::optional<ArcSections> ArcSections::of(const TopoDS_Face& face) try {
     ArcSections sections;
     sections.face_ = face;
     for (const bool alongU : {true, false}) {
@@ -133,6 +134,9 @@ std::optional<ArcSections> ArcSections::of(const TopoDS_Face& face) {
         for (const bool greater : {true, false})
             if (looker.areArcs(greater, sections.rounding_)) return sections;
     }
+    return std::nullopt;
+} catch (const Standard_Failure&) {
+    // A part can be read without the curvature of one face.
     return std::nullopt;
 }
 

@@ -11,7 +11,7 @@ namespace corvane::part::reading {
 /// A freeform face whose sections across are arcs, by the curvature of its surface.
 class ArcSections {
 public:
-    /// None if the face has no such sections. Raises what the kernel raises.
+    /// None if the face has no such sections, or the kernel cannot measure it.
     static std::optional<ArcSections> of(const TopoDS_Face& face);
 
     /// Radii and length; the face's number and sides are the caller's.

@@ -133,10 +133,12 @@ std::string entityFault(const Handle(XSControl_WorkSession) & session, UnknownKi
         const Handle(Standard_Transient) entity = model->Value(number);
         const std::string tooMany = work.add(entity);
         if (!tooMany.empty()) return "entity " + label(number) + " has too many " + tooMany;
+        if (lacksParts(*model, number)) {
+            if (!unknown) return "entity " + label(number) + " is damaged";
+            lacking.push_back(number);
+            continue;  // The kernel may have left its fields unset.
+        }
         if (isTooFar(entity)) return "entity " + label(number) + " is too far away";
-        if (!lacksParts(*model, number)) continue;
-        if (!unknown) return "entity " + label(number) + " is damaged";
-        lacking.push_back(number);
     }
     if (unknown)
         if (std::string fault = unknown->fault(lacking); !fault.empty()) return fault;

@@ -91,7 +91,7 @@ double turnAround(const Surface& s, const Mesh& mesh, double rounding,
         }
         if (angles.empty()) continue;
         std::sort(angles.begin(), angles.end());
-        if (angles.back() - angles.front() < 180.0) {
+        if (angles.back() - angles.front() <= 180.0) {
             arcs.emplace_back(angles.front(), angles.back());
             continue;
         }

@@ -120,6 +120,32 @@ std::vector<BodyThread> threadsOf(const std::vector<StepThread>& told,
     return threads;
 }
 
+/// Reads the entities of the file. False, with the error of the bodies, when they make no shape.
+bool readEntities(const std::filesystem::path& file, STEPCAFControl_Reader& reader,
+                  Bodies& bodies) {
+    reader.SetColorMode(false);
+    reader.SetLayerMode(false);
+    reader.SetPropsMode(false);
+    reader.SetGDTMode(false);
+    reader.SetMatMode(false);
+    reader.SetViewMode(false);
+    if (reader.ReadFile(file.string().c_str()) != IFSelect_RetDone) {
+        bodies.error = "the file is no readable STEP file";
+        return false;
+    }
+    UnknownKinds unknown(reader.Reader().WS(), file);
+    if (const std::string fault = entityFault(reader.Reader().WS(), &unknown); !fault.empty()) {
+        bodies.error = "the STEP file cannot be read: " + fault;
+        return false;
+    }
+    bodies.notes = unknown.notes();
+    bodies.leftOut = unknown.leftOut();
+    TColStd_SequenceOfAsciiString lengths, angles, solidAngles;
+    reader.ChangeReader().FileUnits(lengths, angles, solidAngles);
+    if (!lengths.IsEmpty()) bodies.units = lengths.First().ToCString();
+    return true;
+}
+
 }  // namespace
 
 Bodies readStep(const std::filesystem::path& file) {
@@ -135,26 +161,7 @@ Bodies readStep(const std::filesystem::path& file) {
     }
     Document document;
     STEPCAFControl_Reader reader;
-    reader.SetColorMode(false);
-    reader.SetLayerMode(false);
-    reader.SetPropsMode(false);
-    reader.SetGDTMode(false);
-    reader.SetMatMode(false);
-    reader.SetViewMode(false);
-    if (reader.ReadFile(file.string().c_str()) != IFSelect_RetDone) {
-        bodies.error = "the file is no readable STEP file";
-        return bodies;
-    }
-    UnknownKinds unknown(reader.Reader().WS(), file);
-    if (const std::string fault = entityFault(reader.Reader().WS(), &unknown); !fault.empty()) {
-        bodies.error = "the STEP file cannot be read: " + fault;
-        return bodies;
-    }
-    bodies.notes = unknown.notes();
-    bodies.leftOut = unknown.leftOut();
-    TColStd_SequenceOfAsciiString lengths, angles, solidAngles;
-    reader.ChangeReader().FileUnits(lengths, angles, solidAngles);
-    if (!lengths.IsEmpty()) bodies.units = lengths.First().ToCString();
+    if (!readEntities(file, reader, bodies)) return bodies;
     if (!reader.Transfer(document.get())) {
         bodies.error = "the STEP file holds no shape that can be read";
         return bodies;

@@ -57,7 +57,7 @@ Handle(StepData_StepModel) modelOf(const Handle(XSControl_WorkSession) & session
     return Handle(StepData_StepModel)::DownCast(session->Model());
 }
 
-/// The product whose shape it is; null of the shape of something else.
+/// Whether it is the shape of a product, and not of something else.
 bool isOfProduct(const Handle(StepShape_ShapeDefinitionRepresentation) & shape) {
     const auto whose =
         Handle(StepRepr_ProductDefinitionShape)::DownCast(shape->Definition().PropertyDefinition());
@@ -110,6 +110,7 @@ std::string UnknownKinds::fault(const std::vector<int>& lacking) {
         if (!isAround(model->Value(number))) return blameUnknown(number);
     }
     if (session_->HGraph().IsNull()) return "its schema is unknown";
+    findShapes();
     for (const int number : lacking) {
         if (placesComponent(model->Value(number))) return blameUnknown(number);
         leaveOut(model->Value(number), references[instanceOf(model, number)]);
@@ -135,21 +136,25 @@ bool UnknownKinds::placesComponent(const Handle(Standard_Transient) & shape) con
     return false;
 }
 
-/// Whether a representation is of a product, itself or by no more than so many relationships.
-bool UnknownKinds::showsProduct(const Handle(Standard_Transient) & representation,
-                                int relationships) const {
-    Interface_EntityIterator users = session_->HGraph()->Graph().Sharings(representation);
-    for (users.Start(); users.More(); users.Next()) {
-        const auto shape = Handle(StepShape_ShapeDefinitionRepresentation)::DownCast(users.Value());
-        if (!shape.IsNull() && isOfProduct(shape)) return true;
-        const auto link = Handle(StepRepr_RepresentationRelationship)::DownCast(users.Value());
-        if (link.IsNull() || relationships == 0) continue;
-        for (const auto& other : {link->Rep1(), link->Rep2()})
-            if (!other.IsNull() && other != representation &&
-                showsProduct(other, relationships - 1))
-                return true;
+/// Finds the representations of products, and those that a relationship joins to one.
+void UnknownKinds::findShapes() {
+    const Handle(StepData_StepModel) model = modelOf(session_);
+    std::set<const Standard_Transient*> joined;
+    for (int number = 1; number <= model->NbEntities(); ++number) {
+        const auto shape =
+            Handle(StepShape_ShapeDefinitionRepresentation)::DownCast(model->Value(number));
+        if (!shape.IsNull() && isOfProduct(shape))
+            shapes_.insert(shape->UsedRepresentation().get());
     }
-    return false;
+    shapes_.erase(nullptr);
+    for (int number = 1; number <= model->NbEntities(); ++number) {
+        const auto link =
+            Handle(StepRepr_RepresentationRelationship)::DownCast(model->Value(number));
+        if (link.IsNull()) continue;
+        if (shapes_.contains(link->Rep1().get())) joined.insert(link->Rep2().get());
+        if (shapes_.contains(link->Rep2().get())) joined.insert(link->Rep1().get());
+    }
+    shapes_.merge(joined);
 }
 
 void UnknownKinds::leaveOut(const Handle(Standard_Transient) & entity,
@@ -157,7 +162,7 @@ void UnknownKinds::leaveOut(const Handle(Standard_Transient) & entity,
     const auto representation = Handle(StepRepr_Representation)::DownCast(entity);
     const auto shape = Handle(StepShape_ShapeDefinitionRepresentation)::DownCast(entity);
     if (!representation.IsNull()) dropEmptyItems(representation);
-    if ((!representation.IsNull() && showsProduct(representation, 1)) ||
+    if ((!representation.IsNull() && shapes_.contains(representation.get())) ||
         (!shape.IsNull() && isOfProduct(shape)))
         for (const std::uint64_t part : unknown)
             leftOut_.push_back("the shape lacks " + nameOf(part) + ", which is of an unknown kind");

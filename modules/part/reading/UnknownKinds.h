@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -28,8 +29,7 @@ private:
     using Instances = std::map<std::uint64_t, std::vector<std::uint64_t>>;
     [[nodiscard]] Instances referencesOf(const std::vector<int>& entities) const;
     [[nodiscard]] bool placesComponent(const Handle(Standard_Transient) & shape) const;
-    [[nodiscard]] bool showsProduct(const Handle(Standard_Transient) & representation,
-                                    int relationships) const;
+    void findShapes();
     void leaveOut(const Handle(Standard_Transient) & entity,
                   const std::vector<std::uint64_t>& unknown);
     [[nodiscard]] std::string nameOf(std::uint64_t instance) const;
@@ -37,6 +37,7 @@ private:
     Handle(XSControl_WorkSession) session_;
     std::filesystem::path file_;
     std::map<std::uint64_t, std::string> kinds_;  // of the unknown ones, by instance
+    std::set<const Standard_Transient*> shapes_;  // representations of products
     std::vector<std::string> leftOut_;
 };
 
