@@ -68,7 +68,7 @@ LanguageChoice chosenLanguage() {
     const emulation::RegistryState registry;
     std::uint32_t option = userNumber(kOptionsKey, u"OptionsLanguage");
     if (option == kNoValue) option = kFollowUser;
-    // Of a number that is no language, as 0 for always English, the name is English.
+    // A number that is no language, such as 0 for always English, has the name English.
     if (option != kFollowUser) return {nameOf(option), LanguageSource::Option};
     if (isCadSystemEnglish()) return {kEnglish, LanguageSource::CadSystem};
     return {nameOf(emulation::userLanguageId()), LanguageSource::User};

@@ -66,9 +66,10 @@ private:
         return std::equal(storages_.begin(), storages_.end(), list.begin());
     }
 
-    // The storage of an entry when it is still the first of its number. The storages before it have
-    // to be those of the index, if another one in the list has the number. Without one, all but a
-    // new storage would have come from another list, where a storage stays for life.
+    // The storage of an entry when it is still the first of its number. If another one of the index
+    // has the number, the storages before it have to be those of the index. If none has, only a
+    // storage that the index does not know could come before it: isOf notices a new one, and one of
+    // another list stays there for life.
     CQorParamStorage* proved(const List& list, std::vector<Entry>::const_iterator entry) const {
         CQorParamStorage* const storage = storages_[static_cast<std::size_t>(entry->second)];
         const auto next = entry + 1;

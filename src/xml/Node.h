@@ -106,7 +106,7 @@ class AttributeList;
 
 /// An element, or the document that is the parent of a document element.
 class Element : public Node {
-    bool isLeaf_ = false;
+    bool isLeaf_ = false;  // Comes first: there the padding of the node holds it.
 
 public:
     explicit Element(Kind ofKind = Kind::Element) : Node(ofKind) {}

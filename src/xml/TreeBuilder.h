@@ -25,7 +25,7 @@ public:
     /// The name lies in the pool.
     void startElement(const Name* name, std::uint32_t line, std::size_t attributes);
     /// Adds to the element that has just been started. The name lies in the pool; the value is
-    /// copied.
+    /// copied there, unless an equal one is.
     void attribute(const Name* name, std::string_view utf8);
     void endElement();
     /// A piece of text. Escaped is what a reference stands for.
@@ -56,7 +56,7 @@ private:
     Element* current_;
     std::size_t expected_ = 0;  // Attributes of the current element.
 
-    std::array<const Text*, 256> recentTexts_{};
+    std::array<const Text*, 256> recentTexts_{};  // In the pool, by a hash, for others to share.
 
     std::u16string scratch_;
     // Text that has been reported, but not yet been made a node, and the part of it from the first

@@ -32,7 +32,7 @@ bool isItem(const Node& node) {
 // The first child, with a node for each text.
 const Node* firstChildOf(const Node& node) {
     if (!isParent(node)) return nullptr;
-    // The tree's constness is the query's alone, and an expanded element is what it was.
+    // Only the query sees the tree as constant, and an expanded element says the same as before.
     expand(const_cast<Element&>(*asElement(&node)));
     return asElement(&node)->firstChild();
 }
