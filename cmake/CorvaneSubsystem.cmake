@@ -10,7 +10,7 @@ function(corvane_add_subsystem name)
     set_property(GLOBAL APPEND PROPERTY CORVANE_SUBSYSTEMS corvane_${name})
 endfunction()
 
-# What nearly all tests include, compiled once. Without the definitions of any test: Clang would hand them on.
+# What nearly all tests include, compiled once. It has the definitions of no test, since Clang would hand them on.
 function(corvane_add_test_headers)
     set(source ${CMAKE_CURRENT_BINARY_DIR}/headers.cpp) # CMake wants one
     file(CONFIGURE OUTPUT ${source} CONTENT "")
@@ -18,15 +18,15 @@ function(corvane_add_test_headers)
     target_link_libraries(test_headers PRIVATE corvane_compile GTest::gmock)
     target_precompile_headers(test_headers PRIVATE <gtest/gtest.h>
         <algorithm> <filesystem> <fstream> <functional> <map> <memory> <sstream> <string> <vector>)
-    # Programs, which take it over, are compiled so.
+    # As the programs that reuse it are compiled.
     set_target_properties(test_headers PROPERTIES POSITION_INDEPENDENT_CODE OFF)
     target_compile_options(test_headers PRIVATE ${CMAKE_CXX_COMPILE_OPTIONS_PIE})
 endfunction()
 
 # corvane_add_test(NAME SOURCES file... SUBSYSTEMS name... [LIBRARIES target...] [COST number])
 #   A GoogleTest program test_<NAME> over the objects of the named subsystems, so that a test reaches what the
-#   shared library hides. A test of what is exported names no subsystem and links the library `corvane`. Those that
-#   take long have a cost, so that they start first.
+#   shared library hides. A test of what is exported names no subsystem and links the library `corvane`. A test that
+#   takes long has a cost: the costliest start first.
 function(corvane_add_test name)
     cmake_parse_arguments(arg "" "COST" "SOURCES;SUBSYSTEMS;LIBRARIES" ${ARGN})
     add_executable(test_${name} ${arg_SOURCES})

@@ -1,7 +1,7 @@
 #pragma once
 
-// How a platform marks what a library offers to what links it. Apart from Platform.h, so that who
-// needs only the marks gets none of the system's own names.
+// How a platform marks what a library offers to those that link it. Kept apart from Platform.h, so
+// that a header that needs only the marks brings none of the system's own names.
 
 #ifdef _WIN32
 #define CORVANE_EXPORTED __declspec(dllexport)

@@ -100,14 +100,13 @@ struct HolePattern {
 };
 
 /// A rounding, tangent to the faces on its two sides: a cylinder, a torus, or a freeform face whose
-/// sections across are arcs, which bends by 1 / radius across. Its radius may change along it.
-/// Equal roundings that run into each other, around a corner too, are one. A concave one rounds an
-/// inner corner: a cutter of at most its radius makes it. Rounded ends of slots, which turn by
-/// half, are left out. Radii of freeform faces are as exact as these, which often is a part in a
-/// thousand.
+/// cross sections are arcs. Its radius may change along it. Equal roundings that run into each
+/// other, around a corner too, are one. A concave one rounds an inner corner: a cutter of at most
+/// its radius makes it. Rounded ends of slots, which turn by half, are left out. The radius of a
+/// freeform face is as exact as the face, often to one part in a thousand.
 struct Fillet {
     double radius = 0.0;         ///< smallest one
-    double largestRadius = 0.0;  ///< largest one; equal to the smallest unless it changes along it
+    double largestRadius = 0.0;  ///< largest one; equal to the smallest unless the radius changes
     bool concave = false;        ///< it rounds an inner corner
     Vector point;                ///< on it
     Vector axis;                 ///< unit, of a straight one; null for others

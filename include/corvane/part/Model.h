@@ -53,10 +53,7 @@ struct Face {
     std::vector<std::vector<int>> loops;  ///< its borders as edge numbers, the outer border first
 };
 
-/// What the geometry of an edge is.
-enum class CurveKind { Line, Circle, Ellipse, Other };
-
-/// A freeform face whose sections across are arcs: by its curvature a rounding.
+/// A freeform face whose cross sections are arcs: by its curvature a rounding.
 struct Rounding {
     int face = 0;           ///< its number
     double least = 0.0;     ///< smallest radius of the arcs
@@ -64,8 +61,11 @@ struct Rounding {
                             ///< than a hundredth
     bool concave = false;   ///< the material is outside the arcs
     double length = 0.0;    ///< along the middles of the arcs
-    std::array<std::vector<int>, 2> sides;  ///< edges along either end of the arcs
+    std::array<std::vector<int>, 2> sides;  ///< numbers of the edges along the two ends of the arcs
 };
+
+/// What the geometry of an edge is.
+enum class CurveKind { Line, Circle, Ellipse, Other };
 
 /// How the two faces of an edge meet. At a convex edge the material is inside the corner, at a
 /// concave edge around it.

@@ -20,7 +20,8 @@ struct ComponentRegistration {
 /// Looks a program identifier up, such as "QorScriptHost.ScriptProcessor".
 CORVANE_EXPORT ComponentRegistration FindComponent(std::u16string_view programId);
 
-/// In the usual groups of upper-case digits: "{C48CD337-1FE4-4A73-B59A-BC6D746DA082}".
+/// The text of an identifier, in the usual groups of upper-case hexadecimal digits with braces:
+/// "{C48CD337-1FE4-4A73-B59A-BC6D746DA082}".
 CORVANE_EXPORT std::u16string GuidText(const Guid& guid);
 
 }  // namespace corvane
