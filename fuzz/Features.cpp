@@ -2,7 +2,6 @@
 // way, twice.
 
 #include <BRepTools.hxx>
-#include <Standard_Failure.hxx>
 
 #include "Findings.h"
 #include "SolidProgram.h"

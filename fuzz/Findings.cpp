@@ -83,6 +83,11 @@ void Findings::hole(const Hole& hole) {
         among(other, count);
         require(other != hole.number && other > 0, "a hole is in line with others");
     }
+    sections(hole);
+    faces(hole.faces);
+}
+
+void Findings::sections(const Hole& hole) {
     require(!hole.sections.empty(), "a hole has sections");
     for (const HoleSection& section : hole.sections) {
         size(section.length, "a section has a length");
@@ -91,7 +96,6 @@ void Findings::hole(const Hole& hole) {
         angle(section.turn, 360, "a section goes around once at most");
         faces(section.faces, false);
     }
-    faces(hole.faces);
 }
 
 void Findings::holes() {
@@ -169,14 +173,12 @@ void Findings::pockets() {
 void Findings::turned() {
     title("turned");
     const Turned& found = part_.turned();
-    require(found.is == found.reason.empty(), "a part is turned, or why not");
-    text_ += found.reason;
-    if (!found.is) return;
+    if (!isOr(found.is, found.reason, "a part is turned, or why not")) return;
     place(found.origin);
     direction(found.axis, true);
     positive(found.length, "a turned part has a length");
     positive(found.diameter, "a turned part has a diameter");
-    angle(found.share, 1.0, "a share is 1 at most");
+    upTo(found.share, 1.0, "a share is 1 at most");
     for (const TurnedSection& section : found.sections) {
         flag(section.inner);
         positive(section.length, "a section has a length");
@@ -198,9 +200,7 @@ void Findings::turned() {
 void Findings::sheet() {
     title("sheet");
     const SheetMetal& found = part_.sheetMetal();
-    require(found.is == found.reason.empty(), "a part is a sheet, or why not");
-    text_ += found.reason;
-    if (!found.is) return;
+    if (!isOr(found.is, found.reason, "a part is a sheet, or why not")) return;
     positive(found.thickness, "a sheet has a thickness");
     for (const Bend& bend : found.bends) {
         size(bend.innerRadius, "a bend has a radius");

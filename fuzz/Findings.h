@@ -40,10 +40,12 @@ private:
         else
             size(value, promise);
     }
-    void angle(double value, double most, const char* promise) {
+    void upTo(double value, double most, const char* promise) {
         require(value <= most + 1e-6, promise);
         size(value, promise);
     }
+    /// Degrees.
+    void angle(double value, double most, const char* promise) { upTo(value, most, promise); }
     void place(const Vector& point) {
         for (const double value : {point.x, point.y, point.z}) {
             require(std::isfinite(value), "a place is finite");
@@ -74,12 +76,19 @@ private:
                 "what is referred to is there");
         text_ += std::to_string(number) + ' ';
     }
+    /// Something that a part is, or else the reason why it is not.
+    bool isOr(bool is, const std::string& reason, const char* promise) {
+        require(is == reason.empty(), promise);
+        text_ += reason;
+        return is;
+    }
     void flag(bool value) { text_ += value ? "yes " : "no "; }
     void title(const char* title) { text_ += std::string("\n") + title + ' '; }
 
     void whole();
     void holes();
     void hole(const corvane::part::Hole& hole);
+    void sections(const corvane::part::Hole& hole);
     void patterns();
     void corners();
     void pockets();
