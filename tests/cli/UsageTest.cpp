@@ -43,6 +43,8 @@ TEST(Usage, WhatCannotBeUsedIsToldWithItsPlaceAndGivesStatusTwo) {
         deep += "<a>";
     corvane.folder.write("deep.xml", deep);
     const std::string toGood = "json=" + corvane.folder.path("folder/../good.xml");
+    corvane.folder.write("none.toml", "");
+    const std::string toWaivers = "json=" + corvane.folder.path("none.toml");
     const std::string toNew = "json=" + corvane.folder.path("new.json");
     const struct {
         const char* command;
@@ -58,6 +60,9 @@ TEST(Usage, WhatCannotBeUsedIsToldWithItsPlaceAndGivesStatusTwo) {
         {"run", {"@good.xml", "--timeout", "nan"}, "--timeout: Could not convert: nan"},
         {"run", {"@good.xml", "--waivers", "@folder"}, "folder is no file"},
         {"run", {"@good.xml", "--output", toGood}, "good.xml: the results would replace what"},
+        {"run",
+         {"@good.xml", "--waivers", "@none.toml", "--output", toWaivers},
+         "none.toml: the results would replace what"},
         {"run", {"@good.xml", "--output", toNew, "--output", toNew}, "two outputs go there"},
         {"merge", {"@good.xml"}, "good.xml: parse error at line 1"},
         {"show", {"@missing.xml"}, "missing.xml: "},

@@ -51,12 +51,12 @@ private:
     std::string rest_;
 };
 
-std::string endText(int status) {
+std::string endText(int status, bool byItself) {
     if (!WIFSIGNALED(status)) return "exit status " + std::to_string(WEXITSTATUS(status));
     const int number = WTERMSIG(status);
     const std::string text = "signal " + std::to_string(number) + ", " + strsignal(number);
     // Nobody else but the system's guard of its memory sends this one unasked.
-    return number == SIGKILL ? text + ", as when the machine's memory runs out" : text;
+    return byItself && number == SIGKILL ? text + ", as when the machine's memory runs out" : text;
 }
 
 class PosixWorker : public WorkerProcess {
@@ -85,20 +85,11 @@ public:
         }
     }
 
-    std::string end() override {
-        if (process_ <= 0) return {};
-        kill(-process_, SIGKILL);
-        int status = 0;
-        while (waitpid(process_, &status, 0) < 0 && errno == EINTR) {
-        }
-        process_ = 0;
-        return endText(status);
-    }
-
     std::string awaitEnd() override {
         for (int i = 0; i < kPatience && !hasEnded(); ++i)
             usleep(1000);
-        return end();
+        const bool byItself = hasEnded();
+        return endText(end(), byItself);
     }
 
     std::uint64_t memory() const override {
@@ -111,6 +102,17 @@ public:
 
 private:
     static constexpr int kPatience = 1000;  ///< Milliseconds.
+
+    /// Ends what is left of its group; gives the status of the worker.
+    int end() {
+        int status = 0;
+        if (process_ <= 0) return status;
+        kill(-process_, SIGKILL);
+        while (waitpid(process_, &status, 0) < 0 && errno == EINTR) {
+        }
+        process_ = 0;
+        return status;
+    }
 
     bool hasEnded() const {
         siginfo_t info{};

@@ -7,6 +7,7 @@
 #include "run/FileList.h"
 #include "run/Gate.h"
 #include "run/Merge.h"
+#include "run/RunOptions.h"
 
 namespace {
 
@@ -21,15 +22,8 @@ public:
         addWords(app, "RESULTS", files_,
                  trUtf8("Files of results in JSON; folders, patterns, @LIST"))
             .required();
-        addWord(app, "--format", format_,
-                trUtf8("Format of standard output: {0}", results::formatNames()))
-            .typeName("FORMAT");
-        addWords(app, "--output", outputs_, trUtf8("Write a file too; may be repeated"))
-            .typeName("FORMAT=FILE")
-            .oneEach();
-        addWord(app, "--fail-on", failOn_,
-                trUtf8("Let only rules of that severity or a graver one decide the exit status"))
-            .typeName("SEVERITY");
+        declareOutputs(app, format_, outputs_);
+        declareFailOn(app, failOn_);
     }
 
     int run(Console& console) override {
@@ -44,13 +38,7 @@ public:
             console.report(wide(problem));
         const Severities severities(merged.run.info.severities);
         std::optional<std::int64_t> failOn;
-        if (!failOn_.empty()) {
-            failOn = severities.find(failOn_);
-            if (!failOn || severities.nameOf(*failOn).empty()) {
-                console.report(tr("{0}: there is no severity {1}", "--fail-on", failOn_));
-                return kUnusable;
-            }
-        }
+        if (!findLimit(severities, failOn_, failOn, console)) return kUnusable;
         Gate gate(severities, failOn);
         if (!write(merged.run, inputs, gate, console) || !merged.problems.empty()) return kUnusable;
         return gate.status();

@@ -25,7 +25,8 @@ public:
     int execute() {
         const std::optional<Severities> severities =
             findSeverities(options_.severityFile, console_);
-        if (!severities || !checkUnits() || !findLimit(*severities) ||
+        if (!severities || !checkUnits() ||
+            !findLimit(*severities, options_.failOn, failOn_, console_) ||
             !checkSelection(*severities) || !loadJudgement())
             return kUnusable;
         const std::optional<Plan> plan = makePlan(options_, *severities, console_);
@@ -40,8 +41,10 @@ public:
     }
 
 private:
-    static std::vector<std::string> inputsOf(const Plan& plan) {
-        std::vector<std::string> inputs;
+    /// The files that no result may replace. The baseline is none: new results often take its
+    /// place.
+    [[nodiscard]] std::vector<std::string> inputsOf(const Plan& plan) const {
+        std::vector<std::string> inputs{options_.severityFile, options_.waiverFile};
         for (const results::Component& file : plan.ruleFiles)
             inputs.push_back(file.name);
         for (const PlannedPart& part : plan.parts)
@@ -58,14 +61,6 @@ private:
             known.append(known.empty() ? "" : ", ").append(unit.name);
         console_.report(
             tr("{0}: {1} is no unit of length; there are {2}", "--units", units, known));
-        return false;
-    }
-
-    bool findLimit(const Severities& severities) {
-        if (options_.failOn.empty()) return true;
-        failOn_ = severities.find(options_.failOn);
-        if (failOn_ && !severities.nameOf(*failOn_).empty()) return true;
-        console_.report(tr("{0}: there is no severity {1}", "--fail-on", options_.failOn));
         return false;
     }
 

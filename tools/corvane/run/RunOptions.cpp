@@ -33,28 +33,21 @@ void declareSelection(CLI::App& app, RunOptions& options) {
 }
 
 void declareJudgement(CLI::App& app, RunOptions& options) {
-    addWord(app, "--fail-on", options.failOn,
-            trUtf8("Let only rules of that severity or a graver one decide the exit status"))
-        .typeName("SEVERITY");
-    addWord(app, "--severities", options.severityFile,
-            trUtf8("Names of severities, else Settings/Severities.toml of the data folder"))
-        .typeName("FILE");
-    addWord(app, "--waivers", options.waiverFile, trUtf8("Findings that are accepted"))
-        .typeName("FILE");
-    addWord(app, "--baseline", options.baselineFile,
-            trUtf8("Results of a former run in JSON: only what is not in them fails"))
-        .typeName("FILE");
+    const auto add = [&app](const char* name, std::string& target, Message description) {
+        addWord(app, name, target, trUtf8(description)).typeName("FILE");
+    };
+    declareFailOn(app, options.failOn);
+    add("--severities", options.severityFile,
+        "Names of severities, else Settings/Severities.toml of the data folder");
+    add("--waivers", options.waiverFile, "Findings that are accepted");
+    add("--baseline", options.baselineFile,
+        "Results of a former run in JSON: only what is not in them fails");
 }
 
 void declareRunning(CLI::App& app, RunOptions& options) {
     addFlag(app, "--strict", options.isStrict,
             trUtf8("Run nothing when lint finds something in the rule files"));
-    addWord(app, "--format", options.format,
-            trUtf8("Format of standard output: {0}", results::formatNames()))
-        .typeName("FORMAT");
-    addWords(app, "--output", options.outputs, trUtf8("Write a file too; may be repeated"))
-        .typeName("FORMAT=FILE")
-        .oneEach();
+    declareOutputs(app, options.format, options.outputs);
     addNumber(app, "-j,--jobs", options.workers, trUtf8("Worker processes, else one a core"))
         .typeName("N");
     addNumber(app, "--timeout", options.timeout, trUtf8("Seconds that a rule may take, else 300"))
@@ -71,6 +64,21 @@ void declareRunning(CLI::App& app, RunOptions& options) {
 }
 
 }  // namespace
+
+void declareOutputs(CLI::App& app, std::string& format, std::vector<std::string>& outputs) {
+    addWord(app, "--format", format,
+            trUtf8("Format of standard output: {0}", results::formatNames()))
+        .typeName("FORMAT");
+    addWords(app, "--output", outputs, trUtf8("Write a file too; may be repeated"))
+        .typeName("FORMAT=FILE")
+        .oneEach();
+}
+
+void declareFailOn(CLI::App& app, std::string& failOn) {
+    addWord(app, "--fail-on", failOn,
+            trUtf8("Let only rules of that severity or a graver one decide the exit status"))
+        .typeName("SEVERITY");
+}
 
 void RunOptions::declare(CLI::App& app) {
     declareParts(app, *this);

@@ -40,3 +40,8 @@ struct RunOptions {
     /// Adds what the environment says and joins what several options say.
     void apply();
 };
+
+/// Declares where results go: the format of standard output, and files.
+void declareOutputs(CLI::App& app, std::string& format, std::vector<std::string>& outputs);
+/// Declares which severities decide the exit status.
+void declareFailOn(CLI::App& app, std::string& failOn);

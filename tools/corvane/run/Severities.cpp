@@ -71,3 +71,12 @@ std::optional<Severities> findSeverities(const std::string& file, Console& conso
     if (!severities) console.report(CStringW::FromUtf8(problem));
     return severities;
 }
+
+bool findLimit(const Severities& severities, const std::string& failOn,
+               std::optional<std::int64_t>& limit, Console& console) {
+    if (failOn.empty()) return true;
+    limit = severities.find(failOn);
+    if (limit && !severities.nameOf(*limit).empty()) return true;
+    console.report(tr("{0}: there is no severity {1}", "--fail-on", failOn));
+    return false;
+}

@@ -40,3 +40,8 @@ private:
 /// The names of a file; without one, of Settings/Severities.toml in the data folder where that is.
 /// Nothing, reported, when they cannot be read.
 std::optional<Severities> findSeverities(const std::string& file, Console& console);
+
+/// Sets `limit` to the severity that the option --fail-on names, if it does. False, reported, when
+/// there is no such severity with a name.
+bool findLimit(const Severities& severities, const std::string& failOn,
+               std::optional<std::int64_t>& limit, Console& console);

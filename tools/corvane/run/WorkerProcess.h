@@ -25,10 +25,8 @@ public:
     virtual void send(const std::string& line) = 0;
     /// Appends the whole lines that have come. False once the worker has closed its end.
     virtual bool receive(std::vector<std::string>& lines) = 0;
-    /// Ends it.
-    virtual std::string end() = 0;
-    /// The same for one that has closed its end: says how it ended, as "exit status 3" or "signal
-    /// 11, Segmentation fault".
+    /// Awaits the end of one that has closed its side, or ends it. Says how it ended, as "exit
+    /// status 3" or "signal 11, Segmentation fault".
     virtual std::string awaitEnd() = 0;
     /// Bytes of memory that it holds now; 0 when the system does not tell.
     virtual std::uint64_t memory() const = 0;
