@@ -105,9 +105,13 @@ void ParameterWriter::addText(std::u16string_view text) {
 void ParameterWriter::addRecord(const QORCustomRuleData& record) {
     if (record.GetSize() == 0) return;
     xml::ElementWriter value = xml::ElementWriter(element_).child(name::kValue);
+    std::u16string attribute(name::kAttribute);
     int number = 0;
-    for (const CStringW& text : record)
-        value.attribute(attributeName(++number), text);
+    for (const CStringW& text : record) {
+        attribute.resize(name::kAttribute.size());
+        attribute += text::printInt32(++number);
+        value.attribute(attribute, text);
+    }
 }
 
 void ParameterWriter::addRemarks(const CStringW& remarks) {
