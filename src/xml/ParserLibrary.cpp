@@ -2,6 +2,7 @@
 
 #include <mutex>
 
+#include <corvane/base/Version.h>
 #include <corvane/platform/LoadedModule.h>
 
 #include "system/Lasting.h"
@@ -24,9 +25,10 @@ const ParserLibrary* parserLibrary(std::string& fault) {
     Loaded& loaded = lasting.get();
     if (loaded.library) return loaded.library;
     loaded.module = LoadedModule(u"CorvaneXmlParser.dll");
-    using Function = const ParserLibrary* (*)();
-    if (const auto operations = loaded.module.function<Function>(kParserLibraryName)) {
-        loaded.library = operations();
+    if (const auto operations = loaded.module.function<ParserLibraryFunction>(kParserLibraryName)) {
+        loaded.library = operations(kVersion);
+        if (!loaded.library)
+            fault = "The module CorvaneXmlParser is of another version than the library";
     } else {
         const std::u16string& said = loaded.module.fault();
         fault = "The module CorvaneXmlParser, which this document needs, " +

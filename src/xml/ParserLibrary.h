@@ -54,11 +54,13 @@ struct ParserLibrary {
     void (*freeEnumeration)(xmlEnumerationPtr values);
 };
 
-/// The name of the module's function, without parameters, that gives the operations.
+/// The module's function that gives the operations. Null when `version` is not the module's own:
+/// libraries of several versions may lie beside one module, and only its own knows their order.
+using ParserLibraryFunction = const ParserLibrary* (*)(const char* version);
 inline constexpr const char* kParserLibraryName = "CorvaneXmlParser";
 
-/// The operations, which are there until this library is unloaded. Null when the module is missing
-/// or won't load: `fault` tells why.
+/// The operations, which are there until this library is unloaded. Null when the module is missing,
+/// won't load or is of another version: `fault` tells which.
 const ParserLibrary* parserLibrary(std::string& fault);
 
 }  // namespace corvane::xml

@@ -1,8 +1,10 @@
 #include <libxml/SAX2.h>
 #include <memory>
 #include <new>
+#include <string_view>
 
 #include <corvane/base/ModuleExport.h>
+#include <corvane/base/Version.h>
 
 #include "xml/ParserLibrary.h"
 
@@ -71,7 +73,8 @@ Position positionOf(xmlParserCtxtPtr context) {
 }  // namespace
 }  // namespace corvane::xml
 
-CORVANE_MODULE_EXPORT const corvane::xml::ParserLibrary* CorvaneXmlParser() {
+CORVANE_MODULE_EXPORT const corvane::xml::ParserLibrary* CorvaneXmlParser(const char* version) {
+    if (std::string_view(version) != corvane::kVersion) return nullptr;
     // The parser sets up its global state at the first use, which is not safe on two threads at
     // once. The caller lets in only one.
     xmlInitParser();

@@ -3,12 +3,15 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+#include <corvane/base/Version.h>
+#include <corvane/platform/LoadedModule.h>
 #include <corvane/xml/CurrentDocument.h>
 
 #include "XmlFixture.h"
 #include "support/FaultySaves.h"
 #include "support/MessageRecorder.h"
 #include "xml/Document.h"
+#include "xml/ParserLibrary.h"
 
 namespace {
 
@@ -26,6 +29,17 @@ private:
 
     corvane::xml::DocumentFactory former_;
 };
+
+TEST(Document, TakesNoParserOfAnotherVersion) {
+    namespace xml = corvane::xml;
+    const corvane::LoadedModule module(u"CorvaneXmlParser.dll");
+    const auto operations = module.function<xml::ParserLibraryFunction>(xml::kParserLibraryName);
+    ASSERT_TRUE(operations);
+    EXPECT_EQ(operations("0.0.9"), nullptr);
+    std::string fault;
+    EXPECT_EQ(operations(corvane::kVersion), xml::parserLibrary(fault));
+    EXPECT_EQ(fault, "");
+}
 
 TEST(Document, ShowsWhyItsParserCannotBeMadeAndRaisesFromThenOn) {
     const struct {
