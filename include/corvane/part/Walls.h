@@ -48,9 +48,9 @@ struct Walls {
     Thickness largestBySphere;
     double typical =
         0.0;  ///< mm; half of the surface has thinner walls by sphere, half thicker ones
-    /// Each face's thinnest place by sphere, and up to seven more of the 500 faces with the
-    /// thinnest ones: places such that on the way from one to another the wall is thicker than at
-    /// either by a fifth, or there is none. The thinnest first.
+    /// Each face's thinnest place by sphere. The 500 faces with the thinnest ones have up to seven
+    /// more: between any two places of a face the wall is thicker than at either by a fifth, or
+    /// there is none. Thinnest first.
     std::vector<Thickness> places;
     std::vector<Thickness> placesByRay;  ///< the same by ray
     /// For each vertex of Part::mesh() the diameter in millimetres of the largest inner sphere
@@ -62,8 +62,8 @@ struct Walls {
 /// Narrow air: slots, holes, the room between ribs, the clearance between the solids of an
 /// assembly. Where solids touch there is no air.
 struct Gaps {
-    /// By sphere, the narrowest of each pair of faces, and more where the air between them is
-    /// narrow at separate places, as with walls. The narrowest first. A hole has both of its sides
+    /// By sphere, the narrowest place of each pair of faces, and more where the air between them
+    /// is narrow at separate places, as with walls. Narrowest first. A hole has both of its sides
     /// on one face.
     std::vector<Thickness> places;
 };
