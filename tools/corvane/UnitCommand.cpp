@@ -56,7 +56,7 @@ public:
         addFlag(parser(), "--list", list_, trUtf8("List the units with their symbols and codes"))
             .excludes(value);
         parser().allow_extras();
-        parser().callback([this] { checkUsage(); });
+        onRead(parser(), [this] { checkUsage(); });
     }
 
     int run(Console& console) override {
