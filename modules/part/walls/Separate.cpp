@@ -1,13 +1,9 @@
 #include "Separate.h"
 
-#include <map>
-
 #include "../reading/MeshTopology.h"
 
 namespace corvane::part::walls {
 namespace {
-
-using Cell = std::array<std::int64_t, 3>;
 
 constexpr double kThicker = 1.2;
 /// A cell holds a few spots, so that even ones leave no hole between them.
@@ -19,22 +15,35 @@ bool isThinner(const Spot& a, const Spot& b) {
     return a.isWall != b.isWall ? a.isWall : a.value < b.value;
 }
 
-/// Cells by their places, each with its number.
+constexpr std::uint64_t kAxis = 21;  // bits
+
+/// Cells in the order of their places, so that one beside another is found by halving.
 class Cells {
 public:
-    void add(const Cell& cell, std::uint32_t number) { numbers_.emplace(cell, number); }
+    explicit Cells(std::vector<std::uint64_t> cells) : cells_(std::move(cells)) {
+        std::sort(cells_.begin(), cells_.end());
+        cells_.erase(std::unique(cells_.begin(), cells_.end()), cells_.end());
+    }
+    [[nodiscard]] std::size_t size() const { return cells_.size(); }
+    [[nodiscard]] std::uint64_t operator[](std::size_t number) const { return cells_[number]; }
+    [[nodiscard]] std::uint32_t number(std::uint64_t cell) const {
+        return static_cast<std::uint32_t>(lower(cell) - cells_.begin());
+    }
+    /// Calls `use` with the numbers of the cells at most one place away in each direction.
     template <typename Use>
-    void eachBeside(const Cell& cell, Use use) const {
-        for (std::int64_t x = -1; x <= 1; ++x)
-            for (std::int64_t y = -1; y <= 1; ++y)
-                for (std::int64_t z = -1; z <= 1; ++z) {
-                    const auto it = numbers_.find({cell[0] + x, cell[1] + y, cell[2] + z});
-                    if (it != numbers_.end()) use(it->second);
-                }
+    void eachBeside(std::uint64_t cell, Use use) const {
+        constexpr std::uint64_t kX = 1ULL << 2 * kAxis, kY = 1ULL << kAxis;
+        for (const std::uint64_t x : {cell - kX, cell, cell + kX})
+            for (const std::uint64_t row : {x - kY, x, x + kY})
+                for (auto it = lower(row - 1); it != cells_.end() && *it <= row + 1; ++it)
+                    use(static_cast<std::uint32_t>(it - cells_.begin()));
     }
 
 private:
-    std::map<Cell, std::uint32_t> numbers_;
+    [[nodiscard]] std::vector<std::uint64_t>::const_iterator lower(std::uint64_t cell) const {
+        return std::lower_bound(cells_.begin(), cells_.end(), cell);
+    }
+    std::vector<std::uint64_t> cells_;
 };
 
 }  // namespace
@@ -51,41 +60,42 @@ Separate::Separate(const std::vector<Spot>& spots) : spots_(spots) {
         step_ *= 2.0;
 }
 
+/// Places begin at 1, so that there is one before each. There are no more of them on the way across
+/// all spots than the root of their number.
 Separate::Cell Separate::cellOf(const Vector& point) const {
     const Vector at = (point - low_) * (1.0 / step_);
-    return {std::llround(std::floor(at.x)), std::llround(std::floor(at.y)),
-            std::llround(std::floor(at.z))};
+    Cell cell = 0;
+    for (const double along : {at.x, at.y, at.z})
+        cell = (cell << kAxis) + static_cast<Cell>(std::max(along, 0.0)) + 1;
+    return cell;
 }
 
 /// Spots that lie apart for want of others between them tell nothing of a wall between them.
 bool Separate::isConnected() const {
-    std::map<Cell, std::uint32_t> numbers;
-    Cells cells;
-    for (const Spot& spot : spots_) {
-        const Cell cell = cellOf(spot.point);
-        if (const auto [it, added] = numbers.emplace(cell, numbers.size()); added)
-            cells.add(cell, it->second);
-    }
-    reading::Groups groups(numbers.size());
-    for (const auto& [cell, number] : numbers)
-        cells.eachBeside(cell,
-                         [&, number = number](std::uint32_t other) { groups.join(number, other); });
+    std::vector<Cell> taken;
+    taken.reserve(spots_.size());
+    for (const Spot& spot : spots_)
+        taken.push_back(cellOf(spot.point));
+    const Cells cells(std::move(taken));
+    reading::Groups groups(cells.size());
+    for (std::uint32_t i = 0; i < cells.size(); ++i)
+        cells.eachBeside(cells[i], [&](std::uint32_t other) { groups.join(i, other); });
     std::vector<std::uint32_t> groupOf;
     return groups.number(groupOf) == 1;
 }
 
 /// Each cell with its thinnest spot, thinnest first; of equal ones that at `first`.
 std::vector<Separate::Thin> Separate::cellsOf(int across, const Vector& first) const {
-    std::map<Cell, const Spot*> thinnest;
-    for (const Spot& spot : spots_) {
-        if (!(spot.value > 0.0) || (across > 0 && spot.across != across)) continue;
-        const auto [it, added] = thinnest.emplace(cellOf(spot.point), &spot);
-        if (!added && isThinner(spot, *it->second)) it->second = &spot;
-    }
     std::vector<Thin> all;
-    all.reserve(thinnest.size());
-    for (const auto& [cell, spot] : thinnest)
-        all.push_back({spot->value, cell, spot});
+    for (const Spot& spot : spots_)
+        if (spot.value > 0.0 && (across <= 0 || spot.across == across))
+            all.push_back({spot.value, cellOf(spot.point), &spot});
+    std::stable_sort(all.begin(), all.end(), [](const Thin& l, const Thin& r) {
+        return l.cell != r.cell ? l.cell < r.cell : isThinner(*l.spot, *r.spot);
+    });
+    all.erase(std::unique(all.begin(), all.end(),
+                          [](const Thin& l, const Thin& r) { return l.cell == r.cell; }),
+              all.end());
     const Cell start = cellOf(first);
     std::stable_sort(all.begin(), all.end(), [&](const Thin& l, const Thin& r) {
         return l.value != r.value ? l.value < r.value : l.cell == start && r.cell != start;
@@ -138,14 +148,21 @@ std::vector<Spot> Separate::further(int across, const Vector& thinnest) const {
     std::vector<Spot> places;
     if (!(step_ > 0.0)) return places;
     const std::vector<Thin> all = cellsOf(across, thinnest);
-    Cells taken;
+    std::vector<Cell> taken;
+    taken.reserve(all.size());
+    for (const Thin& thin : all)
+        taken.push_back(thin.cell);
+    const Cells cells(std::move(taken));
+    std::vector<std::uint32_t> turns(all.size());
+    for (std::uint32_t i = 0; i < all.size(); ++i)
+        turns[cells.number(all[i].cell)] = i;
     Basins basins(all.size());
     std::vector<std::uint32_t> left;
     for (std::uint32_t i = 0; i < all.size(); ++i) {
         basins.begin(i, *all[i].spot);
-        taken.eachBeside(all[i].cell,
-                         [&](std::uint32_t other) { basins.meet(i, other, all[i].value, left); });
-        taken.add(all[i].cell, i);
+        cells.eachBeside(all[i].cell, [&](std::uint32_t other) {
+            if (turns[other] < i) basins.meet(i, turns[other], all[i].value, left);
+        });
     }
     basins.end(left);
     std::sort(left.begin(), left.end());

@@ -29,7 +29,7 @@ public:
     [[nodiscard]] double step() const { return step_; }
 
 private:
-    using Cell = std::array<std::int64_t, 3>;
+    using Cell = std::uint64_t;  ///< its three places, 21 bits each
     struct Thin {
         double value;
         Cell cell;

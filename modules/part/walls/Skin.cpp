@@ -45,20 +45,18 @@ Vector Skin::facetNormal(std::uint32_t triangle) const {
     return {n.x, n.y, n.z};
 }
 
-double Skin::area(std::uint32_t triangle) const {
-    const Vector& a = corner(triangle, 0);
-    return length(cross(corner(triangle, 1) - a, corner(triangle, 2) - a)) / 2;
-}
-
 void Skin::findNormals() {
     normals_.assign(mesh_.triangles.size(), {kUnusable, 0, 0});
+    areas_.assign(mesh_.triangles.size(), 0.0);
     Box box;
     for (std::uint32_t t = 0; t < mesh_.triangles.size(); ++t) {
         const bool finite =
             isFinite(corner(t, 0)) && isFinite(corner(t, 1)) && isFinite(corner(t, 2));
         if (!finite || mesh_.faces[t] < 1) continue;
-        const Vector n = unit(cross(corner(t, 1) - corner(t, 0), corner(t, 2) - corner(t, 0)));
+        const Vector across = cross(corner(t, 1) - corner(t, 0), corner(t, 2) - corner(t, 0));
+        const Vector n = unit(across);
         if (!(std::abs(dot(n, n) - 1.0) < 1e-6)) continue;
+        areas_[t] = length(across) / 2;
         normals_[t] = {static_cast<float>(n.x), static_cast<float>(n.y), static_cast<float>(n.z)};
         for (std::size_t i = 0; i < 3; ++i)
             add(box, corner(t, i));
@@ -143,10 +141,12 @@ Skin::Spot Skin::exactly(std::uint32_t triangle, const Vector& point) const {
     if (!isKnown) return spot;
     const double side = dot(direction, flat);
     if (std::abs(side) < kSameSide) return spot;
-    double longest = 0.0;
-    for (std::size_t i = 0; i < 3; ++i)
-        longest = std::max(longest, distance(corner(triangle, i), corner(triangle, (i + 1) % 3)));
-    if (!(std::abs(away) <= kSagitta * longest)) return spot;
+    double longest = 0.0;  // squared
+    for (std::size_t i = 0; i < 3; ++i) {
+        const Vector along = corner(triangle, (i + 1) % 3) - corner(triangle, i);
+        longest = std::max(longest, dot(along, along));
+    }
+    if (!(away * away <= kSagitta * kSagitta * longest)) return spot;
     if (model_.isMesh && !isFitted(triangle)) return spot;
     spot.exact = true;
     spot.point = point - direction * away;

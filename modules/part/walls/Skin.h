@@ -32,7 +32,7 @@ public:
         return mesh_.vertices[mesh_.triangles[triangle][i]];
     }
     [[nodiscard]] Vector facetNormal(std::uint32_t triangle) const;  ///< unit, out of the material
-    [[nodiscard]] double area(std::uint32_t triangle) const;
+    [[nodiscard]] double area(std::uint32_t triangle) const { return areas_[triangle]; }
     /// The point on the plane of the facet below another.
     [[nodiscard]] Vector onto(std::uint32_t triangle, const Vector& point) const {
         const Vector normal = facetNormal(triangle);
@@ -61,6 +61,7 @@ private:
     const Mesh& mesh_;
     double size_ = 0.0;
     std::vector<Small> normals_;  // x above 1: not usable
+    std::vector<double> areas_;   // 0 where not usable
     std::vector<bool> closed_;    // by body
     Bvh tree_;
 };
