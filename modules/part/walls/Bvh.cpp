@@ -13,6 +13,11 @@ constexpr std::size_t kStack = 256;
 /// Farther than any box.
 constexpr float kNowhere = 1e30F;
 
+/// No less than `most`, though it is rounded.
+float above(double most) {
+    return static_cast<float>(most * (1.0 + 1e-6));
+}
+
 Vector from(const float* p) {
     return {p[0], p[1], p[2]};
 }
@@ -76,7 +81,7 @@ Bvh::Bvh(std::vector<Facet> facets, const Vector& centre)
 class Bvh::Looks {
 public:
     explicit Looks(const Filter& filter)
-        : all_(filter.limit >= 1.0), limit_(static_cast<float>(filter.limit * kScale) + kRounding) {
+        : all_(filter.limit >= 1.0), limit_(static_cast<float>(filter.limit) + kRounding) {
         const double d[3] = {filter.direction.x, filter.direction.y, filter.direction.z};
         for (std::size_t i = 0; i < 3; ++i)
             direction_[i] = static_cast<float>(d[i]);
@@ -87,15 +92,12 @@ public:
         if (all_) return far;
         Floats least{};
         for (std::size_t i = 0; i < 3; ++i)
-            least += direction_[i] *
-                     __builtin_convertvector(
-                         direction_[i] > 0.0F ? node.least[i] : node.greatest[i], Floats);
+            least += direction_[i] * (direction_[i] > 0.0F ? node.least[i] : node.greatest[i]);
         return least <= limit_ ? far : Floats{} + kNowhere;
     }
 
 private:
-    static constexpr double kScale = 127.0;
-    static constexpr float kRounding = 1e-3F;
+    static constexpr float kRounding = 1e-6F;
     bool all_;
     float limit_;
     float direction_[3];
@@ -110,21 +112,23 @@ void Bvh::visit(const Filter& filter, Distance distance, Leaf leaf, const double
     std::array<Pending, kStack> stack;
     std::size_t height = 0;
     std::uint64_t work = 0;
+    float limit = above(most);
     stack[height++] = {0.0F, 0, 0};
     while (height > 0) {
         const Pending next = stack[--height];
-        if (static_cast<double>(next.distance) > most) continue;
+        if (next.distance > limit) continue;
         work += 1 + next.count;
         if (next.count > 0) {
             for (std::uint32_t i = 0; i < next.count; ++i)
                 leaf(facets_[next.child + i]);
+            limit = above(most);
             continue;
         }
         const Node& node = nodes_[next.child];
         const Floats far = looks.applied(node, distance(node));
         const std::size_t base = height;
         for (std::size_t k = 0; k < node.children; ++k) {
-            if (!(static_cast<double>(far[k]) <= most)) continue;
+            if (!(far[k] <= limit)) continue;
             std::size_t at = height++;
             for (; at > base && stack[at - 1].distance < far[k]; --at)
                 stack[at] = stack[at - 1];

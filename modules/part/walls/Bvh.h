@@ -50,14 +50,13 @@ public:
 
 private:
     static constexpr std::size_t kWidth = 4;
-    // Compilers keep arrays of four in single registers; these types hold them together.
+    // Compilers keep arrays of four in single registers; this type holds them together.
     using Floats = float __attribute__((vector_size(16)));
-    using Bytes = std::int8_t __attribute__((vector_size(4)));
     struct Node {
         Floats low[3], high[3];
-        std::uint32_t child[kWidth];  // a node, or the first facet of a leaf
-        Bytes least[3], greatest[3];  // components of normals, in 127ths
-        std::uint8_t count[kWidth];   // facets of a leaf; 0 for a node
+        Floats least[3], greatest[3];  // components of normals
+        std::uint32_t child[kWidth];   // a node, or the first facet of a leaf
+        std::uint8_t count[kWidth];    // facets of a leaf; 0 for a node
         std::uint8_t children;
     };
     struct Pending {

@@ -7,15 +7,9 @@ namespace corvane::part::walls {
 namespace {
 
 constexpr std::uint32_t kLeaf = 4;
-constexpr std::size_t kBins = 16;
 constexpr float kMargin = 5e-7F;
 /// Below this depth cuts halve the count, so that the stack of a visit has a known size.
 constexpr int kDeep = 24;
-constexpr float kScale = 127.0F;
-
-std::int8_t small(float value) {
-    return static_cast<std::int8_t>(std::clamp(value, -128.0F, 127.0F));
-}
 
 }  // namespace
 
@@ -70,24 +64,19 @@ std::uint32_t Bvh::Builder::cutAtMiddle(const Range& range, std::size_t axis) {
     return middle;
 }
 
-/// Sorts the items of the range to two sides of a plane; gives the first of the second side.
-std::uint32_t Bvh::Builder::cut(const Range& range, int depth) {
-    Bounds centres;
-    for (std::uint32_t i = range.begin; i < range.end; ++i)
-        centres.add({items_[i].centre, items_[i].centre});
-    std::size_t axis = 0;
-    for (std::size_t i = 1; i < 3; ++i)
-        if (centres.high[i] - centres.low[i] > centres.high[axis] - centres.low[axis]) axis = i;
-    const float low = centres.low[axis], width = centres.high[axis] - low;
-    if (!(width > 0.0F) || depth > kDeep) return cutAtMiddle(range, axis);
-    const float scale = static_cast<float>(kBins) / width;
-    const auto binOf = [&](const Item& item) {
-        return std::min(kBins - 1, static_cast<std::size_t>((item.centre[axis] - low) * scale));
-    };
+/// The place along an axis where the boxes on both sides have the least surface.
+Bvh::Builder::Place Bvh::Builder::bestAlong(std::size_t axis, const Range& range,
+                                            const Bounds& centres) const {
+    Place place;
+    place.axis = axis;
+    place.low = centres.low[axis];
+    const float width = centres.high[axis] - place.low;
+    if (!(width > 0.0F)) return place;
+    place.scale = static_cast<float>(kBins) / width;
     std::array<Bounds, kBins> bins;
     std::array<std::uint32_t, kBins> counts{};
     for (std::uint32_t i = range.begin; i < range.end; ++i) {
-        const std::size_t bin = binOf(items_[i]);
+        const std::size_t bin = place.binOf(items_[i]);
         bins[bin].add(items_[i].bounds);
         ++counts[bin];
     }
@@ -101,20 +90,36 @@ std::uint32_t Bvh::Builder::cut(const Range& range, int depth) {
     }
     bounds = {};
     count = 0;
-    std::size_t best = 0;
-    float least = 1e30F;
     for (std::size_t i = 1; i < kBins; ++i) {
         bounds.add(bins[i - 1]);
         count += counts[i - 1];
         const float cost = bounds.surface() * static_cast<float>(count) + above[i];
-        if (count > 0 && count < range.size() && cost < least) {
-            least = cost;
-            best = i;
+        if (count > 0 && count < range.size() && cost < place.cost) {
+            place.cost = cost;
+            place.bin = i;
         }
     }
-    if (best == 0) return cutAtMiddle(range, axis);
-    const auto middle = std::partition(items_.begin() + range.begin, items_.begin() + range.end,
-                                       [&](const Item& item) { return binOf(item) < best; });
+    return place;
+}
+
+/// Sorts the items of the range to two sides of a plane; gives the first of the second side.
+std::uint32_t Bvh::Builder::cut(const Range& range, int depth) {
+    Bounds centres;
+    for (std::uint32_t i = range.begin; i < range.end; ++i)
+        centres.add({items_[i].centre, items_[i].centre});
+    std::size_t longest = 0;
+    for (std::size_t i = 1; i < 3; ++i)
+        if (centres.high[i] - centres.low[i] > centres.high[longest] - centres.low[longest])
+            longest = i;
+    if (depth > kDeep) return cutAtMiddle(range, longest);
+    Place best;
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        if (const Place place = bestAlong(axis, range, centres); place.cost < best.cost)
+            best = place;
+    if (best.bin == 0) return cutAtMiddle(range, longest);
+    const auto middle =
+        std::partition(items_.begin() + range.begin, items_.begin() + range.end,
+                       [&](const Item& item) { return best.binOf(item) < best.bin; });
     return static_cast<std::uint32_t>(middle - items_.begin());
 }
 
@@ -155,8 +160,8 @@ std::vector<Bvh::Node> Bvh::Builder::build() {
             for (std::size_t i = 0; i < 3; ++i) {
                 node.low[i][k] = parts[k].bounds.low[i];
                 node.high[i][k] = parts[k].bounds.high[i];
-                node.least[i][k] = small(std::floor(parts[k].normals.low[i] * kScale));
-                node.greatest[i][k] = small(std::ceil(parts[k].normals.high[i] * kScale));
+                node.least[i][k] = parts[k].normals.low[i];
+                node.greatest[i][k] = parts[k].normals.high[i];
             }
             const bool leaf = parts[k].size() <= kLeaf;
             node.count[k] = static_cast<std::uint8_t>(leaf ? parts[k].size() : 0);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -30,6 +31,15 @@ private:
         Bounds bounds, normals;
         [[nodiscard]] std::uint32_t size() const { return end - begin; }
     };
+    static constexpr std::size_t kBins = 16;
+    /// Where to cut: before that bin of an axis, if it is not 0.
+    struct Place {
+        std::size_t axis = 0, bin = 0;
+        float low = 0.0F, scale = 0.0F, cost = 1e30F;
+        [[nodiscard]] std::size_t binOf(const Item& item) const {
+            return std::min(kBins - 1, static_cast<std::size_t>((item.centre[axis] - low) * scale));
+        }
+    };
     struct Task {
         Range range;
         std::uint32_t node;
@@ -37,6 +47,8 @@ private:
     };
 
     [[nodiscard]] Range range(std::uint32_t begin, std::uint32_t end) const;
+    [[nodiscard]] Place bestAlong(std::size_t axis, const Range& range,
+                                  const Bounds& centres) const;
     std::uint32_t cut(const Range& range, int depth);
     std::uint32_t cutAtMiddle(const Range& range, std::size_t axis);
     std::size_t split(const Range& whole, int depth, std::array<Range, kWidth>& parts);
