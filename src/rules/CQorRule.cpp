@@ -36,8 +36,8 @@ public:
     using CQorParameter<T>::CQorParameter;
     using CQorParameter<T>::operator=;
     static void* operator new(std::size_t) {
-        static_assert(sizeof(OwnParameter) <= rules::kLargestParameter &&
-                      alignof(OwnParameter) <= alignof(void*));
+        static_assert(sizeof(OwnParameter) <= rules::kLargestParameter);
+        static_assert(alignof(OwnParameter) <= alignof(void*));
         return rules::allocateParameter();
     }
     static void operator delete(void* place) noexcept { rules::freeParameter(place); }

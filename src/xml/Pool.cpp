@@ -62,8 +62,10 @@ std::u16string_view Pool::copyUtf8(std::string_view utf8) {
 }
 
 const Name* Pool::name(std::u16string_view text) {
-    // This spreads the names of rule files best.
-    const std::size_t hash = 5 * text.size() + std::size_t{11} * text.front() + 3U * text.back();
+    const std::size_t first = text.front();
+    const std::size_t last = text.back();
+    // These factors spread the names of rule files best.
+    const std::size_t hash = 5 * text.size() + 11 * first + 3 * last;
     const Name*& recent = recentNames_[hash % recentNames_.size()];
     if (!recent || !recent->is(text)) recent = Name::makeIn(*this, text);
     return recent;
