@@ -10,7 +10,7 @@
 #include "Shapes.h"
 #include "support/TemporaryFolder.h"
 
-/// What tests of features share.
+/// What tests of parts share.
 namespace shapes {
 
 /// Sizes of exact shapes are found this well, in millimetres and degrees.
@@ -50,6 +50,10 @@ inline corvane::part::Vector turned(const corvane::part::Vector& direction, cons
 
 inline double apart(const corvane::part::Vector& a, const corvane::part::Vector& b) {
     return std::hypot(a.x - b.x, a.y - b.y, a.z - b.z);
+}
+
+inline double product(const corvane::part::Vector& a, const corvane::part::Vector& b) {
+    return a.x * b.x + a.y * b.y + a.z * b.z;
 }
 
 }  // namespace shapes

@@ -3,12 +3,15 @@
 #include <BRepAlgoAPI_Common.hxx>
 #include <BRepAlgoAPI_Cut.hxx>
 #include <BRepAlgoAPI_Fuse.hxx>
+#include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRepBuilderAPI_MakePolygon.hxx>
 #include <BRepBuilderAPI_Transform.hxx>
 #include <BRepFilletAPI_MakeFillet.hxx>
 #include <BRepMesh_IncrementalMesh.hxx>
 #include <BRepPrimAPI_MakeBox.hxx>
 #include <BRepPrimAPI_MakeCone.hxx>
 #include <BRepPrimAPI_MakeCylinder.hxx>
+#include <BRepPrimAPI_MakePrism.hxx>
 #include <BRepTools.hxx>
 #include <BRep_Builder.hxx>
 #include <IGESControl_Controller.hxx>
@@ -39,6 +42,16 @@ TopoDS_Shape cylinder(const gp_Ax2& axes, double radius, double height) {
 TopoDS_Shape cone(const gp_Ax2& axes, double radius, double topRadius, double height) {
     return BRepPrimAPI_MakeCone(axes, radius, topRadius, height).Shape();
 }
+TopoDS_Shape extruded(std::initializer_list<gp_Pnt> corners, double height) {
+    BRepBuilderAPI_MakePolygon polygon;
+    for (const gp_Pnt& corner : corners)
+        polygon.Add(corner);
+    polygon.Close();
+    return BRepPrimAPI_MakePrism(BRepBuilderAPI_MakeFace(polygon.Wire()).Shape(),
+                                 gp_Vec(0, 0, height))
+        .Shape();
+}
+
 TopoDS_Shape cut(const TopoDS_Shape& from, const TopoDS_Shape& tool) {
     return BRepAlgoAPI_Cut(from, tool).Shape();
 }

@@ -10,6 +10,8 @@ namespace shapes {
 TopoDS_Shape box(double x, double y, double z, gp_Pnt corner = {0, 0, 0});
 TopoDS_Shape cylinder(const gp_Ax2& axes, double radius, double height);
 TopoDS_Shape cone(const gp_Ax2& axes, double radius, double topRadius, double height);
+/// A prism over a polygon, along z.
+TopoDS_Shape extruded(std::initializer_list<gp_Pnt> corners, double height);
 TopoDS_Shape cut(const TopoDS_Shape& from, const TopoDS_Shape& tool);
 TopoDS_Shape common(const TopoDS_Shape& a, const TopoDS_Shape& b);
 TopoDS_Shape fuse(const TopoDS_Shape& a, const TopoDS_Shape& b);
