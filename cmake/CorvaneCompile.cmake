@@ -44,3 +44,42 @@ set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 if(NOT WIN32)
     set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/../lib;$ORIGIN/..")
 endif()
+
+# corvane_add_headers(NAME [PROGRAMS] HEADERS header... [LIBRARIES target...])
+#   Headers that are compiled once for many targets, libraries or PROGRAMS, which take them over from NAME. It has the
+#   definitions of none of them: Clang would hand them on.
+function(corvane_add_headers name)
+    cmake_parse_arguments(arg "PROGRAMS" "" "HEADERS;LIBRARIES" ${ARGN})
+    set(source ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp) # CMake wants one
+    file(CONFIGURE OUTPUT ${source} CONTENT "")
+    add_library(${name} OBJECT ${source})
+    target_link_libraries(${name} PRIVATE corvane_compile ${arg_LIBRARIES})
+    target_precompile_headers(${name} PRIVATE ${arg_HEADERS})
+    # As the programs that reuse it are compiled.
+    if(arg_PROGRAMS)
+        set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+        target_compile_options(${name} PRIVATE ${CMAKE_CXX_COMPILE_OPTIONS_PIE})
+    endif()
+endfunction()
+
+# With GCC 12 it also brings warnings of the standard library's own headers.
+option(CORVANE_PRECOMPILE "Read headers of the standard library once, which hides where one is not included" OFF)
+if(CORVANE_PRECOMPILE)
+    set(headers HEADERS
+        <algorithm> <filesystem> <fstream> <functional> <map> <memory> <optional> <sstream> <string> <vector>)
+    corvane_add_headers(headers_of_libraries ${headers})
+    corvane_add_headers(headers_of_programs PROGRAMS ${headers})
+endif()
+
+# corvane_precompile(TARGET)
+#   For a target of many sources.
+function(corvane_precompile target)
+    if(CORVANE_PRECOMPILE)
+        get_target_property(type ${target} TYPE)
+        if(type STREQUAL "EXECUTABLE")
+            target_precompile_headers(${target} REUSE_FROM headers_of_programs)
+        else()
+            target_precompile_headers(${target} REUSE_FROM headers_of_libraries)
+        endif()
+    endif()
+endfunction()

@@ -6,21 +6,9 @@ function(corvane_add_subsystem name)
     target_link_libraries(corvane_${name} PUBLIC corvane_headers PRIVATE corvane_compile)
     target_link_libraries(corvane_${name} PUBLIC ${arg_LIBRARIES})
     target_compile_definitions(corvane_${name} PRIVATE corvane_EXPORTS)
+    corvane_precompile(corvane_${name})
     target_include_directories(corvane_${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>)
     set_property(GLOBAL APPEND PROPERTY CORVANE_SUBSYSTEMS corvane_${name})
-endfunction()
-
-# What nearly all tests include, compiled once. It has the definitions of no test, since Clang would hand them on.
-function(corvane_add_test_headers)
-    set(source ${CMAKE_CURRENT_BINARY_DIR}/headers.cpp) # CMake wants one
-    file(CONFIGURE OUTPUT ${source} CONTENT "")
-    add_library(test_headers OBJECT ${source})
-    target_link_libraries(test_headers PRIVATE corvane_compile GTest::gmock)
-    target_precompile_headers(test_headers PRIVATE <gtest/gtest.h>
-        <algorithm> <filesystem> <fstream> <functional> <map> <memory> <sstream> <string> <vector>)
-    # As the programs that reuse it are compiled.
-    set_target_properties(test_headers PROPERTIES POSITION_INDEPENDENT_CODE OFF)
-    target_compile_options(test_headers PRIVATE ${CMAKE_CXX_COMPILE_OPTIONS_PIE})
 endfunction()
 
 # corvane_add_test(NAME SOURCES file... SUBSYSTEMS name... [LIBRARIES target...] [COST number])
@@ -34,7 +22,7 @@ function(corvane_add_test name)
     target_link_libraries(test_${name} PRIVATE
         corvane_compile corvane_headers ${arg_SUBSYSTEMS} ${arg_LIBRARIES} GTest::gmock GTest::gtest_main)
     target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-    target_precompile_headers(test_${name} REUSE_FROM test_headers)
+    target_precompile_headers(test_${name} REUSE_FROM headers_of_tests)
     target_compile_definitions(test_${name} PRIVATE
         CORVANE_BUILD_DIR="${PROJECT_BINARY_DIR}" CORVANE_TEST_DATA="${PROJECT_SOURCE_DIR}/tests")
     if(arg_SUBSYSTEMS)

@@ -52,7 +52,8 @@ Reading readNumber(std::string_view text, bool isWhole, double& value) {
     return stop == end ? Reading::Whole : Reading::Tail;
 }
 
-std::string quoted(std::string_view text) {
+// Not `quoted`, which the standard library offers for such a text.
+std::string inQuotes(std::string_view text) {
     constexpr std::size_t kShown = 40;
     std::string result = "\"" + std::string(text.substr(0, kShown));
     return result + (text.size() > kShown ? "...\"" : "\"");
@@ -67,19 +68,19 @@ std::optional<double> checkNumber(std::string_view text, Place place, const std:
     if (reading == Reading::Whole) return value;
     if (isLocalNumber(plain))
         report.add(kLocalNumber, place,
-                   trUtf8("{0} is {1}, a number in a local form", what, quoted(plain)));
+                   trUtf8("{0} is {1}, a number in a local form", what, inQuotes(plain)));
     else if (reading == Reading::Tail)
         report.add(kNumberWithTail, place,
-                   trUtf8("{0} is {1}, a number with more after it", what, quoted(plain)));
+                   trUtf8("{0} is {1}, a number with more after it", what, inQuotes(plain)));
     else
         report.add(kNotANumber, place,
-                   trUtf8("{0} is {1}, which is no number", what, quoted(plain)));
+                   trUtf8("{0} is {1}, which is no number", what, inQuotes(plain)));
     return std::nullopt;
 }
 
 void checkFlag(const Attribute* flag, const std::string& what, Report& report) {
     if (!flag || !flag->isKnown || flag->value == "0" || flag->value == "1") return;
-    report.add(kFlag, flag->valuePlace, trUtf8("{0} is {1}", what, quoted(flag->value)));
+    report.add(kFlag, flag->valuePlace, trUtf8("{0} is {1}", what, inQuotes(flag->value)));
 }
 
 Place placeOfText(const Element& element) {
@@ -129,7 +130,8 @@ public:
 private:
     std::string what() const {
         const Attribute* key = parameter_.attribute("Type");
-        return key ? trUtf8("parameter {0}", quoted(key->value)) : trUtf8("parameter without Type");
+        return key ? trUtf8("parameter {0}", inQuotes(key->value))
+                   : trUtf8("parameter without Type");
     }
 
     void checkKey(std::set<std::int64_t>& numbers) {
@@ -213,7 +215,7 @@ private:
                 break;
             case Type_Bool:
                 if (value.text != "0" && value.text != "1" && !isWordOfScript(value.text))
-                    report_.add(kFlag, place, trUtf8("{0} is {1}", name, quoted(value.text)));
+                    report_.add(kFlag, place, trUtf8("{0} is {1}", name, inQuotes(value.text)));
                 break;
             case Type_COleDateTimePtr:
                 report_.add(kUnreadKind, place, trUtf8("{0} is a date, which no file holds", name));
@@ -252,7 +254,7 @@ void checkConstraint(const Element& constraint, const RuleKnowledge& known, Repo
     if (!isMaterial && (!type || type->isKnown)) {
         const std::string words[] = {"Material"};
         report.add(kUnknownConstraint, type ? type->valuePlace : constraint.place,
-                   type ? trUtf8("no constraint has the type {0}", quoted(text))
+                   type ? trUtf8("no constraint has the type {0}", inQuotes(text))
                         : trUtf8("the constraint has no Type"),
                    didYouMean(text, words));
     }
@@ -279,7 +281,7 @@ void checkCategory(const Attribute* category, const Vocabulary& words, Report& r
         return;
     const std::vector<std::string> known(words.categories.begin(), words.categories.end());
     report.add(kUnknownCategory, category->valuePlace,
-               trUtf8("no category is called {0}", quoted(category->value)),
+               trUtf8("no category is called {0}", inQuotes(category->value)),
                didYouMean(category->value, known));
 }
 
@@ -291,7 +293,7 @@ std::optional<std::int64_t> checkInteger(const std::string& text, Place place,
     if (!value) return std::nullopt;
     if (*value < std::numeric_limits<std::int32_t>::min() ||
         *value > std::numeric_limits<std::int32_t>::max()) {
-        report.add(kOutOfRange, place, trUtf8("{0} is {1}", what, quoted(trimmed(text))));
+        report.add(kOutOfRange, place, trUtf8("{0} is {1}", what, inQuotes(trimmed(text))));
         return std::nullopt;
     }
     return static_cast<std::int64_t>(*value);
