@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <regex>
 #include <signal.h>
+#include <unistd.h>
 
 #include "CommandLine.h"
 
@@ -51,7 +52,7 @@ protected:
                                      const std::string& signal) const {
         return rules(
             std::move(arguments),
-            "sh -c '\"$@\" & program=$!\n"
+            "sh -c 'env --default-signal \"$@\" & program=$!\n"
             "until grep -q hang log 2>/dev/null || ! kill -0 $program; do sleep 0.05; done\n"
             "sleep 0.3; kill -" +
                 signal + " $program; wait $program' sh");
@@ -144,13 +145,66 @@ TEST_F(Runs, WorkersAndSharesGiveTheSameResultsByteForByte) {
 
 TEST_F(Runs, AnInterruptedRunTellsWhatIsDone) {
     folder.write("rules.xml", ruleFile(risky("Find") + risky("Hang") + risky("Find")));
-    const ProcessResult result = rulesUntilTheyHang(
-        {"rules.xml", "--part", "parts", "-j", "1", "--output", "json=out.json"}, "INT");
-    EXPECT_THAT(result.out, HasSubstr("interrupted after 1 part, 3 rules: 0 passed, 1 failed, 2 "
-                                      "not run"));
-    const json run = json::parse(folder.read("out.json"));
-    EXPECT_TRUE(run["end"]["interrupted"]);
-    EXPECT_THAT(verdicts(run), ElementsAre("failed", "notRun", "notRun"));
+    // The last as from what ends a process and then its group.
+    for (const char* signal : {"INT", "HUP", "TERM $program; kill -TERM"}) {
+        std::filesystem::remove(folder.path("log"));
+        const ProcessResult result = rulesUntilTheyHang(
+            {"rules.xml", "--part", "parts", "-j", "1", "--output", "json=out.json"}, signal);
+        EXPECT_EQ(result.status, 1) << signal;
+        EXPECT_THAT(result.out, HasSubstr("interrupted after 1 part, 3 rules: 0 passed, 1 failed, "
+                                          "2 not run"));
+        const json run = json::parse(folder.read("out.json"));
+        EXPECT_TRUE(run["end"]["interrupted"]);
+        EXPECT_THAT(verdicts(run), ElementsAre("failed", "notRun", "notRun"));
+    }
+}
+
+TEST_F(Runs, ASignalThatEndsTheProgramLeavesNothingHalfDone) {
+    folder.write("rules.xml", ruleFile(risky("Hang")));
+    folder.write("scripts/UserDefinedFile.xml", "");
+    folder.write("out/a.json", "old");
+    std::filesystem::create_directory(folder.path("tmp"));
+    const EnvironmentScope temporary("TMPDIR", folder.path("tmp"));
+    const auto namesIn = [this](const std::string& name) {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder.path(name)))
+            names.push_back(entry.path().filename());
+        return names;
+    };
+    rulesUntilTheyHang({"rules.xml", "--scripts", "scripts", "--output", "json=out/a.json"},
+                       "PIPE");
+    EXPECT_THAT(namesIn("tmp"), IsEmpty());
+    EXPECT_THAT(namesIn("out"), ElementsAre("a.json"));
+    EXPECT_EQ(folder.read("out/a.json"), "old");
+}
+
+TEST_F(Runs, RightsAndLinksOfFilesAreKept) {
+    using std::filesystem::perms;
+    // Root reads and writes everything unless it gives that up.
+    const std::string rights = "-dac_override,-dac_read_search";
+    const std::string before =
+        geteuid() == 0 ? "setpriv --inh-caps=" + rights + " --bounding-set=" + rights : "";
+    folder.write("private.json", "old");
+    folder.write("kept.json", "old");
+    std::filesystem::permissions(folder.path("private.json"), perms(0600));
+    std::filesystem::permissions(folder.path("kept.json"), perms(0400));
+    std::filesystem::create_symlink("private.json", folder.path("link.json"));
+    const auto runInto = [&](const std::string& file) {
+        return rules({"find.xml", "--parts", "parts", "--output", "json=" + file}, before);
+    };
+    EXPECT_EQ(runInto("link.json").status, 1);
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.path("link.json")));
+    EXPECT_THAT(folder.read("private.json"), HasSubstr("parts/a.stl"));
+    EXPECT_EQ(std::filesystem::status(folder.path("private.json")).permissions(), perms(0600));
+    EXPECT_THAT(runInto("kept.json").err, HasSubstr("kept.json: cannot be written"));
+    EXPECT_EQ(folder.read("kept.json"), "old");
+
+    std::filesystem::permissions(folder.path("parts/sub"), perms(0));
+    const ProcessResult result = runInto("link.json");
+    std::filesystem::permissions(folder.path("parts/sub"), perms(0700));
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.err, "parts/sub: cannot be read\n");
+    EXPECT_THAT(result.out, HasSubstr("2 parts, 2 rules"));
 }
 
 TEST_F(Runs, AKilledRunGoesOnWhereItWasAndLeavesNoWorkerBehind) {
@@ -340,6 +394,7 @@ TEST_F(Runs, PartsComeFromFoldersPatternsAndLists) {
     folder.write("list", "# parts\n\nparts/b.stl\r\n@more\n");
     folder.write("more", "parts/*/c.stl\nparts/b.stl\n");
     folder.write("loop", "@loop\n");
+    folder.write("none.txt", "# no part yet\n");
     const struct {
         std::vector<std::string> parts;
         std::vector<std::string> found;
@@ -355,6 +410,8 @@ TEST_F(Runs, PartsComeFromFoldersPatternsAndLists) {
         {{"parts/a.stl", "none.stl"}, {"parts/a.stl"}, "none.stl: no such part"},
         {{"parts/a.stl", "x*.stl"}, {"parts/a.stl"}, "x*.stl: no file fits this pattern"},
         {{"parts/a.stl", "@none"}, {"parts/a.stl"}, "none: this list of files cannot be read"},
+        {{"parts/a.stl", "@none.txt"}, {"parts/a.stl"}, "none.txt: this list names no file"},
+        {{"parts/a.stl", "/dev/null"}, {"parts/a.stl"}, "/dev/null is no file"},
         {{"parts/a.stl", "@loop"}, {"parts/a.stl"}, "loop: this list of files leads to itself"},
     };
     for (const auto& [parts, found, problem] : cases) {

@@ -33,6 +33,7 @@ TEST(Usage, WhatCannotBeUsedIsToldWithItsPlaceAndGivesStatusTwo) {
     corvane.folder.write("good.xml", ruleFile(moduleRule("Maximum envelope")));
     corvane.folder.write("folder/inside", "");
     corvane.folder.write("empty.xml", "");
+    corvane.folder.write("o\xE9.stl", "");
     corvane.folder.write("cut.xml", "<RuleFile>\n<Rule Name='a'/>\n<Rule");
     corvane.folder.write("crossed.xml", "<RuleFile>\n\n  <a></b>\n</RuleFile>");
     corvane.folder.write("bytes.xml", "<RuleFile>\n<Rule Name='\xFF'/>\n</RuleFile>");
@@ -82,6 +83,10 @@ TEST(Usage, WhatCannotBeUsedIsToldWithItsPlaceAndGivesStatusTwo) {
          "folder: this folder holds no file of that kind"},
         {"save", {"@good.xml", "@none/out.xml"}, "out.xml: cannot be written"},
         {"save", {"@good.xml", "@folder"}, "folder: cannot be written"},
+        {"save", {"@good.xml", "@o\xE9.xml"}, "\uFFFD.xml is not UTF-8; the names"},
+        {"show", {"@o\xE9.xml"}, "is not UTF-8"},
+        {"run", {"@o\xE9.xml"}, "is not UTF-8"},
+        {"run", {"@good.xml", "--part", "@o\xE9.stl"}, "is not UTF-8"},
         {"save", {"@good.xml", "/proc/out.xml"}, "/proc/out.xml: cannot be written"},
     };
     for (const auto& [command, arguments, told] : cases) {
@@ -94,6 +99,17 @@ TEST(Usage, WhatCannotBeUsedIsToldWithItsPlaceAndGivesStatusTwo) {
     }
     EXPECT_FALSE(corvane.folder.exists("new.json"));
     EXPECT_EQ(corvane("lint", {""}).status, 1);
+}
+
+TEST(Usage, ScriptsThatCannotBeHandedOverAreRefused) {
+    const CommandLine corvane;
+    corvane.folder.write("good.xml", ruleFile(scriptRule("a", "a.lua")));
+    corvane.folder.write("mine/a.lua", "return true");
+    const ProcessResult result = runProcess(
+        {"/usr/bin/env", "TMPDIR=" + corvane.folder.path("none"), CORVANE_BUILD_DIR "/bin/corvane",
+         "run", corvane.folder.path("good.xml"), "--scripts", corvane.folder.path("mine")});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.err, HasSubstr("let TMPDIR name a folder"));
 }
 
 TEST(Usage, MemoryThatRunsOutInALoadIsToldAndGivesStatusTwo) {

@@ -6,6 +6,20 @@
 #include <cstdlib>
 #include <utility>
 
+#include "Text.h"
+
+namespace {
+
+/// Another text would name another file, or none.
+std::string faultOfText(const std::string& text) {
+    return isUtf8(text)
+               ? std::string()
+               : trUtf8("{0} is not UTF-8; the names of rule files, scripts and parts must be",
+                        text);
+}
+
+}  // namespace
+
 Option& Option::required() {
     option_->required();
     return *this;
@@ -78,20 +92,23 @@ void takeParentsOptions(CLI::App& command) {
 
 Option addText(CLI::App& command, const std::string& name, CStringW& target, Message description) {
     return addWord(
-        command, name, [&target](const std::string& text) { target = CStringW(text.c_str()); },
-        trUtf8(description));
+               command, name,
+               [&target](const std::string& text) { target = CStringW(text.c_str()); },
+               trUtf8(description))
+        .check(faultOfText);
 }
 
 Option addTexts(CLI::App& command, const std::string& name, std::vector<CStringW>& targets,
                 Message description) {
     return Option(command.add_option_function<std::vector<std::string>>(
-        name,
-        [&targets](const std::vector<std::string>& texts) {
-            targets.clear();
-            for (const std::string& text : texts)
-                targets.emplace_back(text.c_str());
-        },
-        trUtf8(description)));
+                      name,
+                      [&targets](const std::vector<std::string>& texts) {
+                          targets.clear();
+                          for (const std::string& text : texts)
+                              targets.emplace_back(text.c_str());
+                      },
+                      trUtf8(description)))
+        .check(faultOfText);
 }
 
 Option addWord(CLI::App& command, const std::string& name, std::string& target,

@@ -47,7 +47,7 @@ void onRead(CLI::App& command, std::function<void()> action);
 /// Options that the command does not know may be those of its parent.
 void takeParentsOptions(CLI::App& command);
 
-// Options and arguments whose text, in the process's code page, goes to the target.
+// Options and arguments whose text goes to the target. What is not UTF-8 is refused.
 Option addText(CLI::App& command, const std::string& name, CStringW& target, Message description);
 Option addTexts(CLI::App& command, const std::string& name, std::vector<CStringW>& targets,
                 Message description);

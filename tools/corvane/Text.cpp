@@ -73,6 +73,10 @@ CStringW fitted(std::u16string_view text, std::size_t columns) {
     return text;
 }
 
+bool isUtf8(std::string_view text) {
+    return wide(text).ToUtf8() == text;
+}
+
 std::vector<CStringW> linesOf(std::u16string_view text) {
     std::vector<CStringW> lines;
     while (!text.empty()) {

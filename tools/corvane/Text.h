@@ -20,6 +20,9 @@ inline CStringW wide(std::string_view text) {
     return CStringW::FromUtf8(text);
 }
 
+/// True of well-formed UTF-8. Names of files need not be.
+bool isUtf8(std::string_view text);
+
 /// The text, or as much of it as fits into `columns` with an ellipsis after it.
 CStringW fitted(std::u16string_view text, std::size_t columns);
 

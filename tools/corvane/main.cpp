@@ -10,6 +10,7 @@
 
 #include "Commands.h"
 #include "ParserTexts.h"
+#include "Signals.h"
 #include "Suggestion.h"
 #include "Text.h"
 
@@ -69,6 +70,7 @@ int runCommand(Command& command, Console& console) {
 }
 
 int runChosen(const std::vector<std::unique_ptr<Command>>& commands) {
+    catchSignals();
     for (const std::unique_ptr<Command>& command : commands) {
         if (!command->isChosen()) continue;
         Console console(command->isBatch());

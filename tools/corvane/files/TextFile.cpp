@@ -1,9 +1,7 @@
 #include "files/TextFile.h"
 
-#include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <system_error>
 
 #include <corvane/xml/QorXMLDocument.h>
 #include <corvane/xml/XMLFault.h>
@@ -14,8 +12,6 @@
 #include "lint/SourceTree.h"
 #include "results/OutputFile.h"
 
-namespace fs = std::filesystem;
-
 std::optional<std::string> bytesOfFile(const CStringW& path) {
     if (presenceOfFile(path) != Presence::Readable) return std::nullopt;
     std::ifstream file(placeOf(path), std::ios::binary);
@@ -23,15 +19,9 @@ std::optional<std::string> bytesOfFile(const CStringW& path) {
 }
 
 bool replaceFile(const CStringW& path, const std::string& bytes) {
-    std::error_code failed;
-    const fs::path place = fs::weakly_canonical(placeOf(path), failed);
-    const fs::file_status former = fs::status(place, failed);
-    results::OutputFile file(place.string());
-    if (!file.isOpen()) return false;
+    results::OutputFile file(placeOf(path).string());
     file.stream() << bytes;
-    if (!file.commit()) return false;
-    if (fs::is_regular_file(former)) fs::permissions(place, former.permissions(), failed);
-    return true;
+    return file.commit();
 }
 
 std::optional<std::string> xmlOfFile(const CStringW& path, CStringW& problem) {

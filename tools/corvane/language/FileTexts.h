@@ -8,6 +8,12 @@ namespace language {
 inline constexpr Translation kFileTexts[] = {
     {"cannot be read", "illisible", "読み取れません", "읽을 수 없음"},
     {"{0}: cannot be read", "{0}\u00A0: illisible", "{0}: 読み取れません", "{0}: 읽을 수 없습니다"},
+    {"{0} is not UTF-8; the names of rule files, scripts and parts must be",
+     "{0} n’est pas en UTF-8\u00A0; les noms des fichiers de règles, des scripts et des pièces "
+     "doivent l’être",
+     "{0} は UTF-8 ではありません。ルールファイル、スクリプト、部品の名前は UTF-8 "
+     "でなければなりません",
+     "{0}은(는) UTF-8이 아닙니다. 규칙 파일, 스크립트, 부품의 이름은 UTF-8이어야 합니다"},
     {"{0}: cannot be written", "{0}\u00A0: impossible à écrire", "{0}: 書き込めません",
      "{0}: 쓸 수 없습니다"},
     {"no script folder: {0} cannot be read", "pas de dossier de scripts\u00A0: {0} est illisible",

@@ -79,6 +79,15 @@ inline constexpr Translation kHelpTexts[] = {
      "ライブラリが {0} で失敗しました", "라이브러리가 {0}(으)로 실패했습니다"},
     {"an unknown error ended the program", "une erreur inconnue a mis fin au programme",
      "不明なエラーでプログラムが終了しました", "알 수 없는 오류로 프로그램이 끝났습니다"},
+    {"--scripts takes a temporary folder, and none can be made; let TMPDIR name a folder that can "
+     "be "
+     "written",
+     "--scripts demande un dossier temporaire, et il ne peut pas être créé\u00A0; indiquez dans "
+     "TMPDIR un dossier où l’on peut écrire",
+     "--scripts には一時フォルダーが必要ですが、作成できません。TMPDIR "
+     "に書き込めるフォルダーを指定してください",
+     "--scripts에는 임시 폴더가 필요하지만 만들 수 없습니다. TMPDIR에 쓸 수 있는 폴더를 "
+     "지정하십시오"},
     {"the results cannot be written", "les résultats ne peuvent pas être écrits",
      "結果を書き込めません", "결과를 쓸 수 없습니다"},
     // Options that several commands have.

@@ -50,6 +50,8 @@ inline constexpr Translation kRunTexts[] = {
      "{0}: このファイル一覧は自分自身を含んでいます", "{0}: 이 파일 목록은 자기 자신을 포함합니다"},
     {"{0}: this list of files cannot be read", "{0}\u00A0: cette liste de fichiers est illisible",
      "{0}: このファイル一覧を読み取れません", "{0}: 이 파일 목록을 읽을 수 없습니다"},
+    {"{0}: this list names no file", "{0}\u00A0: cette liste ne nomme aucun fichier",
+     "{0}: この一覧にはファイルがありません", "{0}: 이 목록에는 파일이 없습니다"},
     {"{0}: this folder holds no file of that kind",
      "{0}\u00A0: ce dossier ne contient aucun fichier de ce type",
      "{0}: このフォルダーに該当する種類のファイルがありません",

@@ -16,14 +16,6 @@
 
 namespace {
 
-volatile std::sig_atomic_t interrupted = 0;
-
-extern "C" void noteInterruption(int number) {
-    interrupted = 1;
-    // The next one ends the process.
-    std::signal(number, SIG_DFL);
-}
-
 /// Writes all of it; false when nobody reads any more. Raises no signal.
 bool sendAll(int socket, std::string_view text) {
     while (!text.empty()) {
@@ -176,8 +168,8 @@ struct WorkerChannel::Streams {
 
 WorkerChannel::WorkerChannel() : streams_(std::make_unique<Streams>()) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    std::signal(SIGINT, SIG_IGN);
-    std::signal(SIGTERM, SIG_IGN);
+    for (const int number : {SIGHUP, SIGINT, SIGTERM})
+        std::signal(number, SIG_IGN);
     streams_->socket = fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3);
     const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
     dup2(nothing, STDIN_FILENO);
@@ -205,17 +197,6 @@ bool WorkerChannel::read(std::string& line) {
 void WorkerChannel::write(const std::string& line) {
     // Without its controller a worker has nothing left to do.
     if (!sendAll(streams_->socket, line + '\n')) _exit(1);
-}
-
-void catchInterruption() {
-    struct sigaction action {};
-    action.sa_handler = noteInterruption;
-    for (const int number : {SIGINT, SIGTERM})
-        sigaction(number, &action, nullptr);
-}
-
-bool wasInterrupted() {
-    return interrupted != 0;
 }
 
 std::uint64_t machineMemory() {

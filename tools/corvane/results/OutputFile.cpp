@@ -1,7 +1,6 @@
 #include "results/OutputFile.h"
 
 #include <atomic>
-#include <filesystem>
 #include <random>
 
 namespace results {
@@ -20,10 +19,23 @@ std::string temporaryName(const std::string& path) {
 }  // namespace
 
 OutputFile::OutputFile(std::string path) : path_(std::move(path)) {
+    open();
+}
+
+void OutputFile::open() {
     std::error_code status;
-    const bool isSpecial = fs::exists(path_, status) && !fs::is_regular_file(path_, status);
-    if (!isSpecial) temporary_ = temporaryName(path_);
-    stream_.open(isSpecial ? path_ : temporary_, std::ios::binary);
+    const fs::file_status former = fs::status(path_, status);
+    // Before links are followed: those of open pipes lead to no name.
+    if (fs::exists(former) && !fs::is_regular_file(former))
+        return stream_.open(path_, std::ios::binary);
+    place_ = fs::weakly_canonical(path_, status);
+    if (status || place_.empty()) return;
+    // To replace it, the rights to its folder would be enough.
+    if (fs::exists(former) && !std::ofstream(place_, std::ios::app)) return;
+    temporary_ = temporaryName(place_.string());
+    transient_.emplace(temporary_);
+    stream_.open(temporary_, std::ios::binary);
+    if (fs::exists(former)) fs::permissions(temporary_, former.permissions(), status);
 }
 
 OutputFile::~OutputFile() {
@@ -39,7 +51,7 @@ bool OutputFile::commit() {
     std::error_code status;
     const bool written = !stream_.fail();
     if (temporary_.empty()) return written;
-    if (written) fs::rename(temporary_, path_, status);
+    if (written) fs::rename(temporary_, place_, status);
     if (written && !status) return true;
     fs::remove(temporary_, status);
     return false;

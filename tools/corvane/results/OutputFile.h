@@ -1,12 +1,18 @@
 #pragma once
 
+#include <filesystem>
 #include <fstream>
+#include <optional>
 #include <string>
+
+#include "Signals.h"
 
 namespace results {
 
 /// A file that is replaced as a whole: what is written goes to a file beside it, which takes its
-/// place in the end. Until then, and for ever when the process is killed, the old one stays.
+/// place in the end. Until then, and for ever when the process is killed, the old one stays. A link
+/// is followed, and the file keeps who may read and write it; one that may not be written is not
+/// replaced either.
 class OutputFile {
 public:
     explicit OutputFile(std::string path);
@@ -21,8 +27,12 @@ public:
     bool commit();
 
 private:
+    void open();
+
     std::string path_;
-    std::string temporary_;  ///< Empty for what is no plain file, such as a pipe.
+    std::filesystem::path place_;  ///< Without links.
+    std::string temporary_;        ///< Empty for what is no plain file, such as a pipe.
+    std::optional<Transient> transient_;
     std::ofstream stream_;
 };
 

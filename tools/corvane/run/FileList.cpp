@@ -59,11 +59,15 @@ private:
                                         : trUtf8("{0}: this list of files cannot be read", name));
             return;
         }
+        bool isEmpty = true;
         for (std::string line; std::getline(file, line);) {
             while (!line.empty() && (line.back() == '\r' || line.back() == ' '))
                 line.pop_back();
-            if (!line.empty() && line.front() != '#') add(line, depth + 1);
+            if (line.empty() || line.front() == '#') continue;
+            isEmpty = false;
+            add(line, depth + 1);
         }
+        if (isEmpty) list.problems.push_back(trUtf8("{0}: this list names no file", name));
     }
 
     bool hasEnding(const fs::path& path) const {
@@ -74,30 +78,42 @@ private:
         return std::ranges::find(endings_, ending) != endings_.end();
     }
 
-    /// The files in a folder and below it that the test takes, by name.
-    template <typename Takes>
-    std::size_t addBelow(const fs::path& folder, Takes takes) {
-        std::vector<std::string> found;
+    /// Finds the files in a folder and below it that `takes` takes, in those folders that `enters`
+    /// takes. One that cannot be read may hide any of them.
+    template <typename Takes, typename Enters>
+    void findBelow(const fs::path& folder, Takes takes, Enters enters,
+                   std::vector<std::string>& found) {
         std::error_code status;
-        fs::recursive_directory_iterator entry(folder.empty() ? fs::path(".") : folder,
-                                               fs::directory_options::skip_permission_denied,
-                                               status);
-        for (; !status && entry != fs::recursive_directory_iterator(); entry.increment(status)) {
-            const fs::path path =
-                folder.empty() ? entry->path().lexically_relative(".") : entry->path();
+        fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, status);
+        for (; !status && entry != fs::directory_iterator(); entry.increment(status)) {
+            const fs::path path = folder / entry->path().filename();
             std::error_code ignored;
             if (entry->is_regular_file(ignored) && takes(path)) found.push_back(path.string());
+            const bool isFolder = entry->is_directory(ignored) && !entry->is_symlink(ignored);
+            if (isFolder && enters(path)) findBelow(path, takes, enters, found);
         }
+        if (status && status != std::errc::no_such_file_or_directory &&
+            status != std::errc::not_a_directory)
+            list.problems.push_back(trUtf8("{0}: cannot be read", folder.string()));
+    }
+
+    /// Adds what is found, by name; nothing at all is a problem when no other one explains it.
+    template <typename Takes, typename Enters>
+    void addBelow(const fs::path& folder, Takes takes, Enters enters, const std::string& none) {
+        const std::size_t problems = list.problems.size();
+        std::vector<std::string> found;
+        findBelow(folder, takes, enters, found);
         std::ranges::sort(found);
         for (const std::string& file : found)
             addFile(file);
-        return found.size();
+        if (found.empty() && list.problems.size() == problems) list.problems.push_back(none);
     }
 
     void addFolder(const std::string& folder) {
-        const auto takes = [this](const fs::path& path) { return hasEnding(path); };
-        if (addBelow(folder, takes) == 0)
-            list.problems.push_back(trUtf8("{0}: this folder holds no file of that kind", folder));
+        addBelow(
+            folder, [this](const fs::path& path) { return hasEnding(path); },
+            [](const fs::path&) { return true; },
+            trUtf8("{0}: this folder holds no file of that kind", folder));
     }
 
     void addPattern(const std::string& pattern) {
@@ -107,11 +123,14 @@ private:
         const fs::path folder = slash == std::string::npos ? fs::path()
                                 : slash == 0               ? fs::path("/")
                                                            : fs::path(pattern.substr(0, slash));
-        const auto takes = [&](const fs::path& path) {
-            return fitsPath(pattern, path.generic_string());
-        };
-        if (addBelow(folder, takes) == 0)
-            list.problems.push_back(trUtf8("{0}: no file fits this pattern", pattern));
+        const bool isDeep = pattern.find("**") != std::string::npos;
+        const auto depth = std::ranges::count(pattern, '/');
+        addBelow(
+            folder, [&](const fs::path& path) { return fitsPath(pattern, path.generic_string()); },
+            [&](const fs::path& path) {
+                return isDeep || std::ranges::count(path.generic_string(), '/') < depth;
+            },
+            trUtf8("{0}: no file fits this pattern", pattern));
     }
 
     std::span<const std::string_view> endings_;

@@ -17,6 +17,7 @@ struct FileList {
 /// in one of `endings`, by name; a pattern ("parts/*.stl", "parts/**"), which means the files
 /// that fit it, by name; or "@LIST", a text file of such arguments, one a line, where empty lines
 /// and those that begin with "#" do not count. Paths in a list are relative to where the program
-/// runs. A folder or pattern without a file is a problem; a file that is not there is taken.
+/// runs. A folder, pattern or list without a file is a problem, and so is a folder that cannot be
+/// read; a file that is not there is taken.
 FileList expandFiles(std::span<const std::string> arguments,
                      std::span<const std::string_view> endings);

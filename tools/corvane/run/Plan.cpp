@@ -57,7 +57,8 @@ private:
         const FileList list = expandFiles(options_.ruleFiles, kRuleFileEndings);
         reportAll(list);
         for (const std::string& path : list.files) {
-            std::unique_ptr<RuleFile> file = RuleFile::load(wide(path), console_);
+            std::unique_ptr<RuleFile> file;
+            if (hasGoodName(path)) file = RuleFile::load(wide(path), console_);
             if (!file) {
                 plan_.hasUnreadable = true;
                 continue;
@@ -67,6 +68,14 @@ private:
                 addRule(*file, path, i);
             plan_.files.push_back(std::move(file));
         }
+    }
+
+    /// Workers, scripts and results hold names as text.
+    bool hasGoodName(const std::string& path) {
+        if (isUtf8(path)) return true;
+        console_.report(
+            tr("{0} is not UTF-8; the names of rule files, scripts and parts must be", path));
+        return false;
     }
 
     void addRule(const RuleFile& file, const std::string& path, QorLong element) {
@@ -113,13 +122,16 @@ private:
 
     void addPart(const std::string& path) {
         const auto number = static_cast<std::int64_t>(++counted_);
+        const std::string fullPath = fs::absolute(path).string();
         std::error_code status;
-        if (!fs::is_regular_file(path, status)) {
-            console_.report(tr("{0}: no such part", path));
+        const bool isFile = fs::is_regular_file(path, status);
+        if (!isFile)
+            console_.report(fs::exists(path, status) ? tr("{0} is no file", path)
+                                                     : tr("{0}: no such part", path));
+        if (isFile && hasGoodName(fullPath))
+            plan_.parts.push_back({number, path, fullPath});
+        else
             plan_.hasUnreadable = true;
-            return;
-        }
-        plan_.parts.push_back({number, path, fs::absolute(path).string()});
     }
 
     /// Parts are dealt out in turn, so that the large ones of a folder do not fall to one machine.

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <thread>
 
+#include "Signals.h"
 #include "language/Messages.h"
 
 namespace {

@@ -12,6 +12,7 @@
 #include <corvane/platform/LoadedModule.h>
 #include <corvane/scriptrules/IScriptProcessor.h>
 
+#include "Signals.h"
 #include "Text.h"
 #include "language/Messages.h"
 #include "results/TextWriter.h"

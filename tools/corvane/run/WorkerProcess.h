@@ -56,11 +56,6 @@ private:
     std::unique_ptr<Streams> streams_;
 };
 
-/// Lets a person, or the system, end a run in order: wasInterrupted becomes true instead of the
-/// process ending. A second time it ends.
-void catchInterruption();
-bool wasInterrupted();
-
 /// Bytes of memory of this machine; 0 when the system does not tell.
 std::uint64_t machineMemory();
 

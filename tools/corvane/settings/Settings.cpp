@@ -2,6 +2,7 @@
 
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 #include <string>
 #include <system_error>
 
@@ -13,6 +14,7 @@
 
 #include "Text.h"
 #include "doctor/Places.h"
+#include "language/Messages.h"
 #include "settings/TemporaryFolder.h"
 
 namespace fs = std::filesystem;
@@ -23,6 +25,8 @@ constexpr const char16_t* kDataVariable = u"CORVANE_DATA_DIR";
 constexpr const char16_t* kDatabaseVariable = u"CORVANE_DATABASE_DIR";
 constexpr const char* kFile = "ConfigModule.ini";
 constexpr const char* kSeverities = "Severities.toml";
+constexpr const char* kDatabase = "qorSqliteDb.dat";
+constexpr const char* kDatabaseJournal = "qorSqliteDb.dat-journal";
 
 CStringW textOf(const fs::path& path) {
     const std::u8string bytes = path.u8string();
@@ -65,7 +69,10 @@ void Settings::apply(const CStringW& data, const CStringW& scripts) {
     find();
     if (!scripts.IsEmpty()) {
         std::error_code ignored;
-        write(textOf(fs::weakly_canonical(placeOf(scripts), ignored)));
+        if (!write(textOf(fs::weakly_canonical(placeOf(scripts), ignored))))
+            throw std::runtime_error(
+                trUtf8("--scripts takes a temporary folder, and none can be made; let TMPDIR name "
+                       "a folder that can be written"));
     }
 }
 
@@ -86,7 +93,8 @@ void Settings::find() {
 }
 
 bool Settings::write(const CStringW& scripts) {
-    const std::shared_ptr<const TemporaryFolder> folder = TemporaryFolder::make();
+    const std::shared_ptr<const TemporaryFolder> folder = TemporaryFolder::make(
+        {"Settings/ConfigModule.ini", "Settings/Severities.toml", "Settings"});
     if (!folder) return false;
     const fs::path former = settingsFolder();
     const fs::path settings = folder->path() / "Settings";
@@ -115,8 +123,8 @@ void Settings::placeDatabase(bool mayMake) {
     std::optional<fs::path> folder = userFolder(u"XDG_DATA_HOME", ".local/share");
     std::error_code failed;
     if (folder && mayMake) fs::create_directories(*folder, failed);
-    if (!folder || !isWritable(textOf(*folder / "qorSqliteDb.dat"))) {
-        database_ = TemporaryFolder::make();
+    if (!folder || !isWritable(textOf(*folder / kDatabase))) {
+        database_ = TemporaryFolder::make({kDatabase, kDatabaseJournal});
         if (!database_) return;
         folder = database_->path();
     }

@@ -28,6 +28,7 @@ class Settings {
 public:
     /// Finds the settings and hands them to the library, through the environment. `data` comes
     /// over all others, and `scripts` over the script folder of what is found; either may be empty.
+    /// Raises std::runtime_error when `scripts` cannot be handed over.
     void apply(const CStringW& data, const CStringW& scripts);
     /// Lets the rule database be where the user may make it, unless it is configured or there.
     /// With `mayMake` false no folder is made that stays.

@@ -6,7 +6,8 @@
 
 namespace fs = std::filesystem;
 
-std::shared_ptr<const TemporaryFolder> TemporaryFolder::make() {
+std::shared_ptr<const TemporaryFolder> TemporaryFolder::make(
+    std::initializer_list<const char*> files) {
     constexpr int kMostTries = 100;
     std::error_code failed;
     const fs::path above = fs::temp_directory_path(failed);
@@ -19,11 +20,18 @@ std::shared_ptr<const TemporaryFolder> TemporaryFolder::make() {
             if (failed) return nullptr;
             continue;
         }
-        const std::shared_ptr<const TemporaryFolder> folder(new TemporaryFolder(path));
+        const std::shared_ptr<const TemporaryFolder> folder(new TemporaryFolder(path, files));
         fs::permissions(path, fs::perms::owner_all, failed);
         return failed ? nullptr : folder;
     }
     return nullptr;
+}
+
+TemporaryFolder::TemporaryFolder(fs::path path, std::initializer_list<const char*> files)
+    : path_(std::move(path)) {
+    for (const char* file : files)
+        transients_.emplace_back((path_ / file).string());
+    transients_.emplace_back(path_.string());
 }
 
 TemporaryFolder::~TemporaryFolder() {
