@@ -325,3 +325,26 @@ TEST(GapsTest, NarrowAirIsFoundBetweenWallsAndBetweenSolids) {
             EXPECT_NEAR(places.front().value, gap, gap * (part->model().isMesh ? 0.02 : 5e-4));
         }
 }
+
+TEST(GapsTest, EachSeparateNarrowPlaceBetweenTwoFacesIsTold) {
+    // A groove that is wider below, and a cut that takes the middle of its narrow mouth away.
+    const TopoDS_Shape groove =
+        cut(box(60, 20, 40),
+            extruded({{28.5, 8, 0}, {31.5, 8, 0}, {30.75, 20, 0}, {29.25, 20, 0}}, 40));
+    const std::pair<TopoDS_Shape, std::size_t> cases[] = {
+        {groove, 1}, {cut(groove, box(20, 6, 10, {20, 14, 15})), 2}};
+    for (const auto& [shape, mouths] : cases)
+        for (const char* ending : {".brep", ".stl"}) {
+            const auto part = partOf(shape, ending);
+            ASSERT_TRUE(part);
+            std::vector<double> ends;
+            for (const Thickness& place : part->gaps().places)
+                if (place.value < 2.0) {
+                    EXPECT_NEAR(place.value, 1.5, 0.02) << ending;
+                    ends.push_back(place.point.z);
+                }
+            ASSERT_EQ(ends.size(), mouths) << ending;
+            // On both sides of the cut.
+            EXPECT_EQ(std::abs(ends.front() - ends.back()) >= 10.0, mouths == 2);
+        }
+}
