@@ -11,10 +11,25 @@ namespace corvane::part::facets {
 namespace {
 
 constexpr std::size_t kMostPoints = 240;  // that a fit needs
+constexpr std::size_t kSpare = 2;         // points more than a surface needs: too many for chance
 constexpr double kWidestTurn = 20.0;      // degrees from a strip's middle to its border
 constexpr double kFarther = 2.5;          // than usual: what a strip of one surface may turn
 constexpr double kFarthestTurn = 0.82;    // cosine of what a facet turns at most
 constexpr double kFlattest = 100.0;       // radius over size: beyond it nobody meant a round face
+
+/// How many numbers tell where a surface of the kind is, and how large.
+std::size_t sizesOf(SurfaceKind kind) {
+    switch (kind) {
+        case SurfaceKind::Sphere:
+            return 4;
+        case SurfaceKind::Cylinder:
+            return 5;
+        case SurfaceKind::Cone:
+            return 6;
+        default:
+            return 7;
+    }
+}
 
 Vector outwardAt(const Fit& fit, const Offset& offset) {
     return fit.concave ? -offset.outward : offset.outward;
@@ -49,7 +64,8 @@ std::optional<Fit> Grower::fitted(SurfaceKind kind, std::span<const std::uint32_
     const std::optional<Surface> start = reading::guess(kind, samples);
     if (!start) return std::nullopt;
     collect(seed);
-    if (isFlat(seed, tolerance)) return std::nullopt;
+    // As many points as a surface has sizes lie on one always.
+    if (corners_.size() <= sizesOf(kind) || isFlat(seed, tolerance)) return std::nullopt;
     Fit fit{reading::refined(*start, points_), false, tolerance};
     Box box;
     for (const Vector& point : points_) {
@@ -75,6 +91,12 @@ bool Grower::isFlat(std::span<const std::uint32_t> strips, double tolerance) con
         most = std::max(most, height);
     }
     return most - least <= 2.0 * tolerance;
+}
+
+bool Grower::isProven(const Region& region, std::size_t times) {
+    collect(region.strips);
+    const std::size_t sizes = sizesOf(region.surface.kind);
+    return corners_.size() >= std::max(times * sizes, sizes + kSpare);
 }
 
 /// How far strips turn that are like these. Those of one surface turn about as far as each other: a

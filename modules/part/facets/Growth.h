@@ -33,6 +33,10 @@ public:
     [[nodiscard]] bool holds(const Region& region, double tolerance,
                              std::span<const std::uint32_t> strips) const;
 
+    /// Whether the region has so many vertices that it is no chance that its surface passes them,
+    /// and at least so many times the numbers that the surface has.
+    bool isProven(const Region& region, std::size_t times);
+
     [[nodiscard]] bool isFree(std::uint32_t strip) const { return regionOf_[strip] == kNoRegion; }
 
     static constexpr std::uint32_t kNoRegion = 0xffffffffU;

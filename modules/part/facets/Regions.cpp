@@ -117,7 +117,9 @@ private:
         for (std::uint32_t seed = 0; seed < strips_.count(); seed += 1 + stride(failures)) {
             if (!grower_.isFree(seed) || strips_.isSliver(seed)) continue;
             std::optional<Region> best = bestOf(seed, loose);
-            if (!best || best->strips.size() < leastStrips) {
+            // A loose surface passes a point by chance quite often.
+            if (!best || best->strips.size() < leastStrips ||
+                !grower_.isProven(*best, loose > 0.0 ? 3 : 1)) {
                 ++failures;
                 continue;
             }
@@ -126,9 +128,12 @@ private:
             claim(regions_.back(), 0);
         }
     }
-    /// A freeform mesh has no surface to find; a look here and there tells.
+    /// A freeform mesh has no surface to find; a look here and there tells, ever more seldom, which
+    /// keeps a scan of a million facets to some thousands of looks. The next surface that is found
+    /// makes it look everywhere again.
     static std::uint32_t stride(std::size_t failures) {
-        return static_cast<std::uint32_t>(std::min<std::size_t>(failures / 3000, 30));
+        constexpr std::size_t kPatience = 100, kMostDoublings = 12;
+        return (1U << std::min(failures / kPatience, kMostDoublings)) - 1U;
     }
 
     [[nodiscard]] std::vector<Neighbour> smoothAround(std::uint32_t strip) const {
