@@ -5,7 +5,6 @@
 namespace corvane::part::walls {
 namespace {
 
-constexpr double kThicker = 1.2;
 /// A cell holds a few spots, so that even ones leave no hole between them.
 constexpr double kSpotsAcross = 1.2;
 constexpr int kMostDoublings = 8;
@@ -123,7 +122,7 @@ public:
         if (std::pair(lows_[b], places_[b]) < std::pair(lows_[a], places_[a])) std::swap(a, b);
         const std::uint32_t elder = places_[a], younger = places_[b];
         const double low = lows_[a];
-        const bool apart = value >= kThicker * lows_[b];
+        const bool apart = Separate::parts(value, low, lows_[b]);
         if (apart && elder != kNone && younger != kNone) left.push_back(younger);
         groups_.join(a, b);
         const std::uint32_t group = groups_.find(a);

@@ -25,8 +25,14 @@ public:
     /// The thinnest spot of each place, thinnest first, but for that of the thinnest one, which is
     /// at `thinnest`. Only spots with the face `across` count; 0 stands for any.
     [[nodiscard]] std::vector<Spot> further(int across, const Vector& thinnest) const;
+    /// Whether a wall of `between` on the way parts two places.
+    [[nodiscard]] static bool parts(double between, double a, double b) {
+        return between >= kThicker * std::max(a, b);
+    }
     /// The width of a step.
     [[nodiscard]] double step() const { return step_; }
+
+    static constexpr double kThicker = 1.2;
 
 private:
     using Cell = std::uint64_t;  ///< its three places, 21 bits each

@@ -101,7 +101,8 @@ private:
             if (!isOf(key, best.measured)) continue;
             follow(key, best);
             if (std::any_of(kept.begin(), kept.end(), [&](const Thickness& other) {
-                    return isSame(best.place(), other, places.step());
+                    return isSame(best.place(), other, places.step()) ||
+                           isJoined(best, other, places.step());
                 }))
                 continue;
             kept.push_back(best.place());
@@ -113,6 +114,23 @@ private:
     /// Whether two places are one, be it seen from its other side.
     static bool isSame(const Thickness& a, const Thickness& b, double near) {
         return std::min(distance(a.point, b.point), distance(a.point, b.opposite)) <= near;
+    }
+
+    /// Whether the surface is `near` the straight way to the other place and the wall thin all
+    /// along it, which spots at the border of a face may be too far apart to tell.
+    [[nodiscard]] bool isJoined(const Best& best, const Thickness& other, double near) const {
+        constexpr int kLooks = 8;
+        const Thickness& place = best.place();
+        for (int i = 1; i < kLooks; ++i) {
+            const Vector way =
+                (other.point - best.sample.point) * (static_cast<double>(i) / kLooks);
+            const Bvh::Hit hit = probe_.beside(best.sample, way);
+            if (!hit || distance(hit.point, best.sample.point + way) > near) return false;
+            const Measured between = measure_(samples_.at(hit.triangle, hit.point));
+            if (!between.isWall || Separate::parts(between.place.value, place.value, other.value))
+                return false;
+        }
+        return true;
     }
 
     [[nodiscard]] bool isOf(const Key& key, const Measured& measured) const {
