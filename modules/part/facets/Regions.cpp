@@ -123,14 +123,14 @@ private:
                 ++failures;
                 continue;
             }
-            failures = 0;
+            failures -= std::min(failures, best->strips.size());
             regions_.push_back(std::move(*best));
             claim(regions_.back(), 0);
         }
     }
     /// A freeform mesh has no surface to find; a look here and there tells, ever more seldom, which
-    /// keeps a scan of a million facets to some thousands of looks. The next surface that is found
-    /// makes it look everywhere again.
+    /// keeps a scan of a million facets to some thousands of looks. A surface that is found makes up
+    /// for as many failures as it has strips: a small one may be there by chance.
     static std::uint32_t stride(std::size_t failures) {
         constexpr std::size_t kPatience = 100, kMostDoublings = 12;
         return (1U << std::min(failures / kPatience, kMostDoublings)) - 1U;
