@@ -129,8 +129,8 @@ private:
         }
     }
     /// A freeform mesh has no surface to find; a look here and there tells, ever more seldom, which
-    /// keeps a scan of a million facets to some thousands of looks. A surface that is found makes up
-    /// for as many failures as it has strips: a small one may be there by chance.
+    /// keeps a scan of a million facets to some thousands of looks. A surface that is found makes
+    /// up for as many failures as it has strips: a small one may be there by chance.
     static std::uint32_t stride(std::size_t failures) {
         constexpr std::size_t kPatience = 100, kMostDoublings = 12;
         return (1U << std::min(failures / kPatience, kMostDoublings)) - 1U;
