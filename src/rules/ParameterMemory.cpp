@@ -7,7 +7,7 @@
 
 // A large rule file makes parameters by the hundred thousand, and drops them with their rules. The
 // heap puts off joining small pieces until a large one ends, which would be after the last rule,
-// when none of them is in the processor's cache any more. Dropping took three times as long so.
+// when none of them is in the processor's cache any more; dropping would take three times as long.
 namespace corvane::rules {
 namespace {
 

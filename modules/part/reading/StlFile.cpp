@@ -103,7 +103,8 @@ Result readStl(const std::filesystem::path& file, double factor) {
         result.error = "the STL file has no facets";
         return result;
     }
-    result = modelOf(std::move(mesh), factor * precisionOf(facets, digits));
+    const double precision = precisionOf(mesh, factor, digits);
+    result = modelOf(std::move(mesh), precision);
     findDamages(result.model);
     return result;
 }

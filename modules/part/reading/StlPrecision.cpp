@@ -47,18 +47,19 @@ double WrittenDigits::step(std::size_t axis) const {
                               : std::min(own.place, own.decade + 1 - std::max(digits_, kFewest)));
 }
 
-double precisionOf(const std::vector<StlFacet>& facets, const WrittenDigits& digits) {
-    std::array<float, 3> largest{};
-    for (const StlFacet& facet : facets)
-        for (const auto& corner : facet)
-            for (std::size_t i = 0; i < 3; ++i)
-                largest[i] = std::max(largest[i], std::abs(corner[i]));
+double precisionOf(const Mesh& mesh, double factor, const WrittenDigits& digits) {
+    Vector largest;
+    for (const Vector& v : mesh.vertices)
+        largest = {std::max(largest.x, std::abs(v.x)), std::max(largest.y, std::abs(v.y)),
+                   std::max(largest.z, std::abs(v.z))};
     double sum = 0.0;
-    for (std::size_t i = 0; i < 3; ++i) {
-        const double below = std::nextafter(largest[i], 0.0F);
+    std::size_t axis = 0;
+    for (const double along : {largest.x, largest.y, largest.z}) {
+        const auto written = static_cast<float>(along / factor);
+        const double below = std::nextafter(written, 0.0F);
         // A text rounds by half of its last place. Floats were often computed with, which takes
         // a whole step and more.
-        const double off = std::max(double{largest[i]} - below, 0.5 * digits.step(i));
+        const double off = factor * std::max(double{written} - below, 0.5 * digits.step(axis++));
         sum += off * off;
     }
     return std::sqrt(sum);

@@ -2,9 +2,8 @@
 
 #include <array>
 #include <string_view>
-#include <vector>
 
-#include "Weld.h"
+#include "corvane/part/Model.h"
 
 namespace corvane::part::reading {
 
@@ -29,8 +28,9 @@ private:
     bool isEven_ = true;  // all have so many
 };
 
-/// How far a vertex of the facets can be from where its program had it, along all axes together, in
-/// the file's unit: the file holds its coordinates as floats, or with the digits of the text.
-double precisionOf(const std::vector<StlFacet>& facets, const WrittenDigits& digits);
+/// How far a vertex of the mesh can be from where its program had it, along all axes together: the
+/// file holds its coordinates as floats, or with the digits of the text. `factor` is that by which
+/// the mesh is larger than the file.
+double precisionOf(const Mesh& mesh, double factor, const WrittenDigits& digits);
 
 }  // namespace corvane::part::reading
