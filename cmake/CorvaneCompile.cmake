@@ -62,13 +62,15 @@ function(corvane_add_headers name)
     endif()
 endfunction()
 
+# Those of the standard library that many sources include.
+set(CORVANE_COMMON_HEADERS
+    <algorithm> <filesystem> <fstream> <functional> <map> <memory> <optional> <sstream> <string> <vector>)
+
 # With GCC 12 it also brings warnings of the standard library's own headers.
 option(CORVANE_PRECOMPILE "Read headers of the standard library once, which hides where one is not included" OFF)
 if(CORVANE_PRECOMPILE)
-    set(headers HEADERS
-        <algorithm> <filesystem> <fstream> <functional> <map> <memory> <optional> <sstream> <string> <vector>)
-    corvane_add_headers(headers_of_libraries ${headers})
-    corvane_add_headers(headers_of_programs PROGRAMS ${headers})
+    corvane_add_headers(headers_of_libraries HEADERS ${CORVANE_COMMON_HEADERS})
+    corvane_add_headers(headers_of_programs PROGRAMS HEADERS ${CORVANE_COMMON_HEADERS})
 endif()
 
 # corvane_precompile(TARGET)
