@@ -3,10 +3,15 @@
 
 #include <benchmark/benchmark.h>
 #include <filesystem>
+#include <fstream>
+#include <functional>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
+#include <malloc.h>
 #include <memory>
 #include <string>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <vector>
 
 #include <corvane/rules/CQorRule.h>
@@ -176,17 +181,22 @@ void LibxmlSerialise(benchmark::State& state) {
     file.report(state);
 }
 
+// The number of rules, while they and their document are both there.
+std::size_t readRules(const std::string& path) {
+    QorXMLDocument document;
+    const QorXMLNode* const root = document.LoadFromFile(CStringW::FromUtf8(path));
+    const std::unique_ptr<QorXMLNodeList> elements(root->GetChildNodes());
+    std::vector<WallRule> rules(static_cast<std::size_t>(elements->GetSize()));
+    for (std::size_t i = 0; i < rules.size(); ++i)
+        rules[i].PopulateParametersFromXML((*elements)[static_cast<QorLong>(i)]);
+    benchmark::DoNotOptimize(rules.data());
+    return rules.size();
+}
+
 void LoadAndRead(benchmark::State& state) {
     const RuleFile file(state);
-    for (auto _ : state) {
-        QorXMLDocument document;
-        const QorXMLNode* const root = document.LoadFromFile(CStringW::FromUtf8(file.path));
-        const std::unique_ptr<QorXMLNodeList> elements(root->GetChildNodes());
-        std::vector<WallRule> rules(file.rules.size());
-        for (std::size_t i = 0; i < rules.size(); ++i)
-            rules[i].PopulateParametersFromXML((*elements)[static_cast<QorLong>(i)]);
-        benchmark::DoNotOptimize(rules.data());
-    }
+    for (auto _ : state)
+        benchmark::DoNotOptimize(readRules(file.path));
     file.report(state);
 }
 
@@ -198,6 +208,52 @@ void WriteAndSave(benchmark::State& state) {
         benchmark::DoNotOptimize(corvane::SaveXML(document, CStringW::FromUtf8(file.path)));
     }
     file.report(state);
+}
+
+// Of the process that asks, from /proc/self/status.
+double memory(const std::string& name) {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        double kilobytes = 0;
+        if (word == name + ':' && status >> kilobytes) return kilobytes * 1024;
+    }
+    return 0;
+}
+
+// By how many bytes a process of its own grows at most in `work`; negative if it fails.
+double growth(const std::function<bool()>& work) {
+    int ends[2] = {};
+    if (pipe(ends) != 0) return -1;
+    const pid_t child = fork();
+    if (child == 0) {
+        // What the benchmarks before it have freed would be used again and not be seen.
+        malloc_trim(0);
+        std::ofstream("/proc/self/clear_refs") << "5";
+        const double before = memory("VmRSS");
+        double grown = work() ? memory("VmHWM") - before : -1;
+        _exit(write(ends[1], &grown, sizeof grown) == sizeof grown ? 0 : 1);
+    }
+    close(ends[1]);
+    double grown = -1;
+    if (read(ends[0], &grown, sizeof grown) != sizeof grown) grown = -1;
+    close(ends[0]);
+    waitpid(child, nullptr, 0);
+    return grown;
+}
+
+template <std::size_t (*Read)(const std::string&)>
+void memoryOfReading(benchmark::State& state) {
+    const RuleFile file(state);
+    for (auto _ : state) {
+        const double grown = growth([&] { return Read(file.path) == file.rules.size(); });
+        if (grown < 0) state.SkipWithError("failed");
+        state.counters["bytes"] = grown / static_cast<double>(file.rules.size());
+    }
+}
+
+template <PeerRules (*Read)(const std::string&)>
+std::size_t countPeers(const std::string& path) {
+    return Read(path).size();
 }
 
 class WideRule : public WallRule {
@@ -261,6 +317,10 @@ void largeSizes(benchmark::internal::Benchmark* benchmark) {
     benchmark->Unit(benchmark::kMillisecond);
 }
 
+void processes(benchmark::internal::Benchmark* benchmark) {
+    benchmark->Apply(largeSizes)->Iterations(1);
+}
+
 BENCHMARK(Load)->Name("load:corvane")->Apply(sizes);
 BENCHMARK(LibxmlParse)->Name("load:libxml2")->Apply(sizes);
 BENCHMARK(Read)->Name("read the rules:corvane")->Apply(sizes);
@@ -270,6 +330,10 @@ BENCHMARK(LibxmlSerialise)->Name("save:libxml2")->Apply(sizes);
 BENCHMARK(LoadAndRead)->Name("load and read:corvane")->Apply(largeSizes);
 BENCHMARK(PeerEvents)->Name("load and read:libxml2-events-only")->Apply(largeSizes);
 BENCHMARK(PeerRead<readBySax>)->Name("load and read:libxml2-sax")->Apply(largeSizes);
+BENCHMARK(memoryOfReading<readRules>)->Name("memory a rule:corvane")->Apply(processes);
+BENCHMARK(memoryOfReading<countPeers<readBySax>>)
+    ->Name("memory a rule:libxml2-sax, no tree")
+    ->Apply(processes);
 BENCHMARK(WriteAndSave)->Name("write and save:corvane")->Apply(sizes);
 BENCHMARK(GetParameters)
     ->Name("get each parameter:corvane")
@@ -281,6 +345,9 @@ BENCHMARK(PeerRead<readByExpat>)->Name("load and read:expat")->Apply(largeSizes)
 #endif
 #ifdef CORVANE_BENCH_PUGIXML
 BENCHMARK(PeerRead<readByPugixml>)->Name("load and read:pugixml")->Apply(largeSizes);
+BENCHMARK(memoryOfReading<countPeers<readByPugixml>>)
+    ->Name("memory a rule:pugixml")
+    ->Apply(processes);
 BENCHMARK(PugixmlWrite)->Name("write and save:pugixml")->Apply(sizes);
 #endif
 
