@@ -226,8 +226,10 @@ double growth(const std::function<bool()>& work) {
     if (pipe(ends) != 0) return -1;
     const pid_t child = fork();
     if (child == 0) {
-        // What the benchmarks before it have freed would be used again and not be seen.
+        // As in a new process: what the benchmarks before it have freed would be used again and not
+        // be seen, and the heap would keep large blocks, as it has learnt from them.
         malloc_trim(0);
+        mallopt(M_MMAP_THRESHOLD, 128 * 1024);
         std::ofstream("/proc/self/clear_refs") << "5";
         const double before = memory("VmRSS");
         double grown = work() ? memory("VmHWM") - before : -1;
