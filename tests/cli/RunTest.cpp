@@ -172,10 +172,18 @@ TEST_F(Runs, ASignalThatEndsTheProgramLeavesNothingHalfDone) {
         return names;
     };
     rulesUntilTheyHang({"rules.xml", "--scripts", "scripts", "--output", "json=out/a.json"},
-                       "PIPE");
+                       "XCPU");
     EXPECT_THAT(namesIn("tmp"), IsEmpty());
     EXPECT_THAT(namesIn("out"), ElementsAre("a.json"));
     EXPECT_EQ(folder.read("out/a.json"), "old");
+}
+
+TEST_F(Runs, FilesAreWholeWhenTheReaderOfTheResultsGoesAway) {
+    folder.write("rules.xml", ruleFile(risky("Find")));
+    rules({"rules.xml", "--part", "parts", "--output", "json=out.json"},
+          "sh -c '{ sleep 0.3; env --default-signal \"$@\"; echo $? >status; } | true' sh");
+    EXPECT_EQ(folder.read("status"), "2\n");
+    EXPECT_EQ(json::parse(folder.read("out.json"))["end"]["summary"]["failed"], 2);  // one a part
 }
 
 TEST_F(Runs, RightsAndLinksOfFilesAreKept) {

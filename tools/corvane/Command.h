@@ -51,8 +51,12 @@ struct FolderOptions {
     CStringW scripts;
     Settings settings;
 
-    void declare(CLI::App& command);
-    void declareData(CLI::App& command);
+    /// A folder that is not there is refused when the command is read, or left to the command,
+    /// which can tell more of it.
+    enum class Missing { Refused, LeftToCommand };
+
+    void declare(CLI::App& command, Missing missing = Missing::Refused);
+    void declareData(CLI::App& command, Missing missing);
     /// Hands settings and registry on to the library, which reads them from the environment. With
     /// `mayMake` false no folder is made that stays.
     void apply(bool mayMake = true);

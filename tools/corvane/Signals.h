@@ -13,6 +13,10 @@ void catchSignals();
 void catchInterruption();
 bool wasInterrupted();
 
+/// From now on a reader of the results that goes away no longer ends the process: what it writes
+/// there gets lost, as on a full disk.
+void outliveReader();
+
 /// A file or an empty folder that must not outlive the process, even when a signal ends it.
 class Transient {
 public:

@@ -49,7 +49,7 @@ public:
               "Exit status: 0 found or done, 1 not found or no database, 2 bad usage. Lengths are\n"
               "in millimetres. A database file that is not there is made. --data DIR may follow\n"
               "every command.") {
-        options_.folders.declareData(parser());
+        options_.folders.declareData(parser(), FolderOptions::Missing::Refused);
         takeCommand(parser(), true);
         addConnection();
         addHoles();

@@ -16,7 +16,7 @@ public:
               "every use. The language is that which the library was loaded with, whatever "
               "--registry\n"
               "says.") {
-        folders_.declare(parser());
+        folders_.declare(parser(), FolderOptions::Missing::LeftToCommand);
     }
 
     int run(Console& console) override {

@@ -21,6 +21,7 @@ constexpr int kRounds = 3;
 
 std::array<std::atomic<const char*>, kMostTransients> transients;
 std::atomic<bool> endsInOrder = false;
+std::atomic<bool> outlivesReader = false;
 std::atomic<std::int64_t> interruptedAt = 0;
 static_assert(decltype(transients)::value_type::is_always_lock_free);
 static_assert(decltype(interruptedAt)::is_always_lock_free);
@@ -40,6 +41,8 @@ bool noteInterruption(int number) {
 }
 
 extern "C" void onSignal(int number) {
+    // Not ignored for good, since the programs that this one starts would ignore it, too.
+    if (number == SIGPIPE && outlivesReader) return;
     const int error = errno;
     if (noteInterruption(number)) {
         errno = error;
@@ -73,6 +76,10 @@ void catchInterruption() {
 
 bool wasInterrupted() {
     return interruptedAt != 0;
+}
+
+void outliveReader() {
+    outlivesReader = true;
 }
 
 Transient::Transient(std::string path) : path_(std::move(path)) {

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <iostream>
 
+#include "Signals.h"
 #include "language/Messages.h"
 #include "results/TextWriter.h"
 
@@ -22,6 +23,8 @@ bool Outputs::open(const std::string& format, const std::vector<std::string>& ou
     }
     for (const std::string& output : outputs)
         if (!openFile(output, inputs)) return false;
+    // Such as `head`: the files are to be whole nevertheless.
+    if (!files_.empty()) outliveReader();
     return true;
 }
 
