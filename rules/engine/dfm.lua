@@ -127,12 +127,16 @@ function dfm.pairs_once(places)
     return once
 end
 
---- The thinnest wall of a process and the part's material, in mm: the parameter `limit`, else the rule database.
+--- The thinnest wall of a process, in mm, and what it is for: the parameter `limit`, else a row of the rule database:
+--- that of the part's material, else of the parameter `material`, else of any material.
 function dfm.thinnest(process)
     if params.limit then return params.limit end
-    local material = params.material or part.material
-    local row = material and db.minimum_wall(process, material) or assert(db.minimum_wall(process))
-    return row.minimum
+    local row = part.material and db.minimum_wall(process, part.material)
+    local isOwn = row and row.material:lower() == part.material:lower()
+    if not isOwn and params.material then row = assert(db.minimum_wall(process, params.material)) end
+    row = row or assert(db.minimum_wall(process))
+    local of = row.material == "any" and "" or " of " .. row.material
+    return row.minimum, "for " .. row.process .. of
 end
 
 return dfm

@@ -48,9 +48,11 @@ function dfm.line(from, to, label) end
 ---@return Place
 function dfm.faces(numbers, label) end
 
----The thinnest wall of a process in mm: the parameter `limit`, else of the rule database for the part's material.
+---The thinnest wall of a process in mm, and what it is for: the parameter `limit`, else of the rule database for the part's
+---material, the parameter `material` or any material.
 ---@param process string
----@return number
+---@return number limit
+---@return string? why
 function dfm.thinnest(process) end
 
 ---The places of walls or gaps, those of each pair of faces from one side only.

@@ -79,7 +79,7 @@ std::vector<Case> holeCases() {
         {"drilling", "Tapped depth", blind(5, 12), blind(5, 8)},
         {"drilling", "Smallest thread", blind(5, 12), blind(1.25, 5)},
         {"drilling", "Counterbore", counterbored(11), counterbored(9)},
-        {"drilling", "Countersink angle", countersunk(90), countersunk(82)},
+        {"drilling", "Countersink angle", countersunk(90), countersunk(75)},
         {"drilling", "Drill access", channel(30), channel(10)},
         {"die-casting", "Cored hole depth", blind(4, 10), blind(4, 20)},
         {"die-casting", "Smallest cored hole", holed(4), holed(3)},

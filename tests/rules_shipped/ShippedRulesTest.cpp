@@ -37,6 +37,15 @@ std::vector<std::string> rulesOf(const fs::path& file) {
     return names;
 }
 
+/// A page without its line breaks.
+std::string wordsOf(const fs::path& page) {
+    std::ifstream file(page);
+    std::string text, word;
+    while (file >> word)
+        text += word + " ";
+    return text;
+}
+
 /// An environment in which nothing is set up.
 class ShippedRules : public testing::Test {
 protected:
@@ -155,7 +164,8 @@ TEST_F(ShippedRules, EachHasASourceAHelpPageAScriptAndATest) {
         SCOPED_TRACE(name);
         EXPECT_TRUE(defined.insert(name).second);
         EXPECT_THAT(attribute(rule, u"Source"), testing::Not(testing::IsEmpty()));
-        EXPECT_TRUE(fs::is_regular_file(kRules / attribute(rule, u"Module")));
+        EXPECT_THAT(wordsOf(kRules / attribute(rule, u"Module")),
+                    testing::HasSubstr("Source: " + attribute(rule, u"Source") + "."));
         EXPECT_TRUE(fs::is_regular_file(scripts / attribute(rule, u"File")));
     }
     for (const auto& entry : fs::directory_iterator(kRules))

@@ -1,7 +1,9 @@
 #include "Seed.h"
 
 #include <cmath>
-#include <optional>
+#include <iterator>
+#include <set>
+#include <span>
 
 #include "seed/BendRadii.h"
 #include "seed/ClearanceHoles.h"
@@ -45,6 +47,20 @@ Value openOr(double value) {
     return value == 0 ? Value() : Value(value);
 }
 
+// In hundredths of a millimetre, those above the sizes that are listed as such.
+std::set<int> largeTapDrills() {
+    std::set<int> sizes;
+    const auto take = [&](std::span<const seed::Thread> threads) {
+        for (const seed::Thread& thread : threads) {
+            const int hundredths = static_cast<int>(std::lround(thread.tapDrill * 100));
+            if (hundredths > std::rbegin(seed::kDrillRanges)->last) sizes.insert(hundredths);
+        }
+    };
+    take(seed::kCoarseThreads);
+    take(seed::kFineThreads);
+    return sizes;
+}
+
 Status insertDrills(IDatabaseConnection& database) {
     Insertion rows(database,
                    u"INSERT INTO qor_drill_size (diameter, preferred, source) VALUES (?, ?, ?)");
@@ -53,11 +69,13 @@ Status insertDrills(IDatabaseConnection& database) {
         rows.add({hundredths / 100.0, hundredths % seed::kPreferredDrillStep == 0 ? 1 : 0, source});
     };
     for (const int hundredths : seed::kSmallDrills)
-        add(hundredths, seed::kJobberDrills);
+        add(hundredths, seed::kDrillSource);
     for (const seed::DrillRange& range : seed::kDrillRanges) {
         for (int size = range.first; size <= range.last; size += range.step)
-            add(size, range.source);
+            add(size, seed::kDrillSource);
     }
+    for (const int hundredths : largeTapDrills())
+        add(hundredths, seed::kTapDrillSource);
     return rows.status();
 }
 

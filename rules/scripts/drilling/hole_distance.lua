@@ -6,13 +6,14 @@ local WHAT = {
     hole_distance = "from a hole to the next one",
 }
 local what = WHAT[params.measure] or error("the parameter measure is none of the distances of a hole")
-local limit = dfm.thinnest("machining")
+local limit, why = dfm.thinnest("machining")
 for _, hole in ipairs(part.holes()) do
     local distance = hole[params.measure]
     -- Of two holes the first one tells.
     if params.measure ~= "hole_distance" or (distance and hole.number < hole.nearest_hole) then
         dfm.at_least {
-            value = distance, limit = limit, unit = "mm", what = what, at = {faces = hole.faces}, label = "thin material",
+            value = distance, limit = limit, unit = "mm", what = what, why = why,
+            at = {faces = hole.faces}, label = "thin material",
         }
     end
 end

@@ -4,8 +4,10 @@
 
 namespace collector::seed {
 
-inline constexpr const char16_t* kJobberDrills = u"ISO 235:2016, jobber series; DIN 338";
-inline constexpr const char16_t* kTaperShankDrills = u"ISO 235:2016, taper shank; DIN 345";
+inline constexpr const char16_t* kDrillSource =
+    u"BS 328, diameters of twist drills, listed in Wikipedia, Drill bit sizes";
+inline constexpr const char16_t* kTapDrillSource =
+    u"ISO 2306:1972, drills for use prior to tapping";
 
 /// Whole and half millimetres.
 inline constexpr int kPreferredDrillStep = 50;
@@ -19,13 +21,12 @@ struct DrillRange {
     int first;
     int last;
     int step;
-    const char16_t* source;
 };
 
 inline constexpr DrillRange kDrillRanges[] = {
-    {100, 300, 5, kJobberDrills},        {310, 1400, 10, kJobberDrills},
-    {1425, 1600, 25, kJobberDrills},     {1625, 3200, 25, kTaperShankDrills},
-    {3250, 5050, 50, kTaperShankDrills}, {5100, 10000, 100, kTaperShankDrills},
+    {100, 300, 5},
+    {310, 1400, 10},
+    {1425, 2500, 25},
 };
 
 }  // namespace collector::seed

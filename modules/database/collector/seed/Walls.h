@@ -11,15 +11,12 @@ struct Wall {
 
 /// The lower ends of the ranges in this guide, which gives them in inches.
 inline constexpr const char16_t* kMouldingSource =
-    u"Xcentric Mold & Engineering, Design Guidelines, wall thickness by material";
+    u"Proto Labs, Design Guidelines for injection molding, wall thickness";
 inline constexpr const char16_t* kDieCastingSource =
     u"DeGarmo, Black, Kohser: Materials and Processes in Manufacturing, minimum sections of die "
     u"castings";
-inline constexpr const char16_t* kCastingSource =
-    u"Kalpakjian, Schmid: Manufacturing Engineering and Technology, general characteristics of "
-    u"casting processes";
 inline constexpr const char16_t* kPrintingSource =
-    u"3D Hubs, Design Rules for 3D Printing, supported walls";
+    u"3D Hubs, 3D printing geometry restrictions, minimum wall thickness";
 inline constexpr const char16_t* kMachiningSource =
     u"3D Hubs, CNC machining design guide, recommended minimum wall thickness";
 inline constexpr const char16_t* kColdRolledSource = u"EN 10131:2006, least thickness of the scope";
@@ -48,12 +45,6 @@ inline constexpr Wall kWalls[] = {
     {u"die casting", u"bronze", 1.27, kDieCastingSource},
     {u"die casting", u"magnesium", 1.27, kDieCastingSource},
     {u"die casting", u"zinc", 0.63, kDieCastingSource},
-
-    {u"sand casting", u"any", 3, kCastingSource},
-    {u"shell mould casting", u"any", 2, kCastingSource},
-    {u"plaster mould casting", u"any", 1, kCastingSource},
-    {u"investment casting", u"any", 1, kCastingSource},
-    {u"permanent mould casting", u"any", 2, kCastingSource},
 
     {u"FDM", u"any", 0.8, kPrintingSource},
     {u"SLA", u"any", 0.5, kPrintingSource},
