@@ -37,8 +37,8 @@ Vector outwardAt(const Fit& fit, const Offset& offset) {
 
 }  // namespace
 
-Grower::Grower(const Strips& strips, const std::vector<std::uint32_t>& regionOf)
-    : strips_(strips), regionOf_(regionOf), seen_(strips.count(), 0) {}
+Grower::Grower(const Claims& claims)
+    : claims_(claims), strips_(claims.strips()), seen_(strips_.count(), 0) {}
 
 /// The vertices of the strips, or so many of them as a fit needs.
 void Grower::collect(std::span<const std::uint32_t> strips) {
@@ -153,7 +153,7 @@ void Grower::spread(const Fit& fit, Region& region, std::vector<std::uint32_t>& 
     for (std::size_t i = 0; i < region.strips.size(); ++i) {
         const std::uint32_t strip = region.strips[i];
         for (const Neighbour& next : strips_.neighboursOf(strip)) {
-            if (seen_[next.strip] == stamp_ || !isFree(next.strip)) continue;
+            if (seen_[next.strip] == stamp_ || !claims_.isFree(next.strip)) continue;
             const bool smooth = next.angle <= kSmoothAngle || strips_.isSliver(strip) ||
                                 strips_.isSliver(next.strip);
             if (!smooth) continue;
@@ -167,24 +167,30 @@ std::optional<Region> Grower::grow(SurfaceKind kind, std::span<const std::uint32
                                    double tolerance) {
     std::optional<Fit> fit = fitted(kind, seed, tolerance);
     if (!fit) return std::nullopt;
-    ++stamp_;
     Region region{fit->surface, fit->concave, {seed.begin(), seed.end()}, {}};
-    for (const std::uint32_t strip : seed)
+    spreadAll(*fit, region);
+    return region;
+}
+
+/// Spreads the region from its strips as far as the fit passes, which becomes better with them.
+void Grower::spreadAll(Fit& fit, Region& region) {
+    ++stamp_;
+    for (const std::uint32_t strip : region.strips)
         seen_[strip] = stamp_;
     std::vector<std::uint32_t> refused;
-    std::size_t known = seed.size();
+    std::size_t known = region.strips.size();
     constexpr int kRounds = 12;
     for (int round = 0; round < kRounds; ++round) {
-        spread(*fit, region, refused);
+        spread(fit, region, refused);
         if (region.strips.size() == known) break;
         // A surface of more strips is known better, and may pass what the first one missed.
         collect(region.strips);
-        const Surface better = reading::refined(fit->surface, points_);
+        const Surface better = reading::refined(fit.surface, points_);
         const bool holds = std::all_of(points_.begin(), points_.end(), [&](const Vector& point) {
-            return std::abs(offsetFrom(better, point).distance) <= tolerance;
+            return std::abs(offsetFrom(better, point).distance) <= fit.tolerance;
         });
         if (!holds) break;
-        fit->surface = better;
+        fit.surface = better;
         const bool little = region.strips.size() < known + known / 10;
         known = region.strips.size();
         for (const std::uint32_t strip : refused)
@@ -192,26 +198,35 @@ std::optional<Region> Grower::grow(SurfaceKind kind, std::span<const std::uint32
         refused.clear();
         if (little) break;
     }
-    region.surface = fit->surface;
-    return region;
+    region.surface = fit.surface;
+}
+
+bool Grower::isChance(const Region& region, double tolerance) {
+    Fit fit = fitOf(region, kWider * tolerance);
+    Region wider = region;
+    spreadAll(fit, wider);
+    return areaOf(wider) > kMuchMore * areaOf(region);
+}
+
+double Grower::areaOf(const Region& region) const {
+    double area = 0.0;
+    for (const std::uint32_t strip : region.strips)
+        area += strips_[strip].area;
+    return area;
+}
+
+Fit Grower::fitOf(const Region& region, double tolerance) const {
+    Fit fit{region.surface, region.concave, tolerance};
+    limitTurn(fit, region.strips);
+    return fit;
 }
 
 void Grower::widen(Region& region, double tolerance) {
-    Fit fit{region.surface, region.concave, tolerance};
-    limitTurn(fit, region.strips);
     ++stamp_;
     for (const std::uint32_t strip : region.strips)
         seen_[strip] = stamp_;
     std::vector<std::uint32_t> refused;
-    spread(fit, region, refused);
-}
-
-bool Grower::holds(const Region& region, double tolerance,
-                   std::span<const std::uint32_t> strips) const {
-    Fit fit{region.surface, region.concave, tolerance};
-    limitTurn(fit, region.strips);
-    return std::all_of(strips.begin(), strips.end(),
-                       [&](std::uint32_t strip) { return passes(fit, strip); });
+    spread(fitOf(region, tolerance), region, refused);
 }
 
 }  // namespace corvane::part::facets

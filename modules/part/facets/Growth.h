@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "Regions.h"
+#include "Claims.h"
 
 namespace corvane::part::facets {
 
@@ -16,10 +16,15 @@ struct Fit {
     double area = 0.0;       ///< or the area that they have at most
 };
 
+/// A smooth surface leaves the plane that touches it with the square of the way, and what touches
+/// it best with the third power: within so many times the tolerance that holds so many times the
+/// area and more. A face of a kind ends where something else begins, nearly as soon as before.
+inline constexpr double kWider = 16.0, kMuchMore = 1.5;
+
 /// Grows surfaces over strips that belong to no region yet.
 class Grower {
 public:
-    Grower(const Strips& strips, const std::vector<std::uint32_t>& regionOf);
+    explicit Grower(const Claims& claims);
 
     /// The surface of the kind that passes all strips of the seed, with all strips around them that
     /// it passes too; none if the seed is on no such surface.
@@ -29,31 +34,34 @@ public:
     /// Adds to the region the strips around it that its surface passes within the tolerance.
     void widen(Region& region, double tolerance);
 
-    /// Whether the region's surface passes the strips within the tolerance.
-    [[nodiscard]] bool holds(const Region& region, double tolerance,
-                             std::span<const std::uint32_t> strips) const;
+    /// What tells whether a strip is on the surface of the region within the tolerance.
+    [[nodiscard]] Fit fitOf(const Region& region, double tolerance) const;
+    /// Whether the fit passes the strip.
+    [[nodiscard]] bool passes(const Fit& fit, std::uint32_t strip) const;
 
     /// Whether the region has so many vertices that it is no chance that its surface passes them,
     /// and at least so many times the numbers that the surface has.
     bool isProven(const Region& region, std::size_t times);
 
-    [[nodiscard]] bool isFree(std::uint32_t strip) const { return regionOf_[strip] == kNoRegion; }
+    /// Whether the surface only touches a smooth one of no kind: more tolerance lets it hold much
+    /// more.
+    bool isChance(const Region& region, double tolerance);
 
-    static constexpr std::uint32_t kNoRegion = 0xffffffffU;
+    [[nodiscard]] double areaOf(const Region& region) const;
 
 private:
     std::optional<Fit> fitted(SurfaceKind kind, std::span<const std::uint32_t> seed,
                               double tolerance);
-    [[nodiscard]] bool passes(const Fit& fit, std::uint32_t strip) const;
     [[nodiscard]] double cosineOf(const Fit& fit, std::uint32_t strip) const;
     [[nodiscard]] double sagOf(const Fit& fit, std::uint32_t strip) const;
     bool limitTurn(Fit& fit, std::span<const std::uint32_t> seed) const;
     void spread(const Fit& fit, Region& region, std::vector<std::uint32_t>& refused);
+    void spreadAll(Fit& fit, Region& region);
     [[nodiscard]] bool isFlat(std::span<const std::uint32_t> strips, double tolerance) const;
     void collect(std::span<const std::uint32_t> strips);
 
+    const Claims& claims_;
     const Strips& strips_;
-    const std::vector<std::uint32_t>& regionOf_;
     std::vector<std::uint32_t> seen_;  // the number of the last growth that met the strip
     std::uint32_t stamp_ = 0;
     std::vector<std::uint32_t> corners_;

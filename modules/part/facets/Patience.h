@@ -1,0 +1,56 @@
+#pragma once
+
+#include <algorithm>
+
+#include "Regions.h"
+#include "Strips.h"
+
+namespace corvane::part::facets {
+
+/// Which strips are worth a look. A freeform face has no surface to find: looks that fail make the
+/// next ones there ever more seldom, which keeps a million facets to some thousands of looks. Faces
+/// that meet at an edge do not learn from each other, so that a hole in a freeform face is found;
+/// only very many that fail make all others wait too.
+class Patience {
+public:
+    explicit Patience(const Strips& strips) {
+        reading::Groups groups(strips.count());
+        for (std::uint32_t strip = 0; strip < strips.count(); ++strip)
+            for (const Neighbour& next : strips.neighboursOf(strip))
+                if (next.angle <= kSmoothAngle) groups.join(strip, next.strip);
+        smooth_.resize(groups.number(groupOf_));
+    }
+
+    bool mayLook(std::uint32_t strip) {
+        Smooth& own = smooth_[groupOf_[strip]];
+        if (own.wait == 0) return true;
+        --own.wait;
+        return false;
+    }
+    void fail(std::uint32_t strip) {
+        Smooth& own = smooth_[groupOf_[strip]];
+        const std::size_t doublings = std::max(++own.failures / kLooks, ++failures_ / kAllLooks);
+        own.wait = (1U << std::min(doublings, kMostDoublings)) - 1U;
+    }
+    /// A surface makes up for as many failures as it has strips: a small one may be there by
+    /// chance.
+    void find(std::uint32_t strip, std::size_t strips) {
+        Smooth& own = smooth_[groupOf_[strip]];
+        own.failures -= std::min(own.failures, strips);
+        failures_ -= std::min(failures_, strips);
+    }
+
+private:
+    struct Smooth {
+        std::size_t failures = 0;
+        std::uint32_t wait = 0;
+    };
+    // A look takes up to a millisecond. More looks find smaller faces that are tangent to a
+    // freeform one.
+    static constexpr std::size_t kLooks = 100, kAllLooks = 1000, kMostDoublings = 12;
+    std::vector<std::uint32_t> groupOf_;
+    std::vector<Smooth> smooth_;  // by group of strips that meet smoothly
+    std::size_t failures_ = 0;
+};
+
+}  // namespace corvane::part::facets
