@@ -1,3 +1,7 @@
+#include <BRepPrimAPI_MakeWedge.hxx>
+#include <cmath>
+#include <numbers>
+
 #include "Figures.h"
 #include "Making.h"
 
@@ -27,6 +31,13 @@ Make sheetSlot(double width) {
 /// A frustum that leaves its mould along z.
 TopoDS_Shape tapered() {
     return cone({{0, 0, 0}, {0, 0, 1}}, 20, 18, 30);
+}
+
+/// A plain casting: walls with 2 degrees of draft, rounded all over.
+TopoDS_Shape casting() {
+    const double draft = 30 * std::tan(2 * std::numbers::pi / 180);
+    return rounded(BRepPrimAPI_MakeWedge(80, 30, 60, draft, draft, 80 - draft, 60 - draft).Shape(),
+                   3);
 }
 
 /// Pits from three sides: no two halves form it.
@@ -60,8 +71,8 @@ std::vector<Case> formedCases() {
         {"sheet-metal", "Slot width", sheetSlot(6), sheetSlot(3)},
         {"injection-moulding", "Moulded draft", tapered, block},
         {"injection-moulding", "Moulded undercut", tapered, pitted},
-        {"die-casting", "Cast draft", tapered, block},
-        {"die-casting", "Cast undercut", tapered, pitted},
+        {"die-casting", "Cast draft", casting, block},
+        {"die-casting", "Cast undercut", casting, pitted},
         {"fdm", "FDM overhang", block, gallows},
         {"fdm", "FDM bridge", portal(5), portal(20)},
         {"metal-powder-bed", "Metal overhang", block, gallows},

@@ -23,6 +23,12 @@ TopoDS_Shape slanted() {
     return plate(20, {cylinder({{22, 30, -8}, {0.4, 0, 1}}, 3, 60)});
 }
 
+/// A rod with a hole across it.
+TopoDS_Shape pinned() {
+    return cut(cylinder({{0, 0, 0}, {0, 0, 1}}, 10, 60),
+               cylinder({{-15, 0, 30}, {1, 0, 0}}, 3, 30));
+}
+
 /// A hole whose wall is `rim` away from the side of the plate.
 Make besideEdge(double rim) {
     return [=] { return plate(20, {drill(5 + rim, 30, 20, 10, 20)}); };
@@ -70,7 +76,7 @@ std::vector<Case> holeCases() {
         {"drilling", "Flat bottom", blind(6, 15), blind(6, 15, 0)},
         {"drilling", "Point angle", blind(6, 15), blind(6, 15, 90)},
         {"drilling", "Hole entry", holed(6), slanted},
-        {"drilling", "Hole exit", holed(6), slanted},
+        {"drilling", "Hole exit", pinned, slanted},
         {"drilling", "Hole near edge", besideEdge(1), besideEdge(0.5)},
         {"drilling", "Wall beside hole", blind(6, 30), blind(6, 39.5, 0)},
         {"drilling", "Wall between holes", twoHoles(1), twoHoles(0.5)},

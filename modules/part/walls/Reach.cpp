@@ -11,7 +11,10 @@ constexpr double kLift = 1e-5;
 }  // namespace
 
 bool Reach::isFree(const Sample& sample, const Vector& direction) const {
-    if (dot(sample.normal, direction) < -kUpright) return false;
+    return dot(sample.normal, direction) >= -kUpright && isClear(sample, direction);
+}
+
+bool Reach::isClear(const Sample& sample, const Vector& direction) const {
     // Facets on both sides, for the exact surface of a hole is inside its facets.
     const Vector start = skin_.onto(sample.triangle, sample.point) +
                          skin_.facetNormal(sample.triangle) * (skin_.size() * kLift);
@@ -21,9 +24,12 @@ bool Reach::isFree(const Sample& sample, const Vector& direction) const {
 
 bool Reach::isHidden(const Sample& sample, const Vector& pull) const {
     const double slope = dot(sample.normal, pull);
-    if (slope > kUpright) return !isFree(sample, pull);
-    if (slope < -kUpright) return !isFree(sample, -pull);
-    return !isFree(sample, pull) && !isFree(sample, -pull);
+    // A facet across the line where its face turns over leans one way, and places on it the other:
+    // it would be in its own way.
+    const bool turnsOver = slope * dot(skin_.facetNormal(sample.triangle), pull) < 0.0;
+    if (slope > kUpright && !turnsOver) return !isClear(sample, pull);
+    if (slope < -kUpright && !turnsOver) return !isClear(sample, -pull);
+    return !isClear(sample, pull) && !isClear(sample, -pull);
 }
 
 }  // namespace corvane::part::walls

@@ -20,6 +20,8 @@ public:
     [[nodiscard]] bool isHidden(const Sample& sample, const Vector& pull) const;
 
 private:
+    [[nodiscard]] bool isClear(const Sample& sample, const Vector& direction) const;
+
     const Skin& skin_;
     mutable Pace pace_;
 };

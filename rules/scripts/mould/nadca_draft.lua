@@ -1,24 +1,47 @@
 -- The draft that a wall needs grows less than its depth: in inches, the root of the depth over a constant.
 dfm.sound()
 local INCH = 25.4
+local ALIKE = 0.05 -- degrees
 local draft = part.draft({pull = params.pull})
 local pull = draft.pull
+local wallOf, root = {}, {}
+for _, wall in ipairs(draft.faces) do
+    wallOf[wall.face], root[wall.face] = wall, wall.face
+end
 
-local function depthOf(face)
-    local least, greatest = math.huge, -math.huge
-    for _, loop in ipairs(part.face(face).edges) do
+local function find(face)
+    while root[face] ~= face do
+        root[face] = root[root[face]]
+        face = root[face]
+    end
+    return face
+end
+
+-- A rounding leans at its end as the wall that it continues: both are one wall, and as deep.
+for _, edge in ipairs(part.edges()) do
+    local a, b = wallOf[edge.faces[1]], wallOf[edge.faces[2]]
+    if edge.convexity == "smooth" and a and b and a.half == b.half and math.abs(a.angle - b.angle) < ALIKE then
+        root[find(a.face)] = find(b.face)
+    end
+end
+
+local least, greatest = {}, {}
+for _, wall in ipairs(draft.faces) do
+    local name = find(wall.face)
+    for _, loop in ipairs(part.face(wall.face).edges) do
         for _, edge in ipairs(loop) do
             for _, point in ipairs(part.edge(edge).points) do
                 local height = point.x * pull.x + point.y * pull.y + point.z * pull.z
-                least, greatest = math.min(least, height), math.max(greatest, height)
+                least[name] = math.min(least[name] or height, height)
+                greatest[name] = math.max(greatest[name] or height, height)
             end
         end
     end
-    return greatest - least
 end
 
 for _, wall in ipairs(draft.faces) do
-    local depth = depthOf(wall.face) / INCH
+    local name = find(wall.face)
+    local depth = ((greatest[name] or 0) - (least[name] or 0)) / INCH
     if not wall.undercut and wall.half ~= "both" and depth > 0 then
         dfm.at_least {
             value = wall.angle, limit = math.deg(math.atan(math.sqrt(depth) / params.constant, depth)), unit = "deg",
