@@ -292,7 +292,7 @@ function part.edge(number) end
 ---What keeps the part from being a valid closed solid.
 ---@return Damage[]
 function part.damages() end
----What the file has beside the shape and is left out, such as features of a kind that is not known.
+---What is left out of the file, such as features of a kind that is not known, and that gaps are closed.
 ---@return string[]
 function part.notes() end
 ---How thick the walls are. An error for a part that is not closed.

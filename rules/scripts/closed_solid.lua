@@ -16,6 +16,9 @@ for _, damage in ipairs(damages) do
         result.note {message = damage.message, at = place(damage)}
     end
 end
+for _, note in ipairs(part.notes()) do
+    result.note {message = note}
+end
 if #damages == 0 and #part.solids() == 0 then
     return false, "the part has no solid"
 end

@@ -1,4 +1,5 @@
 #include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRep_Builder.hxx>
 #include <GeomAPI_Interpolate.hxx>
 #include <GeomConvert.hxx>
 #include <Geom_BSplineCurve.hxx>
@@ -6,6 +7,8 @@
 #include <Geom_RectangularTrimmedSurface.hxx>
 #include <Geom_SurfaceOfLinearExtrusion.hxx>
 #include <Geom_SurfaceOfRevolution.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopoDS_Compound.hxx>
 #include <gmock/gmock.h>
 #include <gp_Trsf.hxx>
 #include <gtest/gtest.h>
@@ -121,6 +124,33 @@ TEST_F(ReadingTest, EveryFormatGivesTheSamePart) {
         EXPECT_EQ(edgesOf(part, Convexity::Concave), 1);
         EXPECT_TRUE(part.damages().empty());
     }
+}
+
+TEST_F(ReadingTest, FacesThatNearlyMeetAreClosed) {
+    // The first face, one of a side, lies off its place.
+    const auto openWithGap = [this](const TopoDS_Shape& shape, double gap, const char* name) {
+        gp_Trsf away;
+        away.SetTranslation({-gap, 0, 0});
+        BRep_Builder builder;
+        TopoDS_Compound faces;
+        builder.MakeCompound(faces);
+        for (TopExp_Explorer it(shape, TopAbs_FACE); it.More(); it.Next())
+            builder.Add(faces, faces.NbChildren() == 0 ? shapes::transformed(it.Current(), away)
+                                                       : it.Current());
+        return Part::open(write(faces, name)).part;
+    };
+    for (const char* name : {"gap.iges", "gap.brep"}) {
+        const auto closed = openWithGap(shapes::box(60, 40, 20), 0.005, name);
+        ASSERT_TRUE(closed);
+        EXPECT_TRUE(closed->damages().empty());
+        EXPECT_NEAR(closed->volume(), 48000.0, 5.0);
+        EXPECT_THAT(closed->model().notes, ElementsAre(testing::HasSubstr("gaps")));
+    }
+    const auto open = openWithGap(shapes::box(60, 40, 20), 0.02, "open.brep");
+    ASSERT_TRUE(open);
+    ASSERT_FALSE(open->damages().empty());
+    EXPECT_EQ(open->damages().front().kind, Damage::Kind::OpenEdge);
+    EXPECT_TRUE(open->model().notes.empty());
 }
 
 TEST_F(ReadingTest, BoxesReachToTheTopsOfSurfacesThatTheKernelSamples) {

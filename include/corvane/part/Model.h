@@ -123,7 +123,7 @@ struct Thread {
 /// Something that keeps a shape from enclosing a volume, or that may not be in a file.
 struct Damage {
     /// What is wrong.
-    /// Size: below a tenth of a millimetre or above a hundred metres, most likely in a wrong unit.
+    /// Size: below a millimetre or above a hundred metres, most likely in a wrong unit.
     /// Missing: the file has more of the shape, of a kind that cannot be read.
     enum class Kind { OpenEdge, InvalidFace, NotSolid, ManyFold, Size, Missing };
     Kind kind = Kind::OpenEdge;  ///< what is wrong
@@ -145,8 +145,8 @@ struct Model {
         false;  ///< neither the file nor who opened it names a unit: millimetres are taken
     std::vector<Damage> damages;  ///< found while the file was read
     std::vector<Thread> threads;  ///< that the file tells of, in its order
-    /// What the file has beside the shape and is left out, such as features of a kind that is not
-    /// known; English.
+    /// What is left out of the file, such as features of a kind that is not known, and that gaps
+    /// between its faces are closed; English.
     std::vector<std::string> notes;
 
     /// The face of that number, which must be one of the part.

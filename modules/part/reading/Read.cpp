@@ -12,9 +12,9 @@ namespace corvane::part::reading {
 namespace {
 
 constexpr std::uintmax_t kMostBytes = 2'000'000'000;
-/// A part below a tenth of a millimetre or above a hundred metres was most likely read in a wrong
+/// A part below a millimetre or above a hundred metres was most likely read in a wrong
 /// unit.
-constexpr double kSmallest = 0.1, kLargest = 100'000.0;
+constexpr double kSmallest = 1.0, kLargest = 100'000.0;
 
 std::string lower(std::string text) {
     for (char& c : text)

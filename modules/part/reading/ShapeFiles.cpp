@@ -1,11 +1,13 @@
 // IGES and BREP, and what all formats share: from a shape of any kind to solids.
 
+#include <BRepBndLib.hxx>
 #include <BRepBuilderAPI_Sewing.hxx>
 #include <BRepBuilderAPI_Transform.hxx>
 #include <BRepLib.hxx>
 #include <BRepTools.hxx>
 #include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>
+#include <Bnd_Box.hxx>
 #include <IGESControl_Reader.hxx>
 #include <IGESData_IGESModel.hxx>
 #include <TopExp.hxx>
@@ -15,6 +17,9 @@
 #include <TopoDS_Iterator.hxx>
 #include <TopoDS_Solid.hxx>
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
 #include <sstream>
 #include <unordered_map>
 
@@ -25,8 +30,9 @@
 namespace corvane::part::reading {
 namespace {
 
-/// Faces of most surface files meet within this distance of each other, in millimetres.
-constexpr double kSewingTolerance = 1e-3;
+/// Faces of most surface files meet within this distance of each other, in millimetres. Where they
+/// do not, they may be this part of the diagonal apart: as far as files of low precision say.
+constexpr double kSewingDistance = 1e-3, kWidestGap = 1e-4;
 
 /// A few lines can say of each shape that it holds the one before twice. Then these are more than
 /// anybody can count, and the kernel takes them one by one.
@@ -69,21 +75,53 @@ TopoDS_Shape solidOf(const TopoDS_Shape& shell) {
     return solid;
 }
 
-TopoDS_Shape sewn(const TopoDS_Shape& shape) {
-    BRepBuilderAPI_Sewing sewing(kSewingTolerance);
-    bool any = false;
-    for (TopExp_Explorer it(shape, TopAbs_FACE, TopAbs_SOLID); it.More(); it.Next()) {
-        sewing.Add(it.Current());
-        any = true;
-    }
-    if (!any) return {};
+struct Sewn {
+    TopoDS_Shape shape;
+    int open = 0;    // edges of one face alone
+    int broken = 0;  // faces and edges that shrank to nothing, edges of more than two faces
+};
+
+Sewn sewnWithin(const std::vector<TopoDS_Shape>& faces, double distance) {
+    BRepBuilderAPI_Sewing sewing(distance);
+    for (const TopoDS_Shape& face : faces)
+        sewing.Add(face);
     sewing.Perform();
-    return sewing.SewedShape();
+    return {sewing.SewedShape(), sewing.NbFreeEdges(),
+            sewing.NbDegeneratedShapes() + sewing.NbMultipleEdges()};
+}
+
+double diagonalOf(const TopoDS_Shape& shape) {
+    Bnd_Box box;
+    BRepBndLib::Add(shape, box, false);
+    return box.IsVoid() || box.IsOpen() ? 0.0 : std::sqrt(box.SquareExtent());
+}
+
+/// The faces that are in no solid, sewn together at the least distance that closes them, or at the
+/// first if none does. What would close them and crush small faces is no better than a gap.
+TopoDS_Shape sewn(const TopoDS_Shape& shape, std::vector<std::string>& notes) {
+    std::vector<TopoDS_Shape> faces;
+    for (TopExp_Explorer it(shape, TopAbs_FACE, TopAbs_SOLID); it.More(); it.Next())
+        faces.push_back(it.Current());
+    if (faces.empty()) return {};
+    const Sewn first = sewnWithin(faces, kSewingDistance);
+    const double diagonal = diagonalOf(shape), most = kWidestGap * diagonal;
+    for (double distance = kSewingDistance; first.open > 0 && distance < most;) {
+        distance = std::min(10 * distance, most);
+        const Sewn wider = sewnWithin(faces, distance);
+        if (wider.open > 0 || wider.broken > first.broken) continue;
+        std::array<char, 100> note{};
+        std::snprintf(note.data(), note.size(),
+                      "gaps between the faces, of up to %.2g %% of the part's size, are closed",
+                      100 * distance / diagonal);
+        notes.emplace_back(note.data());
+        return wider.shape;
+    }
+    return first.shape;
 }
 
 void addOpen(const TopoDS_Shape& shape, const std::string& name, const std::string& place,
              Bodies& bodies) {
-    const TopoDS_Shape whole = sewn(shape);
+    const TopoDS_Shape whole = sewn(shape, bodies.notes);
     if (whole.IsNull()) return;
     for (TopExp_Explorer it(whole, TopAbs_SHELL); it.More(); it.Next())
         bodies.bodies.push_back({solidOf(it.Current()), name, place});
