@@ -38,11 +38,11 @@ Make twoHoles(double web) {
     return [=] { return plate(20, {drill(20, 30, 20, 10, 20), drill(30 + web, 30, 20, 10, 20)}); };
 }
 
-/// Holes along y and z, `apart` along x.
-Make across(double apart) {
+/// A hole along y and one of `width` along z, `apart` along x.
+Make across(double apart, double width) {
     return [=] {
-        return plate(40,
-                     {drill(30, 30, 40, 8, 40), cylinder({{30 + apart, 0, 20}, {0, 1, 0}}, 3, 60)});
+        return plate(
+            40, {drill(30, 30, 40, width, 40), cylinder({{30 + apart, 0, 20}, {0, 1, 0}}, 3, 30)});
     };
 }
 
@@ -81,7 +81,7 @@ std::vector<Case> holeCases() {
         {"drilling", "Wall beside hole", blind(6, 30), blind(6, 39.5, 0)},
         {"drilling", "Wall between holes", twoHoles(1), twoHoles(0.5)},
         {"drilling", "Hole breaks out", besideEdge(-0.5), besideEdge(-4)},
-        {"drilling", "Crossing holes", across(20), across(2)},
+        {"drilling", "Crossing holes", across(0, 20), across(2, 20)},
         {"drilling", "Tapped depth", blind(5, 12), blind(5, 8)},
         {"drilling", "Smallest thread", blind(5, 12), blind(1.25, 5)},
         {"drilling", "Counterbore", counterbored(11), counterbored(9)},
