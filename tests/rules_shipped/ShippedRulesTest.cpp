@@ -107,6 +107,7 @@ TEST_F(ShippedRules, PassOnPartsThatKeepThemAndFailOnPartsThatBreakThem) {
                 ASSERT_TRUE(rule.is_object());
                 EXPECT_EQ(rule.at("verdict"), isGood ? "passed" : "failed");
                 EXPECT_FALSE(rule.contains("reasons"));
+                EXPECT_TRUE(rule.contains("why") && rule.contains("how"));
                 if (isGood || !rule.contains("findings")) continue;
                 EXPECT_TRUE(rule.at("findings").at(0).contains("places"));
             }

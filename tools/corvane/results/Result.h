@@ -89,6 +89,7 @@ struct RuleResult {
     std::string ruleFile;   ///< As it was given.
     std::int64_t line = 0;  ///< Of the rule's element; 0 when unknown.
     std::string name, category, description, source;
+    std::string why, how;  ///< From its help page: why it is there, how it is measured.
     Severity severity;
     Verdict verdict = Verdict::NotRun;
     std::vector<Finding> findings;

@@ -237,6 +237,8 @@ Json toJson(const RuleResult& rule) {
     json["severity"] = severityJson(rule.severity);
     put(json, "description", rule.description);
     put(json, "source", rule.source);
+    put(json, "why", rule.why);
+    put(json, "how", rule.how);
     json["verdict"] = nameOf(rule.verdict);
     put(json, "findings", rule.findings, findingJson);
     put(json, "reasons", rule.reasons, textOf);
@@ -255,6 +257,8 @@ RuleResult ruleFrom(const Json& json) {
     rule.severity = severityFrom(json.at("severity"));
     take(json, "description", rule.description);
     take(json, "source", rule.source);
+    take(json, "why", rule.why);
+    take(json, "how", rule.how);
     rule.verdict = enumFrom<Verdict>(json.at("verdict"), kVerdicts);
     take(json, "findings", rule.findings, findingFrom);
     take(json, "reasons", rule.reasons, textFrom);

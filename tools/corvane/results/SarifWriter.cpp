@@ -132,6 +132,8 @@ private:
     static std::string helpOf(const RuleResult& rule) {
         std::string text = rule.description.empty() ? rule.name : rule.description;
         text += ".";
+        for (const std::string& more : {rule.why, rule.how})
+            if (!more.empty()) text += " " + more;
         if (!rule.source.empty()) text += " Source: " + rule.source + ".";
         for (const Parameter& parameter : rule.parameters) {
             if (parameter.name.empty() || parameter.values.empty()) continue;

@@ -11,6 +11,7 @@
 #include "Text.h"
 #include "files/RuleModules.h"
 #include "files/ScriptRule.h"
+#include "run/HelpPage.h"
 #include "run/Plan.h"
 
 namespace {
@@ -93,6 +94,12 @@ void RuleComponents::describeScriptRule(QorXMLNode& element, const CStringW& own
         const CStringW& name = script.m_csRuleFileName;
         if (folder && !name.IsEmpty() && !leavesScriptFolder(name))
             addFile(rule, pathOf(*folder + u"/" + name));
+        const CStringW& page = script.m_csRuleModuleName;
+        if (folder && page.Right(3) == u".md" && !leavesScriptFolder(page)) {
+            const HelpPage help = readHelpPage(pathOf(*folder).parent_path() / pathOf(page));
+            rule.blank.why = help.why;
+            rule.blank.how = help.how;
+        }
         for (const CStringW& engine : script.m_lstEngines)
             addFilesOfStem(rule, pathOf(engine));
     } catch (const _com_error&) {

@@ -68,6 +68,8 @@ void complete(RuleResult& result, const RuleResult& blank) {
     result.line = blank.line;
     result.severity = blank.severity;
     result.components = blank.components;
+    result.why = blank.why;
+    result.how = blank.how;
 }
 
 std::string durationText(double seconds) {

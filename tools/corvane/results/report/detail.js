@@ -53,7 +53,9 @@ function showDetail(host, row, choose) {
     if (finding.waiver) content.push(waiverText(finding.waiver));
   }
   if (rule.description) content.push(element("h3", {}, tr("Rule")), element("p", {}, rule.description));
-  if (rule.source) content.push(element("p", {class: "faint"}, rule.source));
+  if (rule.why) content.push(element("h3", {}, tr("Why")), element("p", {}, rule.why));
+  if (rule.how) content.push(element("h3", {}, tr("How it is measured")), element("p", {}, rule.how));
+  if (rule.source) content.push(element("h3", {}, tr("Source of the limit")), element("p", {}, rule.source));
   const notes = (rule.findings || []).filter((other) => other.note && row.finding);
   if (notes.length) content.push(element("h3", {}, tr("Notes")), ...notes.map((note) => element("p", {}, note.message)));
   if (finding && (rule.reasons || []).length)

@@ -71,6 +71,8 @@ const COLUMNS = [
    cell: (row) => row.finding ? withUnit(row.finding.measured, row.finding.unit) : ""},
   {id: "limit", text: tr("Limit"), number: true, key: (row) => row.finding && row.finding.limit,
    cell: (row) => row.finding ? withUnit(row.finding.limit, row.finding.unit) : ""}];
+/** A column that says the same in every row takes room from the others. */
+const columnsOf = (page) => COLUMNS.filter((column) => column.id !== "part" || page.parts.length > 1);
 
 function compare(a, b) {
   const missing = (value) => value === undefined || value === null;
@@ -81,6 +83,7 @@ function compare(a, b) {
 class Report {
   constructor(page) {
     this.page = page;
+    this.columns = columnsOf(page);
     this.rows = rowsOf(page.parts);
     this.order = {column: COLUMNS[0], down: false};
     this.limit = ROWS_A_PAGE;
@@ -176,7 +179,7 @@ class Report {
 
   makeTable() {
     const head = element("tr");
-    for (const column of COLUMNS) {
+    for (const column of this.columns) {
       const button = element("button", {type: "button"}, column.text);
       button.addEventListener("click", () => {
         this.order = {column, down: this.order.column === column && !this.order.down};
@@ -210,7 +213,7 @@ class Report {
     const {column, down} = this.order;
     this.shown.sort((a, b) => (down ? -1 : 1) * compare(column.key(a), column.key(b)) ||
                               gravity(a) - gravity(b) || a.part.number - b.part.number);
-    for (const other of COLUMNS) other.head.removeAttribute("aria-sort");
+    for (const other of this.columns) other.head.removeAttribute("aria-sort");
     column.head.setAttribute("aria-sort", down ? "descending" : "ascending");
     byId("shown").textContent = tr("{0} of {1}", this.shown.length, this.rows.length);
     this.limit = ROWS_A_PAGE;
@@ -221,7 +224,7 @@ class Report {
     const body = document.querySelector("#rows tbody");
     body.replaceChildren(...this.shown.slice(0, this.limit).map((row) => this.line(row)));
     if (!this.shown.length)
-      body.append(element("tr", {}, element("td", {class: "empty", colspan: COLUMNS.length}, tr("No result matches."))));
+      body.append(element("tr", {}, element("td", {class: "empty", colspan: this.columns.length}, tr("No result matches."))));
     else if (!body.querySelector('[tabindex="0"]')) body.firstElementChild.tabIndex = 0;
     byId("more").hidden = this.shown.length <= this.limit;
   }
@@ -229,7 +232,7 @@ class Report {
   line(row) {
     const chosen = row === this.chosen;
     const line = element("tr", {"aria-selected": chosen, tabindex: chosen ? 0 : -1},
-      ...COLUMNS.map((column) =>
+      ...this.columns.map((column) =>
         element("td", {class: column.number ? "number" : `of-${column.id}`}, column.cell(row))));
     line.addEventListener("click", () => {
       for (const other of line.parentNode.children) { other.setAttribute("aria-selected", false); other.tabIndex = -1; }
