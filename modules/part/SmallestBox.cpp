@@ -40,6 +40,27 @@ std::vector<Point2> hullOf(std::vector<Point2> points) {
     return hull;
 }
 
+struct Side {
+    Point2 along;
+    double length;
+};
+
+/// The sides of a hull. Of the many of a round one, whose boxes hardly differ, the longest.
+std::vector<Side> sidesOf(const std::vector<Point2>& hull) {
+    constexpr std::size_t kMostSides = 200;
+    std::vector<Side> sides;
+    for (std::size_t i = 0; i < hull.size(); ++i) {
+        const Point2 &a = hull[i], &b = hull[(i + 1) % hull.size()];
+        const double length = std::hypot(b.x - a.x, b.y - a.y);
+        if (length > 0.0) sides.push_back({{(b.x - a.x) / length, (b.y - a.y) / length}, length});
+    }
+    if (sides.size() <= kMostSides) return sides;
+    std::stable_sort(sides.begin(), sides.end(),
+                     [](const Side& l, const Side& r) { return l.length > r.length; });
+    sides.resize(kMostSides);
+    return sides;
+}
+
 struct Candidate {
     Frame frame;
     double volume = 1e300;
@@ -58,11 +79,7 @@ void tryAxis(const Vector& z, const std::vector<Vector>& points, Candidate& best
         high = std::max(high, dot(p, z));
     }
     const std::vector<Point2> hull = hullOf(std::move(flat));
-    for (std::size_t i = 0; i < hull.size(); ++i) {
-        const Point2 &a = hull[i], &b = hull[(i + 1) % hull.size()];
-        const double side = std::hypot(b.x - a.x, b.y - a.y);
-        if (side <= 0.0) continue;
-        const Point2 along{(b.x - a.x) / side, (b.y - a.y) / side};
+    for (const auto& [along, size] : sidesOf(hull)) {
         double u0 = 1e300, u1 = -1e300, v0 = 1e300, v1 = -1e300;
         for (const Point2& p : hull) {
             const double u = p.x * along.x + p.y * along.y, v = p.y * along.x - p.x * along.y;

@@ -93,7 +93,8 @@ struct Undercut {
     std::vector<int> faces;  ///< their numbers
     Vector point;            ///< in its middle, on the surface
     double area = 0.0;       ///< mm2 that cannot be reached
-    Vector slide;            ///< unit: a slide that leaves this way frees it; null if none does
+    Vector slide;            ///< unit: a slide that leaves this way frees it; null if none does, or
+                             ///< after some seconds of search for those of larger ones
     double travel = 0.0;     ///< mm that the slide must move
 };
 

@@ -44,6 +44,7 @@ double crossing(const Border& border, const Point2& p, const Point2& way) {
 
 /// What hangs together, with the borders that hold it.
 struct Group {
+    std::vector<int> faces;
     std::vector<Sample> samples;
     std::vector<Border> held;
 };
@@ -61,7 +62,7 @@ public:
         groupFaces();
         std::vector<Overhang> found;
         for (auto& [number, group] : groups_) {
-            Overhang overhang = describe(number);
+            Overhang overhang = describe(group);
             measure(group, overhang);
             found.push_back(std::move(overhang));
         }
@@ -93,19 +94,22 @@ private:
         facing_.eachHeldBorder([&](std::uint32_t triangle, const Vector& a, const Vector& b) {
             groups_[group(triangle)].held.push_back({flat(a), flat(b)});
         });
+        for (std::uint32_t face = 1; face < groupOf_.size(); ++face) {
+            const auto group = groups_.find(groupOf_[face]);
+            if (group != groups_.end() && facing_.hangs(static_cast<int>(face)))
+                group->second.faces.push_back(static_cast<int>(face));
+        }
     }
     [[nodiscard]] std::uint32_t group(std::uint32_t triangle) const {
         return groupOf_[static_cast<std::size_t>(skin_.mesh().faces[triangle])];
     }
 
-    [[nodiscard]] Overhang describe(std::uint32_t number) const {
+    [[nodiscard]] Overhang describe(const Group& group) const {
         Overhang overhang;
         overhang.angle = 90.0;
-        for (const Face& face : skin_.model().faces) {
-            const auto& part = facing_.of(face.number);
-            if (part.area <= 0.0 || groupOf_[static_cast<std::size_t>(face.number)] != number)
-                continue;
-            overhang.faces.push_back(face.number);
+        overhang.faces = group.faces;
+        for (const int face : group.faces) {
+            const auto& part = facing_.of(face);
             overhang.area += part.area;
             overhang.angle = std::min(overhang.angle, part.flattest);
         }

@@ -21,6 +21,9 @@ public:
         return count_++ % step_ == 0;
     }
 
+    /// Whether the work so far is what thins samples.
+    [[nodiscard]] bool isTired() const { return work > kAllowance; }
+
 private:
     /// Several times what an ordinary part with a million facets needs.
     static constexpr std::uint64_t kAllowance = 200'000'000;

@@ -16,6 +16,9 @@ public:
     /// Whether the next of many samples is worth its work.
     [[nodiscard]] bool isDue() { return pace_.isDue(); }
 
+    /// Whether what was looked at so far has taken seconds.
+    [[nodiscard]] bool isTired() const { return pace_.isTired(); }
+
     /// Whether neither half of a mould can form the place. An upright one may leave either way.
     [[nodiscard]] bool isHidden(const Sample& sample, const Vector& pull) const;
 

@@ -141,7 +141,7 @@ Vector Samples::cornerNormal(std::uint32_t vertex, std::uint32_t triangle) const
     return dot(sum, sum) > 0.0 ? unit(sum) : own;
 }
 
-Sample Samples::at(std::uint32_t triangle, const Vector& point) const {
+Sample Samples::at(std::uint32_t triangle, const Vector& point, Normals& normals) const {
     const Skin::Spot spot = skin_.exactly(triangle, point);
     Sample sample{spot.point, spot.normal, triangle, Sample::kNoVertex, 0.0};
     if (spot.exact) return sample;
@@ -152,10 +152,12 @@ Sample Samples::at(std::uint32_t triangle, const Vector& point) const {
     if (!(size > 0.0)) return sample;
     const double u = dot(cross(c - b, point - b), whole) / size,
                  v = dot(cross(a - c, point - c), whole) / size;
-    const auto& corners = skin_.mesh().triangles[triangle];
-    sample.normal =
-        unit(cornerNormal(corners[0], triangle) * u + cornerNormal(corners[1], triangle) * v +
-             cornerNormal(corners[2], triangle) * (1.0 - u - v));
+    if (!normals) {
+        const auto& corners = skin_.mesh().triangles[triangle];
+        normals = {cornerNormal(corners[0], triangle), cornerNormal(corners[1], triangle),
+                   cornerNormal(corners[2], triangle)};
+    }
+    sample.normal = unit((*normals)[0] * u + (*normals)[1] * v + (*normals)[2] * (1.0 - u - v));
     return sample;
 }
 
@@ -191,6 +193,27 @@ void Samples::beside(std::uint32_t vertex, double share,
     }
 }
 
+void Samples::within(std::uint32_t triangle, const std::function<void(const Sample&)>& use) const {
+    const double area = skin_.area(triangle);
+    const std::uint32_t count = inside(triangle, area);
+    const Vector &a = skin_.corner(triangle, 0), &b = skin_.corner(triangle, 1),
+                 &c = skin_.corner(triangle, 2);
+    Normals normals;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        // A sequence that fills a square evenly, folded to the triangle (Roberts, 2018).
+        double u = 0.5 + (i + 1.0) * 0.75487766624669276, v = 0.5 + (i + 1.0) * 0.56984029099805327;
+        u -= std::floor(u);
+        v -= std::floor(v);
+        if (u + v > 1.0) {
+            u = 1.0 - u;
+            v = 1.0 - v;
+        }
+        Sample sample = at(triangle, a + (b - a) * u + (c - a) * v, normals);
+        sample.area = area / (count + 1.0);
+        use(sample);
+    }
+}
+
 void Samples::each(const std::function<void(const Sample&)>& use) const {
     const Mesh& mesh = skin_.mesh();
     const std::size_t step = mesh.vertices.size() / kMostVertices + 1;
@@ -198,26 +221,8 @@ void Samples::each(const std::function<void(const Sample&)>& use) const {
         const auto v = static_cast<std::uint32_t>(at);
         if (spokesman(v) == v) beside(v, static_cast<double>(step), use);
     }
-    for (std::uint32_t t = 0; t < mesh.triangles.size(); ++t) {
-        if (!skin_.usable(t)) continue;
-        const double area = skin_.area(t);
-        const std::uint32_t count = inside(t, area);
-        const Vector &a = skin_.corner(t, 0), &b = skin_.corner(t, 1), &c = skin_.corner(t, 2);
-        for (std::uint32_t i = 0; i < count; ++i) {
-            // A sequence that fills a square evenly, folded to the triangle (Roberts, 2018).
-            double u = 0.5 + (i + 1.0) * 0.75487766624669276,
-                   v = 0.5 + (i + 1.0) * 0.56984029099805327;
-            u -= std::floor(u);
-            v -= std::floor(v);
-            if (u + v > 1.0) {
-                u = 1.0 - u;
-                v = 1.0 - v;
-            }
-            Sample sample = at(t, a + (b - a) * u + (c - a) * v);
-            sample.area = area / (count + 1.0);
-            use(sample);
-        }
-    }
+    for (std::uint32_t t = 0; t < mesh.triangles.size(); ++t)
+        if (skin_.usable(t)) within(t, use);
 }
 
 }  // namespace corvane::part::walls

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <functional>
+#include <optional>
 
 #include "Skin.h"
 
@@ -27,7 +29,10 @@ public:
     void each(const std::function<void(const Sample&)>& use) const;
 
     /// The sample at a point of a facet.
-    [[nodiscard]] Sample at(std::uint32_t triangle, const Vector& point) const;
+    [[nodiscard]] Sample at(std::uint32_t triangle, const Vector& point) const {
+        Normals normals;
+        return at(triangle, point, normals);
+    }
     [[nodiscard]] int face(const Sample& sample) const {
         return skin_.mesh().faces[sample.triangle];
     }
@@ -37,6 +42,11 @@ public:
     }
 
 private:
+    /// Of the corners of one facet, found for the first of its samples that needs them: there may
+    /// be thousands, and hundreds of facets around a corner.
+    using Normals = std::optional<std::array<Vector, 3>>;
+    [[nodiscard]] Sample at(std::uint32_t triangle, const Vector& point, Normals& normals) const;
+    void within(std::uint32_t triangle, const std::function<void(const Sample&)>& use) const;
     void linkVertices();
     void chooseSpacing();
     void chooseVertices();

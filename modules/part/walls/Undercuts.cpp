@@ -98,40 +98,56 @@ Vector middleOf(const std::vector<const Sample*>& samples) {
     return best;
 }
 
-}  // namespace
+struct Group {
+    Undercut undercut;  // its faces and their hidden area
+    std::vector<const Sample*> samples;
+};
 
-std::vector<Undercut> findUndercuts(const Skin& skin, const Hidden& hidden, const Vector& pull) {
+/// The faces that are undercuts, those that hang together in a group, with what was seen of them.
+std::vector<Group> groupsOf(const Skin& skin, const Hidden& hidden) {
     const Model& model = skin.model();
     std::vector<bool> isIn(model.faces.size() + 1, false);
     for (const Face& face : model.faces)
         isIn[static_cast<std::size_t>(face.number)] = hidden.isUndercut(face, skin.size());
-    reading::Groups groups(isIn.size());
+    reading::Groups joined(isIn.size());
     for (const Edge& edge : model.edges) {
         const auto a = static_cast<std::uint32_t>(edge.faces[0]),
                    b = static_cast<std::uint32_t>(edge.faces[1]);
-        if (isIn[a] && isIn[b]) groups.join(a, b);
+        if (isIn[a] && isIn[b]) joined.join(a, b);
     }
-    std::map<std::uint32_t, std::vector<const Sample*>> samples;
+    std::map<std::uint32_t, Group> groups;
     for (const Sample& sample : hidden.samples) {
         const auto face = static_cast<std::uint32_t>(skin.mesh().faces[sample.triangle]);
-        if (isIn[face]) samples[groups.find(face)].push_back(&sample);
+        if (isIn[face]) groups[joined.find(face)].samples.push_back(&sample);
     }
+    for (std::uint32_t face = 1; face < isIn.size(); ++face) {
+        if (!isIn[face]) continue;
+        Undercut& undercut = groups[joined.find(face)].undercut;
+        undercut.faces.push_back(static_cast<int>(face));
+        undercut.area += hidden.areas[face];
+    }
+    std::vector<Group> all;
+    for (auto& [number, group] : groups)
+        all.push_back(std::move(group));
+    return all;
+}
+
+}  // namespace
+
+std::vector<Undercut> findUndercuts(const Skin& skin, const Hidden& hidden, const Vector& pull) {
+    std::vector<Group> groups = groupsOf(skin, hidden);
+    std::stable_sort(groups.begin(), groups.end(), [](const Group& l, const Group& r) {
+        return l.undercut.area > r.undercut.area;
+    });
     const Reach reach(skin);
     std::vector<Undercut> undercuts;
-    for (const auto& [group, places] : samples) {
-        Undercut undercut;
-        for (const Face& face : model.faces) {
-            const auto number = static_cast<std::uint32_t>(face.number);
-            if (!isIn[number] || groups.find(number) != group) continue;
-            undercut.faces.push_back(face.number);
-            undercut.area += hidden.areas[number];
-        }
-        undercut.point = middleOf(places);
-        findSlide(reach, Slides(model, undercut.faces, pull).directions(), places, undercut);
-        undercuts.push_back(std::move(undercut));
+    for (Group& group : groups) {
+        Undercut& undercut = undercuts.emplace_back(std::move(group.undercut));
+        undercut.point = middleOf(group.samples);
+        if (reach.isTired()) continue;
+        findSlide(reach, Slides(skin.model(), undercut.faces, pull).directions(), group.samples,
+                  undercut);
     }
-    std::stable_sort(undercuts.begin(), undercuts.end(),
-                     [](const Undercut& l, const Undercut& r) { return l.area > r.area; });
     return undercuts;
 }
 
