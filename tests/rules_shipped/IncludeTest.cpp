@@ -37,6 +37,9 @@ TEST_F(Include, ASiteChangesAParameterASeverityOrAWholeRuleAndCopiesNothing) {
         {set, 1, "FDM build volume +Additive manufacturing +critical +failed +the part's longest"},
         {set + "<Rule Name='fdm build VOLUME'>" + larger + "</Rule>", 0,
          "FDM build volume +Additive manufacturing +critical +passed"},
+        {set + "<Rule Name='FDM build volume'><Parameter Name='Length'><Value>202</Value>"
+               "</Parameter></Rule>",
+         0, "FDM build volume +Additive manufacturing +critical +passed"},
         {set + "<Rule Name='FDM build volume' Severity='3'/>", 1,
          "FDM build volume +Additive manufacturing +minor +failed +the part's longest"},
         {set + "<Rule Name='FDM build volume' Severity='2' File='own.lua'/>", 1,
@@ -80,6 +83,22 @@ TEST_F(Include, WhatCannotBeIncludedIsToldWithItsPlace) {
         {"<Include File='site.xml'/>", "include each other"},
         {"<Include/>", "site.xml:2: an <Include> has a Set or a File"},
         {"<Include Set='fdm'/>\n<Exclude Name='x'/>", "site.xml:3: no included rule is called"},
+        {"<Include Set='fdm'/>\n<Rule Name='FDM hol'/>", "site.xml:3: no included rule is called"},
+        {"<Include Set='fdm'/><Rule Name='FDM hole' Severity='minor'/>", "\"minor\" is no number"},
+        {"<Include Set='fdm'/><Rule Name='FDM hole'>\n<Parameter Name='limt'><Value>1</Value>"
+         "</Parameter></Rule>",
+         "site.xml:3: the rule \"FDM hole\" has no parameter \"limt\"; it has limit .1."},
+        {"<Include Set='fdm'/><Rule Name='FDM hole'><Parameter Type='7'><Value>1</Value>"
+         "</Parameter></Rule>",
+         "has no parameter \"7\""},
+        {"<Include Set='fdm'/><Rule Name='FDM hole'><Parameter Name='x' Type='1'><Value>1</Value>"
+         "</Parameter></Rule>",
+         "is called \"limit\", not \"x\""},
+        {"<Include Set='fdm'/><Rule Name='FDM hole'><Constraint Type='Material' Value='PLA'>"
+         "<Parameter Name='limit'><Value>1,5</Value></Parameter></Constraint></Rule>",
+         "\"1,5\" of the parameter \"limit\" is no number"},
+        {"<Include Set='fdm'/><Rule Name='Closed solid'><Parameter Name='x'/></Rule>",
+         "has no parameters"},
     };
     for (const auto& [rules, told] : cases) {
         SCOPED_TRACE(rules);

@@ -9,6 +9,7 @@
 #include <corvane/xml/XMLFault.h>
 
 #include "Text.h"
+#include "files/RuleOverride.h"
 #include "files/ShippedRules.h"
 #include "language/Messages.h"
 
@@ -82,9 +83,10 @@ public:
         if (!include(*file, places) || !exclude(*file, places)) return nullptr;
         const CStringW scripts = shipped::scriptFolderFor(fs::path(path.Std())).u16string();
         for (const QorXMLNode& element : corvane::ChildElements(file->root_, ruleName))
-            place(*file, places,
-                  {element, attributeText(element, kRuleNameAttr), scripts,
-                   corvane::XMLLine(element), false});
+            if (!place(*file, places,
+                       {element, attributeText(element, kRuleNameAttr), scripts,
+                        corvane::XMLLine(element), false}))
+                return nullptr;
         if (file->size() > 0) return file;
         return fail(tr("{0}: no rule: its document element <{1}> has no child <{2}>", path,
                        file->root_.GetNodeName(), ruleName));
@@ -162,24 +164,45 @@ private:
         return true;
     }
 
-    static void place(RuleFile& file, Places& places, RuleFile::Rule rule) {
+    /// Whether the rule has a script or a module of its own, or an entry in the index.
+    bool isDefined(const RuleFile::Rule& rule) {
+        return !attributeText(rule.element, kRuleFileAttr).IsEmpty() ||
+               definitions_.find(rule.scriptFolder, rule.name);
+    }
+
+    bool place(RuleFile& file, Places& places, RuleFile::Rule rule) {
         const auto [known, isNew] = places.try_emplace(rule.name, file.rules_.size());
         const std::size_t at = known->second;
+        if (isNew && !file.included_.empty() && !isDefined(rule)) {
+            problem = placeText(file.path_, rule.line) + u": " +
+                      tr("no included rule is called \"{0}\"", rule.name);
+            return false;
+        }
         if (isNew || !file.rules_[at].isIncluded) {
             file.own_.push_back(file.size());
             file.rules_.push_back(std::move(rule));
-            return;
+            return true;
         }
         RuleFile::Rule& included = file.rules_[at];
         file.own_.push_back(static_cast<QorLong>(at));
         if (attributeText(rule.element, kRuleFileAttr).IsEmpty()) {
+            const auto definition = definitions_.find(included.scriptFolder, included.name);
+            const auto fault =
+                definition ? settleOverride(rule.element, *definition) : std::nullopt;
+            if (fault) {
+                problem = placeText(file.path_, fault->line) + u": " + fault->message;
+                return false;
+            }
             inherit(rule.element, included.element);
             rule.scriptFolder = included.scriptFolder;
+            rule.isOverride = true;
         }
         included = std::move(rule);
+        return true;
     }
 
     std::size_t depth_ = 0;
+    Definitions definitions_;
 };
 
 std::unique_ptr<RuleFile> RuleFile::load(const CStringW& path, CStringW& problem) {

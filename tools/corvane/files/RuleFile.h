@@ -35,6 +35,8 @@ public:
     CStringW placeOf(QorLong line) const;
     /// Where the definition and the script of that element are; empty for the configured folder.
     const CStringW& scriptFolder(QorLong index) const { return at(index).scriptFolder; }
+    /// Whether that element says other values for an included rule.
+    bool isOverride(QorLong index) const { return at(index).isOverride; }
     CStringW rootName() const { return root_.GetNodeName(); }
     /// What the document element says of the file in its attribute Title.
     CStringW title() const;
@@ -49,7 +51,7 @@ private:
         mutable QorXMLNode element;
         CStringW name, scriptFolder;
         QorLong line = 0;
-        bool isIncluded = false;
+        bool isIncluded = false, isOverride = false;
     };
 
     RuleFile() = default;

@@ -83,6 +83,23 @@ inline constexpr Translation kFileTexts[] = {
      "ファイルの取り込みが深すぎます", "파일이 서로를 너무 깊이 포함합니다"},
     {"no included rule is called \"{0}\"", "aucune règle incluse ne s’appelle «\u00A0{0}\u00A0»",
      "取り込んだルールに「{0}」がありません", "포함된 규칙 중 \"{0}\"이(가) 없습니다"},
+    {"the rule \"{0}\" has no parameter \"{1}\"; it has {2}",
+     "la règle «\u00A0{0}\u00A0» n’a pas de paramètre «\u00A0{1}\u00A0»\u00A0; elle a {2}",
+     "ルール「{0}」にパラメーター「{1}」はありません。あるのは {2} です",
+     "규칙 \"{0}\"에 매개변수 \"{1}\"이(가) 없습니다. 있는 것은 {2}입니다"},
+    {"the rule \"{0}\" has no parameters", "la règle «\u00A0{0}\u00A0» n’a pas de paramètres",
+     "ルール「{0}」にパラメーターはありません", "규칙 \"{0}\"에 매개변수가 없습니다"},
+    {"the severity \"{0}\" is no number", "la gravité «\u00A0{0}\u00A0» n’est pas un nombre",
+     "重大度「{0}」は数値ではありません", "심각도 \"{0}\"은(는) 숫자가 아닙니다"},
+    {"parameter {0} of the rule \"{1}\" is called \"{2}\", not \"{3}\"",
+     "le paramètre {0} de la règle «\u00A0{1}\u00A0» s’appelle «\u00A0{2}\u00A0», et non "
+     "«\u00A0{3}\u00A0»",
+     "ルール「{1}」のパラメーター {0} の名前は「{3}」ではなく「{2}」です",
+     "규칙 \"{1}\"의 매개변수 {0}의 이름은 \"{3}\"이(가) 아니라 \"{2}\"입니다"},
+    {"the value \"{0}\" of the parameter \"{1}\" is no number",
+     "la valeur «\u00A0{0}\u00A0» du paramètre «\u00A0{1}\u00A0» n’est pas un nombre",
+     "パラメーター「{1}」の値「{0}」は数値ではありません",
+     "매개변수 \"{1}\"의 값 \"{0}\"은(는) 숫자가 아닙니다"},
     {"{0}: the language module of this installation, which holds the names in rule files, cannot "
      "be loaded; \"corvane doctor\" tells more",
      "{0}\u00A0: le module de langue de cette installation, qui contient les noms des fichiers de "

@@ -136,6 +136,7 @@ private:
 
     void checkKey(std::set<std::int64_t>& numbers) {
         const Attribute* key = parameter_.attribute("Type");
+        if (!key && known_.isOverride && parameter_.attribute("Name")) return;
         if (!key) {
             report_.add(kUnknownParameter, parameter_.place,
                         trUtf8("the parameter has no Type, so no rule finds it"),

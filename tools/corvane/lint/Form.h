@@ -19,6 +19,8 @@ struct RuleKnowledge {
     std::optional<std::map<std::int64_t, int>> parameters;
     /// Of a script rule with an entry in the index: the parameters of that entry.
     std::set<std::int64_t> indexParameters;
+    /// The element overrides an included rule, so that its parameters may have a name alone.
+    bool isOverride = false;
 };
 
 /// What a severity or a category may be.

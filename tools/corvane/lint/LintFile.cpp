@@ -161,7 +161,8 @@ void Linter::checkRules(const std::string& path, const Element& root, Report& re
         const QorLong at = file->own()[count++];
         QorXMLNode& node = file->element(at);
         if (!isKnown(rule, "Name") || !isKnown(rule, "File")) continue;
-        const RuleKnowledge knowledge = learn(rule, report);
+        RuleKnowledge knowledge = learn(rule, report);
+        knowledge.isOverride = file->isOverride(at);
         checkValues(rule, knowledge, words_, report);
         if (knowledge.kind != RuleKnowledge::Kind::Script) continue;
         const CStringW folder = file->scriptFolder(at);
