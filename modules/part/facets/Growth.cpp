@@ -14,7 +14,10 @@ constexpr std::size_t kMostPoints = 240;  // that a fit needs
 constexpr std::size_t kSpare = 2;         // points more than a surface needs: too many for chance
 constexpr double kWidestTurn = 20.0;      // degrees from a strip's middle to its border
 constexpr double kFarther = 2.5;          // than usual: what a strip of one surface may turn
+constexpr double kMoreSag = 8.0;          // than usual: what a strip of one surface may sag
 constexpr double kFarthestTurn = 0.82;    // cosine of what a facet turns at most
+constexpr double kAstray = 64.0;          // times the tolerance: how far a piece leads astray
+constexpr double kTogether = 2.0;         // times the tolerance: what pieces have in common
 constexpr double kFlattest = 100.0;       // radius over size: beyond it nobody meant a round face
 
 /// How many numbers tell where a surface of the kind is, and how large.
@@ -28,6 +31,18 @@ std::size_t sizesOf(SurfaceKind kind) {
             return 6;
         default:
             return 7;
+    }
+}
+
+/// The radius with which the surface bends at the point.
+double bendAt(const Surface& s, const Vector& point) {
+    switch (s.kind) {
+        case SurfaceKind::Cone:
+            return distanceToLine(point, s.origin, s.axis) / std::cos(radians(s.halfAngle));
+        case SurfaceKind::Torus:
+            return s.minorRadius;
+        default:
+            return s.radius;
     }
 }
 
@@ -45,8 +60,10 @@ void Grower::collect(std::span<const std::uint32_t> strips) {
     corners_.clear();
     const std::size_t step = std::max<std::size_t>(1, 4 * strips.size() / kMostPoints);
     for (std::size_t i = 0; i < strips.size(); i += step) {
+        // A flat strip may have any number of them.
         const auto own = strips_.verticesOf(strips[i]);
-        corners_.insert(corners_.end(), own.begin(), own.end());
+        for (std::size_t k = 0; k < own.size(); k += 1 + own.size() / kMostPoints)
+            corners_.push_back(own[k]);
     }
     std::sort(corners_.begin(), corners_.end());
     corners_.erase(std::unique(corners_.begin(), corners_.end()), corners_.end());
@@ -68,11 +85,13 @@ std::optional<Fit> Grower::fitted(SurfaceKind kind, std::span<const std::uint32_
     if (corners_.size() <= sizesOf(kind) || isFlat(seed, tolerance)) return std::nullopt;
     Fit fit{reading::refined(*start, points_), false, tolerance};
     Box box;
+    double bend = 0.0;
     for (const Vector& point : points_) {
         if (!(std::abs(offsetFrom(fit.surface, point).distance) <= tolerance)) return std::nullopt;
         add(box, point);
+        bend = std::max(bend, bendAt(fit.surface, point));
     }
-    if (!(fit.surface.radius < kFlattest * diagonal(box))) return std::nullopt;
+    if (!(bend < kFlattest * diagonal(box))) return std::nullopt;
     fit.concave = dot(offsetFrom(fit.surface, samples[0].point).outward, samples[0].normal) < 0.0;
     if (!limitTurn(fit, seed)) return std::nullopt;
     return fit;
@@ -99,21 +118,25 @@ bool Grower::isProven(const Region& region, std::size_t times) {
     return corners_.size() >= std::max(times * sizes, sizes + kSpare);
 }
 
-/// How far strips turn that are like these. Those of one surface turn about as far as each other: a
-/// flat face whose corners happen to be on a round surface turns farther, which gives false.
+/// How far strips turn and sag that are like these. Those of one surface do about as far as each
+/// other: a flat face whose corners happen to be on a round surface turns farther, or is larger and
+/// sags farther, which gives false.
 bool Grower::limitTurn(Fit& fit, std::span<const std::uint32_t> seed) const {
-    std::vector<double> turns, areas;
+    std::vector<double> turns, areas, sags;
     for (const std::uint32_t strip : seed) {
         areas.push_back(strips_[strip].area);
         turns.push_back(degrees(std::acos(std::clamp(cosineOf(fit, strip), -1.0, 1.0))));
-        fit.sag = std::max(fit.sag, sagOf(fit, strip));
+        sags.push_back(sagOf(fit, strip));
     }
     std::sort(turns.begin(), turns.end());
     std::sort(areas.begin(), areas.end());
+    std::sort(sags.begin(), sags.end());
     fit.area = areas[areas.size() / 2];
-    const double usual = turns[turns.size() / 2], widest = turns.back();
-    fit.turn = std::cos(radians(std::min(kWidestTurn, kFarther * usual + 0.1)));
-    return widest <= kWidestTurn && widest <= kFarther * usual + 0.1;
+    fit.sag = sags.back();
+    const double next = sags[sags.size() - std::min<std::size_t>(2, sags.size())];
+    const double most = std::min(kWidestTurn, kFarther * turns[turns.size() / 2] + 0.1);
+    fit.turn = std::cos(radians(most));
+    return turns.back() <= most && sags.back() <= kMoreSag * next + fit.tolerance;
 }
 
 /// The least cosine between the normals of the strip and of the surface at its vertices.
@@ -143,9 +166,10 @@ bool Grower::passes(const Fit& fit, std::uint32_t strip) const {
     }
     if (strips_.isSliver(strip)) return true;
     // An obtuse facet turns far even where it is small.
-    const double cosine = cosineOf(fit, strip);
-    return cosine >= fit.turn || (cosine >= kFarthestTurn && (sagOf(fit, strip) <= fit.sag ||
-                                                              strips_[strip].area <= fit.area));
+    const double cosine = cosineOf(fit, strip), sag = sagOf(fit, strip);
+    return sag <= kMoreSag * fit.sag + fit.tolerance &&
+           (cosine >= fit.turn ||
+            (cosine >= kFarthestTurn && (sag <= fit.sag || strips_[strip].area <= fit.area)));
 }
 
 /// Adds what the fit passes around the strips from the last spread on.
@@ -213,6 +237,31 @@ double Grower::areaOf(const Region& region) const {
     for (const std::uint32_t strip : region.strips)
         area += strips_[strip].area;
     return area;
+}
+
+double Grower::supportOf(const Region& region) const {
+    double largest = 0.0;
+    for (const std::uint32_t strip : region.strips)
+        largest = std::max(largest, strips_[strip].area);
+    return areaOf(region) - largest;
+}
+
+bool Grower::joins(Region& region, const Region& other, double tolerance) {
+    if (other.surface.kind != region.surface.kind || other.concave != region.concave) return false;
+    const auto isNear = [&](const Surface& surface, double times) {
+        return std::all_of(points_.begin(), points_.end(), [&](const Vector& point) {
+            return std::abs(offsetFrom(surface, point).distance) <= times * tolerance;
+        });
+    };
+    collect(other.strips);
+    if (!isNear(region.surface, kAstray)) return false;
+    std::vector<Vector> points = points_;
+    collect(region.strips);
+    points_.insert(points_.end(), points.begin(), points.end());
+    const Surface both = reading::refined(region.surface, points_);
+    if (!isNear(both, kTogether)) return false;
+    region.surface = both;
+    return true;
 }
 
 Fit Grower::fitOf(const Region& region, double tolerance) const {

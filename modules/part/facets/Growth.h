@@ -39,6 +39,10 @@ public:
     /// Whether the fit passes the strip.
     [[nodiscard]] bool passes(const Fit& fit, std::uint32_t strip) const;
 
+    /// Whether one surface of the kind of both passes the two regions about as well as their own
+    /// do: the first has it then.
+    bool joins(Region& region, const Region& other, double tolerance);
+
     /// Whether the region has so many vertices that it is no chance that its surface passes them,
     /// and at least so many times the numbers that the surface has.
     bool isProven(const Region& region, std::size_t times);
@@ -48,6 +52,9 @@ public:
     bool isChance(const Region& region, double tolerance);
 
     [[nodiscard]] double areaOf(const Region& region) const;
+    /// The area that tells of the region's surface: without its largest strip, which may be a flat
+    /// face whose corners happen to be on it.
+    [[nodiscard]] double supportOf(const Region& region) const;
 
 private:
     std::optional<Fit> fitted(SurfaceKind kind, std::span<const std::uint32_t> seed,

@@ -22,15 +22,16 @@ public:
     }
 
     bool mayLook(std::uint32_t strip) {
-        Smooth& own = smooth_[groupOf_[strip]];
-        if (own.wait == 0) return true;
-        --own.wait;
+        std::uint32_t& own = smooth_[groupOf_[strip]].wait;
+        std::uint32_t& wait = own > 0 ? own : wait_;
+        if (wait == 0) return true;
+        --wait;
         return false;
     }
     void fail(std::uint32_t strip) {
         Smooth& own = smooth_[groupOf_[strip]];
-        const std::size_t doublings = std::max(++own.failures / kLooks, ++failures_ / kAllLooks);
-        own.wait = (1U << std::min(doublings, kMostDoublings)) - 1U;
+        own.wait = waitOf(++own.failures / kLooks);
+        wait_ = waitOf(++failures_ / kAllLooks);
     }
     /// A surface makes up for as many failures as it has strips: a small one may be there by
     /// chance.
@@ -47,10 +48,16 @@ private:
     };
     // A look takes up to a millisecond. More looks find smaller faces that are tangent to a
     // freeform one.
-    static constexpr std::size_t kLooks = 100, kAllLooks = 1000, kMostDoublings = 12;
+    static constexpr std::size_t kLooks = 100, kAllLooks = 1000;
+    static std::uint32_t waitOf(std::size_t doublings) {
+        constexpr std::size_t kMost = 12;
+        return (1U << std::min(doublings, kMost)) - 1U;
+    }
+
     std::vector<std::uint32_t> groupOf_;
     std::vector<Smooth> smooth_;  // by group of strips that meet smoothly
-    std::size_t failures_ = 0;
+    std::size_t failures_ = 0;    // of all groups
+    std::uint32_t wait_ = 0;
 };
 
 }  // namespace corvane::part::facets

@@ -43,7 +43,7 @@ private:
         for (std::uint32_t seed = 0; seed < strips_.count(); ++seed) {
             if (!seeds_.canTell(seed) || !patience.mayLook(seed)) continue;
             std::optional<Region> best = seeds_.bestOf(seed, loose);
-            if (!best || best->strips.size() < kMany) {
+            if (!best || best->strips.size() < kMany || isOneStrip(*best)) {
                 if (best) small_.push_back(seed);
                 patience.fail(seed);
                 continue;
@@ -51,6 +51,12 @@ private:
             patience.find(seed, best->strips.size());
             claims_.add(std::move(*best));
         }
+    }
+
+    /// Whether a single strip is most of the region: a flat face whose corners happen to be on a
+    /// surface with the first strips of those around it.
+    [[nodiscard]] bool isOneStrip(const Region& region) const {
+        return 2.0 * grower_.supportOf(region) < grower_.areaOf(region);
     }
 
     [[nodiscard]] double sagOf(const Region& region) const {
@@ -69,16 +75,24 @@ private:
         std::stable_sort(order.begin(), order.end(), [&](std::uint32_t l, std::uint32_t r) {
             return regions[l].strips.size() > regions[r].strips.size();
         });
-        for (const std::uint32_t number : order) {
-            if (regions[number].strips.empty()) continue;
-            const Fit fit = grower_.fitOf(
-                regions[number], std::max(strips_.rounding(), kLoose * sagOf(regions[number])));
-            for (const std::uint32_t other : around(number))
-                if (regions[other].strips.size() <= regions[number].strips.size() &&
-                    passesAll(fit, regions[other].strips))
-                    unite(regions[number], number, regions[other]);
-        }
+        for (const std::uint32_t number : order)
+            if (!regions[number].strips.empty()) absorbAround(number);
         claims_.dropEmpty();
+    }
+    void absorbAround(std::uint32_t number) {
+        Region& region = claims_.regions()[number];
+        const double tolerance = std::max(strips_.rounding(), kLoose * sagOf(region));
+        Fit fit = grower_.fitOf(region, tolerance);
+        for (const std::uint32_t other : around(number)) {
+            Region& next = claims_.regions()[other];
+            if (next.strips.size() > region.strips.size()) continue;
+            if (passesAll(fit, next.strips)) {
+                unite(region, number, next);
+            } else if (grower_.joins(region, next, tolerance)) {
+                unite(region, number, next);
+                fit = grower_.fitOf(region, tolerance);
+            }
+        }
     }
     [[nodiscard]] bool passesAll(const Fit& fit, const std::vector<std::uint32_t>& strips) const {
         return std::all_of(strips.begin(), strips.end(),

@@ -137,12 +137,15 @@ std::vector<std::uint32_t> Seeds::patchAround(std::uint32_t middle, std::uint32_
                                               double reach) const {
     std::vector<std::uint32_t> patch{middle};
     bool holdsSeed = middle == seed;
-    for (std::size_t i = 0; i < patch.size() && patch.size() < kMostPatch; ++i)
+    const auto belongs = [&](const Neighbour& next) {
+        return next.angle <= kSmoothAngle && claims_.isOpen(next.strip) &&
+               angleBetween(strips_[middle].normal, strips_[next.strip].normal) <= reach &&
+               std::find(patch.begin(), patch.end(), next.strip) == patch.end();
+    };
+    for (std::size_t i = 0; i < patch.size(); ++i)
         for (const Neighbour& next : strips_.neighboursOf(patch[i])) {
-            if (next.angle > kSmoothAngle || !claims_.isOpen(next.strip) ||
-                angleBetween(strips_[middle].normal, strips_[next.strip].normal) > reach ||
-                std::find(patch.begin(), patch.end(), next.strip) != patch.end())
-                continue;
+            if (patch.size() == kMostPatch) break;
+            if (!belongs(next)) continue;
             patch.push_back(next.strip);
             holdsSeed = holdsSeed || next.strip == seed;
         }

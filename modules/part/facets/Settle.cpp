@@ -22,7 +22,6 @@ public:
         : strips_(strips),
           topology_(topology),
           regions_(regions),
-          across_(facetsAcross(strips.mesh(), topology)),
           regionOf_(strips.mesh().triangles.size()) {}
 
     void settle() {
@@ -48,9 +47,10 @@ public:
 
 private:
     [[nodiscard]] bool isAtBorder(std::uint32_t facet) const {
-        return std::any_of(across_[facet].begin(), across_[facet].end(), [&](std::uint32_t next) {
-            return next != kNoFacet && regionOf_[next] != regionOf_[facet];
-        });
+        return std::any_of(strips_.across(facet).begin(), strips_.across(facet).end(),
+                           [&](std::uint32_t next) {
+                               return next != kNoFacet && regionOf_[next] != regionOf_[facet];
+                           });
     }
 
     /// The most between a corner and the surface of the region.
@@ -113,7 +113,7 @@ private:
     /// By how much the border between the regions becomes shorter if the facet goes over.
     [[nodiscard]] double gainOf(std::uint32_t facet, std::uint32_t own, std::uint32_t other) const {
         double gain = 0.0;
-        for (const std::uint32_t next : across_[facet]) {
+        for (const std::uint32_t next : strips_.across(facet)) {
             if (next == kNoFacet) continue;
             if (regionOf_[next] == other) gain += sharedWith(facet, next);
             if (regionOf_[next] == own) gain -= sharedWith(facet, next);
@@ -124,7 +124,7 @@ private:
     /// True, for its caller to tell on.
     bool give(std::uint32_t facet, std::uint32_t region) {
         regionOf_[facet] = region;
-        for (const std::uint32_t next : across_[facet])
+        for (const std::uint32_t next : strips_.across(facet))
             if (next != kNoFacet) open_.push_back(next);
         return true;
     }
@@ -136,7 +136,7 @@ private:
         double gain = gainOf(facet, own, other);
         const double least = 1e-9 * longestSide(facet);
         for (std::size_t i = 0; i < group.size() && gain <= least; ++i)
-            for (const std::uint32_t next : across_[group[i]]) {
+            for (const std::uint32_t next : strips_.across(group[i])) {
                 if (next == kNoFacet || regionOf_[next] != own || group.size() == kMostGroup ||
                     std::find(group.begin(), group.end(), next) != group.end() ||
                     !isEither(next, own, other))
@@ -162,7 +162,7 @@ private:
     void visit(std::uint32_t facet) {
         const std::uint32_t own = regionOf_[facet];
         if (regions_[own].surface.kind == SurfaceKind::Other) return;
-        for (const std::uint32_t next : across_[facet]) {
+        for (const std::uint32_t next : strips_.across(facet)) {
             if (next == kNoFacet) continue;
             const std::uint32_t other = regionOf_[next];
             if (other != own && regions_[other].surface.kind != SurfaceKind::Other &&
@@ -174,7 +174,6 @@ private:
     const Strips& strips_;
     const MeshTopology& topology_;
     std::vector<Region>& regions_;
-    std::vector<std::array<std::uint32_t, 3>> across_;
     std::vector<std::uint32_t> regionOf_;  // by facet
     std::vector<double> noise_;            // by region
     std::vector<std::uint32_t> open_;      // facets to look at

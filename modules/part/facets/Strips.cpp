@@ -15,23 +15,9 @@ constexpr std::uint32_t kNone = 0xffffffffU;
 
 }  // namespace
 
-std::vector<std::array<std::uint32_t, 3>> facetsAcross(const Mesh& mesh,
-                                                       const MeshTopology& topology) {
-    std::vector<std::array<std::uint32_t, 3>> across(mesh.triangles.size(),
-                                                     {kNoFacet, kNoFacet, kNoFacet});
-    std::vector<std::uint8_t> known(mesh.triangles.size(), 0);
-    for (const reading::MeshEdge& edge : topology.edges) {
-        if (edge.facets.size() != 2) continue;
-        const std::uint32_t a = edge.facets[0], b = edge.facets[1];
-        if (known[a] < 3) across[a][known[a]++] = b;
-        if (known[b] < 3) across[b][known[b]++] = a;
-    }
-    return across;
-}
-
 Strips::Strips(const Mesh& mesh, const MeshTopology& topology, double precision)
     : mesh_(mesh), topology_(topology), rounding_(kFitted * precision) {
-    const auto across = facetsAcross(mesh, topology);
+    findAcross();
     stripOf_.assign(mesh.triangles.size(), kNone);
     // The largest facets have the best normals: they gather what is in their planes first.
     std::vector<std::uint32_t> order(mesh.triangles.size());
@@ -41,13 +27,24 @@ Strips::Strips(const Mesh& mesh, const MeshTopology& topology, double precision)
     });
     facets_.reserve(order.size());
     for (const std::uint32_t facet : order)
-        if (stripOf_[facet] == kNone) grow(facet, across);
+        if (stripOf_[facet] == kNone) grow(facet);
     strips_.push_back({});
     strips_.back().facets = static_cast<std::uint32_t>(facets_.size());
     for (std::uint32_t i = 0; i < count(); ++i)
-        describe(strips_[i], topology);
+        describe(strips_[i]);
     strips_.back().vertices = static_cast<std::uint32_t>(vertices_.size());
-    meet(topology);
+    meet();
+}
+
+void Strips::findAcross() {
+    across_.assign(mesh_.triangles.size(), {kNoFacet, kNoFacet, kNoFacet});
+    std::vector<std::uint8_t> known(mesh_.triangles.size(), 0);
+    for (const reading::MeshEdge& edge : topology_.edges) {
+        if (edge.facets.size() != 2) continue;
+        const std::uint32_t a = edge.facets[0], b = edge.facets[1];
+        if (known[a] < 3) across_[a][known[a]++] = b;
+        if (known[b] < 3) across_[b][known[b]++] = a;
+    }
 }
 
 bool Strips::isIn(const Plane& plane, std::uint32_t facet) const {
@@ -65,15 +62,11 @@ bool Strips::isIn(const Plane& plane, std::uint32_t facet) const {
     return slack > 45.0 || angleBetween(plane.normal, topology_.normals[facet]) <= slack;
 }
 
-void Strips::grow(std::uint32_t seed, const std::vector<std::array<std::uint32_t, 3>>& across) {
+void Strips::grow(std::uint32_t seed) {
     const auto number = static_cast<std::uint32_t>(strips_.size());
-    const auto first = static_cast<std::uint32_t>(facets_.size());
+    const std::size_t first = facets_.size();
     strips_.push_back({});
-    strips_.back().facets = first;
-    const auto middleOf = [&](std::uint32_t facet) {
-        const auto& t = mesh_.triangles[facet];
-        return (mesh_.vertices[t[0]] + mesh_.vertices[t[1]] + mesh_.vertices[t[2]]) * (1.0 / 3.0);
-    };
+    strips_.back().facets = static_cast<std::uint32_t>(first);
     Plane plane{middleOf(seed), topology_.normals[seed]};
     stripOf_[seed] = number;
     facets_.push_back(seed);
@@ -81,25 +74,36 @@ void Strips::grow(std::uint32_t seed, const std::vector<std::array<std::uint32_t
     for (std::size_t known = first; known < facets_.size();) {
         known = facets_.size();
         for (std::size_t i = first; i < facets_.size(); ++i)
-            for (const std::uint32_t next : across[facets_[i]])
+            for (const std::uint32_t next : across_[facets_[i]])
                 if (next != kNoFacet && stripOf_[next] == kNone && isIn(plane, next)) {
                     stripOf_[next] = number;
                     facets_.push_back(next);
                 }
         if (facets_.size() < first + 4 || facets_.size() < known + (known - first) / 4) break;
-        Vector normal, middle;
-        double area = 0.0;
-        for (std::size_t i = first; i < facets_.size(); ++i) {
-            normal = normal + topology_.normals[facets_[i]] * topology_.areas[facets_[i]];
-            middle = middle + middleOf(facets_[i]) * topology_.areas[facets_[i]];
-            area += topology_.areas[facets_[i]];
-        }
-        if (!(area > 0.0)) break;
-        plane = {middle * (1.0 / area), unit(normal)};
+        plane = planeOf(first);
     }
 }
 
-void Strips::describe(Strip& strip, const MeshTopology& topology) {
+Vector Strips::middleOf(std::uint32_t facet) const {
+    const auto& t = mesh_.triangles[facet];
+    return (mesh_.vertices[t[0]] + mesh_.vertices[t[1]] + mesh_.vertices[t[2]]) * (1.0 / 3.0);
+}
+
+/// The plane of the facets from that place on.
+Strips::Plane Strips::planeOf(std::size_t first) const {
+    Vector normal, middle;
+    double area = 0.0;
+    for (std::size_t i = first; i < facets_.size(); ++i) {
+        const double own = topology_.areas[facets_[i]];
+        normal = normal + topology_.normals[facets_[i]] * own;
+        middle = middle + middleOf(facets_[i]) * own;
+        area += own;
+    }
+    if (!(area > 0.0)) return {middleOf(facets_[first]), topology_.normals[facets_[first]]};
+    return {middle * (1.0 / area), unit(normal)};
+}
+
+void Strips::describe(Strip& strip) {
     strip.vertices = static_cast<std::uint32_t>(vertices_.size());
     const std::uint32_t end = (&strip)[1].facets;
     Box box;
@@ -112,9 +116,9 @@ void Strips::describe(Strip& strip, const MeshTopology& topology) {
             add(box, mesh_.vertices[vertex]);
             sum = sum + mesh_.vertices[vertex];
         }
-        strip.centre = strip.centre + sum * (topology.areas[facet] / 3.0);
-        strip.normal = strip.normal + topology.normals[facet] * topology.areas[facet];
-        strip.area += topology.areas[facet];
+        strip.centre = strip.centre + sum * (topology_.areas[facet] / 3.0);
+        strip.normal = strip.normal + topology_.normals[facet] * topology_.areas[facet];
+        strip.area += topology_.areas[facet];
     }
     const auto own = vertices_.begin() + strip.vertices;
     std::sort(own, vertices_.end());
@@ -125,13 +129,13 @@ void Strips::describe(Strip& strip, const MeshTopology& topology) {
     strip.width = 2.0 * strip.area / std::max(diagonal(box), 1e-300);
 }
 
-void Strips::meet(const MeshTopology& topology) {
+void Strips::meet() {
     struct Side {
         std::uint32_t from, to;
         double length;
     };
     std::vector<Side> sides;
-    for (const reading::MeshEdge& edge : topology.edges) {
+    for (const reading::MeshEdge& edge : topology_.edges) {
         if (edge.facets.size() != 2) continue;
         const std::uint32_t a = stripOf_[edge.facets[0]], b = stripOf_[edge.facets[1]];
         if (a == b) continue;

@@ -27,9 +27,6 @@ struct Neighbour {
 };
 
 inline constexpr std::uint32_t kNoFacet = 0xffffffffU;
-/// The facets across the three sides of each facet; kNoFacet where there is not just one.
-std::vector<std::array<std::uint32_t, 3>> facetsAcross(const Mesh& mesh,
-                                                       const MeshTopology& topology);
 
 /// A list for each strip, one after the other.
 template <typename T>
@@ -51,6 +48,10 @@ public:
     }
     [[nodiscard]] const Strip& operator[](std::uint32_t strip) const { return strips_[strip]; }
     [[nodiscard]] std::uint32_t of(std::size_t facet) const { return stripOf_[facet]; }
+    /// The facets across the three sides of the facet; kNoFacet where there is not just one.
+    [[nodiscard]] const std::array<std::uint32_t, 3>& across(std::uint32_t facet) const {
+        return across_[facet];
+    }
     [[nodiscard]] std::span<const std::uint32_t> facetsOf(std::uint32_t strip) const {
         return listOf(facets_, strips_[strip].facets, strips_[strip + 1].facets);
     }
@@ -70,13 +71,17 @@ private:
         Vector origin, normal;
     };
     [[nodiscard]] bool isIn(const Plane& plane, std::uint32_t facet) const;
-    void grow(std::uint32_t seed, const std::vector<std::array<std::uint32_t, 3>>& across);
-    void describe(Strip& strip, const MeshTopology& topology);
-    void meet(const MeshTopology& topology);
+    void findAcross();
+    void grow(std::uint32_t seed);
+    [[nodiscard]] Vector middleOf(std::uint32_t facet) const;
+    [[nodiscard]] Plane planeOf(std::size_t first) const;
+    void describe(Strip& strip);
+    void meet();
 
     const Mesh& mesh_;
     const MeshTopology& topology_;
     double rounding_ = 0.0;
+    std::vector<std::array<std::uint32_t, 3>> across_;
     std::vector<std::uint32_t> stripOf_;
     std::vector<Strip> strips_;  // and one more, where the lists of the last one end
     std::vector<std::uint32_t> facets_, vertices_;

@@ -15,8 +15,8 @@ struct Sample {
 /// the samples closely. A plane's axis is the mean normal.
 std::optional<Surface> guess(SurfaceKind kind, const std::vector<Sample>& samples);
 
-/// The surface near `start`, of its kind, from which the points are away least, as the sum of the
-/// squares.
+/// The surface near `start`, of its round kind, from which the points are away least, as the sum of
+/// the squares.
 Surface refined(const Surface& start, const std::vector<Vector>& points);
 
 }  // namespace corvane::part::reading

@@ -22,7 +22,6 @@ Changes growth(const Surface& s, const Vector& point, const Offset& offset, doub
     Changes row{-n.x, -n.y, -n.z, turn.x, turn.y, turn.z, -1.0, 0.0};
     const double along = dot(from, s.axis);
     const Vector radial = from - s.axis * along;
-    if (s.kind == SurfaceKind::Plane) row[6] = 0.0;
     if (s.kind == SurfaceKind::Torus) {
         row[6] = -dot(n, unit(radial));
         row[7] = -1.0;
