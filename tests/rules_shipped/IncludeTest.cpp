@@ -71,6 +71,11 @@ TEST_F(Include, FilesOfASiteBuildOnEachOther) {
                 AllOf(ContainsRegex("info +failed +the part's shortest side is 20.00 mm, "
                                     "at most 10.00 mm"),
                       Not(HasSubstr("longest"))));
+    const std::string source = corvane("show", {"@site.xml"}).out;
+    EXPECT_THAT(source,
+                ContainsRegex("3D Hubs.*; changed at .*shop.xml:2; changed at .*site.xml:2"));
+    run("<Include File='shop.xml'/><Rule Name='FDM build volume' Source='Works standard 7'/>");
+    EXPECT_THAT(corvane("show", {"@site.xml"}).out, ContainsRegex("source +Works standard 7"));
 }
 
 TEST_F(Include, WhatCannotBeIncludedIsToldWithItsPlace) {

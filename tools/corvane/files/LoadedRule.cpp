@@ -112,6 +112,8 @@ LoadedRule loadRule(const RuleFile& file, QorLong index, RuleModules& modules) {
         loaded.rule.reset();
     }
     if (!loaded.rule) holdFailedRule(loaded, element);
+    if (const CStringW& source = file.changedSource(index); !source.IsEmpty())
+        loaded.rule->m_csRuleSource = source;
     return loaded;
 }
 

@@ -56,6 +56,10 @@ void takeChildren(QorXMLNode& element, const QorXMLNode& base, const char16_t* n
     }
 }
 
+bool hasChild(const QorXMLNode& element, const char16_t* name) {
+    return !std::ranges::empty(corvane::ChildElements(element, name));
+}
+
 /// What the element does not say, the included one says.
 void inherit(QorXMLNode& element, const QorXMLNode& base) {
     for (const std::uint32_t attribute : {kRuleSeverityAttr, kRuleFileAttr})
@@ -85,7 +89,7 @@ public:
         for (const QorXMLNode& element : corvane::ChildElements(file->root_, ruleName))
             if (!place(*file, places,
                        {element, attributeText(element, kRuleNameAttr), scripts,
-                        corvane::XMLLine(element), false}))
+                        corvane::XMLLine(element), false, false, CStringW()}))
                 return nullptr;
         if (file->size() > 0) return file;
         return fail(tr("{0}: no rule: its document element <{1}> has no child <{2}>", path,
@@ -193,12 +197,29 @@ private:
                 problem = placeText(file.path_, fault->line) + u": " + fault->message;
                 return false;
             }
+            rule.changedSource = changedSource(file, rule, included, definition);
             inherit(rule.element, included.element);
             rule.scriptFolder = included.scriptFolder;
             rule.isOverride = true;
         }
         included = std::move(rule);
         return true;
+    }
+
+    /// A source that the rule gives for its own limits does not hold for those of a site.
+    static CStringW changedSource(const RuleFile& file, const RuleFile::Rule& rule,
+                                  const RuleFile::Rule& included,
+                                  const std::optional<QorXMLNode>& definition) {
+        const CStringW own = attributeText(rule.element, kRuleSourceAttr);
+        if (!own.IsEmpty()) return own;
+        if (!hasChild(rule.element, u"Parameter") && !hasChild(rule.element, u"Constraint"))
+            return included.changedSource;
+        const CStringW before =
+            !included.changedSource.IsEmpty()
+                ? included.changedSource
+                : attributeText(definition.value_or(included.element), kRuleSourceAttr);
+        const CStringW place = placeText(file.path_, rule.line);
+        return before.IsEmpty() ? place : tr("{0}; changed at {1}", before, place);
     }
 
     std::size_t depth_ = 0;

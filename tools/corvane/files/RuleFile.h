@@ -37,6 +37,9 @@ public:
     const CStringW& scriptFolder(QorLong index) const { return at(index).scriptFolder; }
     /// Whether that element says other values for an included rule.
     bool isOverride(QorLong index) const { return at(index).isOverride; }
+    /// Where the limits of that element come from when this file, or one that it includes, changes
+    /// them; empty where the rule's own source holds.
+    const CStringW& changedSource(QorLong index) const { return at(index).changedSource; }
     CStringW rootName() const { return root_.GetNodeName(); }
     /// What the document element says of the file in its attribute Title.
     CStringW title() const;
@@ -52,6 +55,7 @@ private:
         CStringW name, scriptFolder;
         QorLong line = 0;
         bool isIncluded = false, isOverride = false;
+        CStringW changedSource;
     };
 
     RuleFile() = default;

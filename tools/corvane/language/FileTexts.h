@@ -87,6 +87,8 @@ inline constexpr Translation kFileTexts[] = {
      "la règle «\u00A0{0}\u00A0» n’a pas de paramètre «\u00A0{1}\u00A0»\u00A0; elle a {2}",
      "ルール「{0}」にパラメーター「{1}」はありません。あるのは {2} です",
      "규칙 \"{0}\"에 매개변수 \"{1}\"이(가) 없습니다. 있는 것은 {2}입니다"},
+    {"{0}; changed at {1}", "{0}\u00A0; modifié à {1}", "{0}。変更箇所: {1}",
+     "{0}; 변경된 곳: {1}"},
     {"the rule \"{0}\" has no parameters", "la règle «\u00A0{0}\u00A0» n’a pas de paramètres",
      "ルール「{0}」にパラメーターはありません", "규칙 \"{0}\"에 매개변수가 없습니다"},
     {"the severity \"{0}\" is no number", "la gravité «\u00A0{0}\u00A0» n’est pas un nombre",

@@ -59,6 +59,8 @@ void RuleComponents::describe(const RuleFile& file, PlannedRule& rule) {
         describeModuleRule(element, rule);
     else
         describeScriptRule(element, file.scriptFolder(rule.element), rule);
+    if (const CStringW& source = file.changedSource(rule.element); !source.IsEmpty())
+        rule.blank.source = source.ToUtf8();
     for (const CStringW& included : file.included())
         addFile(rule, pathOf(included));
     for (const results::Component& component : rule.blank.components)
