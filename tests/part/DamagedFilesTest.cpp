@@ -8,6 +8,7 @@
 #include <GeomConvert.hxx>
 #include <Geom_BezierSurface.hxx>
 #include <Geom_OffsetSurface.hxx>
+#include <IGESControl_Writer.hxx>
 #include <Poly_PolygonOnTriangulation.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
@@ -16,6 +17,7 @@
 #include <gp_Elips.hxx>
 #include <gp_Trsf.hxx>
 #include <gtest/gtest.h>
+#include <regex>
 
 #include "corvane/part/Part.h"
 
@@ -75,6 +77,14 @@ std::string replaced(std::string text, std::string_view start, std::string_view 
     EXPECT_NE(at, text.npos) << start << ' ' << old;
     if (at != text.npos) text.replace(at, old.size(), by);
     return text;
+}
+
+/// What the shape lacks, by its damages.
+std::string missing(const Part& part) {
+    std::string all;
+    for (const auto& damage : part.damages())
+        if (damage.kind == corvane::part::Damage::Kind::Missing) all += damage.message;
+    return all;
 }
 
 }  // namespace
@@ -290,4 +300,129 @@ TEST_F(DamagedFilesTest, AFaceOfFacetsAloneIsRefused) {
     BRep_Builder().MakeFace(face, facets);
     write(face, "facets.brep");
     EXPECT_THAT(Part::open(folder_.path("facets.brep")).error, HasSubstr("no surface"));
+}
+
+TEST_F(DamagedFilesTest, ACutFileIsRefused) {
+    const TopoDS_Shape pin = shapes::cylinder({{0, 0, 0}, {0, 0, 1}}, 5, 10);
+    for (const char* kind : {"step", "iges", "brep", "stl"}) {
+        const std::string name = std::string("cut.") + kind;
+        const std::string whole = write(pin, name);
+        for (std::size_t percent = 2; percent < 98; percent += 4) {
+            const auto opened = open(whole.substr(0, whole.size() * percent / 100), name);
+            // Without its last facets a text of them is whole, and the surface has a hole.
+            const bool isOpen = opened.part && !opened.part->damages().empty();
+            EXPECT_TRUE(isOpen || !opened.error.empty()) << kind << ' ' << percent;
+        }
+    }
+}
+
+TEST_F(DamagedFilesTest, AnAssemblyThatContainsItselfIsRefused) {
+    gp_Trsf move;
+    move.SetTranslation({20, 0, 0});
+    const TopoDS_Shape pair = shapes::compound({shapes::box(1, 2, 3), shapes::box(3, 2, 1)});
+    shapes::writeAssembly({pair, pair.Moved(TopLoc_Location(move))}, folder_.path("whole.step"));
+    const std::string step = TemporaryFolder::readFile(folder_.path("whole.step"));
+    const std::regex uses(
+        "NEXT_ASSEMBLY_USAGE_OCCURRENCE\\('[^']*','[^']*','[^']*',(#\\d+),(#\\d+)");
+    std::vector<std::smatch> all{std::sregex_iterator(step.begin(), step.end(), uses), {}};
+    ASSERT_GE(all.size(), 3U);
+    const std::string root = all.front()[1];
+    for (const std::smatch& use : all)
+        for (const std::string& part : {use[1].str(), root}) {
+            std::string text = step;
+            text.replace(static_cast<std::size_t>(use.position(2)), use[2].str().size(), part);
+            const auto opened = open(text, "bad.step");
+            EXPECT_THAT(opened.error, HasSubstr("part of itself")) << use.str() << ' ' << part;
+        }
+}
+
+TEST_F(DamagedFilesTest, WhatIsNotReadOfAnIgesFileIsTold) {
+    const TopoDS_Shape plate =
+        shapes::cut(shapes::box(40, 30, 20), shapes::cylinder({{20, 15, -1}, {0, 0, 1}}, 5, 30));
+    const std::string faces = write(plate, "plate.iges");
+    IGESControl_Writer writer("MM", 1);
+    writer.AddShape(plate);
+    ASSERT_TRUE(writer.Write(folder_.path("solid.iges").c_str()));
+    const std::string solid = TemporaryFolder::readFile(folder_.path("solid.iges"));
+    /// Entities of one type become such as nobody knows.
+    const auto unknown = [](const std::string& text, const std::string& type) {
+        const std::regex inDirectory("(^|\\n)     " + type + "(?=.{64}D)"),
+            parameters("(^|\\n)" + type + "(?=,.{68}P)");
+        return std::regex_replace(std::regex_replace(text, inDirectory, "$1     599"), parameters,
+                                  "$01599");
+    };
+    const struct {
+        std::string text, note, damage, error;
+        std::size_t faces;
+    } cases[]{{unknown(solid, "402"), "unknown kind is left out: 599", "", "", 7},
+              {unknown(faces, "402"), "unknown kind is left out: 599", "", "", 7},
+              {unknown(solid, "192"), "599", "the type 510, 1 in all", "", 6},
+              {unknown(faces, "120"), "599", "the type 144, 1 in all", "", 6},
+              {unknown(faces, "102"), "599", "the type 599, 8 in all", "", 3},
+              {unknown(solid, "514"), "", "", "a part of an unknown kind", 0},
+              {unknown(faces, "124"), "", "", "a part of an unknown kind", 0},
+              {unknown(faces, "144"), "", "", "holds no body; 7 entities of unknown", 0}};
+    for (const auto& [text, note, damage, error, count] : cases) {
+        SCOPED_TRACE(note + damage + error);
+        const auto opened = open(text, "unknown.iges");
+        EXPECT_THAT(opened.error, HasSubstr(error));
+        ASSERT_EQ(opened.part == nullptr, !error.empty()) << opened.error;
+        if (!opened.part) continue;
+        EXPECT_EQ(opened.part->model().faces.size(), count);
+        EXPECT_THAT(opened.part->model().notes, testing::Contains(HasSubstr(note)));
+        EXPECT_EQ(missing(*opened.part).empty(), damage.empty());
+        EXPECT_THAT(missing(*opened.part), HasSubstr(damage));
+    }
+}
+
+TEST_F(DamagedFilesTest, FacetsThatAreLeftOutAreTold) {
+    const std::string box = write(shapes::box(10, 10, 10), "box.stl");
+    const auto with = [&](const std::string& corners) {
+        return replaced(box, "", "endsolid", "facet\nouter loop\n" + corners + "endsolid");
+    };
+    const std::string here = "vertex 1 1 1\n";
+    const struct {
+        std::string corners, note, damage, error;
+    } cases[]{{"", "", "", ""},
+              {here + here + "vertex 1 2 3\n", "lines or points are left out, 1 in all", "", ""},
+              {here + "vertex 1 1 1.0000001\nvertex 1 2 3\n", "left out, 1 in all", "", ""},
+              {here + here + "vertex nan 2 3\n", "", "no numbers, 1 in all", ""},
+              {here + here + "vertex 1 1e39 3\n", "", "no numbers, 1 in all", ""},
+              {here + here, "", "", "is cut short"},
+              {here + here + "facet\n", "", "", "fewer than three corners"}};
+    for (const auto& [corners, note, damage, error] : cases) {
+        SCOPED_TRACE(corners);
+        const auto opened = open(with(corners), "odd.stl");
+        EXPECT_THAT(opened.error, HasSubstr(error));
+        ASSERT_EQ(opened.part == nullptr, !error.empty()) << opened.error;
+        if (!opened.part) continue;
+        EXPECT_EQ(opened.part->model().solids.size(), 1U);
+        std::string notes;
+        for (const std::string& each : opened.part->model().notes)
+            notes += each;
+        EXPECT_EQ(notes.empty(), note.empty());
+        EXPECT_THAT(notes, HasSubstr(note));
+        EXPECT_EQ(missing(*opened.part).empty(), damage.empty());
+        EXPECT_THAT(missing(*opened.part), HasSubstr(damage));
+    }
+}
+
+TEST_F(DamagedFilesTest, APartIsMeshedWhateverItsSizeAndPlace) {
+    gp_Trsf mirror;
+    mirror.SetMirror(gp_Ax2({1, 2, 3}, {0, 0, 1}));
+    const TopoDS_Shape small = shapes::rounded(shapes::box(4, 3, 2), 0.5);
+    for (const double size : {1.0, 1e7}) {
+        gp_Trsf larger;
+        larger.SetScale({0, 0, 0}, size);
+        const TopoDS_Shape part = shapes::transformed(small, larger);
+        write(shapes::compound({part, part.Moved(TopLoc_Location(mirror), false)}), "two.brep");
+        const auto opened = Part::open(folder_.path("two.brep"));
+        ASSERT_TRUE(opened.part);
+        const auto& [vertices, triangles, faces] = opened.part->mesh();
+        double volume = 0.0;
+        for (const auto& [a, b, c] : triangles)
+            volume += dot(vertices[a], cross(vertices[b], vertices[c])) / 6;
+        EXPECT_NEAR(volume / opened.part->volume(), 1.0, 0.01) << size;
+        std::filesystem::remove(folder_.path("two.brep"));
+    }
 }

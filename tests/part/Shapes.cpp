@@ -120,11 +120,12 @@ void write(const TopoDS_Shape& shape, const std::filesystem::path& file, const c
 
 void writeAssembly(std::initializer_list<TopoDS_Shape> parts, const std::filesystem::path& file) {
     STEPControl_Controller::Init();
+    const int usual = Interface_Static::IVal("write.step.assembly");
     Interface_Static::SetIVal("write.step.assembly", 1);
     STEPControl_Writer writer;
     writer.Transfer(compound(parts), STEPControl_AsIs);
     const bool done = writer.Write(file.string().c_str()) == IFSelect_RetDone;
-    Interface_Static::SetIVal("write.step.assembly", 0);
+    Interface_Static::SetIVal("write.step.assembly", usual);
     if (!done) throw std::runtime_error("cannot write " + file.string());
 }
 

@@ -124,7 +124,7 @@ struct Thread {
 struct Damage {
     /// What is wrong.
     /// Size: below a millimetre or above a hundred metres, most likely in a wrong unit.
-    /// Missing: the file has more of the shape, of a kind that cannot be read.
+    /// Missing: the file has more of the shape, which cannot be read.
     enum class Kind { OpenEdge, InvalidFace, NotSolid, ManyFold, Size, Missing };
     Kind kind = Kind::OpenEdge;  ///< what is wrong
     std::string message;         ///< English

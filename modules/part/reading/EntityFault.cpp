@@ -13,6 +13,7 @@
 #include <StepGeom_Curve.hxx>
 #include <StepGeom_GeometricRepresentationItem.hxx>
 #include <StepGeom_Pcurve.hxx>
+#include <StepRepr_AssemblyComponentUsage.hxx>
 #include <StepRepr_DefinitionalRepresentation.hxx>
 #include <StepRepr_ItemDefinedTransformation.hxx>
 #include <StepRepr_MappedItem.hxx>
@@ -120,6 +121,21 @@ References referencesOf(const Interface_Graph& graph) {
     return references;
 }
 
+/// For each product, by the number of its entity, those that its assembly contains.
+References componentsOf(const Handle(Interface_InterfaceModel) & model) {
+    References components(static_cast<std::size_t>(model->NbEntities()));
+    for (int number = 1; number <= model->NbEntities(); ++number) {
+        const auto use = Handle(StepRepr_AssemblyComponentUsage)::DownCast(model->Value(number));
+        if (use.IsNull()) continue;
+        const int whole = model->Number(use->RelatingProductDefinition()),
+                  part = model->Number(use->RelatedProductDefinition());
+        if (whole > 0 && part > 0)
+            components[static_cast<std::size_t>(whole - 1)].push_back(
+                static_cast<std::uint32_t>(part - 1));
+    }
+    return components;
+}
+
 }  // namespace
 
 std::string entityFault(const Handle(XSControl_WorkSession) & session, UnknownKinds* unknown) {
@@ -147,9 +163,12 @@ std::string entityFault(const Handle(XSControl_WorkSession) & session, UnknownKi
             return "entity " + label(number) + ", a curve on a surface, has no curve";
     const Handle(Interface_HGraph) graph = session->HGraph();
     if (graph.IsNull()) return "its schema is unknown";
-    const ReferenceFault fault = checkReferences(referencesOf(graph->Graph()));
-    if (fault.kind == ReferenceFault::Kind::None) return {};
-    return "entity " + label(static_cast<int>(fault.thing) + 1) + " is a part of itself";
+    for (const References& references : {referencesOf(graph->Graph()), componentsOf(model)}) {
+        const ReferenceFault fault = checkReferences(references);
+        if (fault.kind != ReferenceFault::Kind::None)
+            return "entity " + label(static_cast<int>(fault.thing) + 1) + " is a part of itself";
+    }
+    return {};
 }
 
 }  // namespace corvane::part::reading

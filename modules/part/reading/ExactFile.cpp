@@ -24,6 +24,14 @@ bool haveTooManyFaces(const Bodies& bodies) {
     return false;
 }
 
+/// What there is in the place of a body, if the file has something that is not read.
+std::string noBody(const Bodies& bodies) {
+    std::string error = "the file holds no body";
+    for (const auto& missing : {bodies.leftOut, bodies.notes})
+        if (!missing.empty()) return error + "; " + missing.front();
+    return error;
+}
+
 Bodies load(const std::filesystem::path& file, const std::string& kind) {
     if (kind == "step") return readStep(file);
     if (kind == "iges") return readIges(file);
@@ -39,7 +47,7 @@ Result readExact(const std::filesystem::path& file, const std::string& kind, dou
     Message::DefaultMessenger()->ChangePrinters().Clear();
     try {
         Bodies bodies = load(file, kind);
-        if (bodies.error.empty() && bodies.bodies.empty()) bodies.error = "the file holds no body";
+        if (bodies.error.empty() && bodies.bodies.empty()) bodies.error = noBody(bodies);
         if (bodies.error.empty() && haveTooManyFaces(bodies))
             bodies.error = "the part has more than 250,000 faces";
         result.error = bodies.error;

@@ -37,16 +37,14 @@ void eachFace(const Bodies& bodies, Work work) {
     }
 }
 
-void addFacets(const TopoDS_Face& face, int number, double scale, Mesh& mesh) {
-    TopLoc_Location location;
-    const Handle(Poly_Triangulation) facets = BRep_Tool::Triangulation(face, location);
-    if (facets.IsNull()) return;
+void addFacets(const TopoDS_Face& face, int number, const Handle(Poly_Triangulation) & facets,
+               double scale, Mesh& mesh) {
+    const gp_Trsf place = face.Location().Transformation();
     const auto base = static_cast<std::uint32_t>(mesh.vertices.size());
     for (int i = 1; i <= facets->NbNodes(); ++i)
-        mesh.vertices.push_back(from(facets->Node(i).Transformed(location)) * scale);
-    // A mirrored place turns the facets too.
-    const bool flip =
-        (face.Orientation() == TopAbs_REVERSED) != location.Transformation().IsNegative();
+        mesh.vertices.push_back(from(gp_Pnt(facets->Node(i).XYZ() * scale).Transformed(place)));
+    // A mirrored place turns the facets and the sides of the surface.
+    const bool flip = face.Orientation() == TopAbs_REVERSED;
     for (int i = 1; i <= facets->NbTriangles(); ++i) {
         int a = 0, b = 0, c = 0;
         facets->Triangle(i).Get(a, b, c);
@@ -109,26 +107,46 @@ private:
         return mesh;
     }
 
-    /// The mesher's searches step over a face in steps of a fixed length. A part that is huge, as
-    /// one in a wrong unit, would take them minutes, so a smaller likeness of it is meshed.
     static void addMesh(const NumberedFaces& faces, double deviation, Mesh& mesh) {
+        if (deviation > kLargestDeviation) {
+            addMeshOfLikeness(faces, deviation, mesh);
+            return;
+        }
+        const TopoDS_Compound some = compoundOf(faces, false);
+        // Facets that came with the file may be anything.
+        BRepTools::Clean(some);
+        meshFaces(some, deviation, radians(kMeshAngle));
+        TopLoc_Location ignored;
+        for (const auto& [face, number] : faces)
+            if (const auto facets = BRep_Tool::Triangulation(face, ignored); !facets.IsNull())
+                addFacets(face, number, facets, 1.0, mesh);
+        BRepTools::Clean(some);
+    }
+
+    /// The mesher goes over a face in steps of a fixed length. A part that is huge, as one in a
+    /// wrong unit, would take it minutes, so a smaller likeness of it is meshed.
+    static void addMeshOfLikeness(const NumberedFaces& faces, double deviation, Mesh& mesh) {
+        gp_Trsf smaller;
+        smaller.SetScale({0, 0, 0}, 1.0 / deviation);
+        BRepBuilderAPI_Transform likeness(compoundOf(faces, true), smaller, true);
+        BRepTools::Clean(likeness.Shape());
+        meshFaces(likeness.Shape(), 1.0, radians(kMeshAngle));
+        TopLoc_Location ignored;
+        for (const auto& [face, number] : faces) {
+            const TopoDS_Shape like = likeness.ModifiedShape(face.Located({}));
+            const auto facets = BRep_Tool::Triangulation(TopoDS::Face(like), ignored);
+            if (!facets.IsNull()) addFacets(face, number, facets, deviation, mesh);
+        }
+    }
+
+    /// Where a face is in several places, as in an assembly, it has its likeness in none.
+    static TopoDS_Compound compoundOf(const NumberedFaces& faces, bool isPlaceless) {
         const BRep_Builder builder;
         TopoDS_Compound some;
         builder.MakeCompound(some);
         for (const auto& [face, number] : faces)
-            builder.Add(some, face);
-        // Facets that came with the file may be anything.
-        BRepTools::Clean(some);
-        const double scale = deviation > kLargestDeviation ? deviation : 1.0;
-        gp_Trsf smaller;
-        smaller.SetScale({0, 0, 0}, 1.0 / scale);
-        BRepBuilderAPI_Transform likeness(smaller);
-        if (scale > 1.0) likeness.Perform(some, true);
-        meshFaces(scale > 1.0 ? likeness.Shape() : some, deviation / scale, radians(kMeshAngle));
-        for (const auto& [face, number] : faces)
-            addFacets(scale > 1.0 ? TopoDS::Face(likeness.ModifiedShape(face)) : face, number,
-                      scale, mesh);
-        BRepTools::Clean(some);
+            builder.Add(some, isPlaceless ? face.Located({}) : TopoDS_Shape(face));
+        return some;
     }
 
     /// The exact box of a face costs a search for its extremes; few faces reach the part's box.

@@ -25,6 +25,7 @@
 
 #include "Bodies.h"
 #include "BrepText.h"
+#include "IgesKinds.h"
 #include "IgesText.h"
 
 namespace corvane::part::reading {
@@ -165,7 +166,10 @@ Bodies readIges(const std::filesystem::path& file) {
         bodies.error = "the file is no readable IGES file";
         return bodies;
     }
-    if (const std::string fault = entityFault(reader.WS()); !fault.empty()) {
+    const IgesKinds kinds(reader.WS());
+    std::string fault = entityFault(reader.WS());
+    if (fault.empty()) fault = kinds.fault();
+    if (!fault.empty()) {
         bodies.error = "the IGES file cannot be read: " + fault;
         return bodies;
     }
@@ -173,6 +177,7 @@ Bodies readIges(const std::filesystem::path& file) {
     if (!model.IsNull() && !model->GlobalSection().UnitName().IsNull())
         bodies.units = model->GlobalSection().UnitName()->ToCString();
     reader.TransferRoots();
+    kinds.tell(bodies);
     addBodies(reader.OneShape(), {}, {}, bodies);
     return bodies;
 }

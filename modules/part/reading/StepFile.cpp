@@ -1,5 +1,10 @@
 #include <STEPCAFControl_Reader.hxx>
 #include <StepData_StepModel.hxx>
+#include <StepShape_ConnectedFaceSet.hxx>
+#include <StepShape_Face.hxx>
+#include <StepShape_OrientedClosedShell.hxx>
+#include <StepShape_OrientedOpenShell.hxx>
+#include <StepShape_SolidModel.hxx>
 #include <TColStd_SequenceOfAsciiString.hxx>
 #include <TDF_Label.hxx>
 #include <TDF_LabelSequence.hxx>
@@ -120,6 +125,38 @@ std::vector<BodyThread> threadsOf(const std::vector<StepThread>& told,
     return threads;
 }
 
+/// The kernel leaves out without a word what it cannot make. A shell of which it has made a part is
+/// of the part's shape; a body or shell as a whole may be of something else.
+void tellUnread(const Handle(XSControl_WorkSession) & session, Bodies& bodies) {
+    const Handle(Interface_InterfaceModel) model = session->Model();
+    const Handle(Transfer_TransientProcess) made = session->TransferReader()->TransientProcess();
+    const auto isUnread = [&](const Handle(Standard_Transient) & entity) {
+        return TransferBRep::ShapeResult(made, entity).IsNull();
+    };
+    std::size_t faces = 0, wholes = 0;
+    for (int number = 1; number <= model->NbEntities(); ++number) {
+        const Handle(Standard_Transient) entity = model->Value(number);
+        if (entity->IsKind(STANDARD_TYPE(StepShape_SolidModel)) && isUnread(entity)) ++wholes;
+        const auto shell = Handle(StepShape_ConnectedFaceSet)::DownCast(entity);
+        // Others have the faces of the shell that they turn.
+        if (shell.IsNull() || shell->IsKind(STANDARD_TYPE(StepShape_OrientedClosedShell)) ||
+            shell->IsKind(STANDARD_TYPE(StepShape_OrientedOpenShell)))
+            continue;
+        std::size_t unread = 0;
+        const int count = shell->NbCfsFaces();
+        for (int i = 1; i <= count; ++i)
+            if (isUnread(shell->CfsFacesValue(i))) ++unread;
+        const bool isWhole = unread == static_cast<std::size_t>(count);
+        (isWhole ? wholes : faces) += isWhole ? 1 : unread;
+    }
+    if (faces > 0)
+        bodies.leftOut.push_back("the shape lacks faces that cannot be read, " +
+                                 std::to_string(faces) + " in all");
+    if (wholes > 0)
+        bodies.notes.push_back("bodies and shells are left out, " + std::to_string(wholes) +
+                               " in all");
+}
+
 /// Reads the entities of the file. False, with the error of the bodies, when they make no shape.
 bool readEntities(const std::filesystem::path& file, STEPCAFControl_Reader& reader,
                   Bodies& bodies) {
@@ -151,6 +188,7 @@ bool readEntities(const std::filesystem::path& file, STEPCAFControl_Reader& read
 Bodies readStep(const std::filesystem::path& file) {
     Bodies bodies;
     std::vector<StepThread> threads;
+    bool hasEnd = false;
     {
         const std::string text = contentOf(file);
         if (const std::string fault = stepFault(text); !fault.empty()) {
@@ -158,14 +196,19 @@ Bodies readStep(const std::filesystem::path& file) {
             return bodies;
         }
         threads = stepThreads(text);
+        hasEnd = text.find("END-ISO-10303-21") != text.npos;
     }
     Document document;
     STEPCAFControl_Reader reader;
-    if (!readEntities(file, reader, bodies)) return bodies;
+    if (!readEntities(file, reader, bodies)) {
+        if (!hasEnd) bodies.error = "the STEP file is cut short";
+        return bodies;
+    }
     if (!reader.Transfer(document.get())) {
         bodies.error = "the STEP file holds no shape that can be read";
         return bodies;
     }
+    tellUnread(reader.Reader().WS(), bodies);
     bodies.threads = threadsOf(threads, reader.Reader().WS());
     TDF_LabelSequence roots;
     XCAFDoc_DocumentTool::ShapeTool(document.get()->Main())->GetFreeShapes(roots);

@@ -17,13 +17,23 @@ static_assert(std::endian::native == std::endian::little, "binary STL is little 
 constexpr std::size_t kHeader = 84, kFacet = 50;
 constexpr std::size_t kMostFacets = 20'000'000;
 
-/// A facet with a coordinate that is no number is nowhere, and left out.
-void add(const StlFacet& facet, std::vector<StlFacet>& facets) {
-    const auto isFinite = [](float value) { return std::isfinite(value); };
-    for (const auto& corner : facet)
-        if (!std::all_of(corner.begin(), corner.end(), isFinite)) return;
-    facets.push_back(facet);
-}
+/// What a file holds. A facet with a coordinate that is no number is nowhere, and left out.
+struct Facets {
+    std::vector<StlFacet> all;
+    std::size_t nowhere = 0;
+    WrittenDigits digits;
+
+    void add(const StlFacet& facet) {
+        const auto isFinite = [](float value) { return std::isfinite(value); };
+        const bool isSomewhere = std::all_of(facet.begin(), facet.end(), [&](const auto& corner) {
+            return std::all_of(corner.begin(), corner.end(), isFinite);
+        });
+        if (isSomewhere)
+            all.push_back(facet);
+        else
+            ++nowhere;
+    }
+};
 
 bool isBinary(const std::string& bytes) {
     if (bytes.size() < kHeader) return false;
@@ -34,7 +44,7 @@ bool isBinary(const std::string& bytes) {
            bytes.compare(0, 5, "solid") != 0;
 }
 
-std::string readBinary(const std::string& bytes, std::vector<StlFacet>& facets) {
+std::string readBinary(const std::string& bytes, Facets& facets) {
     std::uint32_t count = 0;
     std::memcpy(&count, bytes.data() + 80, sizeof count);
     if (count > kMostFacets) return "the STL file has too many facets";
@@ -42,7 +52,7 @@ std::string readBinary(const std::string& bytes, std::vector<StlFacet>& facets) 
     for (std::size_t i = 0; i < count; ++i) {
         StlFacet facet;
         std::memcpy(&facet, bytes.data() + kHeader + i * kFacet + 12, sizeof facet);
-        add(facet, facets);
+        facets.add(facet);
     }
     return {};
 }
@@ -70,23 +80,41 @@ bool number(std::string_view text, float& value) {
     return true;
 }
 
-std::string readText(std::string_view rest, std::vector<StlFacet>& facets, WrittenDigits& digits) {
+std::string readText(std::string_view rest, Facets& facets) {
     StlFacet facet{};
     std::size_t corner = 0;
     for (std::string_view next = word(rest); !next.empty(); next = word(rest)) {
-        if (next == "facet") corner = 0;
+        if (next == "facet") {
+            if (corner % 3 != 0) return "a facet of the STL file has fewer than three corners";
+            corner = 0;
+        }
         if (next != "vertex") continue;
         if (corner == 3) return "a facet of the STL file has more than three corners";
         for (std::size_t axis = 0; axis < 3; ++axis) {
             const std::string_view text = word(rest);
             if (!number(text, facet[corner][axis]))
                 return "a vertex of the STL file is no three numbers";
-            digits.add(text, axis);
+            facets.digits.add(text, axis);
         }
-        if (++corner == 3) add(facet, facets);
-        if (facets.size() > kMostFacets) return "the STL file has too many facets";
+        if (++corner == 3) facets.add(facet);
+        if (facets.all.size() > kMostFacets) return "the STL file has too many facets";
     }
-    return {};
+    return corner % 3 == 0 ? std::string() : "the STL file is cut short";
+}
+
+/// Tells of the facets that are not in the mesh.
+void tellLeftOut(const Facets& facets, std::size_t kept, Model& model) {
+    if (facets.nowhere > 0)
+        model.damages.push_back({Damage::Kind::Missing,
+                                 "the shape lacks facets with corners that are no numbers, " +
+                                     std::to_string(facets.nowhere) + " in all",
+                                 {},
+                                 {}});
+    if (kept < facets.all.size())
+        model.notes.push_back(
+            "facets that the rounding of coordinates makes lines or points are "
+            "left out, " +
+            std::to_string(facets.all.size() - kept) + " in all");
 }
 
 }  // namespace
@@ -94,18 +122,19 @@ std::string readText(std::string_view rest, std::vector<StlFacet>& facets, Writt
 Result readStl(const std::filesystem::path& file, double factor) {
     Result result;
     const std::string bytes = contentOf(file);
-    std::vector<StlFacet> facets;
-    WrittenDigits digits;
-    result.error = isBinary(bytes) ? readBinary(bytes, facets) : readText(bytes, facets, digits);
+    Facets facets;
+    result.error = isBinary(bytes) ? readBinary(bytes, facets) : readText(bytes, facets);
     if (!result.error.empty()) return result;
-    Mesh mesh = weld(facets, factor);
+    Mesh mesh = weld(facets.all, factor);
+    const std::size_t kept = mesh.triangles.size();
     if (mesh.triangles.empty()) {
         result.error = "the STL file has no facets";
         return result;
     }
-    const double precision = precisionOf(mesh, factor, digits);
+    const double precision = precisionOf(mesh, factor, facets.digits);
     result = modelOf(std::move(mesh), precision);
     findDamages(result.model);
+    tellLeftOut(facets, kept, result.model);
     return result;
 }
 

@@ -173,19 +173,24 @@ std::string UnknownKinds::nameOf(std::uint64_t instance) const {
 }
 
 std::vector<std::string> UnknownKinds::notes() const {
-    if (kinds_.empty()) return {};
-    std::set<std::string> names;
+    std::map<std::string, std::size_t> counts;
     for (const auto& [instance, name] : kinds_)
-        names.insert(name);
-    std::string note = kinds_.size() == 1 ? "an entity of an unknown kind is left out:"
-                                          : std::to_string(kinds_.size()) +
-                                                " entities of unknown kinds are left out:";
-    std::size_t count = 0;
-    for (const std::string& name : names) {
-        if (++count > kMostNames) return {note + ", ..."};
-        note += (count > 1 ? ", " : " ") + name;
+        ++counts[name];
+    if (counts.empty()) return {};
+    return {noteOfUnknown(counts)};
+}
+
+std::string noteOfUnknown(const std::map<std::string, std::size_t>& kinds) {
+    std::size_t all = 0, names = 0;
+    for (const auto& [name, count] : kinds)
+        all += count;
+    std::string note = all == 1 ? "an entity of an unknown kind is left out:"
+                                : std::to_string(all) + " entities of unknown kinds are left out:";
+    for (const auto& [name, count] : kinds) {
+        if (++names > kMostNames) return note + ", ...";
+        note += (names > 1 ? ", " : " ") + name;
     }
-    return {note};
+    return note;
 }
 
 }  // namespace corvane::part::reading

@@ -10,6 +10,9 @@
 
 namespace corvane::part::reading {
 
+/// Tells that so many entities of each kind are left out.
+std::string noteOfUnknown(const std::map<std::string, std::size_t>& kinds);
+
 /// Entities of a STEP file whose kinds the kernel does not know, such as features of a schema, and
 /// what the kernel could not fill in because of them. A file that is sound but for these is read.
 class UnknownKinds {
