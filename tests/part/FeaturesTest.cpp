@@ -102,6 +102,12 @@ double turnWithout(double half, double radius) {
 INSTANTIATE_TEST_SUITE_P(
     Holes, Cases,
     testing::Values(
+        Case{"joined bodies",  // whose seam is no edge, not even through a hole
+             [] {
+                 const TopoDS_Shape joined = fuse(box(30, 40, 20), box(30, 40, 20, {30, 0, 0}));
+                 return cut(cut(joined, bar(27, 20, 0, kZ, 2, 20)), bar(30, 30, 0, kZ, 3, 20));
+             },
+             {{4, 20, 360, 18}, {6, 20, 360, 7}}},
         Case{"inclined",
              [] {
                  const gp_Dir along(std::sin(std::numbers::pi / 6), 0,

@@ -37,25 +37,28 @@ std::vector<int> around(const Topology& topology, const Hole& hole) {
     return {faces.begin(), faces.end()};
 }
 
-double edgeDistance(const Topology& topology, const Hole& hole) {
+using Numbers = std::set<int>;
+
+/// The mouth of another hole is an outer border only of a face that a seam through it cuts.
+double edgeDistance(const Topology& topology, const Sides& sides, const Numbers& inHoles,
+                    const Hole& hole) {
     if (hole.entryFace == 0 || hole.sections.empty()) return kNone;
     const Model& model = topology.model();
-    const Face& face = model.face(hole.entryFace);
+    const Side& side = sides.of(hole.entryFace);
     double best = kNone;
-    std::set<int> own;
+    Numbers own;
     for (const int number : hole.faces)
         own.insert(topology.edgesOf(number).begin(), topology.edgesOf(number).end());
-    const auto look = [&](int number) {
+    for (const int number : side.border) {
         const Edge& edge = model.edge(number);
-        if (edge.faces[0] == edge.faces[1] || own.count(number) > 0) return;
+        const bool isMouth = side.faces.size() > 1 &&
+                             (inHoles.count(edge.faces[0]) > 0 || inHoles.count(edge.faces[1]) > 0);
+        if (isMouth || own.count(number) > 0) continue;
         const auto measure = [&](const Vector& p) {
             return distanceToLine(p, hole.entry, hole.axis);
         };
         best = std::min(best, least(model, edge, measure).value);
-    };
-    if (!face.loops.empty())
-        for (const int edge : face.loops.front())
-            look(edge);
+    }
     double mouth = 0.0;
     for (const HoleSection& section : hole.sections)
         if (section.start <= topology.near()) mouth = std::max(mouth, section.startDiameter / 2);
@@ -149,8 +152,12 @@ void measureBetween(const Topology& topology, std::vector<Hole>& holes) {
 }  // namespace
 
 void measureHoles(const Topology& topology, const Surroundings& around, std::vector<Hole>& holes) {
+    const Sides sides(topology);
+    Numbers inHoles;
+    for (const Hole& hole : holes)
+        inHoles.insert(hole.faces.begin(), hole.faces.end());
     for (Hole& hole : holes) {
-        hole.edgeDistance = edgeDistance(topology, hole);
+        hole.edgeDistance = edgeDistance(topology, sides, inHoles, hole);
         // Where a wall is touched, rounding may take the distance below 0.
         hole.wallDistance = std::max(0.0, wallDistance(topology, around, hole));
     }

@@ -22,7 +22,11 @@ struct Tangent {
 class Finder {
 public:
     Finder(const Topology& topology, const std::vector<Hole>& holes)
-        : topology_(topology), model_(topology.model()), axes_(topology), holes_(holes) {
+        : topology_(topology),
+          model_(topology.model()),
+          axes_(topology),
+          sides_(topology),
+          holes_(holes) {
         for (const Hole& hole : holes)
             inHole_.insert(hole.faces.begin(), hole.faces.end());
     }
@@ -176,7 +180,9 @@ private:
             const Edge& edge = model_.edge(tangent.edge);
             const Face& flat = model_.face(tangent.flat);
             const Vector across = unit(cross(bend.axis, flat.normal));
-            const Range range = topology_.rangeOf(flat.number, across);
+            Range range;
+            for (const int face : sides_.of(flat.number).faces)
+                range.add(topology_.rangeOf(face, across));
             const double at = dot(edge.points.front(), across);
             const double reach = std::max(range.high - at, at - range.low);
             const double outer = bend.innerRadius + found_.thickness;
@@ -204,8 +210,10 @@ private:
         };
         for (const int flat : flats) {
             std::set<int> bends;
-            const auto at = tangentsOf_.find(flat);
-            if (at != tangentsOf_.end())
+            const Side& side = sides_.of(flat);
+            for (const int face : side.faces) {
+                const auto at = tangentsOf_.find(face);
+                if (at == tangentsOf_.end()) continue;
                 for (const std::size_t index : at->second) {
                     const Tangent& tangent = tangents_[index];
                     bends.insert(tangent.edge);
@@ -214,17 +222,24 @@ private:
                     place.bendDistance = distance;
                     place.bend = static_cast<int>(tangent.bend) + 1;
                 }
-            if (model_.face(flat).loops.empty()) continue;
-            for (const int edge : model_.face(flat).loops.front())
-                if (bends.count(edge) == 0 && own.count(edge) == 0)
+            }
+            for (const int edge : side.border)
+                if (bends.count(edge) == 0 && own.count(edge) == 0 &&
+                    (side.faces.size() == 1 || !isMouth(edge)))
                     place.edgeDistance = std::min(place.edgeDistance, away(edge));
         }
         return place;
     }
 
+    [[nodiscard]] bool isMouth(int edge) const {
+        const auto& faces = model_.edge(edge).faces;
+        return inHole_.count(faces[0]) > 0 || inHole_.count(faces[1]) > 0;
+    }
+
     const Topology& topology_;
     const Model& model_;
     Axes axes_;
+    Sides sides_;
     const std::vector<Hole>& holes_;
     std::set<int> inHole_, used_;
     std::map<int, std::vector<int>> outer_;  // outer sides by axis

@@ -125,6 +125,44 @@ double Topology::turnOf(const std::vector<int>& faces, const Vector& origin,
     return covered > 359.99 ? 360.0 : covered;
 }
 
+namespace {
+
+bool goesOn(const Topology& topology, int edge, int face) {
+    const int other = topology.across(edge, face);
+    if (other == 0) return false;
+    const Surface &here = topology.model().face(face).surface,
+                  &there = topology.model().face(other).surface;
+    return here.kind == SurfaceKind::Plane && there.kind == SurfaceKind::Plane &&
+           dot(here.axis, there.axis) > 0.0 && topology.parallel(here.axis, there.axis);
+}
+
+}  // namespace
+
+Sides::Sides(const Topology& topology) {
+    const Model& model = topology.model();
+    sideOf_.assign(model.faces.size(), model.faces.size());
+    for (const Face& first : model.faces) {
+        const auto take = [&](int face) {
+            std::size_t& side = sideOf_[static_cast<std::size_t>(face - 1)];
+            if (side < model.faces.size()) return;
+            side = sides_.size() - 1;
+            sides_.back().faces.push_back(face);
+        };
+        if (sideOf_[static_cast<std::size_t>(first.number - 1)] < model.faces.size()) continue;
+        Side& side = sides_.emplace_back();
+        take(first.number);
+        for (std::size_t i = 0; i < side.faces.size(); ++i) {
+            const int face = side.faces[i];
+            for (const int edge : topology.edgesOf(face))
+                if (goesOn(topology, edge, face)) take(topology.across(edge, face));
+            if (model.face(face).loops.empty()) continue;
+            for (const int edge : model.face(face).loops.front())
+                if (topology.across(edge, face) != face && !goesOn(topology, edge, face))
+                    side.border.push_back(edge);
+        }
+    }
+}
+
 Axes::Axes(const Topology& topology) {
     const Model& model = topology.model();
     const double cell = 10.0 * topology.near();

@@ -49,6 +49,25 @@ private:
     std::vector<bool> sound_;
 };
 
+/// A side of the part. Faces of one plane that border on each other, as the joining of two bodies
+/// leaves them, are one side: the seam between them is nowhere on the finished part.
+struct Side {
+    std::vector<int> faces;
+    std::vector<int> border;  ///< edges of the outer borders, seams left out
+};
+
+class Sides {
+public:
+    explicit Sides(const Topology& topology);
+    [[nodiscard]] const Side& of(int face) const {
+        return sides_[sideOf_[static_cast<std::size_t>(face - 1)]];
+    }
+
+private:
+    std::vector<std::size_t> sideOf_;
+    std::vector<Side> sides_;
+};
+
 /// The lines that are axes of round faces, each with a number.
 class Axes {
 public:
