@@ -112,6 +112,9 @@ TEST_F(Include, WhatCannotBeIncludedIsToldWithItsPlace) {
         EXPECT_THAT(result.err, ContainsRegex(told));
         EXPECT_EQ(corvane("lint", {"@site.xml"}).status, 1);
     }
+    run("<Include Set='fdm'/>\n<Exclude Name='x'/>");
+    EXPECT_THAT(corvane("lint", {"@site.xml"}).out,
+                ContainsRegex("site.xml:3:1: error: no included"));
 }
 
 TEST_F(Include, CheckSaysWhatItNeeds) {

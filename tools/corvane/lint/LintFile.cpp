@@ -1,6 +1,7 @@
 #include "lint/LintFile.h"
 
 #include <algorithm>
+#include <charconv>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -177,6 +178,27 @@ void Linter::checkRules(const std::string& path, const Element& root, Report& re
     }
 }
 
+namespace {
+
+/// The problem of a rule file begins with its place, "FILE:LINE: ".
+void reportAtLine(const std::string& path, const std::string& problem, Place place,
+                  Report& report) {
+    const std::string start = path + ":";
+    std::size_t rest = 0;
+    if (problem.starts_with(start)) {
+        const char* const from = problem.data() + start.size();
+        std::int64_t line = 0;
+        const auto [end, status] = std::from_chars(from, problem.data() + problem.size(), line);
+        if (status == std::errc() && std::string_view(end).starts_with(": ")) {
+            place = {line, 1};
+            rest = static_cast<std::size_t>(end - problem.data()) + 2;
+        }
+    }
+    report.add(kUnreadable, place, problem.substr(rest));
+}
+
+}  // namespace
+
 std::unique_ptr<RuleFile> Linter::resolve(const std::string& path, const Element& root,
                                           Report& report) {
     CStringW problem;
@@ -186,7 +208,7 @@ std::unique_ptr<RuleFile> Linter::resolve(const std::string& path, const Element
         return child.name == "Include" || child.name == "Exclude";
     });
     if (includes)
-        report.add(kUnreadable, root.place, narrow(problem));
+        reportAtLine(path, narrow(problem), root.place, report);
     else
         report.add(kNoRule, root.place, trUtf8("<{0}> has no child <{1}>", root.name, "Rule"));
     return nullptr;
