@@ -107,11 +107,6 @@ private:
         return false;
     }
 
-    struct LessNoCase {
-        bool operator()(const CStringW& a, const CStringW& b) const {
-            return a.CompareNoCase(b) < 0;
-        }
-    };
     /// Where the first rule of each name is among the rules of a file.
     using Places = std::map<CStringW, std::size_t, LessNoCase>;
 
@@ -190,7 +185,8 @@ private:
         RuleFile::Rule& included = file.rules_[at];
         file.own_.push_back(static_cast<QorLong>(at));
         if (attributeText(rule.element, kRuleFileAttr).IsEmpty()) {
-            const auto definition = definitions_.find(included.scriptFolder, included.name);
+            const QorXMLNode* const definition =
+                definitions_.find(included.scriptFolder, included.name);
             const auto fault =
                 definition ? settleOverride(rule.element, *definition) : std::nullopt;
             if (fault) {
@@ -208,8 +204,7 @@ private:
 
     /// A source that the rule gives for its own limits does not hold for those of a site.
     static CStringW changedSource(const RuleFile& file, const RuleFile::Rule& rule,
-                                  const RuleFile::Rule& included,
-                                  const std::optional<QorXMLNode>& definition) {
+                                  const RuleFile::Rule& included, const QorXMLNode* definition) {
         const CStringW own = attributeText(rule.element, kRuleSourceAttr);
         if (!own.IsEmpty()) return own;
         if (!hasChild(rule.element, u"Parameter") && !hasChild(rule.element, u"Constraint"))
@@ -217,7 +212,7 @@ private:
         const CStringW before =
             !included.changedSource.IsEmpty()
                 ? included.changedSource
-                : attributeText(definition.value_or(included.element), kRuleSourceAttr);
+                : attributeText(definition ? *definition : included.element, kRuleSourceAttr);
         const CStringW place = placeText(file.path_, rule.line);
         return before.IsEmpty() ? place : tr("{0}; changed at {1}", before, place);
     }

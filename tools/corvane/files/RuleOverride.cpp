@@ -113,21 +113,26 @@ private:
 
 }  // namespace
 
-std::optional<QorXMLNode> Definitions::find(const CStringW& folder, const CStringW& rule) {
-    CStringW scriptFolder = folder;
-    if (scriptFolder.IsEmpty())
-        scriptFolder = corvane::GetModuleConfiguration().scriptFolder.value_or(u"");
-    if (!index_ || folder_ != scriptFolder) {
-        QorXMLDocument document;
-        const QorXMLNode* const root =
-            document.LoadFromFile(scriptFolder + u"/UserDefinedFile.xml");
-        folder_ = scriptFolder;
-        index_ = root ? *root : QorXMLNode();
+Definitions::Index Definitions::read(const CStringW& folder) {
+    Index index;
+    QorXMLDocument document;
+    const QorXMLNode* const root = document.LoadFromFile(folder + u"/UserDefinedFile.xml");
+    if (!root) return index;
+    for (const QorXMLNode& element : corvane::ChildElements(*root, u"Rule"))
+        index.try_emplace(textOf(element, u"Name"), element);
+    return index;
+}
+
+const QorXMLNode* Definitions::find(const CStringW& folder, const CStringW& rule) {
+    auto known = indexes_.find(folder);
+    if (known == indexes_.end()) {
+        const CStringW place = folder.IsEmpty()
+                                   ? corvane::GetModuleConfiguration().scriptFolder.value_or(u"")
+                                   : folder;
+        known = indexes_.emplace(folder, read(place)).first;
     }
-    if (index_->GetNodeName().IsEmpty()) return {};
-    for (const QorXMLNode& element : corvane::ChildElements(*index_, u"Rule"))
-        if (textOf(element, u"Name").CompareNoCase(rule) == 0) return element;
-    return {};
+    const auto definition = known->second.find(rule);
+    return definition == known->second.end() ? nullptr : &definition->second;
 }
 
 std::optional<OverrideFault> settleOverride(QorXMLNode& element, const QorXMLNode& definition) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 
 #include <corvane/text/CStringW.h>
@@ -11,16 +12,23 @@ struct OverrideFault {
     CStringW message;
 };
 
-/// The index of a script folder, read when a rule file first overrides one of its rules.
+struct LessNoCase {
+    bool operator()(const CStringW& a, const CStringW& b) const { return a.CompareNoCase(b) < 0; }
+};
+
+/// What the indexes of script folders define, each read when it is first asked for.
 class Definitions {
 public:
-    /// The definition of a rule by its name, case ignored; nothing when the index has none. An
-    /// empty folder is the configured one.
-    std::optional<QorXMLNode> find(const CStringW& folder, const CStringW& rule);
+    /// The definition of a rule by its name, case ignored; null when the index has none. An empty
+    /// folder is the configured one.
+    const QorXMLNode* find(const CStringW& folder, const CStringW& rule);
 
 private:
-    CStringW folder_;
-    std::optional<QorXMLNode> index_;  ///< Its document element; an empty node for no index.
+    using Index = std::map<CStringW, QorXMLNode, LessNoCase>;
+
+    static Index read(const CStringW& folder);
+
+    std::map<CStringW, Index> indexes_;  ///< by folder
 };
 
 /// Compares the severity and the parameters of an element, and those of its constraints, with those
