@@ -7,6 +7,15 @@
 
 namespace corvane::part::facets {
 
+/// Strips that tell of a surface whatever is around them.
+inline constexpr std::size_t kMany = 8;
+
+/// Strips of one freeform face have about one area, and meet at about one angle.
+inline bool isAlike(double a, double b) {
+    constexpr double kMost = 2.5;
+    return a < kMost * b && b < kMost * a;
+}
+
 /// The regions that are found so far, and which of them each strip belongs to.
 class Claims {
 public:
@@ -22,6 +31,10 @@ public:
     [[nodiscard]] bool isOpen(std::uint32_t strip) const {
         return isFree(strip) && !strips_.isSliver(strip);
     }
+
+    /// Whether open strips like these few go on smoothly from them along most of their border; with
+    /// steps as between them if these are asked for.
+    [[nodiscard]] bool goesOnAlike(const std::vector<std::uint32_t>& strips, bool inSteps) const;
 
     void add(Region region) {
         regions_.push_back(std::move(region));

@@ -83,7 +83,7 @@ std::optional<Fit> Grower::fitted(SurfaceKind kind, std::span<const std::uint32_
     collect(seed);
     // As many points as a surface has sizes lie on one always.
     if (corners_.size() <= sizesOf(kind) || isFlat(seed, tolerance)) return std::nullopt;
-    Fit fit{reading::refined(*start, points_), false, tolerance};
+    Fit fit{reading::refined(*start, points_, tolerance), false, tolerance};
     Box box;
     double bend = 0.0;
     for (const Vector& point : points_) {
@@ -209,7 +209,7 @@ void Grower::spreadAll(Fit& fit, Region& region) {
         if (region.strips.size() == known) break;
         // A surface of more strips is known better, and may pass what the first one missed.
         collect(region.strips);
-        const Surface better = reading::refined(fit.surface, points_);
+        const Surface better = reading::refined(fit.surface, points_, fit.tolerance);
         const bool holds = std::all_of(points_.begin(), points_.end(), [&](const Vector& point) {
             return std::abs(offsetFrom(better, point).distance) <= fit.tolerance;
         });
@@ -229,7 +229,8 @@ bool Grower::isChance(const Region& region, double tolerance) {
     Fit fit = fitOf(region, kWider * tolerance);
     Region wider = region;
     spreadAll(fit, wider);
-    return areaOf(wider) > kMuchMore * areaOf(region);
+    return areaOf(wider) > kMuchMore * areaOf(region) ||
+           (region.strips.size() < kMany && claims_.goesOnAlike(region.strips, true));
 }
 
 double Grower::areaOf(const Region& region) const {
@@ -258,7 +259,7 @@ bool Grower::joins(Region& region, const Region& other, double tolerance) {
     std::vector<Vector> points = points_;
     collect(region.strips);
     points_.insert(points_.end(), points.begin(), points.end());
-    const Surface both = reading::refined(region.surface, points_);
+    const Surface both = reading::refined(region.surface, points_, kTogether * tolerance);
     if (!isNear(both, kTogether)) return false;
     region.surface = both;
     return true;

@@ -48,7 +48,7 @@ public:
     bool isProven(const Region& region, std::size_t times);
 
     /// Whether the surface only touches a smooth one of no kind: more tolerance lets it hold much
-    /// more.
+    /// more, or it has few strips and those around it are like them.
     bool isChance(const Region& region, double tolerance);
 
     [[nodiscard]] double areaOf(const Region& region) const;

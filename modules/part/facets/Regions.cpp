@@ -15,7 +15,7 @@ namespace {
 
 /// Of a facet's distance from the surface between its vertices: what the vertices may be off.
 constexpr double kLoose = 0.25;
-constexpr std::size_t kMany = 8, kFew = 3;  // strips of a surface
+constexpr std::size_t kFew = 3;  // strips that a surface has at least
 
 class Finder {
 public:
@@ -121,7 +121,7 @@ private:
         for (std::uint32_t number = 0; number < regions.size(); ++number) {
             Region& region = regions[number];
             const std::size_t before = region.strips.size();
-            grower_.widen(region, std::max(strips_.rounding(), sagOf(region)));
+            grower_.widen(region, std::max(2.0 * strips_.rounding(), sagOf(region)));
             claims_.claim(number, before);
         }
     }

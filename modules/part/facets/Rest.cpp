@@ -9,7 +9,6 @@
 namespace corvane::part::facets {
 namespace {
 
-constexpr double kSimilar = 2.5;  // strips of a freeform face differ in area by this factor at most
 constexpr std::size_t kLeastFreeform = 4;
 
 class Rest {
@@ -39,7 +38,7 @@ private:
             if (flat.size() == 1) continue;
             // What a freeform face has flat spots of is left to it at once: each of its strips
             // would find the others again.
-            if (onlyTouches(flat))
+            if (onlyTouches(flat) || (flat.size() < kMany && claims_.goesOnAlike(flat, false)))
                 for (const std::uint32_t strip : flat)
                     isSmooth_[strip] = true;
             else
@@ -155,8 +154,7 @@ private:
     /// Whether two strips that meet smoothly may be of one freeform face.
     bool goOn(std::uint32_t a, std::uint32_t b) {
         if (strips_[a].area < strips_[b].area) std::swap(a, b);
-        if (strips_[a].area < kSimilar * strips_[b].area) return true;
-        return isSpot(a);
+        return isAlike(strips_[a].area, strips_[b].area) || isSpot(a);
     }
     /// Whether the strip is a flat spot of a freeform face, or a facet among others of one.
     bool isSpot(std::uint32_t strip) {

@@ -16,7 +16,7 @@ struct Sample {
 std::optional<Surface> guess(SurfaceKind kind, const std::vector<Sample>& samples);
 
 /// The surface near `start`, of its round kind, from which the points are away least, as the sum of
-/// the squares.
-Surface refined(const Surface& start, const std::vector<Vector>& points);
+/// the squares. Gives up early what does not come within the tolerance.
+Surface refined(const Surface& start, const std::vector<Vector>& points, double tolerance);
 
 }  // namespace corvane::part::reading

@@ -100,7 +100,7 @@ void addUp(const Surface& surface, const std::vector<Vector>& points, double sca
 
 }  // namespace
 
-Surface refined(const Surface& start, const std::vector<Vector>& points) {
+Surface refined(const Surface& start, const std::vector<Vector>& points, double tolerance) {
     if (points.empty() || !isPossible(start)) return start;
     Surface best = start;
     Vector mean;
@@ -115,6 +115,7 @@ Surface refined(const Surface& start, const std::vector<Vector>& points) {
     std::array<Changes, kChanges> squares{};
     Changes right{}, by{};
     bool moved = true;
+    const double enough = static_cast<double>(points.size()) * tolerance * tolerance;
     constexpr int kSteps = 14;
     for (int step = 0; step < kSteps && scale > 0.0 && least > 1e-26 * scale * scale; ++step) {
         if (moved) addUp(best, points, scale, squares, right);
@@ -129,10 +130,11 @@ Surface refined(const Surface& start, const std::vector<Vector>& points) {
         damping = moved ? damping / 30.0 : damping * 100.0;
         if (!moved && damping > 1e3) break;
         if (!moved) continue;
-        const bool still = sum > least * (1.0 - 1e-4);
+        const double pace = sum / least;
         best = next;
         least = sum;
-        if (still) break;
+        // It stays where it is, or does not come within the tolerance at this pace.
+        if (pace > 1.0 - 1e-4 || sum * std::pow(pace, kSteps - 1 - step) > enough) break;
     }
     return best;
 }
