@@ -218,8 +218,10 @@ TEST_F(DamagedFilesTest, AnEntityOfAnUnknownKindHarmsAFileOnlyWhereTheShapeNeeds
     }
 }
 
-TEST_F(DamagedFilesTest, ACurveOnASurfaceMustBeDrawn) {
+TEST_F(DamagedFilesTest, ASurfaceMustBeNearAndACurveOnItDrawn) {
     const std::string step = write(shapes::cylinder({{0, 0, 0}, {0, 0, 1}}, 5, 10), "pin.step");
+    EXPECT_THAT(open(replaced(step, "CYLINDRICAL_SURFACE", ",5.)", ",1.E400)"), "far.step").error,
+                HasSubstr("is too far away"));
     const std::string drawing = "DEFINITIONAL_REPRESENTATION('',(";
     const std::size_t start = step.find(drawing) + drawing.size();
     const std::string curve = step.substr(start, step.find(')', start) - start);
@@ -244,6 +246,19 @@ TEST_F(DamagedFilesTest, AShapeThatHoldsTheOneBeforeTwiceIsRefused) {
         boxes = shapes::compound({boxes, boxes.Moved(TopLoc_Location(move))});
     write(boxes, "boxes.brep");
     EXPECT_THAT(Part::open(folder_.path("boxes.brep")).error, HasSubstr("250,000 faces"));
+    std::string chain;
+    int shape = 10;
+    for (int next = 1000; next < 1120; next += 4) {
+        const auto at = [&](int step) { return '#' + std::to_string(next + step); };
+        chain += at(0) + "=REPRESENTATION_MAP(#11,#" + std::to_string(shape) + ");";
+        chain += at(1) + "=MAPPED_ITEM(''," + at(0) + ",#11);";
+        chain += at(2) + "=MAPPED_ITEM(''," + at(0) + ",#11);";
+        chain += at(3) + "=SHAPE_REPRESENTATION('',(" + at(1) + ',' + at(2) + "),#345);";
+        shape = next + 3;
+    }
+    const std::string step = write(shapes::box(1, 2, 3), "box.step");
+    EXPECT_THAT(open(replaced(step, "DATA;", "ENDSEC", chain + "ENDSEC"), "chain.step").error,
+                HasSubstr("places too many"));
 }
 
 TEST_F(DamagedFilesTest, BordersThatTheKernelWouldRepairForHoursAreRefused) {
@@ -360,6 +375,7 @@ TEST_F(DamagedFilesTest, WhatIsNotReadOfAnIgesFileIsTold) {
               {unknown(faces, "120"), "599", "the type 144, 1 in all", "", 6},
               {unknown(faces, "102"), "599", "the type 599, 8 in all", "", 3},
               {unknown(solid, "514"), "", "", "a part of an unknown kind", 0},
+              {unknown(solid, "100"), "", "", "a part of an unknown kind", 0},
               {unknown(faces, "124"), "", "", "a part of an unknown kind", 0},
               {unknown(faces, "144"), "", "", "holds no body; 7 entities of unknown", 0}};
     for (const auto& [text, note, damage, error, count] : cases) {

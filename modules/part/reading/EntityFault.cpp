@@ -10,9 +10,14 @@
 #include <StepBasic_ProductDefinitionFormation.hxx>
 #include <StepBasic_ProductDefinitionRelationship.hxx>
 #include <StepGeom_CartesianPoint.hxx>
+#include <StepGeom_Circle.hxx>
+#include <StepGeom_ConicalSurface.hxx>
 #include <StepGeom_Curve.hxx>
+#include <StepGeom_CylindricalSurface.hxx>
 #include <StepGeom_GeometricRepresentationItem.hxx>
 #include <StepGeom_Pcurve.hxx>
+#include <StepGeom_SphericalSurface.hxx>
+#include <StepGeom_ToroidalSurface.hxx>
 #include <StepRepr_AssemblyComponentUsage.hxx>
 #include <StepRepr_DefinitionalRepresentation.hxx>
 #include <StepRepr_ItemDefinedTransformation.hxx>
@@ -39,6 +44,9 @@
 
 namespace corvane::part::reading {
 namespace {
+
+/// The kernel goes over what is placed as often as it is placed.
+constexpr double kMostPlaced = 1e6;
 
 /// An entity on whose parts the translator relies. What only tells of names, colours, dimensions or
 /// properties may be wrong; so may annotations, of which the kernel knows some kinds only.
@@ -70,8 +78,25 @@ bool lacksParts(const Interface_InterfaceModel& model, int number) {
            isOfShape(model.Value(number));
 }
 
-/// Whether a point is ten thousand kilometres away, where the kernel's searches find no end.
+/// The largest radius of a curve or surface, as the file has it; 0 of another entity.
+double radiusOf(const Handle(Standard_Transient) & entity) {
+    if (const auto circle = Handle(StepGeom_Circle)::DownCast(entity); !circle.IsNull())
+        return circle->Radius();
+    if (const auto ball = Handle(StepGeom_SphericalSurface)::DownCast(entity); !ball.IsNull())
+        return ball->Radius();
+    if (const auto pin = Handle(StepGeom_CylindricalSurface)::DownCast(entity); !pin.IsNull())
+        return pin->Radius();
+    if (const auto cone = Handle(StepGeom_ConicalSurface)::DownCast(entity); !cone.IsNull())
+        return cone->Radius();
+    if (const auto ring = Handle(StepGeom_ToroidalSurface)::DownCast(entity); !ring.IsNull())
+        return std::max(ring->MajorRadius(), ring->MinorRadius());
+    return 0.0;
+}
+
+/// Whether a point is ten thousand kilometres away, where the kernel's searches find no end. A
+/// circle around a thousand kilometres has more points than its mesher can bear.
 bool isTooFar(const Handle(Standard_Transient) & entity) {
+    if (!(radiusOf(entity) <= 1e9)) return true;
     const Handle(StepGeom_CartesianPoint) point = Handle(StepGeom_CartesianPoint)::DownCast(entity);
     if (point.IsNull()) return false;
     for (int i = 1; i <= point->NbCoordinates(); ++i)
@@ -121,19 +146,39 @@ References referencesOf(const Interface_Graph& graph) {
     return references;
 }
 
-/// For each product, by the number of its entity, those that its assembly contains.
-References componentsOf(const Handle(Interface_InterfaceModel) & model) {
-    References components(static_cast<std::size_t>(model->NbEntities()));
+Handle(StepBasic_ProductDefinition)
+    productOf(const StepShape_ShapeDefinitionRepresentation& shape) {
+    const auto whose =
+        Handle(StepRepr_ProductDefinitionShape)::DownCast(shape.Definition().PropertyDefinition());
+    if (whose.IsNull()) return {};
+    return whose->Definition().ProductDefinition();
+}
+
+/// For each product of an assembly its components and shapes, and for each shape those that it has
+/// in other places.
+References placedOf(const Handle(Interface_InterfaceModel) & model) {
+    using Entity = Handle(Standard_Transient);
+    References placed(static_cast<std::size_t>(model->NbEntities()));
+    const auto add = [&](const Entity& whole, const Entity& part) {
+        if (whole.IsNull() || part.IsNull() || !model->Contains(whole) || !model->Contains(part))
+            return;
+        placed[static_cast<std::size_t>(model->Number(whole) - 1)].push_back(
+            static_cast<std::uint32_t>(model->Number(part) - 1));
+    };
     for (int number = 1; number <= model->NbEntities(); ++number) {
-        const auto use = Handle(StepRepr_AssemblyComponentUsage)::DownCast(model->Value(number));
-        if (use.IsNull()) continue;
-        const int whole = model->Number(use->RelatingProductDefinition()),
-                  part = model->Number(use->RelatedProductDefinition());
-        if (whole > 0 && part > 0)
-            components[static_cast<std::size_t>(whole - 1)].push_back(
-                static_cast<std::uint32_t>(part - 1));
+        const Entity entity = model->Value(number);
+        const auto use = Handle(StepRepr_AssemblyComponentUsage)::DownCast(entity);
+        if (!use.IsNull()) add(use->RelatingProductDefinition(), use->RelatedProductDefinition());
+        const auto shape = Handle(StepShape_ShapeDefinitionRepresentation)::DownCast(entity);
+        if (!shape.IsNull()) add(productOf(*shape), shape->UsedRepresentation());
+        const auto all = Handle(StepRepr_Representation)::DownCast(entity);
+        for (int i = 1; !all.IsNull() && i <= all->NbItems(); ++i) {
+            const auto item = Handle(StepRepr_MappedItem)::DownCast(all->ItemsValue(i));
+            if (!item.IsNull() && !item->MappingSource().IsNull())
+                add(all, item->MappingSource()->MappedRepresentation());
+        }
     }
-    return components;
+    return placed;
 }
 
 }  // namespace
@@ -163,12 +208,13 @@ std::string entityFault(const Handle(XSControl_WorkSession) & session, UnknownKi
             return "entity " + label(number) + ", a curve on a surface, has no curve";
     const Handle(Interface_HGraph) graph = session->HGraph();
     if (graph.IsNull()) return "its schema is unknown";
-    for (const References& references : {referencesOf(graph->Graph()), componentsOf(model)}) {
-        const ReferenceFault fault = checkReferences(references);
-        if (fault.kind != ReferenceFault::Kind::None)
-            return "entity " + label(static_cast<int>(fault.thing) + 1) + " is a part of itself";
-    }
-    return {};
+    ReferenceFault fault = checkReferences(referencesOf(graph->Graph()));
+    if (fault.kind == ReferenceFault::Kind::None)
+        fault = checkReferences(placedOf(model), kMostPlaced);
+    if (fault.kind == ReferenceFault::Kind::None) return {};
+    return "entity " + label(static_cast<int>(fault.thing) + 1) +
+           (fault.kind == ReferenceFault::Kind::TooMany ? " places too many others"
+                                                        : " is a part of itself");
 }
 
 }  // namespace corvane::part::reading

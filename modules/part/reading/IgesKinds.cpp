@@ -8,6 +8,7 @@
 #include <IGESSolid_ManifoldSolid.hxx>
 #include <IGESSolid_Shell.hxx>
 #include <IGESSolid_VertexList.hxx>
+#include <IGESToBRep.hxx>
 #include <Interface_InterfaceModel.hxx>
 #include <TCollection_HAsciiString.hxx>
 #include <TransferBRep.hxx>
@@ -68,8 +69,8 @@ bool lacks(const Handle(IGESSolid_Loop) & loop) {
 bool lacks(const Handle(IGESSolid_EdgeList) & edges) {
     bool any = false;
     for (int i = 1; i <= edges->NbEdges(); ++i)
-        any = any || edges->Curve(i).IsNull() || edges->StartVertexList(i).IsNull() ||
-              edges->EndVertexList(i).IsNull();
+        any = any || !IGESToBRep::IsTopoCurve(edges->Curve(i)) ||
+              edges->StartVertexList(i).IsNull() || edges->EndVertexList(i).IsNull();
     return any;
 }
 

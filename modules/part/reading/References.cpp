@@ -15,8 +15,11 @@ constexpr std::size_t kMostEntities = 5'000'000;
 /// Goes depth first, in a loop: how long a chain is, is up to the file.
 class Walk {
 public:
-    explicit Walk(const References& references)
-        : references_(references), depths_(references.size(), kNew) {}
+    Walk(const References& references, double most)
+        : references_(references),
+          most_(most),
+          depths_(references.size(), kNew),
+          counts_(references.size(), 0.0) {}
 
     ReferenceFault fault() {
         for (std::size_t thing = 0; thing < references_.size(); ++thing) {
@@ -39,7 +42,10 @@ private:
             Step& step = path_.back();
             const auto& parts = references_[step.thing];
             if (step.next == parts.size()) {
-                if (!leave()) return {ReferenceFault::Kind::TooDeep, step.thing};
+                const std::size_t thing = step.thing;
+                leave();
+                if (depths_[thing] > kDeepest) return {ReferenceFault::Kind::TooDeep, thing};
+                if (counts_[thing] > most_) return {ReferenceFault::Kind::TooMany, thing};
                 continue;
             }
             const std::size_t part = parts[step.next++];
@@ -54,18 +60,23 @@ private:
         path_.push_back({thing, 0});
     }
 
-    bool leave() {
+    void leave() {
         const std::size_t thing = path_.back().thing;
         path_.pop_back();
         int depth = 0;
-        for (const std::uint32_t part : references_[thing])
+        double count = 1.0;
+        for (const std::uint32_t part : references_[thing]) {
             depth = std::max(depth, depths_[part]);
+            count += counts_[part];
+        }
         depths_[thing] = depth + 1;
-        return depth < kDeepest;
+        counts_[thing] = count;
     }
 
     const References& references_;
+    double most_;
     std::vector<int> depths_;  // how many stand in a row below it; or not yet known
+    std::vector<double> counts_;
     std::vector<Step> path_;
 };
 
@@ -139,8 +150,8 @@ private:
 
 }  // namespace
 
-ReferenceFault checkReferences(const References& references) {
-    return Walk(references).fault();
+ReferenceFault checkReferences(const References& references, double most) {
+    return Walk(references, most).fault();
 }
 
 std::string stepFault(std::string_view text) {

@@ -11,14 +11,15 @@ namespace corvane::part::reading {
 using References = std::vector<std::vector<std::uint32_t>>;
 
 /// Why nobody can follow the references to their ends, one within the other: the first thing found
-/// that refers to itself at last, or at which too many stand in a row.
+/// that refers to itself at last, or at which too many stand in a row or are in all.
 struct ReferenceFault {
-    enum class Kind { None, Cycle, TooDeep };
+    enum class Kind { None, Cycle, TooDeep, TooMany };
     Kind kind = Kind::None;
     std::size_t thing = 0;
 };
 
-ReferenceFault checkReferences(const References& references);
+/// `most` is how many things may be found from one, each as often as it is referred to.
+ReferenceFault checkReferences(const References& references, double most = 1e300);
 
 /// Why the entities of a STEP text cannot be followed; empty if they can. The kernel follows them
 /// while it loads the file.
