@@ -205,7 +205,7 @@ private:
     /// A source that the rule gives for its own limits does not hold for those of a site.
     static CStringW changedSource(const RuleFile& file, const RuleFile::Rule& rule,
                                   const RuleFile::Rule& included, const QorXMLNode* definition) {
-        const CStringW own = attributeText(rule.element, kRuleSourceAttr);
+        CStringW own = attributeText(rule.element, kRuleSourceAttr);
         if (!own.IsEmpty()) return own;
         if (!hasChild(rule.element, u"Parameter") && !hasChild(rule.element, u"Constraint"))
             return included.changedSource;

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr std::uintmax_t kMostBytes = 64 * 1024;
+constexpr std::uintmax_t kMostBytes = 65536;
 
 /// A paragraph on one line, without the marks of code.
 std::string plain(std::string_view paragraph) {
