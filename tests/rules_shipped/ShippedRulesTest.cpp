@@ -151,6 +151,35 @@ TEST_F(ShippedRules, ASizeThatCannotBeIsAnErrorUnlessSomebodyNamesTheUnit) {
     EXPECT_THAT(note.at("message").get<std::string>(), testing::StartsWith(sizes));
 }
 
+TEST_F(ShippedRules, LimitsFollowTheMaterial) {
+    const auto ribbed = [] {  // with a wall of 1.2 mm
+        return figures::plate(
+            20, {shapes::box(20, 60, 12, {5, 0, 8}), shapes::box(20, 60, 12, {26.2, 0, 8})});
+    };
+    const auto sheet = [](double thickness, double radius) {
+        return [=] { return figures::bent({thickness, radius}); };
+    };
+    const struct {
+        const char *set, *rule, *material, *verdict;
+        figures::Make make;
+    } cases[] = {
+        {"milling", "Thin machined wall", "C45", "passed", ribbed},
+        {"milling", "Thin machined wall", "POM", "failed", ribbed},
+        {"sheet-metal", "Bend radius", "C45", "passed", sheet(2, 2)},
+        {"sheet-metal", "Bend radius", "EN AW-6082 T6", "failed", sheet(2, 2)},
+        {"sheet-metal", "Bend radius", "S355MC", "passed", sheet(3, 0.8)},
+        {"sheet-metal", "Bend radius", "EN AW-6082 T6", "error", sheet(7, 8)},
+        {"sheet-metal", "Bend radius", "S235JR", "passed", sheet(0.8, 0.8)},
+    };
+    for (const auto& [set, rule, material, verdict, make] : cases) {
+        SCOPED_TRACE(std::string(rule) + " for " + material);
+        fs::create_directories(folder_.path(set));
+        shapes::write(make(), folder_.path(set) + "/part.brep");
+        const auto results = check(set, {"--material", material, "--rule", rule});
+        EXPECT_EQ(results.at("part.brep").at(rule).at("verdict"), verdict);
+    }
+}
+
 TEST_F(ShippedRules, EachHasASourceAHelpPageAScriptAndATest) {
     std::set<std::string> tested, listed;
     for (const figures::Case& one : figures::cases())
