@@ -15,9 +15,11 @@ namespace {
 /// A binary STL file in the making. All lies far from the origin, so that the floats are coarse.
 class Facets {
 public:
+    explicit Facets(bool insideOut = false) : insideOut_(insideOut) {}
+
     void add(const Vector& a, const Vector& b, const Vector& c) {
         bytes_.append(12, '\0');
-        for (const Vector& corner : {a, b, c})
+        for (const Vector& corner : {a, insideOut_ ? c : b, insideOut_ ? b : c})
             for (const double value : {corner.x + kAway, corner.y, corner.z}) {
                 const auto number = static_cast<float>(value);
                 bytes_.append(reinterpret_cast<const char*>(&number), sizeof number);
@@ -39,6 +41,7 @@ public:
 
 private:
     static constexpr double kAway = 1500.0;
+    bool insideOut_;
     std::string bytes_;
 };
 
@@ -110,4 +113,15 @@ TEST(Meshes, AFineMeshHasTheFacesOfItsShape) {
     const auto exact = shapes::partOf(shape);
     const auto mesh = shapes::partOf(shape, ".stl", "MM", {0.001, 0.05, true});
     EXPECT_EQ(kindsOf(*mesh), kindsOf(*exact));
+}
+
+TEST(Meshes, ASolidThatIsWrittenInsideOutIsWhereItIs) {
+    Facets right, wrong(true);
+    for (Facets* facets : {&right, &wrong})
+        addSlab(*facets, [](double x, double) { return 10 + x / 10; });
+    const auto first = right.part(), second = wrong.part();
+    ASSERT_TRUE(first && second);
+    EXPECT_GT(first->volume(), 1000.0);
+    EXPECT_NEAR(first->volume(), second->volume(), 1e-3);
+    EXPECT_LT(shapes::apart(first->centre(), second->centre()), 1e-3);
 }

@@ -115,7 +115,7 @@ private:
     }
 
     /// What is left beside a surface has nothing better to be on: its corners may be off as far as
-    /// the facets themselves.
+    /// the facets themselves, or as two surfaces that are tangent may together.
     void widen() {
         std::vector<Region>& regions = claims_.regions();
         for (std::uint32_t number = 0; number < regions.size(); ++number) {

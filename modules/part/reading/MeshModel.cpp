@@ -19,6 +19,7 @@ public:
 
 private:
     void addSolids();
+    void addTo(Solid& solid, std::uint32_t facet) const;
     void addFaces(const facets::Strips& strips);
     [[nodiscard]] Vector middleOf(std::uint32_t facet) const {
         const auto& t = mesh_.triangles[facet];
@@ -39,41 +40,44 @@ void Builder::addSolids() {
         for (std::size_t i = 1; i < edge.facets.size(); ++i)
             groups.join(edge.facets[0], edge.facets[i]);
     std::vector<std::uint32_t> shellOf;
-    const std::size_t shells = groups.number(shellOf);
-    std::vector<Solid> found(shells);
-    std::vector<bool> open(shells, false);
+    std::vector<Solid> shells(groups.number(shellOf));
+    std::vector<bool> open(shells.size(), false);
     for (const MeshEdge& edge : topology_.edges)
         if (edge.facets.size() != 2) open[shellOf[edge.facets[0]]] = true;
-    for (std::size_t i = 0; i < mesh_.triangles.size(); ++i) {
-        const auto& t = mesh_.triangles[i];
-        const Vector &a = mesh_.vertices[t[0]], &b = mesh_.vertices[t[1]],
-                     &c = mesh_.vertices[t[2]];
-        Solid& solid = found[shellOf[i]];
-        const double volume = dot(a, cross(b, c)) / 6.0;
-        solid.volume += volume;
-        solid.area += topology_.areas[i];
-        solid.centre = solid.centre + (a + b + c) * (volume / 4.0);
-    }
+    for (std::uint32_t facet = 0; facet < mesh_.triangles.size(); ++facet)
+        addTo(shells[shellOf[facet]], facet);
     // A closed shell with its inside out bounds a hollow of the solid before it.
-    std::vector<int> numbers(shells, 0);
-    for (std::size_t s = 0; s < shells; ++s) {
+    for (std::size_t s = 0; s < shells.size(); ++s) {
         if (open[s]) continue;
-        if (found[s].volume < 0.0 && !model_.solids.empty()) {
+        if (shells[s].volume < 0.0 && !model_.solids.empty()) {
             Solid& outer = model_.solids.back();
-            outer.volume += found[s].volume;
-            outer.area += found[s].area;
-            outer.centre = outer.centre + found[s].centre;
-            numbers[s] = outer.number;
+            outer.volume += shells[s].volume;
+            outer.area += shells[s].area;
+            outer.centre = outer.centre + shells[s].centre;
+            shells[s].number = outer.number;
             continue;
         }
-        found[s].volume = std::abs(found[s].volume);
-        found[s].number = numbers[s] = static_cast<int>(model_.solids.size()) + 1;
-        model_.solids.push_back(found[s]);
+        if (shells[s].volume < 0.0) {
+            shells[s].volume = -shells[s].volume;
+            shells[s].centre = -shells[s].centre;
+        }
+        shells[s].number = static_cast<int>(model_.solids.size()) + 1;
+        model_.solids.push_back(shells[s]);
     }
     for (Solid& solid : model_.solids)
         if (solid.volume > 0.0) solid.centre = solid.centre * (1.0 / solid.volume);
     for (const std::uint32_t shell : shellOf)
-        solidOf_.push_back(static_cast<std::uint32_t>(numbers[shell]));
+        solidOf_.push_back(static_cast<std::uint32_t>(shells[shell].number));
+}
+
+/// The facet's part of the volume, the area and the centre, which counts as often as the volume.
+void Builder::addTo(Solid& solid, std::uint32_t facet) const {
+    const auto& t = mesh_.triangles[facet];
+    const Vector &a = mesh_.vertices[t[0]], &b = mesh_.vertices[t[1]], &c = mesh_.vertices[t[2]];
+    const double volume = dot(a, cross(b, c)) / 6.0;
+    solid.volume += volume;
+    solid.area += topology_.areas[facet];
+    solid.centre = solid.centre + (a + b + c) * (volume / 4.0);
 }
 
 /// Degrees that the facets go around the axis of the surface together.
