@@ -7,7 +7,8 @@
 
 namespace corvane::part::facets {
 
-/// Strips that tell of a surface whatever is around them.
+/// Strips that tell of a surface whatever is around them. A hole in a coarse mesh has sixteen of
+/// them, and a rounding four.
 inline constexpr std::size_t kMany = 8;
 
 /// Strips of one freeform face have about one area, and meet at about one angle.

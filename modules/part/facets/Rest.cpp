@@ -9,6 +9,9 @@
 namespace corvane::part::facets {
 namespace {
 
+/// Times the rounding: what corners may be off that no round surface has. A plane that is told from
+/// a few facets leads astray beyond them.
+constexpr double kLeft = 4.0;
 constexpr std::size_t kLeastFreeform = 4;
 
 class Rest {
@@ -57,7 +60,7 @@ private:
             for (std::size_t i = 0; i < flat.size(); ++i)
                 for (const Neighbour& next : strips_.neighboursOf(flat[i]))
                     if (isNew(next.strip) && !isSmooth_[next.strip] &&
-                        isInPlane(plane, next.strip, strips_.rounding()))
+                        isInPlane(plane, next.strip, kLeft * strips_.rounding()))
                         take(next.strip, flat);
         }
         return flat;
@@ -82,7 +85,7 @@ private:
             for (const Neighbour& next : strips_.neighboursOf(held[i])) {
                 if (looks-- == 0) return false;
                 if (!isNew(next.strip) || next.angle > kSmoothAngle ||
-                    !isInPlane(plane, next.strip, kWider * strips_.rounding()))
+                    !isInPlane(plane, next.strip, kWider * kLeft * strips_.rounding()))
                     continue;
                 take(next.strip, held);
                 area += strips_[next.strip].area;
@@ -122,6 +125,9 @@ private:
         if (!strips_.isSliver(strip) &&
             angleBetween(plane.axis, strips_[strip].normal) > 0.1 + 2.0 * slack)
             return false;
+        return isNear(plane, strip, tolerance);
+    }
+    [[nodiscard]] bool isNear(const Surface& plane, std::uint32_t strip, double tolerance) const {
         const auto corners = strips_.verticesOf(strip);
         return std::all_of(corners.begin(), corners.end(), [&](std::uint32_t vertex) {
             const Vector& point = strips_.mesh().vertices[vertex];
@@ -144,12 +150,18 @@ private:
             if (claims_.isOpen(strip)) members[groupOf[strip]].push_back(strip);
         for (const std::vector<std::uint32_t>& group : members) {
             if (group.size() >= kLeastFreeform) {
-                add(group, SurfaceKind::Other);
+                add(group, isFlat(group) ? SurfaceKind::Plane : SurfaceKind::Other);
             } else {
                 for (const std::uint32_t strip : group)
                     add({strip}, SurfaceKind::Plane);
             }
         }
+    }
+    [[nodiscard]] bool isFlat(const std::vector<std::uint32_t>& strips) const {
+        const Surface plane = planeOf(strips);
+        return std::all_of(strips.begin(), strips.end(), [&](std::uint32_t strip) {
+            return isNear(plane, strip, kLeft * strips_.rounding());
+        });
     }
     /// Whether two strips that meet smoothly may be of one freeform face.
     bool goOn(std::uint32_t a, std::uint32_t b) {
