@@ -3,18 +3,8 @@
 
 #include "FeatureChecks.h"
 
-using corvane::part::Draft;
-using corvane::part::MouldHalf;
-using corvane::part::OverhangKind;
-using corvane::part::Part;
-using corvane::part::Vector;
-using shapes::box;
-using shapes::cut;
-using shapes::cylinder;
-using shapes::extruded;
-using shapes::fuse;
-using shapes::partOf;
-using shapes::product;
+using namespace corvane::part;
+using namespace shapes;
 
 namespace {
 
@@ -23,7 +13,7 @@ struct Placed {
     Placed(const TopoDS_Shape& shape, int place, const char* ending = ".brep") {
         if (place == 1) move.SetRotation({{1, 2, 3}, {1, 0.4, -0.7}}, 1.1);
         if (place == 2) move.SetMirror(gp_Ax2({3, 1, -7}, {1, 2, 0.4}));
-        part = partOf(shapes::transformed(shape, move), ending);
+        part = partOf(transformed(shape, move), ending);
     }
     [[nodiscard]] Vector moved(double x, double y, double z) const {
         const gp_Vec v = gp_Vec(x, y, z).Transformed(move);
@@ -49,8 +39,8 @@ TEST(DraftTest, AnglesAreThoseOfTheFaces) {
         extruded({{0, 0, 0}, {40, 0, 0}, {40 - lean, 20, 0}, {2 * lean, 20, 0}}, 30);
     const double degree = 3.14159265358979323846 / 180.0;
     const TopoDS_Shape cup =
-        cut(shapes::cone({{0, 0, 0}, {0, 0, 1}}, 20, 20 - 25 * std::tan(4 * degree), 25),
-            shapes::cone({{0, 0, -0.0}, {0, 0, 1}}, 17, 17 - 20 * std::tan(1.5 * degree), 20));
+        cut(cone({{0, 0, 0}, {0, 0, 1}}, 20, 20 - 25 * std::tan(4 * degree), 25),
+            cone({{0, 0, -0.0}, {0, 0, 1}}, 17, 17 - 20 * std::tan(1.5 * degree), 20));
     for (const int place : {0, 1, 2}) {
         const Placed a(tapered, place), b(cup, place), c(cup, place, ".stl");
         // The two ends of the prism are upright; the sides lean by 0.05 and about 0.1.
@@ -73,20 +63,20 @@ TEST(DraftTest, AnglesAreThoseOfTheFaces) {
 TEST(DraftTest, UndercutsAreFoundWithTheWayOut) {
     gp_Trsf rising;
     rising.SetRotation({{0, 0, 0}, {1, 0, 0}}, 3.14159265358979323846 / 2);
-    const TopoDS_Shape slot = shapes::transformed(extruded({{0, 0, 0},
-                                                            {60, 0, 0},
-                                                            {60, 30, 0},
-                                                            {35, 30, 0},
-                                                            {35, 18, 0},
-                                                            {45, 18, 0},
-                                                            {45, 10, 0},
-                                                            {15, 10, 0},
-                                                            {15, 18, 0},
-                                                            {25, 18, 0},
-                                                            {25, 30, 0},
-                                                            {0, 30, 0}},
-                                                           40),
-                                                  rising);
+    const TopoDS_Shape slot = transformed(extruded({{0, 0, 0},
+                                                    {60, 0, 0},
+                                                    {60, 30, 0},
+                                                    {35, 30, 0},
+                                                    {35, 18, 0},
+                                                    {45, 18, 0},
+                                                    {45, 10, 0},
+                                                    {15, 10, 0},
+                                                    {15, 18, 0},
+                                                    {25, 18, 0},
+                                                    {25, 30, 0},
+                                                    {0, 30, 0}},
+                                                   40),
+                                          rising);
     const TopoDS_Shape drilled = cut(box(60, 40, 30), cylinder({{30, -1, 15}, {0, 1, 0}}, 4, 12));
     const TopoDS_Shape ring = cut(upright(0, 20, 30), cut(upright(10, 21, 6), upright(9, 17, 8)));
     const TopoDS_Shape cavity = cut(box(20, 20, 20), box(8, 8, 8, {6, 6, 6}));
@@ -119,7 +109,7 @@ TEST(DraftTest, UndercutsAreFoundWithTheWayOut) {
 TEST(OverhangsTest, SpansAreMeasuredFromWhatHolds) {
     const TopoDS_Shape bridge = cut(box(50, 20, 20), box(30, 20, 12, {10, 0, 0}));
     const TopoDS_Shape arm = fuse(box(10, 20, 40), box(25, 20, 8, {10, 0, 30}));
-    const TopoDS_Shape island = shapes::compound({box(5, 5, 5), box(12, 5, 5, {20, 0, 10})});
+    const TopoDS_Shape island = compound({box(5, 5, 5), box(12, 5, 5, {20, 0, 10})});
     const TopoDS_Shape slope = extruded({{0, 0, 0}, {10, 0, 0}, {22, 12, 0}, {0, 12, 0}}, 20);
     struct Case {
         TopoDS_Shape shape;

@@ -12,27 +12,13 @@
 #include "FeatureChecks.h"
 #include "FeatureShapes.h"
 
-using corvane::part::Hole;
-using corvane::part::HoleBottom;
-using corvane::part::HolePattern;
-using corvane::part::kNone;
-using corvane::part::Part;
-using corvane::part::PatternKind;
-using corvane::part::Pocket;
-using corvane::part::SheetMetal;
-using corvane::part::Turned;
-using corvane::part::Vector;
-using shapes::box;
-using shapes::cut;
-using shapes::fuse;
-using shapes::kExact;
-using shapes::partOf;
-using shapes::placement;
+using namespace corvane::part;
+using namespace shapes;
 
 namespace {
 
 TopoDS_Shape bar(double x, double y, double z, const gp_Dir& along, double radius, double length) {
-    return shapes::cylinder({{x, y, z}, along}, radius, length);
+    return cylinder({{x, y, z}, along}, radius, length);
 }
 const gp_Dir kX(1, 0, 0), kY(0, 1, 0), kZ(0, 0, 1);
 
@@ -88,7 +74,7 @@ class Cases : public testing::TestWithParam<Case> {};
 TEST_P(Cases, AreFoundInAnyPlace) {
     for (const unsigned seed : {0U, 1U, 2U, 3U}) {
         SCOPED_TRACE(seed);
-        const auto part = partOf(shapes::transformed(GetParam().shape(), placement(seed)));
+        const auto part = partOf(transformed(GetParam().shape(), placement(seed)));
         ASSERT_TRUE(part);
         expectCase(*part, GetParam().holes);
         if (GetParam().more) GetParam().more(*part);
@@ -160,7 +146,7 @@ INSTANTIATE_TEST_SUITE_P(
              {{8, 10, 360, 6}, {8, 10, 360, 6}}},
         Case{"a pit with a slender tip",
              [] {
-                 return plate({shapes::cone({{30, 20, 20}, {0, 0, -1}}, 3, 0, 12)});
+                 return plate({cone({{30, 20, 20}, {0, 0, -1}}, 3, 0, 12)});
              },
              {{6, 12}}},
         Case{"with a keyway",
@@ -194,8 +180,8 @@ INSTANTIATE_TEST_SUITE_P(
              }},
         Case{"a step with rounded edges, and all edges of a box",
              [] {
-                 return shapes::compound(
-                     {shapes::rounded(box(60, 40, 20), 3),
+                 return compound(
+                     {rounded(box(60, 40, 20), 3),
                       cut(box(60, 40, 20, {0, 100, 0}), box(30, 40, 10, {30, 100, 10}))});
              },
              {},
@@ -213,7 +199,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"a sheet with a sharp bend",
              [] {
                  const TopoDS_Shape corner =
-                     shapes::common(bar(2, 0, 2, kY, 2, 40), box(2, 40, 2, {0, 0, 0}));
+                     common(bar(2, 0, 2, kY, 2, 40), box(2, 40, 2, {0, 0, 0}));
                  return fuse(fuse(box(58, 40, 2, {2, 0, 0}), box(2, 40, 28, {0, 0, 2})), corner);
              },
              {},
@@ -227,8 +213,8 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"a sheet with a hem",
              [] {
                  const TopoDS_Shape turn =
-                     shapes::common(cut(bar(0, 0, 3, kY, 3, 40), bar(0, 0, 3, kY, 1, 40)),
-                                    box(3, 40, 6, {-3, 0, 0}));
+                     common(cut(bar(0, 0, 3, kY, 3, 40), bar(0, 0, 3, kY, 1, 40)),
+                            box(3, 40, 6, {-3, 0, 0}));
                  return fuse(fuse(box(60, 40, 2), box(20, 40, 2, {0, 0, 4})), turn);
              },
              {},
@@ -244,7 +230,7 @@ INSTANTIATE_TEST_SUITE_P(
                  gp_Trsf by;
                  by.SetTranslation(gp_Vec(100, 0, 0));
                  const TopoDS_Shape block = plate({bar(30, 20, -1, kZ, 6, 22)});
-                 return shapes::compound({block, block.Moved(by)});
+                 return compound({block, block.Moved(by)});
              },
              {{12, 20, 360, 14, 14, kNone}, {12, 20, 360, 14, 14, kNone}},
              [](const Part& part) {
@@ -269,9 +255,8 @@ INSTANTIATE_TEST_SUITE_P(
              {{24, 5, 360, 8}}},
         Case{"in two halves",
              [] {
-                 return plate(
-                     {shapes::common(bar(30, 20, -1, kZ, 6, 22), box(60, 20, 22, {0, 0, -1})),
-                      shapes::common(bar(30, 20, -1, kZ, 6, 22), box(60, 20, 22, {0, 20, -1}))});
+                 return plate({common(bar(30, 20, -1, kZ, 6, 22), box(60, 20, 22, {0, 0, -1})),
+                               common(bar(30, 20, -1, kZ, 6, 22), box(60, 20, 22, {0, 20, -1}))});
              },
              {{12, 20, 360, 14, 14}}},
         Case{"with a counterbore at both ends",
@@ -360,7 +345,7 @@ TEST(Features, EqualHolesMakePatterns) {
 
 TEST(Features, AMeshHasTheHolesOfItsShape) {
     const TopoDS_Shape shape =
-        plate({shapes::revolved({{20, 20, 20}, {0, 0, -1}}, {{0, 7}, {5, 7}, {5, 4}, {20, 4}}),
+        plate({revolved({{20, 20, 20}, {0, 0, -1}}, {{0, 7}, {5, 7}, {5, 4}, {20, 4}}),
                bar(45, 20, 8, kZ, 5, 20)});
     const auto part = partOf(shape, ".stl");
     ASSERT_EQ(part->holes().size(), 2U);
@@ -383,7 +368,7 @@ TEST(Features, SharedPartsHaveTheHolesThatTheyAreKnownFor) {
         {"face_recognition_sample_part.stp", {}}};
     for (const auto& [name, diameters] : known) {
         SCOPED_TRACE(name);
-        const auto file = shapes::sharedPart(name.c_str());
+        const auto file = sharedPart(name.c_str());
         if (!std::filesystem::exists(file)) GTEST_SKIP() << "the part is not here";
         std::map<int, int> found;
         for (const Hole& hole : Part::open(file.string()).part->holes())
@@ -393,7 +378,7 @@ TEST(Features, SharedPartsHaveTheHolesThatTheyAreKnownFor) {
 }
 
 TEST(Features, BadNumbersDoNoHarm) {
-    const auto part = partOf(shapes::drilledBlock(7).shape, ".brep");
+    const auto part = partOf(drilledBlock(7).shape, ".brep");
     std::mt19937 random(1);
     constexpr double kBad[]{0.0, -7.0, 1e300, std::numeric_limits<double>::quiet_NaN(), 99.0};
     for (int i = 0; i < 400; ++i) {

@@ -7,17 +7,8 @@
 
 #include "FeatureChecks.h"
 
-using corvane::part::Part;
-using corvane::part::Thickness;
-using corvane::part::Vector;
-using corvane::part::Walls;
-using shapes::box;
-using shapes::cut;
-using shapes::cylinder;
-using shapes::extruded;
-using shapes::fuse;
-using shapes::partOf;
-using shapes::product;
+using namespace corvane::part;
+using namespace shapes;
 
 namespace {
 
@@ -38,10 +29,10 @@ std::ostream& operator<<(std::ostream& out, const KnownWall& wall) {
 const KnownWall kWalls[] = {
     {"Cube", [] { return box(20, 20, 20); }, 20, 20},
     {"Plate", [] { return box(200, 150, 3); }, 3, 3},
-    {"CubeWithSmallRoundings", [] { return shapes::rounded(box(20, 20, 20), 0.5); }, 20, 20},
-    {"CubeWithRoundings", [] { return shapes::rounded(box(20, 20, 20), 3); }, 20, 20},
-    {"CubeWithLargeRoundings", [] { return shapes::rounded(box(20, 20, 20), 8); }, 20, 20},
-    {"RoundedPlate", [] { return shapes::rounded(box(40, 30, 4), 1.5); }, 4, 4},
+    {"CubeWithSmallRoundings", [] { return rounded(box(20, 20, 20), 0.5); }, 20, 20},
+    {"CubeWithRoundings", [] { return rounded(box(20, 20, 20), 3); }, 20, 20},
+    {"CubeWithLargeRoundings", [] { return rounded(box(20, 20, 20), 8); }, 20, 20},
+    {"RoundedPlate", [] { return rounded(box(40, 30, 4), 1.5); }, 4, 4},
     {"HollowBox",
      [] {
          return cut(box(40, 30, 20), box(35, 26, 17, {2.5, 2, 1.5}));
@@ -90,7 +81,7 @@ const KnownWall kWalls[] = {
      6, 2},
     {"Countersink",
      [] {
-         return cut(box(30, 30, 6), shapes::cone({{15, 15, 0}, {0, 0, 1}}, 4, 10, 6));
+         return cut(box(30, 30, 6), cone({{15, 15, 0}, {0, 0, 1}}, 4, 10, 6));
      },
      6, 6},
 };
@@ -103,7 +94,7 @@ TEST_P(KnownWalls, AreFound) {
     const auto& [known, ending] = GetParam();
     gp_Trsf turn;
     if (std::string(ending) != ".brep") turn.SetMirror(gp_Ax2({3, 1, -7}, {1, 2, 0.4}));
-    const auto part = partOf(shapes::transformed(known.shape(), turn), ending);
+    const auto part = partOf(transformed(known.shape(), turn), ending);
     ASSERT_TRUE(part);
     const Walls& walls = part->walls();
     ASSERT_TRUE(walls.measurable);
@@ -304,10 +295,10 @@ TEST(WallsTest, RandomPartsAreAsThinAsBruteForceFinds) {
 }
 
 TEST(GapsTest, NarrowAirIsFoundBetweenWallsAndBetweenSolids) {
-    const TopoDS_Shape bearing = shapes::compound(
-        {cut(round(0, 0, 0, 20, 15), round(0, 0, -1, 10, 17)), round(0, 0, 0, 9.7, 15)});
+    const TopoDS_Shape bearing =
+        compound({cut(round(0, 0, 0, 20, 15), round(0, 0, -1, 10, 17)), round(0, 0, 0, 9.7, 15)});
     const TopoDS_Shape touching =
-        shapes::compound({box(20, 20, 5), box(20, 20, 5, {0, 0, 5}), box(20, 20, 5, {0, 0, 12})});
+        compound({box(20, 20, 5), box(20, 20, 5, {0, 0, 5}), box(20, 20, 5, {0, 0, 12})});
     const std::pair<TopoDS_Shape, double> cases[] = {
         {bearing, 0.3},
         {touching, 2.0},
