@@ -12,12 +12,14 @@
 #include <TopoDS_Shape.hxx>
 #include <benchmark/benchmark.h>
 #include <cmath>
+#include <ctime>
 #include <filesystem>
 #include <gp_Ax2.hxx>
 #include <string>
 
 #include "corvane/part/Part.h"
 
+#include "../Memory.h"
 #include "walls/Draft.h"
 #include "walls/Thickness.h"
 
@@ -64,6 +66,13 @@ void touch(const StepFile& file) {
         file.path(), std::filesystem::last_write_time(file.path()) + std::chrono::seconds(1));
 }
 
+TopoDS_Shape readBare(const StepFile& file) {
+    STEPControl_Reader reader;
+    reader.ReadFile(file.path().c_str());
+    reader.TransferRoots();
+    return reader.OneShape();
+}
+
 void open(benchmark::State& state) {
     const StepFile file(static_cast<int>(state.range(0)));
     for (auto _ : state) {
@@ -76,38 +85,75 @@ void open(benchmark::State& state) {
 
 void openBare(benchmark::State& state) {
     const StepFile file(static_cast<int>(state.range(0)));
-    for (auto _ : state) {
-        STEPControl_Reader reader;
-        reader.ReadFile(file.path().c_str());
-        reader.TransferRoots();
-        benchmark::DoNotOptimize(reader.OneShape());
-    }
+    for (auto _ : state)
+        benchmark::DoNotOptimize(readBare(file));
 }
 
 /// All that rules of many processes ask of a part that is open.
-void analyse(benchmark::State& state) {
-    const int holes = static_cast<int>(state.range(0));
-    const StepFile file(holes);
+void analyse(const Part& part) {
+    benchmark::DoNotOptimize(part.holes());
+    benchmark::DoNotOptimize(part.holePatterns());
+    benchmark::DoNotOptimize(part.fillets());
+    benchmark::DoNotOptimize(part.sharpCorners());
+    benchmark::DoNotOptimize(part.pockets());
+    benchmark::DoNotOptimize(part.turned());
+    benchmark::DoNotOptimize(part.sheetMetal());
+    benchmark::DoNotOptimize(part.walls());
+    benchmark::DoNotOptimize(part.gaps());
+    benchmark::DoNotOptimize(part.draft({0, 0, 1}));
+    benchmark::DoNotOptimize(part.damages());
+}
+
+/// Seconds of the processor that the analyses of a part of so many holes take; below 0 where it
+/// has others.
+double secondsOfAnalyses(const StepFile& file, std::size_t holes) {
+    touch(file);
+    const auto part = Part::open(file.path()).part;
+    const std::clock_t start = std::clock();
+    if (!part || part->holes().size() != holes) return -1.0;
+    analyse(*part);
+    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+}
+
+/// A drilled plate has a face for each hole and six others.
+std::size_t facesOf(std::size_t holes) {
+    return holes * holes + 6;
+}
+
+constexpr std::size_t kSmall = 3;
+
+/// The analyses of a part, or those of a small one as if the time grew with the faces.
+void analyses(benchmark::State& state, bool isGrown) {
+    const auto holes = static_cast<std::size_t>(state.range(0)),
+               measured = isGrown ? kSmall : holes;
+    const double times =
+        static_cast<double>(facesOf(holes)) / static_cast<double>(facesOf(measured));
+    const StepFile file(static_cast<int>(measured));
     for (auto _ : state) {
-        state.PauseTiming();
-        touch(file);
-        const auto part = Part::open(file.path()).part;
-        state.ResumeTiming();
-        if (!part || part->holes().size() != static_cast<std::size_t>(holes * holes)) {
-            state.SkipWithError("wrong holes");
-            break;
-        }
-        benchmark::DoNotOptimize(part->holePatterns());
-        benchmark::DoNotOptimize(part->fillets());
-        benchmark::DoNotOptimize(part->sharpCorners());
-        benchmark::DoNotOptimize(part->pockets());
-        benchmark::DoNotOptimize(part->turned());
-        benchmark::DoNotOptimize(part->sheetMetal());
-        benchmark::DoNotOptimize(part->walls());
-        benchmark::DoNotOptimize(part->gaps());
-        benchmark::DoNotOptimize(part->draft({0, 0, 1}));
-        benchmark::DoNotOptimize(part->damages());
+        const double seconds = secondsOfAnalyses(file, measured * measured);
+        if (seconds < 0.0) state.SkipWithError("wrong holes");
+        state.SetIterationTime(seconds * times);
     }
+}
+
+/// Bytes by which a process grows at most that opens a part, and asks all of it, or reads it bare.
+enum class Asked { Bare, Open, All };
+void memoryOf(benchmark::State& state, Asked asked) {
+    const auto holes = static_cast<std::size_t>(state.range(0));
+    // What the kernel keeps once for a process.
+    benchmark::DoNotOptimize(readBare(StepFile(1)));
+    const StepFile file(static_cast<int>(holes));
+    for (auto _ : state) {
+        const double grown = bench::growth([&] {
+            if (asked == Asked::Bare) return !readBare(file).IsNull();
+            const auto part = Part::open(file.path()).part;
+            if (part && asked == Asked::All) analyse(*part);
+            return part && part->model().faces.size() == facesOf(holes);
+        });
+        if (grown < 0) state.SkipWithError("wrong faces");
+        state.SetIterationTime(grown / 1e9);
+    }
+    state.SetLabel("bytes");
 }
 
 /// A hollow body with waves on its outside, walls of 2 to 4 mm, of about that many facets.
@@ -158,15 +204,19 @@ private:
     }
 };
 
-void measureWalls(benchmark::State& state) {
-    const Hollow part(state.range(0));
+/// The walls of a mesh, or those of a small one as if the time grew with the facets.
+void measureWalls(benchmark::State& state, bool isGrown) {
+    constexpr std::int64_t kSmallMesh = 10'000;
+    const Hollow part(isGrown ? kSmallMesh : state.range(0));
+    const double times =
+        isGrown ? static_cast<double>(state.range(0)) / static_cast<double>(kSmallMesh) : 1.0;
     for (auto _ : state) {
+        const std::clock_t start = std::clock();
         const walls::Skin skin(part.model, part.mesh);
         const auto found = walls::findWalls(skin);
+        state.SetIterationTime(times * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
         if (std::abs(found.smallestBySphere.value - 2.0) > 0.1) state.SkipWithError("wrong wall");
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(part.mesh.triangles.size()) *
-                            state.iterations());
 }
 
 void findDraft(benchmark::State& state) {
@@ -189,17 +239,53 @@ BENCHMARK(openBare)
     ->Arg(15)
     ->Arg(31)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK(analyse)
+BENCHMARK_CAPTURE(analyses, corvane, false)
     ->Name("all analyses of a part:corvane")
     ->Arg(3)
     ->Arg(15)
     ->Arg(31)
+    ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
-BENCHMARK(measureWalls)
+BENCHMARK(openBare)
+    ->Name("all analyses of a part:Open CASCADE's reading")
+    ->Arg(3)
+    ->Arg(15)
+    ->Arg(31)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(analyses, grown, true)
+    ->Name("all analyses of a part:linear growth from 3")
+    ->Arg(15)
+    ->Arg(31)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(memoryOf, open, Asked::Open)
+    ->Name("memory of an open part:corvane")
+    ->Arg(31)
+    ->UseManualTime();
+BENCHMARK_CAPTURE(memoryOf, bareOpen, Asked::Bare)
+    ->Name("memory of an open part:Open CASCADE's reading")
+    ->Arg(31)
+    ->UseManualTime();
+BENCHMARK_CAPTURE(memoryOf, all, Asked::All)
+    ->Name("memory of all analyses:corvane")
+    ->Arg(31)
+    ->UseManualTime();
+BENCHMARK_CAPTURE(memoryOf, bareAll, Asked::Bare)
+    ->Name("memory of all analyses:Open CASCADE's reading")
+    ->Arg(31)
+    ->UseManualTime();
+BENCHMARK_CAPTURE(measureWalls, corvane, false)
     ->Name("walls of a mesh:corvane")
     ->Arg(10'000)
     ->Arg(100'000)
     ->Arg(1'000'000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(measureWalls, grown, true)
+    ->Name("walls of a mesh:linear growth from 10,000")
+    ->Arg(100'000)
+    ->Arg(1'000'000)
+    ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(findDraft)
     ->Name("draft of a mesh:corvane")
