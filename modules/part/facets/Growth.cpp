@@ -13,12 +13,18 @@ namespace {
 constexpr std::size_t kMostPoints = 240;  // that a fit needs
 constexpr std::size_t kSpare = 2;         // points more than a surface needs: too many for chance
 constexpr double kWidestTurn = 20.0;      // degrees from a strip's middle to its border
-constexpr double kFarther = 2.5;          // than usual: what a strip of one surface may turn
-constexpr double kMoreSag = 8.0;          // than usual: what a strip of one surface may sag
 constexpr double kFarthestTurn = 0.82;    // cosine of what a facet turns at most
-constexpr double kAstray = 64.0;          // times the tolerance: how far a piece leads astray
-constexpr double kTogether = 2.0;         // times the tolerance: what pieces have in common
-constexpr double kFlattest = 100.0;       // radius over size: beyond it nobody meant a round face
+
+/// Than usual: what a strip of one surface may turn. One that a border cuts turns half as far as
+/// others and may be the usual one; facets are seldom quite even besides.
+constexpr double kFarther = 2.5;
+
+// These trade surfaces that are missed in uneven meshes for those that are there by chance. Parts
+// of known features come out the same with half and with twice of each.
+constexpr double kMoreSag = 8.0;     // than others: what a strip of one surface may sag
+constexpr double kFlattest = 100.0;  // radius over size: beyond it nobody meant a round face
+constexpr double kAstray = 64.0;     // times the tolerance: how far a piece leads astray
+constexpr double kTogether = 2.0;    // times the tolerance: what pieces have in common
 
 /// How many numbers tell where a surface of the kind is, and how large.
 std::size_t sizesOf(SurfaceKind kind) {
