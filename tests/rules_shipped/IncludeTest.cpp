@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
 
 #include "cli/CommandLine.h"
 #include "part/Shapes.h"
@@ -78,6 +79,72 @@ TEST_F(Include, FilesOfASiteBuildOnEachOther) {
     EXPECT_THAT(corvane("show", {"@site.xml"}).out, ContainsRegex("source +Works standard 7"));
 }
 
+TEST_F(Include, ARuleThatAFileDefinesIsOverriddenAsOneOfAnIndex) {
+    corvane.folder.write("scripts/own.lua", "return false, 'limit ' .. params.limit");
+    corvane.folder.write(
+        "shop.xml", ruleFile(scriptRule("Ours", "own.lua",
+                                        "<Parameter Name='limit' Type='1'><ParameterType>4"
+                                        "</ParameterType><Value>1</Value></Parameter>") +
+                             moduleRule("Maximum envelope",
+                                        "<Parameter Name='Size' Type='5001'><Operator>1</Operator>"
+                                        "<ParameterType>0</ParameterType><Value>250</Value>"
+                                        "<Value>200</Value><Value>150</Value></Parameter>")));
+    const auto value = [](const std::string& key, const std::string& number) {
+        return "<Parameter " + key + "><Value>" + number + "</Value></Parameter>";
+    };
+    const struct {
+        std::string rules;
+        const char* told;
+    } cases[] = {
+        {"<Rule Name='Ours'>" + value("Name='LIMIT'", "2") + "</Rule>",
+         "Ours +General +major +failed +limit 2.0"},
+        {"<Rule Name='Ours' Severity='1'>" + value("Type=' 01'", "+3") + "</Rule>",
+         "Ours +General +critical +failed +limit 3.0"},
+        {"<Rule Name='maximum envelope'>" + value("Type='5001'", "10") + "</Rule>",
+         "\nMaximum envelope +Milling +major +error +.*part.brep: line 1"},
+        {"<Rule Name='Maximum envelope'>" + value("Name='sise'", "10") + "</Rule>",
+         "has no parameter \"sise\"; it has Size .5001."},
+    };
+    for (const auto& [rules, told] : cases) {
+        SCOPED_TRACE(rules);
+        const ProcessResult result = run("<Include File='shop.xml'/>" + rules);
+        EXPECT_THAT(result.out + result.err, ContainsRegex(told));
+        EXPECT_THAT(corvane("lint", {"@site.xml"}).out, Not(HasSubstr("L501")));
+    }
+    run("<Include File='shop.xml'/><Rule Name='maximum envelope'><Parameter Name='size'>"
+        "<Value>11</Value><Value>12</Value><Value>13</Value></Parameter></Rule>");
+    EXPECT_THAT(corvane("show", {"@site.xml"}).out, HasSubstr("(number) = 11, 12, 13\n"));
+}
+
+TEST_F(Include, AFileIsReadOnceHoweverOftenItIsIncluded) {
+    for (int i = 0; i < 15; ++i) {
+        std::string includes;
+        for (int k = 0; k < 9; ++k)
+            includes += "<Include File='" + std::string(k % 2, '.') + (k % 2 ? "/" : "") + "f" +
+                        std::to_string(i + 1) + ".xml'/>";
+        corvane.folder.write("f" + std::to_string(i) + ".xml", ruleFile(includes));
+    }
+    corvane.folder.write("f15.xml", ruleFile(scriptRule("Ours", "own.lua")));
+    const ProcessResult result = corvane("run", {"@f0.xml", "--format", "json"});
+    const auto rules = nlohmann::json::parse(result.out)["parts"][0]["rules"];
+    ASSERT_EQ(rules.size(), 1);
+    EXPECT_EQ(rules[0]["components"].size(), 16) << "the script and each included file";
+}
+
+TEST_F(Include, AResultOfTheCacheNamesThePlaceWhereALimitIsChangedNow) {
+    const std::string rule =
+        "<Rule Name='FDM build volume'><Parameter Name='length'><Value>202</Value></Parameter>"
+        "</Rule>";
+    for (const char* lines : {"", "\n\n"}) {
+        run(std::string("<Include Set='fdm'/>") + lines + rule,
+            {"--rule", "FDM build*", "--cache", corvane.folder.path("cache"), "--output",
+             "json=" + corvane.folder.path("out.json")});
+        const auto results = nlohmann::json::parse(corvane.folder.read("out.json"));
+        EXPECT_THAT(results["parts"][0]["rules"][0].value("source", ""),
+                    testing::EndsWith("site.xml:" + std::to_string(2 + std::string(lines).size())));
+    }
+}
+
 TEST_F(Include, WhatCannotBeIncludedIsToldWithItsPlace) {
     const struct {
         const char* rules;
@@ -90,6 +157,10 @@ TEST_F(Include, WhatCannotBeIncludedIsToldWithItsPlace) {
         {"<Include Set='fdm'/>\n<Exclude Name='x'/>", "site.xml:3: no included rule is called"},
         {"<Include Set='fdm'/>\n<Rule Name='FDM hol'/>", "site.xml:3: no included rule is called"},
         {"<Include Set='fdm'/><Rule Name='FDM hole' Severity='minor'/>", "\"minor\" is no number"},
+        {"<Include Set='fdm'/><Rule Name='FDM hole' Severity='1.5'/>", "\"1.5\" is no number"},
+        {"<Include Set='fdm'/><Rule Name='FDM hole'><Parameter Name='limit'><Value>nan</Value>"
+         "</Parameter></Rule>",
+         "\"nan\" of the parameter"},
         {"<Include Set='fdm'/><Rule Name='FDM hole'>\n<Parameter Name='limt'><Value>1</Value>"
          "</Parameter></Rule>",
          "site.xml:3: the rule \"FDM hole\" has no parameter \"limt\"; it has limit .1."},

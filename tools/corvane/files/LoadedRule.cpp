@@ -112,8 +112,8 @@ LoadedRule loadRule(const RuleFile& file, QorLong index, RuleModules& modules) {
         loaded.rule.reset();
     }
     if (!loaded.rule) holdFailedRule(loaded, element);
-    if (const CStringW& source = file.changedSource(index); !source.IsEmpty())
-        loaded.rule->m_csRuleSource = source;
+    if (const std::string& source = file.changedSource(index).shown; !source.empty())
+        loaded.rule->m_csRuleSource = wide(source);
     return loaded;
 }
 

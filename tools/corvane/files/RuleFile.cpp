@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <filesystem>
 #include <map>
+#include <set>
 
 #include <corvane/app/StringResources.h>
 #include <corvane/rules/ChildElements.h>
 #include <corvane/xml/XMLFault.h>
 
 #include "Text.h"
+#include "files/RuleModules.h"
 #include "files/RuleOverride.h"
 #include "files/ShippedRules.h"
 #include "language/Messages.h"
@@ -33,39 +35,8 @@ CStringW textOf(const QorXMLNode& element, const char16_t* name) {
     return text;
 }
 
-void takeAttribute(QorXMLNode& element, const QorXMLNode& base, std::uint32_t number) {
-    const CStringW name = corvane::ResourceText(number);
-    CStringW text;
-    if (!element.GetAttributeValue(name, text) && base.GetAttributeValue(name, text))
-        element.AddAttribute(name, text);
-}
-
-/// Adds the children of one name that `base` has and the element lacks, told apart by an attribute.
-void takeChildren(QorXMLNode& element, const QorXMLNode& base, const char16_t* name,
-                  const char16_t* key) {
-    std::vector<CStringW> known;
-    for (const QorXMLNode& child : corvane::ChildElements(element, name))
-        known.push_back(textOf(child, key));
-    for (const QorXMLNode& child : corvane::ChildElements(base, name)) {
-        const CStringW value = textOf(child, key);
-        const bool isKnown = std::ranges::any_of(
-            known, [&value](const CStringW& one) { return one.CompareNoCase(value) == 0; });
-        if (isKnown) continue;
-        const std::unique_ptr<QorXMLNode> copy(child.CloneNode());
-        element.AppendNode(copy.get());
-    }
-}
-
 bool hasChild(const QorXMLNode& element, const char16_t* name) {
     return !std::ranges::empty(corvane::ChildElements(element, name));
-}
-
-/// What the element does not say, the included one says.
-void inherit(QorXMLNode& element, const QorXMLNode& base) {
-    for (const std::uint32_t attribute : {kRuleSeverityAttr, kRuleFileAttr})
-        takeAttribute(element, base, attribute);
-    takeChildren(element, base, u"Parameter", u"Type");
-    takeChildren(element, base, u"Constraint", u"Value");
 }
 
 }  // namespace
@@ -89,7 +60,7 @@ public:
         for (const QorXMLNode& element : corvane::ChildElements(file->root_, ruleName))
             if (!place(*file, places,
                        {element, attributeText(element, kRuleNameAttr), scripts,
-                        corvane::XMLLine(element), false, false, CStringW()}))
+                        corvane::XMLLine(element)}))
                 return nullptr;
         if (file->size() > 0) return file;
         return fail(tr("{0}: no rule: its document element <{1}> has no child <{2}>", path,
@@ -111,36 +82,57 @@ private:
     using Places = std::map<CStringW, std::size_t, LessNoCase>;
 
     bool include(RuleFile& file, Places& places) {
+        std::set<const RuleFile*> own;
+        std::set<CStringW> all;
         for (const QorXMLNode& element : corvane::ChildElements(file.root_, u"Include")) {
-            const CStringW set = textOf(element, u"Set");
-            const CStringW name = textOf(element, u"File");
-            if (set.IsEmpty() == name.IsEmpty())
-                return failAt(file.path_, element, tr("an <Include> has a Set or a File"));
-            const fs::path from = set.IsEmpty() ? fs::path(file.path_.Std()).parent_path() /
-                                                      fs::path(shownPath(name).Std())
-                                                : shipped::fileOf(set.ToUtf8());
-            if (from.empty())
-                return failAt(file.path_, element,
-                              tr("the installation has no rule set \"{0}\"", set));
-            if (++depth_ > kDeepestInclude)
-                return failAt(file.path_, element, tr("files include each other too deeply"));
-            const CStringW path(from.u16string());
-            const std::unique_ptr<RuleFile> other = read(path);
-            --depth_;
-            if (!other) {
-                problem = placeText(file.path_, corvane::XMLLine(element)) + u": " + problem;
-                return false;
-            }
-            file.included_.push_back(path);
-            std::ranges::copy(other->included_, std::back_inserter(file.included_));
-            for (RuleFile::Rule& rule : other->rules_) {
+            const RuleFile* const other = included(file, element);
+            if (!other) return false;
+            if (!own.insert(other).second) continue;
+            if (all.insert(other->path_).second) file.included_.push_back(other->path_);
+            std::ranges::copy_if(other->included_, std::back_inserter(file.included_),
+                                 [&all](const CStringW& one) { return all.insert(one).second; });
+            for (const RuleFile::Rule& rule : other->rules_) {
                 if (!places.try_emplace(rule.name, file.rules_.size()).second) continue;
-                rule.line = corvane::XMLLine(element);
-                rule.isIncluded = true;
-                file.rules_.push_back(std::move(rule));
+                file.rules_.push_back(rule);
+                file.rules_.back().line = corvane::XMLLine(element);
+                file.rules_.back().isIncluded = true;
             }
         }
         return true;
+    }
+
+    /// The file that an element includes; null when something is wrong.
+    const RuleFile* included(const RuleFile& file, const QorXMLNode& element) {
+        const CStringW set = textOf(element, u"Set");
+        const CStringW name = textOf(element, u"File");
+        const fs::path path = set.IsEmpty() ? fs::path(file.path_.Std()).parent_path() /
+                                                  fs::path(shownPath(name).Std())
+                                            : shipped::fileOf(set.ToUtf8());
+        CStringW fault;
+        if (set.IsEmpty() == name.IsEmpty())
+            fault = tr("an <Include> has a Set or a File");
+        else if (path.empty())
+            fault = tr("the installation has no rule set \"{0}\"", set);
+        else if (depth_ == kDeepestInclude)
+            fault = tr("files include each other too deeply");
+        else if (const RuleFile* const other = readOnce(path))
+            return other;
+        else
+            fault = problem;
+        failAt(file.path_, element, fault);
+        return nullptr;
+    }
+
+    /// Files that each include the next one many times would take for ever.
+    const RuleFile* readOnce(const fs::path& path) {
+        std::error_code status;
+        const fs::path key = fs::canonical(path, status);
+        const auto known = read_.find(key);
+        if (known != read_.end()) return known->second.get();
+        ++depth_;
+        std::unique_ptr<RuleFile> file = read(path.u16string());
+        --depth_;
+        return file ? read_.emplace(key, std::move(file)).first->second.get() : nullptr;
     }
 
     bool exclude(RuleFile& file, Places& places) {
@@ -185,16 +177,18 @@ private:
         RuleFile::Rule& included = file.rules_[at];
         file.own_.push_back(static_cast<QorLong>(at));
         if (attributeText(rule.element, kRuleFileAttr).IsEmpty()) {
-            const QorXMLNode* const definition =
-                definitions_.find(included.scriptFolder, included.name);
-            const auto fault =
-                definition ? settleOverride(rule.element, *definition) : std::nullopt;
-            if (fault) {
+            const bool isCompiled =
+                RuleModules::isModuleName(attributeText(included.element, kRuleFileAttr));
+            const QorXMLNode* const entry =
+                isCompiled ? nullptr : definitions_.find(included.scriptFolder, included.name);
+            const QorXMLNode& definition = entry ? *entry : included.element;
+            if (const auto fault = settleOverride(rule.element, definition, !isCompiled)) {
                 problem = placeText(file.path_, fault->line) + u": " + fault->message;
                 return false;
             }
             rule.changedSource = changedSource(file, rule, included, definition);
             inherit(rule.element, included.element);
+            rule.name = included.name;
             rule.scriptFolder = included.scriptFolder;
             rule.isOverride = true;
         }
@@ -203,21 +197,23 @@ private:
     }
 
     /// A source that the rule gives for its own limits does not hold for those of a site.
-    static CStringW changedSource(const RuleFile& file, const RuleFile::Rule& rule,
-                                  const RuleFile::Rule& included, const QorXMLNode* definition) {
-        CStringW own = attributeText(rule.element, kRuleSourceAttr);
-        if (!own.IsEmpty()) return own;
+    static results::Remark changedSource(const RuleFile& file, const RuleFile::Rule& rule,
+                                         const RuleFile::Rule& included,
+                                         const QorXMLNode& definition) {
+        const CStringW own = attributeText(rule.element, kRuleSourceAttr);
+        if (!own.IsEmpty()) return own.ToUtf8();
         if (!hasChild(rule.element, u"Parameter") && !hasChild(rule.element, u"Constraint"))
             return included.changedSource;
-        const CStringW before =
-            !included.changedSource.IsEmpty()
-                ? included.changedSource
-                : attributeText(definition ? *definition : included.element, kRuleSourceAttr);
-        const CStringW place = placeText(file.path_, rule.line);
-        return before.IsEmpty() ? place : tr("{0}; changed at {1}", before, place);
+        results::Remark before = included.changedSource;
+        if (before.text.empty()) before = attributeText(definition, kRuleSourceAttr).ToUtf8();
+        const std::string place = placeText(file.path_, rule.line).ToUtf8();
+        if (before.text.empty()) return place;
+        return {remark("{0}; changed at {1}", before.text, place).text,
+                trUtf8("{0}; changed at {1}", before.shown, place)};
     }
 
     std::size_t depth_ = 0;
+    std::map<fs::path, std::unique_ptr<RuleFile>> read_;
     Definitions definitions_;
 };
 

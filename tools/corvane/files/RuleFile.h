@@ -8,6 +8,7 @@
 #include <corvane/xml/XMLFault.h>
 
 #include "Console.h"
+#include "results/Remark.h"
 
 /// A rule file that was read: the rule elements below its document element, those of the files that
 /// it includes before its own.
@@ -39,7 +40,7 @@ public:
     bool isOverride(QorLong index) const { return at(index).isOverride; }
     /// Where the limits of that element come from when this file, or one that it includes, changes
     /// them; empty where the rule's own source holds.
-    const CStringW& changedSource(QorLong index) const { return at(index).changedSource; }
+    const results::Remark& changedSource(QorLong index) const { return at(index).changedSource; }
     CStringW rootName() const { return root_.GetNodeName(); }
     /// What the document element says of the file in its attribute Title.
     CStringW title() const;
@@ -55,7 +56,7 @@ private:
         CStringW name, scriptFolder;
         QorLong line = 0;
         bool isIncluded = false, isOverride = false;
-        CStringW changedSource;
+        results::Remark changedSource = "";
     };
 
     RuleFile() = default;

@@ -34,5 +34,10 @@ private:
 /// Compares the severity and the parameters of an element, and those of its constraints, with those
 /// of the rule that it overrides. A parameter that has a name alone is given its number. One that
 /// the rule does not have would change nothing, and nobody would see that it does not: it is a
-/// fault.
-std::optional<OverrideFault> settleOverride(QorXMLNode& element, const QorXMLNode& definition);
+/// fault. A definition that is not whole, as that of a compiled rule in a file, tells the numbers
+/// of names only.
+std::optional<OverrideFault> settleOverride(QorXMLNode& element, const QorXMLNode& definition,
+                                            bool isWhole);
+
+/// Adds to an element what it does not say and the one that it overrides says.
+void inherit(QorXMLNode& element, const QorXMLNode& base);

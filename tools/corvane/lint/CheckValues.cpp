@@ -162,10 +162,11 @@ private:
         return trUtf8("It has {0}.", text);
     }
 
-    /// A script's parameter without Operator gets the operator that is saved; a compiled rule's
-    /// gets 0.
+    /// A script's parameter without Operator gets the operator that is saved, one of an override
+    /// that of the included rule; a compiled rule's gets 0.
     void checkSaving(std::optional<std::int64_t> op) {
         const bool isMissing = !parameter_.child("Operator") && parameter_.isTextKnown;
+        if (isMissing && known_.isOverride) return;
         if (isMissing && known_.kind != RuleKnowledge::Kind::Compiled) return;
         if (isMissing || op == QorOperator_NotSaved || op == QorOperator_Hidden)
             report_.add(kNotSaved, parameter_.place,

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 
+#include <corvane/app/StringResources.h>
 #include <corvane/config/ModuleConfiguration.h>
 #include <corvane/platform/ComponentRegistration.h>
 #include <corvane/platform/Environment.h>
@@ -162,7 +163,8 @@ void Linter::checkRules(const std::string& path, const Element& root, Report& re
         const QorLong at = file->own()[count++];
         QorXMLNode& node = file->element(at);
         if (!isKnown(rule, "Name") || !isKnown(rule, "File")) continue;
-        RuleKnowledge knowledge = learn(rule, report);
+        const CStringW module = attributeText(node, corvane::resource::kRuleFileAttr);
+        RuleKnowledge knowledge = learn(rule, module, report);
         knowledge.isOverride = file->isOverride(at);
         checkValues(rule, knowledge, words_, report);
         if (knowledge.kind != RuleKnowledge::Kind::Script) continue;
@@ -174,6 +176,8 @@ void Linter::checkRules(const std::string& path, const Element& root, Report& re
             const auto entry = known->entries.find(lower(valueOf(rule, "Name")));
             if (entry != known->entries.end()) definition = {entry->second, known->path, &rule};
         }
+        // The included rule names the script.
+        if (knowledge.isOverride && definition.element == &rule) continue;
         checkScript(definition, known, node, report);
     }
 }
@@ -227,9 +231,8 @@ void Linter::checkRepetition(const Element& root, bool isIndex, Report& report) 
     }
 }
 
-RuleKnowledge Linter::learn(const Element& rule, Report& report) {
+RuleKnowledge Linter::learn(const Element& rule, const CStringW& file, Report& report) {
     RuleKnowledge knowledge;
-    const CStringW file = wide(valueOf(rule, "File"));
     if (!RuleModules::isModuleName(file)) {
         knowledge.kind = RuleKnowledge::Kind::Script;
         return knowledge;

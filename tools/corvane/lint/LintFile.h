@@ -50,7 +50,8 @@ private:
     /// What a rule file takes from others; nothing when it cannot, which is reported.
     std::unique_ptr<RuleFile> resolve(const std::string& path, const Element& root, Report& report);
     void checkRepetition(const Element& root, bool isIndex, Report& report);
-    RuleKnowledge learn(const Element& rule, Report& report);
+    /// Of a rule in that file, which an override has from the included rule.
+    RuleKnowledge learn(const Element& rule, const CStringW& file, Report& report);
     /// What keeps scripts from running is said once for all rules.
     void sayIfNoScriptCanRun(const Index* known, const Element& rule, Report& report);
     void checkScript(const Definition& definition, const Index* known, QorXMLNode& node,

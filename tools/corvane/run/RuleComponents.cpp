@@ -11,7 +11,6 @@
 #include "Text.h"
 #include "files/RuleModules.h"
 #include "files/ScriptRule.h"
-#include "run/HelpPage.h"
 #include "run/Plan.h"
 
 namespace {
@@ -59,8 +58,8 @@ void RuleComponents::describe(const RuleFile& file, PlannedRule& rule) {
         describeModuleRule(element, rule);
     else
         describeScriptRule(element, file.scriptFolder(rule.element), rule);
-    if (const CStringW& source = file.changedSource(rule.element); !source.IsEmpty())
-        rule.blank.source = source.ToUtf8();
+    if (const std::string& source = file.changedSource(rule.element).text; !source.empty())
+        rule.blank.source = source;
     for (const CStringW& included : file.included())
         addFile(rule, pathOf(included));
     for (const results::Component& component : rule.blank.components)
@@ -98,7 +97,7 @@ void RuleComponents::describeScriptRule(QorXMLNode& element, const CStringW& own
             addFile(rule, pathOf(*folder + u"/" + name));
         const CStringW& page = script.m_csRuleModuleName;
         if (folder && page.Right(3) == u".md" && !leavesScriptFolder(page)) {
-            const HelpPage help = readHelpPage(pathOf(*folder).parent_path() / pathOf(page));
+            const HelpPage& help = pages_.of(pathOf(*folder), pathOf(page));
             rule.blank.why = help.why;
             rule.blank.how = help.how;
         }

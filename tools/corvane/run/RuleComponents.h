@@ -9,6 +9,7 @@
 
 #include "files/RuleFile.h"
 #include "run/Hash.h"
+#include "run/HelpPage.h"
 
 struct PlannedRule;
 
@@ -31,4 +32,5 @@ private:
     std::vector<CStringW> moduleFolders_;
     std::optional<CStringW> scriptFolder_;
     FileHashes hashes_;
+    HelpPages pages_;
 };

@@ -68,6 +68,8 @@ void complete(RuleResult& result, const RuleResult& blank) {
     result.line = blank.line;
     result.severity = blank.severity;
     result.components = blank.components;
+    // It may name the place of the element, which moves when lines before it do.
+    if (!blank.source.empty()) result.source = blank.source;
     result.why = blank.why;
     result.how = blank.how;
 }
