@@ -23,17 +23,17 @@ TEST(ScriptRules, EachOutcomeIsToldInWordsThatSayWhatToMend) {
     } cases[] = {
         {"return true", scriptRule("r", "a.lua"), 0, "r +General +major +passed\n"},
         {"", scriptRule("r", "a.lua"), 0, "passed\n"},
-        {"\n\nerror('too thin')", scriptRule("r", "a.lua"), 3, "error +a.lua:3:1: too thin\n"},
+        {"\n\nerror('too thin')", scriptRule("r", "a.lua"), 3, "error +too thin .a.lua:3:1.\n"},
         {"return false, 'too big'", scriptRule("r", "a.lua"), 1, "failed +too big\n"},
-        {"x = = 1", scriptRule("r", "a.lua"), 3, "error +a.lua:1:.*near '='"},
-        {"\nlocal t = nil\nt.x = 1", scriptRule("r", "a.lua"), 3, "a.lua:3:.*nil value"},
-        {"error('a\\nb')", scriptRule("r", "a.lua"), 3, "a.lua:1:1: a\n +b\n"},
+        {"x = = 1", scriptRule("r", "a.lua"), 3, "error +.*near '=' .a.lua:1:1.\n"},
+        {"\nlocal t = nil\nt.x = 1", scriptRule("r", "a.lua"), 3, "nil value.* .a.lua:3:1.\n"},
+        {"error('a\\nb')", scriptRule("r", "a.lua"), 3, " a\n +b .a.lua:1:1.\n"},
         {"return true", scriptRule("r", ""), 3,
          "error +the rule names no script file, .*/scripts/UserDefinedFile.xml: "},
         {"return true", scriptRule("r", "b.lua"), 3, "there is no script .*/scripts/b.lua\n"},
-        {"mesh.part()", scriptRule("r", "a.lua"), 3, "a.lua:1:.*mesh"},
+        {"mesh.part()", scriptRule("r", "a.lua"), 3, "mesh.* .a.lua:1:1.\n"},
         {"mesh.part()", scriptRule("r", "a.lua", kMeshEngine), 3,
-         "a.lua:1:1: this run has no part"},
+         "error +this run has no part .a.lua:1:1.\n"},
         {"return true", scriptRule("r", "../scripts/a.lua"), 3, "outside the script folder"},
         {"return true", scriptRule("r", "x\\..\\..\\a.lua"), 3, "outside the script folder"},
         {"return true", scriptRule("r", "/etc/passwd"), 3, "\"/etc/passwd\" is outside"},
@@ -93,6 +93,40 @@ TEST(ScriptRules, WhatIsNotRegisteredOrConfiguredIsNamed) {
     EXPECT_THAT(result.out, AllOf(ContainsRegex("r +General +major +not run +no script folder: "),
                                   HasSubstr(corvane.folder.path("data/Settings/ConfigModule.ini")),
                                   HasSubstr("1 rule: 0 passed, 1 not run")));
+}
+
+TEST(ScriptRules, ResultsQuoteTheHelpPageBesideTheScriptFolder) {
+    const CommandLine corvane;
+    corvane.folder.write("scripts/a.lua", "return true");
+    corvane.folder.write("rules.xml", ruleFile("<Rule Name='r'/>"));
+    std::filesystem::create_directories(corvane.folder.path("help/folder.md"));
+    const std::string large(70000, 'x');
+    const struct {
+        std::string page, text, why;
+    } cases[] = {
+        {"help/r.md", "# R\n\n**Why.** It\r\nbends `x`.\n\n**How it is measured.** So.\n",
+         "It bends x."},
+        {"help/r.md", "**Why.** </script><b>\xff\n", "</script><b>\uFFFD"},
+        {"help/r.md", "# R\n\n**Why.** " + large.substr(0, 5000) + "\n", ""},
+        {"help/r.md", "**Why.** It.\n\n" + large, ""},
+        {"help/folder.md", "", ""},
+        {"help/none.md", "", ""},
+        {"../r.md", "**Why.** It.\n", ""},
+    };
+    for (const auto& [page, text, why] : cases) {
+        SCOPED_TRACE(page + text.substr(0, 60));
+        if (!text.empty()) corvane.folder.write(page, text);
+        corvane.folder.write("scripts/UserDefinedFile.xml",
+                             "<Rules><Rule Name='r' File='a.lua' Module='" + page + "'/></Rules>");
+        for (const char* scripts : {"@scripts", "@scripts/", "@scripts/."}) {
+            corvane("run", {"@rules.xml", "--scripts", scripts, "--output",
+                            "json=" + corvane.folder.path("out.json"), "--output",
+                            "html=" + corvane.folder.path("out.html")});
+            const auto results = nlohmann::json::parse(corvane.folder.read("out.json"));
+            EXPECT_EQ(results["parts"][0]["rules"][0].value("why", ""), why);
+            EXPECT_THAT(corvane.folder.read("out.html"), Not(HasSubstr("</script><b>")));
+        }
+    }
 }
 
 TEST(ScriptRules, WhatCannotBeReadIsNamedAndFails) {

@@ -71,11 +71,11 @@ CStringW placeIn(const CStringW& file, const ScriptRun& run) {
     return place;
 }
 
+/// The place comes last: it helps the script's author, and the reason whoever made the part.
 CStringW scriptReason(const ScriptRun& run) {
     const CStringW& said = run.errorMessage.IsEmpty() ? run.errorType : run.errorMessage;
-    CStringW text = placeIn(run.scriptPath, run) + u": ";
-    text += said.IsEmpty() ? tr("the script failed without a reason") : said;
-    return text;
+    const CStringW text = said.IsEmpty() ? tr("the script failed without a reason") : said;
+    return text + u" (" + placeIn(run.scriptPath, run) + u")";
 }
 
 CStringW reasonOf(const ScriptRun& run) {
