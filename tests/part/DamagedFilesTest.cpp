@@ -423,6 +423,15 @@ TEST_F(DamagedFilesTest, FacetsThatAreLeftOutAreTold) {
     }
 }
 
+TEST_F(DamagedFilesTest, AnEdgeThatWindsAroundForEverHasNoFacets) {
+    const std::string pin = write(shapes::cylinder({{0, 0, 0}, {0, 0, 1}}, 5, 10), "pin.brep");
+    const auto opened =
+        open(replaced(pin, "TShapes", "2  1 1 0 0 6.28318530717959", "2  1 1 0 0 1e6"), "e.brep");
+    ASSERT_TRUE(opened.part);
+    EXPECT_TRUE(opened.part->mesh().triangles.empty());
+    EXPECT_FALSE(opened.part->walls().measurable);
+}
+
 TEST_F(DamagedFilesTest, APartIsMeshedWhateverItsSizeAndPlace) {
     gp_Trsf mirror;
     mirror.SetMirror(gp_Ax2({1, 2, 3}, {0, 0, 1}));

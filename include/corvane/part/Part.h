@@ -58,7 +58,8 @@ public:
     /// The model's damages and those that only a thorough check of every face finds.
     [[nodiscard]] const std::vector<Damage>& damages() const;
 
-    /// The surface as triangles, as near to it as a two-thousandth of the part's size.
+    /// The surface as triangles, as near to it as a two-thousandth of the part's size. Empty where
+    /// the shape is too damaged for them, or an edge bends more than 50,000 times.
     [[nodiscard]] const Mesh& mesh() const;
 
     /// The smallest box along the axes that holds the part.

@@ -16,6 +16,7 @@
 #include <Poly_Triangulation.hxx>
 #include <algorithm>
 #include <cmath>
+#include <stdexcept>
 #include <vector>
 
 #include "Delaunay.h"
@@ -161,16 +162,29 @@ public:
 /// each; crossed borders of others have no triangles here, which tells too.
 class Healer : public BRepMesh_ModelHealer {
 public:
+    /// An edge of a part that is sound has some thousand at most, where it winds around often. What
+    /// follows takes the square of them.
+    [[nodiscard]] bool foundTooManyPoints() const { return foundTooManyPoints_; }
+
     DEFINE_STANDARD_RTTI_INLINE(Healer, BRepMesh_ModelHealer)
 
 protected:
     bool performInternal(const Handle(IMeshData_Model) & model,
                          const IMeshTools_Parameters& parameters,
                          const Message_ProgressRange& range) override {
+        for (int i = 0; i < model->EdgesNb(); ++i)
+            if (model->GetEdge(i)->GetCurve()->ParametersNb() > kMostPoints) {
+                foundTooManyPoints_ = true;
+                return false;
+            }
         for (int i = 0; i < model->FacesNb(); ++i)
             if (model->GetFace(i)->WiresNb() > kManyBorders) return true;
         return BRepMesh_ModelHealer::performInternal(model, parameters, range);
     }
+
+private:
+    static constexpr int kMostPoints = 50'000;
+    bool foundTooManyPoints_ = false;
 };
 
 }  // namespace
@@ -178,7 +192,8 @@ protected:
 void meshFaces(const TopoDS_Shape& shape, double deviation, double angle) {
     const Handle(BRepMesh_Context) context = new BRepMesh_Context;
     context->SetFaceDiscret(new BRepMesh_FaceDiscret(new Meshers));
-    context->SetModelHealer(new Healer);
+    const Handle(Healer) healer = new Healer;
+    context->SetModelHealer(healer);
     // It tells the edges which facets are beside them.
     context->SetPostProcessor({});
     BRepMesh_IncrementalMesh mesher;
@@ -186,6 +201,8 @@ void meshFaces(const TopoDS_Shape& shape, double deviation, double angle) {
     mesher.ChangeParameters().Deflection = deviation;
     mesher.ChangeParameters().Angle = angle;
     mesher.Perform(context);
+    if (healer->foundTooManyPoints())
+        throw std::runtime_error("an edge of the shape has more than 50,000 bends");
 }
 
 }  // namespace corvane::part::reading
