@@ -29,7 +29,7 @@ void Findings::whole() {
             require(corner < mesh.vertices.size(), "a facet has corners of the mesh");
     size(static_cast<double>(mesh.triangles.size()), "facets are counted");
     // A face whose border contradicts itself may have none.
-    if (model_.damages.empty()) positive(part_.area(), "a part has an area");
+    if (part_.damages().empty()) positive(part_.area(), "a part has an area");
     size(part_.area(), "an area is not negative");
     if (!model_.solids.empty()) positive(part_.volume(), "a solid has a volume");
     place(part_.centre());
