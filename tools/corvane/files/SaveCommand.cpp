@@ -3,6 +3,7 @@
 
 #include <corvane/platform/ComError.h>
 #include <corvane/rules/WritingLoss.h>
+#include <corvane/scriptrules/RuleIndexScope.h>
 #include <corvane/xml/CurrentDocument.h>
 #include <corvane/xml/XMLFault.h>
 
@@ -55,6 +56,7 @@ int saveRules(const SaveOptions& options, Console& console) {
     }
 
     RuleModules modules(options.folders.modules);
+    const corvane::RuleIndexScope indexes;
     QorXMLDocument document;
     const CurrentDocumentScope scope(document);
     const std::unique_ptr<QorXMLNode> root(document.CreateNode(file->rootName()));

@@ -1,6 +1,7 @@
 #include <memory>
 
 #include <corvane/rules/CQORConstraint.h>
+#include <corvane/scriptrules/RuleIndexScope.h>
 
 #include "Commands.h"
 #include "Text.h"
@@ -110,6 +111,7 @@ int showRules(const ShowOptions& options, Console& console) {
     const std::unique_ptr<RuleFile> file = RuleFile::load(options.ruleFile, console);
     if (!file) return kUnusable;
     RuleModules modules(options.folders.modules);
+    const corvane::RuleIndexScope indexes;
     bool whole = true;
     for (QorLong i = 0; i < file->size(); ++i) {
         const MessageScope scope(console, file->place(i));

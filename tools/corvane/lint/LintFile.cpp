@@ -12,6 +12,7 @@
 #include <corvane/platform/Environment.h>
 #include <corvane/rules/CQorParamStorage.h>
 #include <corvane/rules/CQorRule.h>
+#include <corvane/scriptrules/RuleIndexScope.h>
 #include <corvane/scriptrules/ScriptFolderScope.h>
 #include <corvane/scriptrules/TypeLibDetails.h>
 #include <corvane/xml/QorXMLDocument.h>
@@ -157,6 +158,7 @@ void Linter::checkRules(const std::string& path, const Element& root, Report& re
     // The file has changed since, or an entity holds rules, which have no place of their own.
     if (std::ranges::count(root.children, "Rule", &Element::name) != std::ssize(file->own()))
         return;
+    const corvane::RuleIndexScope indexes;
     std::size_t count = 0;
     for (const Element& rule : root.children) {
         if (rule.name != "Rule") continue;
