@@ -28,10 +28,12 @@ void Findings::whole() {
         for (const std::uint32_t corner : triangle)
             require(corner < mesh.vertices.size(), "a facet has corners of the mesh");
     size(static_cast<double>(mesh.triangles.size()), "facets are counted");
-    // A face whose border contradicts itself may have none.
-    if (part_.damages().empty()) positive(part_.area(), "a part has an area");
     size(part_.area(), "an area is not negative");
-    if (!model_.solids.empty()) positive(part_.volume(), "a solid has a volume");
+    // Where a border contradicts itself there may be neither.
+    if (part_.damages().empty()) {
+        positive(part_.area(), "a part has an area");
+        if (!model_.solids.empty()) positive(part_.volume(), "a solid has a volume");
+    }
     place(part_.centre());
     const Box& box = part_.box();
     place(box.least);
