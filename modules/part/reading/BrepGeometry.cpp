@@ -20,6 +20,7 @@ constexpr double kFarthest = 1e10;
 struct Span {
     double first = -kInfinite, last = kInfinite;
     bool smooth = true;
+    double once = kInfinite;  ///< around what is closed
 
     [[nodiscard]] bool holds(double a, double b) const {
         return a < b && a >= first - kSameParameter && b <= last + kSameParameter;
@@ -94,7 +95,7 @@ bool knots(TextTokens& text, long number, long degree, long poleCount, bool peri
         sum += lastUses;
     }
     if (periodic) {
-        span = {-kInfinite, kInfinite, span.smooth && firstUses < degree};
+        span = {-kInfinite, kInfinite, span.smooth && firstUses < degree, span.last - span.first};
         return sound && firstUses == lastUses && sum - lastUses == poleCount;
     }
     return sound && sum == poleCount + degree + 1;
@@ -130,7 +131,9 @@ Piece conic(TextTokens& text, int dimensions, long kind) {
     frame(text, dimensions);
     const double major = coordinate(text);
     const double minor = kind == 3 || kind == 5 ? coordinate(text) : 0.0;
-    return {major >= 0.0 && minor >= 0.0 && (kind != 3 || major >= minor)};
+    Piece piece{major >= 0.0 && minor >= 0.0 && (kind != 3 || major >= minor)};
+    if (kind <= 3) piece.u.once = 2 * M_PI;
+    return piece;
 }
 
 Piece curve(TextTokens& text, int dimensions, int depth) {
@@ -153,7 +156,7 @@ Piece curve(TextTokens& text, int dimensions, int depth) {
         case 8: {
             const double first = text.real(), last = text.real();
             const Piece basis = basisCurve(text, dimensions, depth);
-            return {basis.u.holds(first, last), {first, last, basis.u.smooth}};
+            return {basis.u.holds(first, last), {first, last, basis.u.smooth, basis.u.once}};
         }
         case 9: {
             coordinate(text);
@@ -251,8 +254,8 @@ Piece surface(TextTokens& text, int depth) {
 
 }  // namespace
 
-void passCurve(TextTokens& text, int dimensions) {
-    curve(text, dimensions, 0);
+double passCurve(TextTokens& text, int dimensions) {
+    return curve(text, dimensions, 0).u.once;
 }
 
 void passSurface(TextTokens& text) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <limits>
 #include <set>
 #include <utility>
 #include <vector>
@@ -15,6 +16,7 @@ namespace {
 constexpr int kDeepest = 200;
 constexpr long kHighestPower = 1000;  // of a place in a product of places
 constexpr std::size_t kShapeFlags = 7;
+constexpr double kSlack = 1e-6;  // of the ends of a closed edge
 
 /// Follows the kernel's reader of this form (BRepTools_ShapeSet and what it is made of) word by
 /// word.
@@ -40,7 +42,8 @@ private:
     void passShape();
     void passVertex();
     void passEdge();
-    void passEdgeEntry(long kind);
+    void passEdgeEntry(long kind, double& once);
+    void passRange(double once);
     void passFace();
     int passReference(std::string_view word);
 
@@ -57,6 +60,7 @@ private:
     using Product = std::vector<std::pair<long, long>>;
     std::vector<bool> isSimplePlace_;
     std::set<Product> products_;
+    std::vector<double> once_;     // of each curve, the parameters that go once around
     std::vector<long> lastNodes_;  // of each chain
     std::vector<long> meshNodes_;  // of each mesh
     std::vector<int> depths_;      // of each shape
@@ -66,7 +70,7 @@ std::string Checker::fault() {
     passVersion();
     section("Locations", places_, [this] { passPlace(); });
     section("Curve2ds", curves2d_, [this] { passCurve(text_, 2); });
-    section("Curves", curves_, [this] { passCurve(text_, 3); });
+    section("Curves", curves_, [this] { once_.push_back(passCurve(text_, 3)); });
     section("Polygon3D", polygons_, [this] { passPolygon(); });
     section("PolygonOnTriangulations", chains_, [this] { passChain(); });
     section("Surfaces", surfaces_, [this] { passSurface(text_); });
@@ -192,15 +196,23 @@ void Checker::passEdge() {
     text_.real();
     for (int i = 0; i < 3; ++i)
         text_.flag();
+    double once = std::numeric_limits<double>::infinity();
     for (long kind = text_.whole(0, 7); kind > 0; kind = text_.whole(0, 7))
-        passEdgeEntry(kind);
+        passEdgeEntry(kind, once);
 }
 
-void Checker::passEdgeEntry(long kind) {
+void Checker::passRange(double once) {
+    const double first = text_.real(), last = text_.real();
+    text_.require(last - first <= once * (1 + kSlack));
+}
+
+/// The kernel would follow an edge that winds around for ever, so it goes `once` around at most.
+void Checker::passEdgeEntry(long kind, double& once) {
     if (kind == 1) {
-        curve();
+        const auto number = static_cast<std::size_t>(text_.whole(0, curves_));
+        if (number > 0 && text_.good()) once = once_[number - 1];
         place();
-        text_.reals(2);
+        passRange(once);
     } else if (kind <= 3) {
         curve2d();
         if (kind == 3) {
@@ -209,7 +221,8 @@ void Checker::passEdgeEntry(long kind) {
         }
         surface();
         place();
-        text_.reals(version_ == 2 ? 6 : 2);
+        passRange(once);
+        if (version_ == 2) text_.reals(4);
     } else if (kind == 4) {
         text_.word();
         for (int i = 0; i < 2; ++i) {
