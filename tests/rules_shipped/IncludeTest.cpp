@@ -120,7 +120,7 @@ TEST_F(Include, AFileIsReadOnceHoweverOftenItIsIncluded) {
     for (int i = 0; i < 15; ++i) {
         std::string includes;
         for (int k = 0; k < 9; ++k)
-            includes += "<Include File='" + std::string(k % 2, '.') + (k % 2 ? "/" : "") + "f" +
+            includes += "<Include File='" + std::string(k % 2 ? "./" : "") + "f" +
                         std::to_string(i + 1) + ".xml'/>";
         corvane.folder.write("f" + std::to_string(i) + ".xml", ruleFile(includes));
     }

@@ -127,6 +127,7 @@ std::vector<Group> groupsOf(const Skin& skin, const Hidden& hidden) {
         undercut.area += hidden.areas[face];
     }
     std::vector<Group> all;
+    all.reserve(groups.size());
     for (auto& [number, group] : groups)
         all.push_back(std::move(group));
     return all;
