@@ -11,12 +11,12 @@ function(corvane_add_subsystem name)
     set_property(GLOBAL APPEND PROPERTY CORVANE_SUBSYSTEMS corvane_${name})
 endfunction()
 
-# corvane_add_test(NAME SOURCES file... SUBSYSTEMS name... [LIBRARIES target...] [COST number])
+# corvane_add_test(NAME SOURCES file... SUBSYSTEMS name... [LIBRARIES target...] [COST number] [LONGEST suite])
 #   A GoogleTest program test_<NAME> over the objects of the named subsystems, so that a test reaches what the
 #   shared library hides. A test of what is exported names no subsystem and links the library `corvane`. A test that
 #   takes long has a cost: the costliest start first.
 function(corvane_add_test name)
-    cmake_parse_arguments(arg "" "COST" "SOURCES;SUBSYSTEMS;LIBRARIES" ${ARGN})
+    cmake_parse_arguments(arg "" "COST;LONGEST" "SOURCES;SUBSYSTEMS;LIBRARIES" ${ARGN})
     add_executable(test_${name} ${arg_SOURCES})
     list(TRANSFORM arg_SUBSYSTEMS PREPEND corvane_)
     target_link_libraries(test_${name} PRIVATE
@@ -31,13 +31,21 @@ function(corvane_add_test name)
     # The objects load them as the library does: these at the start, and that one from the library's folder.
     add_dependencies(test_${name} corvane_resources CorvaneXmlParser)
     set_target_properties(test_${name} PROPERTIES BUILD_RPATH "$ORIGIN/../lib")
-    # One ctest entry a program: starting a process for each case costs more than the cases do.
-    add_test(NAME ${name} COMMAND test_${name})
+    # One ctest entry a program: starting a process for each case costs more than the cases do. A suite that takes longer
+    # than most programs has its own, so that the processors share the work.
+    set(entries ${name})
+    if(arg_LONGEST)
+        list(APPEND entries ${name}_${arg_LONGEST})
+        add_test(NAME ${name} COMMAND test_${name} --gtest_filter=-*${arg_LONGEST}*)
+        add_test(NAME ${name}_${arg_LONGEST} COMMAND test_${name} --gtest_filter=*${arg_LONGEST}*)
+    else()
+        add_test(NAME ${name} COMMAND test_${name})
+    endif()
     if(arg_COST)
-        set_tests_properties(${name} PROPERTIES COST ${arg_COST})
+        set_tests_properties(${entries} PROPERTIES COST ${arg_COST})
     endif()
     # The sanitizer's library opens modules in place of the program, and does not look in the program's folders.
     if(CORVANE_SANITIZE AND arg_SUBSYSTEMS)
-        set_tests_properties(${name} PROPERTIES ENVIRONMENT "LD_LIBRARY_PATH=${PROJECT_BINARY_DIR}/lib")
+        set_tests_properties(${entries} PROPERTIES ENVIRONMENT "LD_LIBRARY_PATH=${PROJECT_BINARY_DIR}/lib")
     endif()
 endfunction()
