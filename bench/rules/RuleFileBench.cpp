@@ -3,7 +3,6 @@
 
 #include <benchmark/benchmark.h>
 #include <filesystem>
-#include <fstream>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <memory>

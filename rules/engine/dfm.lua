@@ -64,6 +64,24 @@ function dfm.is_near(value, list, tolerance)
     return false
 end
 
+--- Groups of names, each a group of its own at first: a function that gives the name of a name's group, and one that
+--- joins the groups of two names.
+function dfm.groups()
+    local above = {}
+    local function find(name)
+        while above[name] do
+            above[name] = above[above[name]] or above[name]
+            name = above[name]
+        end
+        return name
+    end
+    local function join(a, b)
+        a, b = find(a), find(b)
+        if a ~= b then above[a] = b end
+    end
+    return find, join
+end
+
 --- A line between two points, as a place.
 function dfm.line(from, to, label)
     return {polyline = {from, to}, label = label}

@@ -89,3 +89,8 @@ function dfm.hole_faces() end
 ---@param tolerance number
 ---@return boolean
 function dfm.is_near(value, list, tolerance) end
+
+---Groups of names, each a group of its own at first.
+---@return fun(name: integer): integer find the name of a name's group
+---@return fun(a: integer, b: integer) join makes one group of those of two names
+function dfm.groups() end

@@ -4,24 +4,15 @@ local INCH = 25.4
 local ALIKE = 0.05 -- degrees
 local draft = part.draft({pull = params.pull})
 local pull = draft.pull
-local wallOf, root = {}, {}
-for _, wall in ipairs(draft.faces) do
-    wallOf[wall.face], root[wall.face] = wall, wall.face
-end
-
-local function find(face)
-    while root[face] ~= face do
-        root[face] = root[root[face]]
-        face = root[face]
-    end
-    return face
-end
+local wallOf = {}
+for _, wall in ipairs(draft.faces) do wallOf[wall.face] = wall end
+local find, join = dfm.groups()
 
 -- A rounding leans at its end as the wall that it continues: both are one wall, and as deep.
 for _, edge in ipairs(part.edges()) do
     local a, b = wallOf[edge.faces[1]], wallOf[edge.faces[2]]
     if edge.convexity == "smooth" and a and b and a.half == b.half and math.abs(a.angle - b.angle) < ALIKE then
-        root[find(a.face)] = find(b.face)
+        join(a.face, b.face)
     end
 end
 

@@ -1,18 +1,9 @@
 -- What fills a closed hollow stays in it. Faces that no chain of edges joins to the others of their solid enclose one.
 dfm.sound()
-local root = {}
-local function find(face)
-    while root[face] ~= face do
-        root[face] = root[root[face]]
-        face = root[face]
-    end
-    return face
-end
-
+local find, join = dfm.groups()
 local faces = part.faces()
-for _, face in ipairs(faces) do root[face.number] = face.number end
 for _, edge in ipairs(part.edges()) do
-    if #edge.faces == 2 then root[find(edge.faces[1])] = find(edge.faces[2]) end
+    if #edge.faces == 2 then join(edge.faces[1], edge.faces[2]) end
 end
 
 -- The shell that reaches farthest along x is the outer one.
